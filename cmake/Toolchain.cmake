@@ -1,0 +1,26 @@
+# Compiler flags, cache and linker, the same for every target.
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Debug, Release or RelWithDebInfo" FORCE)
+endif()
+
+add_compile_options(-Wall -Wextra -Wconversion -Wshadow -Werror)
+# GCC 12 reports reads of freed or uninitialised memory inside inlined standard library code that isn't there.
+add_compile_options(-Wno-maybe-uninitialized -Wno-free-nonheap-object -Wno-restrict)
+
+if(ZN_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -g1)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  # Paths relative to the source folder, so that every checkout shares one cache.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE_PROGRAM})
+endif()
+
+find_program(MOLD_PROGRAM mold)
+if(MOLD_PROGRAM)
+  add_link_options(-fuse-ld=mold)
+endif()

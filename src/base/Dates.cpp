@@ -1,0 +1,199 @@
+#include "base/Dates.h"
+
+#include <cmath>
+#include <ctime>
+#include <memory>
+#include <unicode/datefmt.h>
+#include <unicode/smpdtfmt.h>
+#include <unicode/timezone.h>
+
+namespace zn {
+
+namespace {
+
+constexpr std::int64_t unixEpochDays = 25569; // 1 January 1970 as a day count
+
+// Civil calendar from and to days since 1 March 0000, by eras of 400 years.
+std::int64_t civilDays(std::int64_t year, int month, int day)
+{
+    year -= month <= 2;
+    const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
+    const std::int64_t yearOfEra = year - era * 400;
+    const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+    return era * 146097 + dayOfEra - 719468 + unixEpochDays;
+}
+
+void civilDate(std::int64_t days, CalendarTime& time)
+{
+    const std::int64_t shifted = days - unixEpochDays + 719468;
+    const std::int64_t era = (shifted >= 0 ? shifted : shifted - 146096) / 146097;
+    const std::int64_t dayOfEra = shifted - era * 146097;
+    const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    const std::int64_t monthIndex = (5 * dayOfYear + 2) / 153;
+    time.day = static_cast<int>(dayOfYear - (153 * monthIndex + 2) / 5 + 1);
+    time.month = static_cast<int>(monthIndex < 10 ? monthIndex + 3 : monthIndex - 9);
+    time.year = static_cast<int>(yearOfEra + era * 400 + (time.month <= 2 ? 1 : 0));
+}
+
+/// The formats of the default locale, in UTC since a day count carries no zone.
+class LocaleFormats {
+public:
+    LocaleFormats()
+        : m_both(make("yMdjms"))
+        , m_date(make("yMd"))
+        , m_time(make("jms"))
+    {
+    }
+
+    const icu::DateFormat& choose(bool hasDate, bool hasTime) const
+    {
+        return hasDate && hasTime ? *m_both : hasDate ? *m_date : *m_time;
+    }
+
+private:
+    static std::unique_ptr<icu::DateFormat> make(const char* skeleton)
+    {
+        UErrorCode error = U_ZERO_ERROR;
+        std::unique_ptr<icu::DateFormat> format(
+            icu::DateFormat::createInstanceForSkeleton(icu::UnicodeString(skeleton), error));
+        format->adoptTimeZone(icu::TimeZone::createTimeZone("UTC"));
+        format->setLenient(false);
+        return format;
+    }
+
+    std::unique_ptr<icu::DateFormat> m_both;
+    std::unique_ptr<icu::DateFormat> m_date;
+    std::unique_ptr<icu::DateFormat> m_time;
+};
+
+LocaleFormats& localeFormats()
+{
+    thread_local LocaleFormats formats;
+    return formats;
+}
+
+double unixMilliseconds(double days)
+{
+    return std::round((days - double(unixEpochDays)) * 86400.0) * 1000.0;
+}
+
+bool readNumber(const Text& text, std::size_t& at, int& number)
+{
+    const std::size_t start = at;
+    number = 0;
+    while (at < text.size() && text[at] >= u'0' && text[at] <= u'9' && at - start < 4)
+        number = number * 10 + (text[at++] - u'0');
+    return at > start;
+}
+
+bool readSeparated(const Text& text, std::size_t& at, char16_t separator, int& number)
+{
+    if (at >= text.size() || text[at] != separator)
+        return false;
+    return readNumber(text, ++at, number);
+}
+
+bool parseIso(const Text& text, double& days)
+{
+    CalendarTime time;
+    std::size_t at = 0;
+    int first = 0;
+    if (!readNumber(text, at, first))
+        return false;
+    if (at == 4 && readSeparated(text, at, u'-', time.month) && readSeparated(text, at, u'-', time.day)) {
+        time.year = first;
+        if (at < text.size() && text[at] != u' ' && text[at] != u'T')
+            return false;
+        if (at < text.size() && !readNumber(text, ++at, time.hour))
+            return false;
+    } else {
+        time.hour = first;
+        at = text.find(u':');
+    }
+    if (at < text.size()) {
+        if (!readSeparated(text, at, u':', time.minute))
+            return false;
+        readSeparated(text, at, u':', time.second);
+    }
+    const bool inRange = time.month >= 1 && time.month <= 12 && time.day >= 1 && time.day <= 31 && time.hour < 24
+        && time.minute < 60 && time.second < 60;
+    if (at < text.size() || !inRange)
+        return false;
+    days = dayCount(time);
+    return true;
+}
+
+} // namespace
+
+bool breakDown(double days, CalendarTime& time)
+{
+    constexpr double least = -657434; // 1 January 100
+    constexpr double beyond = 2958466; // 1 January 10000
+    if (!(days >= least && days < beyond))
+        return false;
+    // The fraction of a day before the epoch counts forward from midnight as well.
+    double whole = std::trunc(days);
+    std::int64_t seconds = std::llround(std::fabs(days - whole) * 86400.0);
+    if (seconds >= 86400) {
+        seconds -= 86400;
+        whole += 1;
+    }
+    civilDate(static_cast<std::int64_t>(whole), time);
+    time.hour = static_cast<int>(seconds / 3600);
+    time.minute = static_cast<int>(seconds / 60 % 60);
+    time.second = static_cast<int>(seconds % 60);
+    return true;
+}
+
+double dayCount(const CalendarTime& time)
+{
+    const double fraction = (time.hour * 3600 + time.minute * 60 + time.second) / 86400.0;
+    const auto whole = static_cast<double>(civilDays(time.year, time.month, time.day));
+    return whole < 0 ? whole - fraction : whole + fraction;
+}
+
+double dayCountFromUnix(std::int64_t seconds)
+{
+    const std::time_t moment = seconds;
+    std::tm local{};
+    localtime_r(&moment, &local);
+    return dayCount({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
+        std::min(local.tm_sec, 59)});
+}
+
+Text dateText(double days)
+{
+    const bool hasDate = std::trunc(days) != 0;
+    const bool hasTime = days != std::trunc(days) || !hasDate;
+    icu::UnicodeString out;
+    localeFormats().choose(hasDate, hasTime).format(unixMilliseconds(days), out);
+    Text text(out.getBuffer(), static_cast<std::size_t>(out.length()));
+    replaceAll(text, u"\u202F", u" "); // people type, and other programs read, a plain blank here
+    return text;
+}
+
+bool parseDate(TextView text, double& days)
+{
+    const Text trimmed = trim(text);
+    if (parseIso(trimmed, days))
+        return true;
+    icu::UnicodeString source(trimmed.data(), static_cast<int32_t>(trimmed.size()));
+    for (const auto& [hasDate, hasTime] : {std::pair{true, true}, {true, false}, {false, true}}) {
+        for (const char16_t* blank : {u" ", u"\u202F"}) {
+            icu::UnicodeString candidate(source);
+            candidate.findAndReplace(" AM", icu::UnicodeString(blank) + "AM");
+            candidate.findAndReplace(" PM", icu::UnicodeString(blank) + "PM");
+            icu::ParsePosition position(0);
+            const UDate moment = localeFormats().choose(hasDate, hasTime).parse(candidate, position);
+            if (position.getIndex() == candidate.length() && position.getErrorIndex() < 0) {
+                days = moment / 86400000.0 + (hasDate ? double(unixEpochDays) : 0.0);
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace zn
