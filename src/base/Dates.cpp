@@ -41,16 +41,13 @@ void civilDate(std::int64_t days, CalendarTime& time)
 class LocaleFormats {
 public:
     LocaleFormats()
-        : m_both(make("yMdjms"))
-        , m_date(make("yMd"))
+        : m_date(make("yMd"))
         , m_time(make("jms"))
     {
     }
 
-    const icu::DateFormat& choose(bool hasDate, bool hasTime) const
-    {
-        return hasDate && hasTime ? *m_both : hasDate ? *m_date : *m_time;
-    }
+    const icu::DateFormat& date() const { return *m_date; }
+    const icu::DateFormat& time() const { return *m_time; }
 
 private:
     static std::unique_ptr<icu::DateFormat> make(const char* skeleton)
@@ -63,7 +60,6 @@ private:
         return format;
     }
 
-    std::unique_ptr<icu::DateFormat> m_both;
     std::unique_ptr<icu::DateFormat> m_date;
     std::unique_ptr<icu::DateFormat> m_time;
 };
@@ -77,6 +73,23 @@ LocaleFormats& localeFormats()
 double unixMilliseconds(double days)
 {
     return std::round((days - double(unixEpochDays)) * 86400.0) * 1000.0;
+}
+
+/// The day count that the whole of `text` stands for in `format`.
+bool parseLocal(const icu::DateFormat& format, const Text& text, double& days)
+{
+    for (const char16_t* blank : {u" ", u"\u202F"}) {
+        Text candidate = text;
+        replaceAll(candidate, u" ", blank);
+        const icu::UnicodeString source(candidate.data(), static_cast<int32_t>(candidate.size()));
+        icu::ParsePosition position(0);
+        const UDate moment = format.parse(source, position);
+        if (source.length() > 0 && position.getIndex() == source.length()) {
+            days = moment / 86400000.0 + double(unixEpochDays);
+            return true;
+        }
+    }
+    return false;
 }
 
 bool readNumber(const Text& text, std::size_t& at, int& number)
@@ -168,7 +181,12 @@ Text dateText(double days)
     const bool hasDate = std::trunc(days) != 0;
     const bool hasTime = days != std::trunc(days) || !hasDate;
     icu::UnicodeString out;
-    localeFormats().choose(hasDate, hasTime).format(unixMilliseconds(days), out);
+    if (hasDate)
+        localeFormats().date().format(unixMilliseconds(days), out);
+    if (hasDate && hasTime)
+        out.append(u' ');
+    if (hasTime)
+        localeFormats().time().format(unixMilliseconds(days), out);
     Text text(out.getBuffer(), static_cast<std::size_t>(out.length()));
     replaceAll(text, u"\u202F", u" "); // people type, and other programs read, a plain blank here
     return text;
@@ -179,21 +197,19 @@ bool parseDate(TextView text, double& days)
     const Text trimmed = trim(text);
     if (parseIso(trimmed, days))
         return true;
-    icu::UnicodeString source(trimmed.data(), static_cast<int32_t>(trimmed.size()));
-    for (const auto& [hasDate, hasTime] : {std::pair{true, true}, {true, false}, {false, true}}) {
-        for (const char16_t* blank : {u" ", u"\u202F"}) {
-            icu::UnicodeString candidate(source);
-            candidate.findAndReplace(" AM", icu::UnicodeString(blank) + "AM");
-            candidate.findAndReplace(" PM", icu::UnicodeString(blank) + "PM");
-            icu::ParsePosition position(0);
-            const UDate moment = localeFormats().choose(hasDate, hasTime).parse(candidate, position);
-            if (position.getIndex() == candidate.length() && position.getErrorIndex() < 0) {
-                days = moment / 86400000.0 + (hasDate ? double(unixEpochDays) : 0.0);
-                return true;
-            }
-        }
+    double date = 0;
+    double time = 0;
+    if (parseLocal(localeFormats().time(), trimmed, time)) {
+        days = time - double(unixEpochDays);
+        return true;
     }
-    return false;
+    const std::size_t blank = trimmed.find(u' ');
+    const bool hasTime = blank != Text::npos;
+    if (!parseLocal(localeFormats().date(), trimmed.substr(0, blank), date)
+        || (hasTime && !parseLocal(localeFormats().time(), trimmed.substr(blank + 1), time)))
+        return false;
+    days = date + (hasTime ? time - double(unixEpochDays) : 0.0);
+    return true;
 }
 
 } // namespace zn
