@@ -1,0 +1,80 @@
+#pragma once
+
+#include "base/Object.h"
+#include "base/Text.h"
+#include "base/Value.h"
+
+#include <cstdint>
+#include <vector>
+
+/// Records that cross between the vault host and the add-in. Arrays of them are plain vectors.
+namespace zn {
+
+enum class ArkItemType : std::int32_t { File = 1, Folder = 2 };
+
+/// One selected file or folder, as the host hands it over with a command.
+struct ArkSelItem {
+    std::int32_t fileId = 0;
+    std::int32_t folderId = 0;
+    Text path;          ///< full local path of the file or folder
+    Text configuration; ///< configuration or sheet name, or empty
+    ArkItemType itemType = ArkItemType::File; ///< other values are passed over by the add-in
+    std::int32_t version = 0; ///< -1 or 0 stand for the latest
+};
+using ArkSelection = std::vector<ArkSelItem>;
+
+struct ArkFileFolderPair {
+    std::int32_t fileId = 0;
+    std::int32_t folderId = 0;
+    bool operator==(const ArkFileFolderPair&) const = default;
+};
+
+/// The batch add's result for one file.
+struct ArkAddResult {
+    std::int32_t fileId = 0;   ///< 0 or less if the host doesn't give it
+    std::int32_t folderId = 0; ///< likewise
+    Status status = 0;
+    Text path; ///< in the vault's local view
+};
+
+/// One row of the batch query.
+struct ArkQueryRow {
+    std::int32_t fileId = 0;
+    std::int32_t latestVersion = 0;
+};
+
+/// What the host tells of one version of a file.
+struct ArkVersionInfo {
+    std::int32_t latestVersion = 0; ///< of the file, not of the version asked for
+    Text revision;
+    Text workflowState;
+};
+
+/// A document that a run touched, for the host's report.
+struct ArkTaskResultDoc {
+    std::int32_t fileId = 0;
+    std::int32_t kind = 1; ///< always 1
+    std::int32_t folderId = 0;
+    std::int32_t version = 0;
+    bool operator==(const ArkTaskResultDoc&) const = default;
+};
+
+/// What the host passes with each command. The add-in writes only the fields that say so.
+struct ArkCmd {
+    std::int32_t command = 0;
+    std::int32_t parentWindow = 0; ///< in and out: a flow that supplies a page writes the page's handle
+    ObjectRef vault;               ///< the open vault
+    Text text;                     ///< in and out: a button's name; the title of a page
+    ObjectRef taskObject;          ///< in and out: `IArkTaskProperties` on setup commands, else `IArkTaskInstance`
+    std::int16_t cancel = 0;       ///< out: -1 tells the host to stop
+};
+
+struct ArkAddInInfo {
+    Text name;
+    Text maker;
+    Text description;
+    std::int32_t addInVersion = 0;
+    std::int32_t lowestHostMajorVersion = 0;
+};
+
+} // namespace zn
