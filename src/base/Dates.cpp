@@ -70,10 +70,7 @@ LocaleFormats& localeFormats()
     return formats;
 }
 
-double unixMilliseconds(double days)
-{
-    return std::round((days - double(unixEpochDays)) * 86400.0) * 1000.0;
-}
+double unixMilliseconds(double days) { return std::round((days - double(unixEpochDays)) * 86400.0) * 1000.0; }
 
 /// The day count that the whole of `text` stands for in `format`.
 bool parseLocal(const icu::DateFormat& format, const Text& text, double& days)
@@ -142,7 +139,7 @@ bool parseIso(const Text& text, double& days)
 
 bool breakDown(double days, CalendarTime& time)
 {
-    constexpr double least = -657434; // 1 January 100
+    constexpr double least = -657434;  // 1 January 100
     constexpr double beyond = 2958466; // 1 January 10000
     if (!(days >= least && days < beyond))
         return false;

@@ -7,7 +7,7 @@ std::uint32_t DispatchObject::advise(const Text&, std::shared_ptr<EventSink>)
     throw StatusError(E_NOINTERFACE, "The object fires no events.");
 }
 
-void DispatchObject::unadvise(std::uint32_t) {}
+void DispatchObject::unadvise(std::uint32_t) { }
 
 Value DispatchObject::call(const Text& name, std::vector<Value> arguments)
 {

@@ -7,8 +7,7 @@
 namespace zn {
 
 /// printf-style format with `Text` arguments allowed for `%s`. The format string is UTF-8.
-template <class... Arguments>
-Text formatText(const char* format, const Arguments&... arguments)
+template <class... Arguments> Text formatText(const char* format, const Arguments&... arguments)
 {
     return toText(fmt::sprintf(fmt::string_view(format), detail::formatArgument(arguments)...));
 }

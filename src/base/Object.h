@@ -17,8 +17,7 @@ public:
 using ObjectRef = std::shared_ptr<Object>;
 
 /// Asks an object for one of its interfaces. Null when `object` is null or has no such interface.
-template <class Interface, class From>
-std::shared_ptr<Interface> query(const std::shared_ptr<From>& object)
+template <class Interface, class From> std::shared_ptr<Interface> query(const std::shared_ptr<From>& object)
 {
     return std::dynamic_pointer_cast<Interface>(object);
 }

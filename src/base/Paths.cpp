@@ -4,10 +4,7 @@ namespace zn {
 
 namespace {
 
-bool isSeparator(char16_t unit)
-{
-    return unit == u'\\' || unit == u'/';
-}
+bool isSeparator(char16_t unit) { return unit == u'\\' || unit == u'/'; }
 
 std::size_t lastComponent(TextView path)
 {
@@ -30,10 +27,7 @@ std::size_t rootLength(TextView path)
 
 } // namespace
 
-Text pathFileName(TextView path)
-{
-    return Text(path.substr(lastComponent(path)));
-}
+Text pathFileName(TextView path) { return Text(path.substr(lastComponent(path))); }
 
 Text pathExtension(TextView path)
 {
@@ -81,10 +75,7 @@ Text pathAppend(TextView path, TextView more)
     return out.append(isSeparator(more.front()) ? more.substr(1) : more);
 }
 
-bool isAbsolutePath(TextView path)
-{
-    return rootLength(path) >= 2;
-}
+bool isAbsolutePath(TextView path) { return rootLength(path) >= 2; }
 
 Text canonicalPath(TextView path)
 {

@@ -22,7 +22,8 @@ Text pathWithExtension(TextView path, TextView extension);
 /// an empty second part changes nothing.
 Text pathAppend(TextView path, TextView more);
 bool isAbsolutePath(TextView path);
-/// Resolves "." and ".." parts and doubled separators, and turns "/" into "\". A path that would climb above its root stays at it.
+/// Resolves "." and ".." parts and doubled separators, and turns "/" into "\". A path that would climb above its root
+/// stays at it.
 Text canonicalPath(TextView path);
 Text withoutTrailingSeparators(TextView path);
 /// Whether `path` begins with `folder` as a whole path ("C:\V" holds "C:\V" and "C:\V\a" but not "C:\Vx").

@@ -12,10 +12,7 @@ using Status = std::int32_t;
 inline constexpr Status S_OK = 0;
 inline constexpr Status S_FALSE = 1;
 
-constexpr Status statusCode(std::uint32_t bits)
-{
-    return static_cast<Status>(bits);
-}
+constexpr Status statusCode(std::uint32_t bits) { return static_cast<Status>(bits); }
 
 inline constexpr Status E_NOTIMPL = statusCode(0x80004001);
 inline constexpr Status E_NOINTERFACE = statusCode(0x80004002);
@@ -36,10 +33,7 @@ inline constexpr Status DISP_E_BADPARAMCOUNT = statusCode(0x8002000E);
 /// The peer process has gone, or closed the connection in the middle of a call.
 inline constexpr Status RPC_E_DISCONNECTED = statusCode(0x80010108);
 
-constexpr bool failed(Status status)
-{
-    return status < 0;
-}
+constexpr bool failed(Status status) { return status < 0; }
 
 /// How a failure travels inside a flow. `what()` is UTF-8 text for a person; it may be empty.
 class StatusError : public std::runtime_error {

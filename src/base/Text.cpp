@@ -73,10 +73,7 @@ int compareNoCase(TextView a, TextView b)
     return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
 }
 
-bool equalNoCase(TextView a, TextView b)
-{
-    return a.size() == b.size() && compareNoCase(a, b) == 0;
-}
+bool equalNoCase(TextView a, TextView b) { return a.size() == b.size() && compareNoCase(a, b) == 0; }
 
 bool startsWithNoCase(TextView text, TextView prefix)
 {

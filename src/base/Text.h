@@ -51,8 +51,7 @@ namespace detail {
 inline std::string formatArgument(const Text& text) { return toUtf8(text); }
 inline std::string formatArgument(TextView text) { return toUtf8(text); }
 inline std::string formatArgument(const char16_t* text) { return toUtf8(TextView(text)); }
-template <class T>
-const T& formatArgument(const T& value) { return value; }
+template <class T> const T& formatArgument(const T& value) { return value; }
 } // namespace detail
 
 } // namespace zn

@@ -10,15 +10,9 @@ namespace zn {
 
 namespace {
 
-[[noreturn]] void mismatch()
-{
-    throw StatusError(DISP_E_TYPEMISMATCH, "Type mismatch.");
-}
+[[noreturn]] void mismatch() { throw StatusError(DISP_E_TYPEMISMATCH, "Type mismatch."); }
 
-[[noreturn]] void overflow()
-{
-    throw StatusError(DISP_E_OVERFLOW, "Value overflow.");
-}
+[[noreturn]] void overflow() { throw StatusError(DISP_E_OVERFLOW, "Value overflow."); }
 
 double numberFromText(const Text& text)
 {
@@ -56,13 +50,9 @@ double asDouble(const Value& value)
     return std::visit(Visitor{}, value.storage());
 }
 
-double roundHalfEven(double number)
-{
-    return std::nearbyint(number);
-}
+double roundHalfEven(double number) { return std::nearbyint(number); }
 
-template <class Integer>
-Integer asInteger(const Value& value)
+template <class Integer> Integer asInteger(const Value& value)
 {
     if (const auto* whole = value.get<std::int64_t>()) {
         if (*whole < std::int64_t(std::numeric_limits<Integer>::min())
@@ -82,10 +72,7 @@ Integer asInteger(const Value& value)
     return static_cast<Integer>(number);
 }
 
-Text currencyText(CurrencyValue value)
-{
-    return floatText(static_cast<double>(value.tenThousandths) / 10000.0, 15);
-}
+Text currencyText(CurrencyValue value) { return floatText(static_cast<double>(value.tenThousandths) / 10000.0, 15); }
 
 Text asText(const Value& value)
 {
@@ -192,25 +179,13 @@ Value Value::changedTo(ValueType wanted) const
     }
 }
 
-bool Value::toBool() const
-{
-    return changedTo(ValueType::Boolean).get<BooleanValue>()->bits != 0;
-}
+bool Value::toBool() const { return changedTo(ValueType::Boolean).get<BooleanValue>()->bits != 0; }
 
-std::int32_t Value::toInt32() const
-{
-    return *changedTo(ValueType::Int32).get<std::int32_t>();
-}
+std::int32_t Value::toInt32() const { return *changedTo(ValueType::Int32).get<std::int32_t>(); }
 
-double Value::toDouble() const
-{
-    return asDouble(*this);
-}
+double Value::toDouble() const { return asDouble(*this); }
 
-Text Value::toText() const
-{
-    return asText(*this);
-}
+Text Value::toText() const { return asText(*this); }
 
 ObjectRef Value::toObject() const
 {
@@ -242,7 +217,8 @@ bool parseNumber(TextView text, double& number)
     if (ascii.size() > 2 && ascii[0] == '&') {
         const int base = (ascii[1] | 0x20) == 'h' ? 16 : (ascii[1] | 0x20) == 'o' ? 8 : 0;
         std::uint32_t bits = 0;
-        const auto [end, error] = std::from_chars(ascii.data() + 2, ascii.data() + ascii.size(), bits, base ? base : 10);
+        const auto [end, error]
+            = std::from_chars(ascii.data() + 2, ascii.data() + ascii.size(), bits, base ? base : 10);
         if (base == 0 || error != std::errc() || end != ascii.data() + ascii.size())
             return false;
         number = bits <= 0xFFFF ? static_cast<std::int16_t>(bits) : static_cast<std::int32_t>(bits);

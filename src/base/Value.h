@@ -76,24 +76,74 @@ public:
         DateValue, Text, ObjectRef, ErrorValue, BooleanValue, std::uint8_t, std::int64_t, ArrayRef>;
 
     Value() = default;
-    Value(NullValue v) : m_storage(v) {}
-    Value(std::int16_t v) : m_storage(v) {}
-    Value(std::int32_t v) : m_storage(v) {}
-    Value(std::int64_t v) : m_storage(v) {}
-    Value(std::uint8_t v) : m_storage(v) {}
-    Value(float v) : m_storage(v) {}
-    Value(double v) : m_storage(v) {}
-    Value(CurrencyValue v) : m_storage(v) {}
-    Value(DateValue v) : m_storage(v) {}
-    Value(ErrorValue v) : m_storage(v) {}
-    Value(BooleanValue v) : m_storage(v) {}
-    Value(bool v) : m_storage(BooleanValue{static_cast<std::int16_t>(v ? -1 : 0)}) {}
-    Value(Text v) : m_storage(std::move(v)) {}
-    Value(const char16_t* v) : m_storage(Text(v)) {}
-    Value(ObjectRef v) : m_storage(std::move(v)) {}
+    Value(NullValue v)
+        : m_storage(v)
+    {
+    }
+    Value(std::int16_t v)
+        : m_storage(v)
+    {
+    }
+    Value(std::int32_t v)
+        : m_storage(v)
+    {
+    }
+    Value(std::int64_t v)
+        : m_storage(v)
+    {
+    }
+    Value(std::uint8_t v)
+        : m_storage(v)
+    {
+    }
+    Value(float v)
+        : m_storage(v)
+    {
+    }
+    Value(double v)
+        : m_storage(v)
+    {
+    }
+    Value(CurrencyValue v)
+        : m_storage(v)
+    {
+    }
+    Value(DateValue v)
+        : m_storage(v)
+    {
+    }
+    Value(ErrorValue v)
+        : m_storage(v)
+    {
+    }
+    Value(BooleanValue v)
+        : m_storage(v)
+    {
+    }
+    Value(bool v)
+        : m_storage(BooleanValue{static_cast<std::int16_t>(v ? -1 : 0)})
+    {
+    }
+    Value(Text v)
+        : m_storage(std::move(v))
+    {
+    }
+    Value(const char16_t* v)
+        : m_storage(Text(v))
+    {
+    }
+    Value(ObjectRef v)
+        : m_storage(std::move(v))
+    {
+    }
     template <class T>
-    Value(const std::shared_ptr<T>& v) requires std::is_base_of_v<Object, T> : m_storage(ObjectRef(v)) {}
-    Value(ArrayRef v) : m_storage(std::move(v)) {}
+    Value(const std::shared_ptr<T>& v) requires std::is_base_of_v<Object, T> : m_storage(ObjectRef(v))
+    {
+    }
+    Value(ArrayRef v)
+        : m_storage(std::move(v))
+    {
+    }
 
     /// A one-dimensional array with lower bound 0.
     static Value arrayOf(std::vector<Value> elements, ValueType elementType = ValueType::Variant);
@@ -103,10 +153,8 @@ public:
     bool isArray() const { return std::holds_alternative<ArrayRef>(m_storage); }
 
     /// The payload when the value is of exactly that type, else null.
-    template <class T>
-    const T* get() const { return std::get_if<T>(&m_storage); }
-    template <class T>
-    T* get() { return std::get_if<T>(&m_storage); }
+    template <class T> const T* get() const { return std::get_if<T>(&m_storage); }
+    template <class T> T* get() { return std::get_if<T>(&m_storage); }
 
     const Storage& storage() const { return m_storage; }
 
@@ -114,11 +162,11 @@ public:
     Value changedTo(ValueType type) const;
 
     // The typed reads: a value of the wanted type as it is, any other changed to it; the failure is raised.
-    bool toBool() const;             ///< any value other than 0 is true
-    std::int32_t toInt32() const;    ///< fractions are rounded half to even
+    bool toBool() const;          ///< any value other than 0 is true
+    std::int32_t toInt32() const; ///< fractions are rounded half to even
     double toDouble() const;
-    Text toText() const;             ///< booleans as "-1" and "0", floats with up to 15 (or 7) digits
-    ObjectRef toObject() const;      ///< null for an object value that is nothing; others are a type mismatch
+    Text toText() const;        ///< booleans as "-1" and "0", floats with up to 15 (or 7) digits
+    ObjectRef toObject() const; ///< null for an object value that is nothing; others are a type mismatch
 
     Value deepCopy() const;
 

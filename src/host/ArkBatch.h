@@ -15,8 +15,8 @@ class IArkBatchAdd : public Object {
 public:
     /// Notes one file for adding. `destName` null means that the file keeps its name; the flags are then 0, else 64.
     /// The destination folder is made in the vault if it is missing.
-    virtual Status AddFile(TextView sourcePath, TextView destFolderPath, std::int32_t window, const Text* destName,
-        std::int32_t flags)
+    virtual Status AddFile(
+        TextView sourcePath, TextView destFolderPath, std::int32_t window, const Text* destName, std::int32_t flags)
         = 0;
     /// Adds all noted files; they are then checked out to the calling user. `results` gets one element for each file,
     /// in any order, with the failures of single files. `count` goes in as the number of files and comes out as the
@@ -27,8 +27,8 @@ public:
 class IArkBatchCardUpdate : public Object {
 public:
     /// Notes one write to the card of a checked-out file ("@"); `flags` is 1.
-    virtual Status SetVariable(std::int32_t fileId, std::int32_t variableId, const Value& value,
-        std::int32_t window, std::int32_t flags)
+    virtual Status SetVariable(
+        std::int32_t fileId, std::int32_t variableId, const Value& value, std::int32_t window, std::int32_t flags)
         = 0;
     /// Performs all writes or none. `errors` gets a status for each write that was refused.
     virtual Status Commit(std::vector<Status>& errors, std::int32_t window) = 0;
@@ -56,9 +56,7 @@ public:
 class IArkBatchFetch : public Object {
 public:
     /// `version` 0 is the latest.
-    virtual Status AddSelection(
-        IArkVault& vault, std::int32_t fileId, std::int32_t folderId, std::int32_t version)
-        = 0;
+    virtual Status AddSelection(IArkVault& vault, std::int32_t fileId, std::int32_t folderId, std::int32_t version) = 0;
     /// `flag` 1: referenced files come in the version to which the file refers ("as built"); 0: in their latest.
     virtual Status CreateTree(std::int32_t window, std::int32_t flag) = 0;
     /// Brings the files and their references to the local disk.

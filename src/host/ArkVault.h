@@ -26,8 +26,7 @@ class IArkVariableEnumerator : public Object {
 public:
     /// `configuration` "@" stands for the file's own values. `found` is false when the file has no such variable or
     /// no value there. A variable that the vault doesn't know is a negative status.
-    virtual Status GetVariable(
-        TextView name, TextView configuration, std::int32_t folderId, Value& value, bool& found)
+    virtual Status GetVariable(TextView name, TextView configuration, std::int32_t folderId, Value& value, bool& found)
         = 0;
 };
 
@@ -66,9 +65,7 @@ public:
     virtual Status IsCheckedOut(std::int16_t& flag) = 0;
     /// Checks the file out to the calling user in that folder. A file that is checked out already is a failure.
     virtual Status CheckOut(std::int32_t folderId, std::int32_t window, std::int32_t flags) = 0;
-    virtual Status GetVariableEnumerator(
-        std::int32_t window, std::shared_ptr<IArkVariableEnumerator>& enumerator)
-        = 0;
+    virtual Status GetVariableEnumerator(std::int32_t window, std::shared_ptr<IArkVariableEnumerator>& enumerator) = 0;
     /// `version` is an integer value, 0 or less for the latest. `values` gets one `IArkVariableValue` for each
     /// variable that has values in this version; `configurations` the names of its configurations.
     virtual Status GetVersionInfo(const Value& version, std::int32_t folderId, std::vector<ObjectRef>& values,
@@ -97,8 +94,7 @@ public:
     virtual Status GetName(Text& name) = 0;
     /// 0 if `path` is a file of the vault, with `file` and (unless the pointer is null) `folder` set.
     /// 1 if it isn't. `E_ARK_PERMISSION_DENIED` without the right to read it.
-    virtual Status GetFileFromPath(
-        TextView path, std::shared_ptr<IArkFolder>* folder, std::shared_ptr<IArkFile>& file)
+    virtual Status GetFileFromPath(TextView path, std::shared_ptr<IArkFolder>* folder, std::shared_ptr<IArkFile>& file)
         = 0;
     /// 0 when the folder is in the vault, 1 when it isn't.
     virtual Status GetFolderFromPath(TextView path, std::shared_ptr<IArkFolder>& folder) = 0;

@@ -16,10 +16,10 @@ enum class ArkItemType : std::int32_t { File = 1, Folder = 2 };
 struct ArkSelItem {
     std::int32_t fileId = 0;
     std::int32_t folderId = 0;
-    Text path;          ///< full local path of the file or folder
-    Text configuration; ///< configuration or sheet name, or empty
+    Text path;                                ///< full local path of the file or folder
+    Text configuration;                       ///< configuration or sheet name, or empty
     ArkItemType itemType = ArkItemType::File; ///< other values are passed over by the add-in
-    std::int32_t version = 0; ///< -1 or 0 stand for the latest
+    std::int32_t version = 0;                 ///< -1 or 0 stand for the latest
 };
 using ArkSelection = std::vector<ArkSelItem>;
 

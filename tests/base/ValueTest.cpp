@@ -1,7 +1,7 @@
+#include "base/Value.h"
 #include "base/Dates.h"
 #include "base/Format.h"
 #include "base/Paths.h"
-#include "base/Value.h"
 
 #include <gtest/gtest.h>
 
