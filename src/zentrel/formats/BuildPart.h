@@ -1,0 +1,17 @@
+#pragma once
+
+#include "zentrel/model/Document.h"
+
+namespace zentrel {
+
+/// One foreign file that becomes a configuration of a part.
+struct ImportInput {
+    std::filesystem::path file; ///< .step, .stp, .igs or .iges
+    Text configuration;         ///< empty: "Default"
+};
+
+/// Writes a part with one configuration for each input, in their order; the first is the active one.
+/// Raises `DocumentError`: what the reader raises, or `InvalidArgument` for two configurations of one name.
+void importPart(const std::vector<ImportInput>& inputs, const std::filesystem::path& output);
+
+} // namespace zentrel

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <IMeshTools_Parameters.hxx>
+#include <TopoDS_Shape.hxx>
+
+namespace zentrel {
+
+/// With the numbers that the preference uses; any other number counts as fine.
+enum class MeshQuality { Coarse = 1, Fine = 2 };
+
+/// Mesh parameters for a shape: the deflection is a fraction of the diagonal of the shape's bounding box (coarse
+/// 1/1000, fine 1/5000), the angle 30 or 10 degrees. So a model of 200 m meshes as one of 0.2 mm does.
+IMeshTools_Parameters meshParameters(const TopoDS_Shape& shape, MeshQuality quality);
+
+/// Meshes the shape anew with these parameters. Faces that have only a tessellation keep theirs.
+/// Raises `DocumentError` of kind `Kernel` naming how many faces couldn't be meshed, if any.
+void mesh(const TopoDS_Shape& shape, MeshQuality quality);
+
+} // namespace zentrel
