@@ -1,0 +1,104 @@
+#pragma once
+
+#include "base/Status.h"
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <utility>
+
+namespace zn::automation {
+
+/// A call was not answered in its time.
+inline constexpr Status RPC_E_TIMEOUT = statusCode(0x8001011F);
+
+using Milliseconds = std::chrono::milliseconds;
+
+/// A file descriptor that closes itself.
+class Descriptor {
+public:
+    Descriptor() = default;
+    explicit Descriptor(int fd)
+        : m_fd(fd)
+    {
+    }
+    Descriptor(Descriptor&& other) noexcept
+        : m_fd(std::exchange(other.m_fd, -1))
+    {
+    }
+    Descriptor& operator=(Descriptor&& other) noexcept
+    {
+        std::swap(m_fd, other.m_fd);
+        return *this;
+    }
+    ~Descriptor();
+
+    int get() const { return m_fd; }
+    explicit operator bool() const { return m_fd >= 0; }
+
+private:
+    int m_fd = -1;
+};
+
+/// One end of a connected local socket that carries messages, one line each.
+///
+/// Plain poll() instead of an event loop: calls are synchronous and nest (a call causes an event, whose handler
+/// calls back), so each wait is for exactly one thing on the caller's own stack.
+class Channel {
+public:
+    /// Messages above this size are refused on both sides.
+    static constexpr std::size_t maximumMessage = std::size_t{64} << 20;
+
+    /// Takes a connected socket over. Raises `StatusError` (`E_ACCESSDENIED`) if the peer is another user's process.
+    explicit Channel(Descriptor socket);
+
+    /// Sends one message; `line` has no line feed. Raises `StatusError`: `RPC_E_DISCONNECTED` if the peer has gone,
+    /// `E_ABORT` after `cancel`, `E_INVALIDARG` if the message is too big.
+    void send(const std::string& line);
+
+    /// Waits for a message, without limit if there is no `limit`. Raises as `send` does, `RPC_E_TIMEOUT` when the time
+    /// has run out, and `ProtocolError` for a message that is too big or doesn't come to its end.
+    std::string receive(std::optional<Milliseconds> limit);
+
+    /// Whether the peer has closed its end or died. Never waits.
+    bool peerGone() const;
+
+    /// Ends the wait that is under way and every later one. May be called from another thread.
+    void cancel();
+
+    /// Closes this end; the peer sees it at once.
+    void close() { m_socket = Descriptor(); }
+
+private:
+    void waitFor(short events, std::optional<Milliseconds> limit);
+    void readSome();
+    std::optional<std::string> takeLine();
+
+    Descriptor m_socket;
+    /// Signals the peer's death even if one of its children still holds the socket.
+    Descriptor m_peerProcess;
+    Descriptor m_cancelled;
+    std::string m_buffer;
+    std::size_t m_scanned = 0;
+};
+
+/// Makes the folder, for this user only, if it is missing. Raises `StatusError` if it is another user's or open to
+/// others.
+void requirePrivateFolder(const std::filesystem::path& folder);
+
+/// The socket file that an item name stands for.
+std::string socketFileName(const std::string& itemName);
+
+/// A listening socket in `folder`; a socket file of the same name, left by a dead process, is replaced.
+/// Raises `StatusError`.
+Descriptor listenIn(const std::filesystem::path& folder, const std::string& fileName);
+
+/// A connection to the socket file; an empty descriptor if nobody listens there.
+Descriptor connectTo(const std::filesystem::path& folder, const std::string& fileName);
+
+/// Waits for a connection; an empty descriptor when the time has run out.
+Descriptor acceptFrom(const Descriptor& listener, Milliseconds limit);
+
+} // namespace zn::automation
