@@ -1,0 +1,105 @@
+#include "arkin/store/Database.h"
+
+#include "arkin/store/Codes.h"
+#include "arkin/store/Sqlite.h"
+
+#include <soci/sqlite3/soci-sqlite3.h>
+
+namespace arkin {
+
+namespace {
+
+/// `write_turn` is the one row that every write transaction changes first. It makes writers take turns on any server,
+/// and a SQLite transaction that begins with a write can wait for its turn instead of failing half-way.
+const char* const foundation[] = {
+    "CREATE TABLE IF NOT EXISTS write_turn (id INTEGER NOT NULL PRIMARY KEY, turn BIGINT NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS next_ids (sequence VARCHAR(60) NOT NULL PRIMARY KEY, next_id BIGINT NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS schema_steps (area VARCHAR(60) NOT NULL PRIMARY KEY, step INTEGER NOT NULL)",
+    "INSERT INTO write_turn (id, turn) SELECT 1, 0 WHERE NOT EXISTS (SELECT 1 FROM write_turn)",
+};
+
+} // namespace
+
+Database::Database(const std::string& connection)
+    : m_connection(connection)
+{
+    try {
+        soci::register_factory_sqlite3();
+        m_session.open(connection);
+        prepareSqlite(m_session);
+        for (const char* statement : foundation)
+            m_session << statement;
+    } catch (const soci::soci_error& error) {
+        throw zn::StatusError(
+            E_ARK_DATABASE, "The vault's database could not be opened: " + error.get_error_message() + ".");
+    }
+}
+
+Database::~Database() = default;
+
+std::string Database::sqliteConnection(const std::filesystem::path& file)
+{
+    if (file.string().find('"') != std::string::npos)
+        throw zn::StatusError(E_ARK_DATABASE,
+            "The database cannot stand in a folder with a quotation mark in its name: " + file.string()
+                + ". Choose another folder.");
+    return "sqlite3://db=\"" + file.string() + "\"";
+}
+
+std::int32_t Database::allocateIds(const std::string& sequence, std::int32_t count)
+{
+    if (!m_inTransaction)
+        throw zn::StatusError(zn::E_UNEXPECTED, "Ids are given inside a transaction only.");
+    long long next = 1;
+    m_session << "SELECT next_id FROM next_ids WHERE sequence = :s", soci::use(sequence), soci::into(next);
+    const bool known = m_session.got_data();
+    const long long after = next + count;
+    if (after > INT32_MAX)
+        throw zn::StatusError(E_ARK_DATABASE, "The vault has no free number left for " + sequence + ".");
+    if (known)
+        m_session << "UPDATE next_ids SET next_id = :n WHERE sequence = :s", soci::use(after), soci::use(sequence);
+    else
+        m_session << "INSERT INTO next_ids (sequence, next_id) VALUES (:s, :n)", soci::use(sequence), soci::use(after);
+    return static_cast<std::int32_t>(next);
+}
+
+Transaction::Transaction(Database& database, Kind kind)
+    : m_database(database)
+{
+    if (database.m_inTransaction)
+        throw zn::StatusError(zn::E_UNEXPECTED, "A transaction is open on this connection already.");
+    database.m_session.begin();
+    database.m_inTransaction = m_open = true;
+    if (kind == Kind::Read)
+        return;
+    try {
+        database.m_session << "UPDATE write_turn SET turn = turn + 1";
+    } catch (...) {
+        undo();
+        throw;
+    }
+}
+
+Transaction::~Transaction()
+{
+    if (m_open)
+        undo();
+}
+
+void Transaction::undo() noexcept
+{
+    m_open = m_database.m_inTransaction = false;
+    try {
+        m_database.m_session.rollback();
+    } catch (const soci::soci_error&) {
+        // The server has rolled back by itself, as it does when its disk is full: there is nothing left to undo.
+    }
+}
+
+void Transaction::commit()
+{
+    m_database.m_session.commit();
+    m_open = m_database.m_inTransaction = false;
+}
+
+} // namespace arkin

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "base/Status.h"
+#include "base/Text.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <soci/session.h>
+#include <soci/soci.h>
+#include <string>
+
+namespace arkin {
+
+/// One connection to the vault's database server. A connection belongs to one thread; a second thread (a heartbeat)
+/// opens its own. Statements run on `session()` and raise `soci::soci_error`, which `currentFailure` turns into a
+/// sentence. Texts are UTF-8 in the database.
+class Database {
+public:
+    /// `connection` is "backend://parameters", such as `sqliteConnection` gives. Creates what `Transaction` and
+    /// `allocateIds` need; each area creates its own tables by `applySchema`.
+    /// Raises `StatusError` E_ARK_DATABASE with a sentence when the database can't be opened.
+    explicit Database(const std::string& connection);
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+    ~Database();
+
+    /// The connection string of a SQLite file, which is created when it is missing.
+    static std::string sqliteConnection(const std::filesystem::path& file);
+
+    soci::session& session() { return m_session; }
+    const std::string& connection() const { return m_connection; }
+
+    /// Takes `count` successive numbers of the named row of ids (1, 2, 3 …) and returns the first.
+    /// Only inside a write transaction; numbers of a transaction that is rolled back are given again.
+    std::int32_t allocateIds(const std::string& sequence, std::int32_t count = 1);
+
+private:
+    friend class Transaction;
+    std::string m_connection;
+    soci::session m_session;
+    bool m_inTransaction = false;
+};
+
+/// A transaction that is undone unless it is committed.
+class Transaction {
+public:
+    enum class Kind {
+        /// Writers take turns: the constructor waits until no other write transaction is open, so what is read inside
+        /// stays true until the commit.
+        Write,
+        /// Sees one state of the database for all of its reads.
+        Read,
+    };
+
+    /// Raises `StatusError` E_UNEXPECTED if the connection has an open transaction already.
+    explicit Transaction(Database& database, Kind kind = Kind::Write);
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction();
+
+    /// Makes the work durable: after the return it survives a loss of power.
+    void commit();
+
+private:
+    void undo() noexcept;
+
+    Database& m_database;
+    bool m_open = false;
+};
+
+} // namespace arkin

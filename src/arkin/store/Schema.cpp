@@ -1,0 +1,40 @@
+#include "arkin/store/Schema.h"
+
+#include "arkin/store/Codes.h"
+
+namespace arkin {
+
+namespace {
+
+int stepOf(Database& database, const std::string& area)
+{
+    int step = 0;
+    database.session() << "SELECT step FROM schema_steps WHERE area = :a", soci::use(area), soci::into(step);
+    return step;
+}
+
+} // namespace
+
+void applySchema(Database& database, const SchemaArea& area)
+{
+    const std::string name = area.name;
+    const int last = static_cast<int>(area.steps.size());
+    if (stepOf(database, name) == last)
+        return;
+    Transaction transaction(database);
+    const int reached = stepOf(database, name);
+    if (reached > last)
+        throw zn::StatusError(E_ARK_DATABASE,
+            "The database was written by a newer version of this program (" + name + " tables, step "
+                + std::to_string(reached) + "). Use that version.");
+    if (reached == 0)
+        database.session() << "INSERT INTO schema_steps (area, step) VALUES (:a, 0)", soci::use(name);
+    for (const SchemaStep& step : area.steps.subspan(static_cast<std::size_t>(reached))) {
+        for (const char* statement : step.statements)
+            database.session() << statement;
+    }
+    database.session() << "UPDATE schema_steps SET step = :s WHERE area = :a", soci::use(last), soci::use(name);
+    transaction.commit();
+}
+
+} // namespace arkin

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "arkin/store/Database.h"
+
+#include <span>
+
+namespace arkin {
+
+/// One step of an area's schema: statements that lead from the step before to this one. Steps are never changed once
+/// they were released; a change of tables is a new step at the end.
+struct SchemaStep {
+    std::span<const char* const> statements;
+};
+
+/// The tables of one area of the host ("vault", "tasks"), step by step.
+struct SchemaArea {
+    const char* name;
+    std::span<const SchemaStep> steps;
+};
+
+/// Brings the area's tables to its last step, in one transaction; safe when several processes do it at once.
+/// Raises `StatusError` E_ARK_DATABASE if the database was written by a newer program.
+void applySchema(Database& database, const SchemaArea& area);
+
+/// Tables of the vault: folders, files, versions, cards, references, rights.
+extern const SchemaArea vaultSchema;
+
+} // namespace arkin

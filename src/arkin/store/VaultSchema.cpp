@@ -1,0 +1,112 @@
+#include "arkin/store/Schema.h"
+
+// Times are Unix seconds. A `…_key` column holds the case-folded form of a name, by which it is compared.
+
+namespace arkin {
+
+namespace {
+
+const char* const firstStep[] = {
+    R"(CREATE TABLE vaults (
+        id INTEGER NOT NULL PRIMARY KEY,
+        name VARCHAR(260) NOT NULL,
+        name_key VARCHAR(260) NOT NULL UNIQUE,
+        root VARCHAR(1000) NOT NULL))",
+    // The root folder of a vault has the parent 0 and an empty name.
+    R"(CREATE TABLE folders (
+        id INTEGER NOT NULL PRIMARY KEY,
+        vault_id INTEGER NOT NULL REFERENCES vaults (id),
+        parent_id INTEGER NOT NULL,
+        name VARCHAR(260) NOT NULL,
+        name_key VARCHAR(260) NOT NULL,
+        UNIQUE (vault_id, parent_id, name_key)))",
+    // A file that no folder shows any more has its time of deletion and keeps its versions.
+    R"(CREATE TABLE files (
+        id INTEGER NOT NULL PRIMARY KEY,
+        vault_id INTEGER NOT NULL REFERENCES vaults (id),
+        name VARCHAR(260) NOT NULL,
+        latest_version INTEGER NOT NULL,
+        deleted_at BIGINT NOT NULL,
+        deleted_by VARCHAR(260) NOT NULL))",
+    R"(CREATE TABLE file_folders (
+        folder_id INTEGER NOT NULL REFERENCES folders (id),
+        name_key VARCHAR(260) NOT NULL,
+        file_id INTEGER NOT NULL REFERENCES files (id),
+        PRIMARY KEY (folder_id, name_key)))",
+    "CREATE INDEX file_folders_by_file ON file_folders (file_id)",
+    // A version that isn't released belongs to a file that was added and never checked in.
+    R"(CREATE TABLE versions (
+        file_id INTEGER NOT NULL REFERENCES files (id),
+        version INTEGER NOT NULL,
+        content CHAR(64) NOT NULL,
+        content_size BIGINT NOT NULL,
+        comment_text VARCHAR(4000) NOT NULL,
+        user_name VARCHAR(260) NOT NULL,
+        made_at BIGINT NOT NULL,
+        revision VARCHAR(260) NOT NULL,
+        state VARCHAR(260) NOT NULL,
+        released INTEGER NOT NULL,
+        PRIMARY KEY (file_id, version)))",
+    // `card_open` and `references_open` tell that the version to come has rows of its own already.
+    R"(CREATE TABLE check_outs (
+        file_id INTEGER NOT NULL PRIMARY KEY REFERENCES files (id),
+        folder_id INTEGER NOT NULL REFERENCES folders (id),
+        user_name VARCHAR(260) NOT NULL,
+        machine VARCHAR(260) NOT NULL,
+        taken_at BIGINT NOT NULL,
+        card_open INTEGER NOT NULL,
+        references_open INTEGER NOT NULL))",
+    R"(CREATE TABLE variables (
+        id INTEGER NOT NULL PRIMARY KEY,
+        vault_id INTEGER NOT NULL REFERENCES vaults (id),
+        name VARCHAR(260) NOT NULL,
+        name_key VARCHAR(260) NOT NULL,
+        UNIQUE (vault_id, name_key)))",
+    // `value_type` is the automation type number.
+    R"(CREATE TABLE card_values (
+        file_id INTEGER NOT NULL REFERENCES files (id),
+        version INTEGER NOT NULL,
+        variable_id INTEGER NOT NULL REFERENCES variables (id),
+        configuration VARCHAR(260) NOT NULL,
+        value_type INTEGER NOT NULL,
+        value_text VARCHAR(4000) NOT NULL,
+        PRIMARY KEY (file_id, version, variable_id, configuration)))",
+    R"(CREATE TABLE file_references (
+        file_id INTEGER NOT NULL REFERENCES files (id),
+        version INTEGER NOT NULL,
+        to_file_id INTEGER NOT NULL REFERENCES files (id),
+        to_folder_id INTEGER NOT NULL REFERENCES folders (id),
+        to_version INTEGER NOT NULL,
+        PRIMARY KEY (file_id, version, to_file_id)))",
+    "CREATE INDEX file_references_by_target ON file_references (to_file_id)",
+    // The nearest folder upwards that has a row for the user decides; without any, everything is allowed.
+    R"(CREATE TABLE permissions (
+        folder_id INTEGER NOT NULL REFERENCES folders (id),
+        user_name VARCHAR(260) NOT NULL,
+        may_read INTEGER NOT NULL,
+        may_add INTEGER NOT NULL,
+        may_delete INTEGER NOT NULL,
+        PRIMARY KEY (folder_id, user_name)))",
+    R"(CREATE TABLE users (
+        name VARCHAR(260) NOT NULL PRIMARY KEY,
+        first_seen BIGINT NOT NULL))",
+    // What this system has put to a local disk: a copy that still has size and time of change is unchanged.
+    R"(CREATE TABLE local_copies (
+        machine VARCHAR(260) NOT NULL,
+        folder_id INTEGER NOT NULL REFERENCES folders (id),
+        file_id INTEGER NOT NULL REFERENCES files (id),
+        content CHAR(64) NOT NULL,
+        content_size BIGINT NOT NULL,
+        modified_ns BIGINT NOT NULL,
+        PRIMARY KEY (machine, folder_id, file_id)))",
+};
+
+const SchemaStep steps[] = {
+    {firstStep},
+};
+
+} // namespace
+
+const SchemaArea vaultSchema{"vault", steps};
+
+} // namespace arkin

@@ -1,0 +1,114 @@
+#include "arkin/store/Database.h"
+
+#include "arkin/store/Codes.h"
+#include "arkin/store/Schema.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace arkin {
+namespace {
+
+using zn::test::TemporaryFolder;
+
+const char* const counterTable[] = {"CREATE TABLE counters (id INTEGER NOT NULL PRIMARY KEY, n INTEGER NOT NULL)",
+    "INSERT INTO counters (id, n) VALUES (1, 0)"};
+const char* const counterColumn[] = {"ALTER TABLE counters ADD note VARCHAR(20) DEFAULT 'new'"};
+const SchemaStep counterSteps[] = {{counterTable}, {counterColumn}};
+
+int readCounter(Database& database)
+{
+    int n = -1;
+    database.session() << "SELECT n FROM counters WHERE id = 1", soci::into(n);
+    return n;
+}
+
+TEST(Database, UncommittedWorkAndItsIdsAreUndone)
+{
+    TemporaryFolder folder;
+    Database database(Database::sqliteConnection(folder / "with blanks = and 'ticks'.db"));
+    applySchema(database, {"counters", counterSteps});
+    {
+        Transaction transaction(database);
+        EXPECT_EQ(database.allocateIds("things", 5), 1);
+        database.session() << "UPDATE counters SET n = 7 WHERE id = 1";
+    }
+    EXPECT_EQ(readCounter(database), 0);
+    Transaction transaction(database);
+    EXPECT_EQ(database.allocateIds("things", 2), 1);
+    EXPECT_EQ(database.allocateIds("things"), 3);
+    EXPECT_THROW(Transaction(database, Transaction::Kind::Read), zn::StatusError);
+}
+
+TEST(Database, WritersOfSeveralProcessesTakeTurnsFromTheFirstMomentOn)
+{
+    TemporaryFolder folder;
+    const std::string connection = Database::sqliteConnection(folder / "vault.db");
+    constexpr int processes = 4, rounds = 50;
+    std::vector<pid_t> children;
+    for (int i = 0; i < processes; ++i) {
+        const pid_t child = fork();
+        if (child == 0) {
+            // All of them create the file, the tables, and read before they write.
+            int status = 0;
+            try {
+                Database database(connection);
+                applySchema(database, {"counters", counterSteps});
+                for (int round = 0; round < rounds; ++round) {
+                    Transaction transaction(database);
+                    const int next = readCounter(database) + 1;
+                    database.session() << "UPDATE counters SET n = :n WHERE id = 1", soci::use(next);
+                    transaction.commit();
+                }
+            } catch (...) {
+                status = 1;
+                std::fprintf(stderr, "%s\n", currentFailure().sentence.c_str());
+            }
+            _exit(status);
+        }
+        children.push_back(child);
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    Database database(connection);
+    EXPECT_EQ(readCounter(database), processes * rounds);
+}
+
+TEST(Database, SchemaGrowsStepByStepAndRefusesANewerOne)
+{
+    TemporaryFolder folder;
+    Database database(Database::sqliteConnection(folder / "vault.db"));
+    applySchema(database, {"counters", std::span(counterSteps).first(1)});
+    database.session() << "UPDATE counters SET n = 3 WHERE id = 1";
+    applySchema(database, {"counters", counterSteps});
+    std::string note;
+    database.session() << "SELECT note FROM counters WHERE n = 3", soci::into(note);
+    EXPECT_EQ(note, "new");
+    try {
+        applySchema(database, {"counters", std::span(counterSteps).first(1)});
+        FAIL();
+    } catch (const zn::StatusError& error) {
+        EXPECT_STREQ(error.what(),
+            "The database was written by a newer version of this program (counters tables, step 2). Use that "
+            "version.");
+    }
+}
+
+TEST(Database, SaysWhyItCannotBeOpened)
+{
+    try {
+        Database database(Database::sqliteConnection("/nonexistent/folder/vault.db"));
+        FAIL();
+    } catch (const zn::StatusError& error) {
+        EXPECT_EQ(error.status(), E_ARK_DATABASE);
+        EXPECT_NE(std::string(error.what()).find("The vault's database could not be opened: "), std::string::npos);
+    }
+}
+
+} // namespace
+} // namespace arkin
