@@ -1,0 +1,115 @@
+#include "zentrel/model/Describe.h"
+
+#include "zentrel/model/Bounds.h"
+
+#include <algorithm>
+#include <BRepGProp.hxx>
+#include <GProp_GProps.hxx>
+#include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+
+namespace zentrel {
+
+namespace {
+
+double volumeOf(const TopoDS_Shape& shape)
+{
+    double volume = 0.0;
+    for (TopExp_Explorer solids(shape, TopAbs_SOLID); solids.More(); solids.Next()) {
+        GProp_GProps properties;
+        BRepGProp::VolumeProperties(solids.Current(), properties);
+        volume += properties.Mass();
+    }
+    return volume;
+}
+
+ConfigurationInfo configurationInfo(const Text& name, const Properties& properties, const Model& model)
+{
+    ConfigurationInfo info;
+    info.name = name;
+    info.properties = properties;
+    for (const PlacedBody& placed : placedBodies(model)) {
+        TopTools_IndexedMapOfShape faces;
+        TopExp::MapShapes(placed.body->shape, TopAbs_FACE, faces);
+        ++info.bodies;
+        info.faces += static_cast<std::size_t>(faces.Extent());
+        info.volume += volumeOf(placed.body->shape);
+    }
+    const Bnd_Box box = boundsOf(model);
+    if (!box.IsVoid() && !box.IsOpen()) {
+        const gp_XYZ size = box.CornerMax().XYZ() - box.CornerMin().XYZ();
+        info.size = {size.X(), size.Y(), size.Z()};
+    }
+    return info;
+}
+
+template <class ModelDocument>
+void describeConfigurations(DocumentInfo& info, const ModelDocument& document, const std::filesystem::path& file)
+{
+    ModelLoader loader;
+    info.active = document.configurations[document.active].name;
+    for (const auto& configuration : document.configurations)
+        info.configurations.push_back(configurationInfo(
+            configuration.name, configuration.properties, *loader.load(document, file, configuration.name)));
+}
+
+void describeContent(DocumentInfo& info, const PartDocument& part, const std::filesystem::path& file)
+{
+    describeConfigurations(info, part, file);
+}
+
+void describeContent(DocumentInfo& info, const AssemblyDocument& assembly, const std::filesystem::path& file)
+{
+    bool complete = true;
+    for (const Component& component : assembly.components) {
+        ComponentInfo& entry = info.components.emplace_back();
+        entry.name = component.name;
+        entry.path = component.path;
+        entry.isVirtual = component.isVirtual();
+        entry.isMissing = !entry.isVirtual && !std::filesystem::exists(component.path);
+        complete = complete && !entry.isMissing;
+    }
+    if (complete) {
+        describeConfigurations(info, assembly, file);
+        return;
+    }
+    info.active = assembly.configurations[assembly.active].name;
+    for (const AssemblyConfiguration& configuration : assembly.configurations)
+        info.configurations.push_back(configurationInfo(configuration.name, configuration.properties, Model()));
+}
+
+void describeContent(DocumentInfo& info, const DrawingDocument& drawing, const std::filesystem::path&)
+{
+    info.active = drawing.sheets[drawing.active].name;
+    for (const Sheet& sheet : drawing.sheets) {
+        SheetInfo& entry = info.sheets.emplace_back();
+        entry.name = sheet.name;
+        entry.paper = sheet.paper;
+        entry.landscape = sheet.landscape;
+        entry.scale = sheet.scale;
+        for (const View& view : sheet.views) {
+            if (std::find(entry.models.begin(), entry.models.end(), view.model) == entry.models.end())
+                entry.models.push_back(view.model);
+        }
+    }
+}
+
+} // namespace
+
+DocumentInfo describe(const std::filesystem::path& file)
+{
+    const Document document = readDocument(file);
+    DocumentInfo info;
+    info.kind = static_cast<DocumentKind>(document.index() + 1);
+    info.version = readContainerInfo(file).version;
+    std::visit(
+        [&](const auto& content) {
+            info.properties = content.properties;
+            describeContent(info, content, file);
+        },
+        document);
+    return info;
+}
+
+} // namespace zentrel

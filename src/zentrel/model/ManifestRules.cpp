@@ -1,0 +1,103 @@
+#include "zentrel/model/Manifest.h"
+
+#include <cmath>
+#include <set>
+#include <stdexcept>
+
+namespace zentrel::manifest {
+
+namespace {
+
+/// At least one element, an active one among them, and a name of its own for each.
+template <class Named> void checkNamed(const std::vector<Named>& elements, std::size_t active, const std::string& what)
+{
+    if (elements.empty())
+        throw std::invalid_argument("it has no " + what);
+    if (active >= elements.size())
+        throw std::invalid_argument("its active " + what + " isn't there");
+    std::set<Text> names;
+    for (const Named& element : elements) {
+        if (element.name.empty())
+            throw std::invalid_argument("one " + what + " has no name");
+        if (!names.insert(zn::foldCase(element.name)).second)
+            throw std::invalid_argument("the " + what + " '" + zn::toUtf8(element.name) + "' is there twice");
+    }
+}
+
+void checkView(const View& view)
+{
+    if (view.model.empty())
+        throw std::invalid_argument("the view '" + zn::toUtf8(view.name) + "' shows no model");
+    if (view.direction.IsParallel(view.up, 1e-9))
+        throw std::invalid_argument("the view '" + zn::toUtf8(view.name) + "' has no upward direction");
+    if (!(view.scale >= 0.0) || !std::isfinite(view.scale) || !std::isfinite(view.x) || !std::isfinite(view.y))
+        throw std::invalid_argument("the view '" + zn::toUtf8(view.name) + "' has an impossible place or scale");
+}
+
+} // namespace
+
+void check(const PartDocument& part)
+{
+    checkNamed(part.configurations, part.active, "configuration");
+    for (const PartConfiguration& configuration : part.configurations) {
+        for (const Body& body : configuration.bodies) {
+            if (body.shape.IsNull())
+                throw std::invalid_argument("a body of '" + zn::toUtf8(configuration.name) + "' has no geometry");
+        }
+    }
+}
+
+void check(const AssemblyDocument& assembly)
+{
+    checkNamed(assembly.configurations, assembly.active, "configuration");
+    if (!assembly.components.empty())
+        checkNamed(assembly.components, 0, "component");
+    for (const Component& component : assembly.components) {
+        if (component.isVirtual() != component.path.empty())
+            throw std::invalid_argument(
+                "the component '" + zn::toUtf8(component.name) + "' must have either a path or a part of its own");
+        if (component.isVirtual())
+            check(*component.embedded);
+        if (std::abs(component.placement.ScaleFactor() - 1.0) > 1e-9 || component.placement.IsNegative())
+            throw std::invalid_argument("the component '" + zn::toUtf8(component.name) + "' is scaled or mirrored");
+    }
+    for (const AssemblyConfiguration& configuration : assembly.configurations) {
+        if (configuration.states.size() != assembly.components.size())
+            throw std::invalid_argument(
+                "the configuration '" + zn::toUtf8(configuration.name) + "' doesn't tell of each component");
+    }
+}
+
+void check(const DrawingDocument& drawing)
+{
+    checkNamed(drawing.sheets, drawing.active, "sheet");
+    for (const Sheet& sheet : drawing.sheets) {
+        if (!(sheet.scale > 0.0) || !std::isfinite(sheet.scale))
+            throw std::invalid_argument("the sheet '" + zn::toUtf8(sheet.name) + "' has an impossible scale");
+        for (const View& view : sheet.views)
+            checkView(view);
+    }
+}
+
+std::string storedPath(const std::filesystem::path& path, const std::filesystem::path& folder)
+{
+    const std::filesystem::path whole = std::filesystem::absolute(path).lexically_normal();
+    // The first component is the root itself; a common second one means a common folder.
+    const auto second = [](const std::filesystem::path& p) {
+        auto part = p.begin();
+        return part == p.end() || ++part == p.end() ? std::filesystem::path() : *part;
+    };
+    return second(whole) == second(folder) ? whole.lexically_relative(folder).string() : whole.string();
+}
+
+std::filesystem::path resolvedPath(const std::string& stored, const std::filesystem::path& folder)
+{
+    std::filesystem::path whole = (folder / stored).lexically_normal();
+    std::error_code ignored;
+    if (std::filesystem::exists(whole, ignored))
+        return whole;
+    std::filesystem::path beside = folder / whole.filename();
+    return std::filesystem::exists(beside, ignored) ? beside : whole;
+}
+
+} // namespace zentrel::manifest

@@ -1,0 +1,119 @@
+#include "zentrel/model/Model.h"
+
+#include "zentrel/model/DocumentError.h"
+
+#include <algorithm>
+#include <BRep_Builder.hxx>
+#include <TopLoc_Location.hxx>
+#include <TopoDS_Compound.hxx>
+
+namespace zentrel {
+
+namespace {
+
+std::filesystem::path normal(const std::filesystem::path& file)
+{
+    return std::filesystem::absolute(file).lexically_normal();
+}
+
+Text stemOf(const std::filesystem::path& file) { return zn::toText(file.stem().string()); }
+
+ModelRef partModel(
+    const PartDocument& part, const Text& name, const Text& configuration, const std::filesystem::path& document)
+{
+    auto model = std::make_shared<Model>();
+    model->name = name;
+    model->bodies = part.configurations[configurationIndex(part, configuration, document)].bodies;
+    return model;
+}
+
+void collectBodies(const Model& model, const gp_Trsf& placement, std::vector<PlacedBody>& bodies)
+{
+    for (const Body& body : model.bodies)
+        bodies.push_back({&body, placement});
+    for (const Model::Child& child : model.children)
+        collectBodies(*child.model, placement * child.placement, bodies);
+}
+
+} // namespace
+
+const Document& ModelLoader::document(const std::filesystem::path& file)
+{
+    if (const auto known = m_documents.find(file); known != m_documents.end())
+        return known->second;
+    return m_documents.emplace(file, readDocument(file)).first->second;
+}
+
+ModelRef ModelLoader::load(const std::filesystem::path& file, const Text& configuration)
+{
+    const std::filesystem::path whole = normal(file);
+    const auto key = std::pair(whole, configuration);
+    if (const auto known = m_models.find(key); known != m_models.end())
+        return known->second;
+    const Document& found = document(whole);
+    ModelRef model;
+    if (const auto* part = std::get_if<PartDocument>(&found))
+        model = load(*part, whole, configuration);
+    else if (const auto* assembly = std::get_if<AssemblyDocument>(&found))
+        model = load(*assembly, whole, configuration);
+    else
+        throw DocumentError(ErrorKind::Unsupported, "The file " + quoted(file) + " is a drawing, not a model.");
+    m_models.emplace(key, model);
+    return model;
+}
+
+ModelRef ModelLoader::load(const PartDocument& part, const std::filesystem::path& file, const Text& configuration)
+{
+    return partModel(part, stemOf(file), configuration, file);
+}
+
+ModelRef ModelLoader::load(
+    const AssemblyDocument& assembly, const std::filesystem::path& file, const Text& configuration)
+{
+    const std::filesystem::path whole = normal(file);
+    if (std::find(m_open.begin(), m_open.end(), whole) != m_open.end())
+        throw DocumentError(ErrorKind::Damaged, "The assembly " + quoted(whole) + " contains itself.");
+    m_open.push_back(whole);
+    // An exception ends the operation that this loader serves, but the loader may be asked for another file.
+    struct Leave {
+        std::vector<std::filesystem::path>& open;
+        ~Leave() { open.pop_back(); }
+    } leave{m_open};
+
+    const AssemblyConfiguration& chosen = assembly.configurations[configurationIndex(assembly, configuration, whole)];
+    auto model = std::make_shared<Model>();
+    model->name = stemOf(whole);
+    for (std::size_t index = 0; index < assembly.components.size(); ++index) {
+        const Component& component = assembly.components[index];
+        const ComponentState& state = chosen.states[index];
+        if (state.suppressed || state.hidden)
+            continue;
+        ModelRef child = component.isVirtual()
+            ? partModel(*component.embedded, component.name, state.configuration, whole)
+            : load(component.path, state.configuration);
+        model->children.push_back({component.name, component.placement, std::move(child)});
+    }
+    return model;
+}
+
+TopoDS_Shape compoundOf(const Model& model)
+{
+    const std::vector<PlacedBody> bodies = placedBodies(model);
+    if (bodies.empty())
+        return {};
+    TopoDS_Compound compound;
+    BRep_Builder builder;
+    builder.MakeCompound(compound);
+    for (const PlacedBody& placed : bodies)
+        builder.Add(compound, placed.body->shape.Moved(TopLoc_Location(placed.placement)));
+    return compound;
+}
+
+std::vector<PlacedBody> placedBodies(const Model& model)
+{
+    std::vector<PlacedBody> bodies;
+    collectBodies(model, gp_Trsf(), bodies);
+    return bodies;
+}
+
+} // namespace zentrel

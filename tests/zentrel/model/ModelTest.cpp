@@ -1,0 +1,94 @@
+#include "support/TemporaryFolder.h"
+#include "zentrel/model/Bounds.h"
+#include "zentrel/model/Build.h"
+#include "zentrel/model/Describe.h"
+#include "zentrel/model/DocumentError.h"
+
+#include <BRepPrimAPI_MakeBox.hxx>
+#include <gmock/gmock.h>
+
+namespace fs = std::filesystem;
+using namespace zentrel;
+
+namespace {
+
+void writeBoxes(const fs::path& file)
+{
+    PartDocument part;
+    part.configurations = {{u"S", {{u"B", BRepPrimAPI_MakeBox(10, 10, 10).Shape(), {}, {}}}, {}},
+        {u"L", {{u"B", BRepPrimAPI_MakeBox(100, 50, 20).Shape(), {}, {}}}, {}}};
+    writeDocument(part, file);
+}
+
+} // namespace
+
+TEST(Model, anAssemblyShowsItsComponentsAsTheConfigurationSays)
+{
+    zn::test::TemporaryFolder folder;
+    writeBoxes(folder / "box.zenprt");
+    assemble(folder / "a.zenasm",
+        {{folder / "box.zenprt", false}, {folder / "box.zenprt", false}, {folder / "box.zenprt", true}});
+    AssemblyDocument assembly = readAssembly(folder / "a.zenasm");
+    assembly.configurations.push_back({u"Bare", {{true, false, {}}, {false, true, {}}, {false, false, u"l"}}, {}});
+    writeDocument(assembly, folder / "a.zenasm");
+
+    ModelLoader loader;
+    const ModelRef all = loader.load(folder / "a.zenasm");
+    ASSERT_EQ(all->children.size(), 3u);
+    EXPECT_EQ(all->children[0].model, all->children[1].model) << "equal components share one model";
+    const Bnd_Box box = boundsOf(*all);
+    EXPECT_NEAR(box.CornerMax().X(), 34.0, 1e-9) << "three boxes of 10 with gaps of 1 + 1";
+    const DocumentInfo info = describe(folder / "a.zenasm");
+    EXPECT_NEAR(info.configurations[0].volume, 3000.0, 1e-6);
+    EXPECT_NEAR(info.configurations[1].volume, 100000.0, 1e-6);
+    EXPECT_EQ(info.configurations[1].bodies, 1u);
+}
+
+TEST(Model, whatCannotBeLoadedIsNamed)
+{
+    zn::test::TemporaryFolder folder;
+    writeBoxes(folder / "box.zenprt");
+    assemble(folder / "inner.zenasm", {{folder / "box.zenprt", false}});
+    assemble(folder / "outer.zenasm", {{folder / "inner.zenasm", false}});
+    fs::copy_file(folder / "outer.zenasm", folder / "inner.zenasm", fs::copy_options::overwrite_existing);
+    const auto kindOf = [](auto call) {
+        try {
+            call();
+        } catch (const DocumentError& error) {
+            return std::pair(error.kind(), std::string(error.what()));
+        }
+        return std::pair(ErrorKind::Kernel, std::string("nothing was raised"));
+    };
+    const auto [cycle, cycleText] = kindOf([&] { ModelLoader().load(folder / "outer.zenasm"); });
+    EXPECT_EQ(cycle, ErrorKind::Damaged);
+    EXPECT_THAT(cycleText, ::testing::HasSubstr("contains itself"));
+    const auto [unknown, unknownText] = kindOf([&] { ModelLoader().load(folder / "box.zenprt", u"XL"); });
+    EXPECT_EQ(unknown, ErrorKind::InvalidArgument);
+    EXPECT_THAT(unknownText, ::testing::HasSubstr("no configuration 'XL'"));
+    const auto [drawn, drawnText] = kindOf([&] { draw(folder / "d.zendrw", {}); });
+    EXPECT_EQ(drawn, ErrorKind::InvalidArgument);
+
+    assemble(folder / "a.zenasm", {{folder / "box.zenprt", false}});
+    fs::remove(folder / "box.zenprt");
+    const auto [missing, missingText] = kindOf([&] { ModelLoader().load(folder / "a.zenasm"); });
+    EXPECT_EQ(missing, ErrorKind::NotFound);
+    EXPECT_THAT(missingText, ::testing::HasSubstr("box.zenprt"));
+    EXPECT_TRUE(describe(folder / "a.zenasm").components[0].isMissing);
+}
+
+TEST(Model, aDrawingHasItsViewsAtAStandardScale)
+{
+    zn::test::TemporaryFolder folder;
+    writeBoxes(folder / "box.zenprt");
+    draw(folder / "d.zendrw",
+        {{u"One", PaperSize::A4, true, folder / "box.zenprt", u"L"},
+            {u"Two", PaperSize::A3, false, folder / "box.zenprt", u"S"}});
+    const DrawingDocument drawing = readDrawing(folder / "d.zendrw");
+    ASSERT_EQ(drawing.sheets.size(), 2u);
+    EXPECT_EQ(drawing.sheets[0].size(), std::pair(297.0, 210.0));
+    // 100 + about 106 mm beside each other on 237 mm, 20 + about 70 mm above each other on 125 mm.
+    EXPECT_DOUBLE_EQ(drawing.sheets[0].scale, 1.0);
+    // 10 + 14 mm on 237 mm and 10 + 16 mm on 335 mm.
+    EXPECT_DOUBLE_EQ(drawing.sheets[1].scale, 5.0);
+    EXPECT_EQ(drawing.sheets[1].views.size(), 4u);
+}
