@@ -1,0 +1,239 @@
+#include "addin/TaskVariables.h"
+
+namespace zn {
+
+namespace {
+
+using enum VariableOwner;
+
+constexpr ValueType Integer = ValueType::Int32;
+constexpr ValueType Boolean = ValueType::Boolean;
+constexpr ValueType Float = ValueType::Float32;
+constexpr ValueType String = ValueType::String;
+constexpr std::monostate none{};
+constexpr TextView noText = u"";
+
+constexpr TaskVariable table[] = {
+    // name, type, owner, assumed if absent, stored for a new task
+    {u"__type", Integer, ScriptPage, 3, none},
+    {u"__script", String, ScriptPage, none, none}, // a missing one ends the run
+    {u"__zn_version", Integer, ScriptPage, 0, 0},
+    {u"__menucmd_display", Boolean, MenuCommandPage, none, none}, // depends on the kind
+    {u"__selection_list", String, RunFlows, none, none}, {u"__output_list", String, RunFlows, none, none},
+    {u"FileFormat", String, ConversionPage, none, none}, // a missing one ends the run
+    {u"OutputPath", String, OutputPage, none, TextView(u"<Path>\\<Filename>_<Extension>_<Configuration>")},
+    {u"OutputPath2", String, OutputPage, noText, noText}, {u"PromptOutput", Boolean, OutputPage, false, false},
+    {u"ReplaceOutput", Boolean, OutputPage, false, true}, {u"RefToSource", Boolean, OutputPage, false, false},
+    {u"ErrorLogPath", String, OutputAndPrintPages, none, none}, // no log without it
+    {u"UsedVariables", String, OutputPage, noText, noText}, {u"SourceRefs", Integer, ConversionPage, none, 6},
+    {u"FileCardData", String, FileCardPage, noText, noText}, {u"FileConfs", Integer, ConversionPage, none, 5},
+    {u"OutputConfs", Integer, ConversionPage, none, 3}, {u"NamedConf", String, ConversionPage, noText, none},
+    {u"FileSheets", Integer, ConversionPage, none, 5}, {u"OutputSheets", Integer, ConversionPage, none, 3},
+    {u"NamedSheet", String, ConversionPage, noText, none},
+    {u"Asm3DPDFThemePath", String, ConversionPage, none, TextView(u"theme.xml")},
+    {u"Part3DPDFThemePath", String, ConversionPage, none, TextView(u"theme.xml")},
+    {u"AsmThemeAndViewsChecks", Integer, ConversionPage, none, 13},
+    {u"PartThemeAndViewsChecks", Integer, ConversionPage, none, 13},
+    {u"AsmPrimaryViews", Integer, ConversionPage, none, 0}, {u"PartPrimaryViews", Integer, ConversionPage, none, 0},
+    {u"__printer_prseltype", Integer, PrintPages, 0, 0}, {u"__printer_prname", String, PrintPages, noText, noText},
+    {u"__printer_prnamelist", String, PrintPages, noText, noText},
+    {u"__printer_papsize_DEF", String, PrintPages, noText, noText},
+    {u"__printer_papsize_A", String, PrintPages, noText, noText},
+    {u"__printer_papsize_B", String, PrintPages, noText, noText},
+    {u"__printer_papsize_C", String, PrintPages, noText, noText},
+    {u"__printer_papsize_D", String, PrintPages, noText, noText},
+    {u"__printer_papsize_E", String, PrintPages, noText, noText},
+    {u"__printer_papsize_A0", String, PrintPages, noText, noText},
+    {u"__printer_papsize_A1", String, PrintPages, noText, noText},
+    {u"__printer_papsize_A2", String, PrintPages, noText, noText},
+    {u"__printer_papsize_A3", String, PrintPages, noText, noText},
+    {u"__printer_papsize_A4", String, PrintPages, noText, noText},
+    {u"__printer_usedrwnfo", Boolean, PrintPages, true, true}, {u"__printer_defpapsize", Integer, PrintPages, 10, 10},
+    {u"__printer_usersizechange", Boolean, PrintPages, true, true},
+    {u"__printer_deforientation", Integer, PrintPages, none, 1}, // the page assumes 1, the launch 0
+    {u"__printer_userorientchange", Boolean, PrintPages, true, true},
+    {u"__printer_margintype", Integer, PrintPages, 1, 1},
+    {u"__printer_margintop", Float, PrintPages, 0.0F, 0.0F}, // millimetres; the launch writes integers
+    {u"__printer_marginbottom", Float, PrintPages, 0.0F, 0.0F},
+    {u"__printer_marginleft", Float, PrintPages, 0.0F, 0.0F}, {u"__printer_marginright", Float, PrintPages, 0.0F, 0.0F},
+    {u"__printer_headertype", Integer, PrintPages, 1, 1}, {u"__printer_headerleft", String, PrintPages, noText, noText},
+    {u"__printer_headercenter", String, PrintPages, noText, noText},
+    {u"__printer_headerright", String, PrintPages, noText, noText},
+    {u"__printer_footertype", Integer, PrintPages, 1, 1}, {u"__printer_footerleft", String, PrintPages, noText, noText},
+    {u"__printer_footercenter", String, PrintPages, noText, noText},
+    {u"__printer_footerright", String, PrintPages, noText, noText},
+    {u"__printer_showprintdlg", Boolean, PrintPages, true, true},
+    {u"__printer_autoselectrefstype", Integer, PrintPages, 1, 1},
+    {u"__printer_refversiontype", Integer, PrintPages, none, 2}, // the launch's tests assume 2, its buttons 0
+    {u"__printer_copycount", Integer, PrintPages, 1, none},      // written at launch only
+
+    {u"AcisGeometry", Integer, FormatOptions, none, 0}, {u"AcisVersion", Integer, FormatOptions, none, 18},
+    {u"AcisOutputAsUnit", Integer, FormatOptions, none, 0}, {u"StepGeometry", Integer, FormatOptions, none, 0},
+    {u"StepVersion", Integer, FormatOptions, none, 203}, {u"ParasolidVersion", Integer, FormatOptions, none, 17},
+    {u"ParasolidFlattenHierarchy", Boolean, FormatOptions, none, false},
+    {u"PdfInColor", Boolean, FormatOptions, none, true}, {u"PdfEmbedFonts", Boolean, FormatOptions, none, true},
+    {u"PdfHighQuality", Boolean, FormatOptions, none, false},
+    {u"PdfPrintHeaderFooter", Boolean, FormatOptions, none, false},
+    {u"PdfUsePrinterLineWeights", Boolean, FormatOptions, none, true},
+    {u"IgesExportSolidSurface", Boolean, FormatOptions, none, true},
+    {u"IgesRepresentation", Integer, FormatOptions, none, 0},
+    {u"IgesExportWireframe", Boolean, FormatOptions, none, false},
+    {u"IgesCurveRepresentation", Integer, FormatOptions, none, 0}, {u"IgesSystem", Integer, FormatOptions, none, 0},
+    {u"IgesExportFreeCurves", Boolean, FormatOptions, none, true},
+    {u"IgesExportSketchEntities", Boolean, FormatOptions, none, false},
+    {u"IgesHighCurveAccuracy", Boolean, FormatOptions, none, true},
+    {u"IgesComponentsIntoOneFile", Boolean, FormatOptions, none, true},
+    {u"IgesFlattenAssemblyHierarchy", Boolean, FormatOptions, none, true},
+    {u"StlOutputAs", Boolean, FormatOptions, none, true}, // true is binary
+    {u"StlOutputAsUnit", Integer, FormatOptions, none, 0}, {u"StlQuality", Integer, FormatOptions, none, 1},
+    {u"StlDontTranslatePositive", Boolean, FormatOptions, none, false},
+    {u"StlComponentsIntoOneFile", Boolean, FormatOptions, none, false},
+    {u"StlCheckForInterferences", Boolean, FormatOptions, none, false},
+    {u"TifImageType", Integer, FormatOptions, none, 1}, {u"TifCompressionScheme", Integer, FormatOptions, none, 0},
+    {u"VrmlOutputAsUnit", Integer, FormatOptions, none, 0}, // the dialog's reset stores other values than a new task
+    {u"VrmlSaveAssemblyAsOneFile", Boolean, FormatOptions, none, false},
+    {u"VwpnOkayToMeasure", Boolean, FormatOptions, none, false},
+    {u"VwpnAllowExportOfSTL", Boolean, FormatOptions, none, false},
+    {u"VwpnSaveShadedData", Boolean, FormatOptions, none, true}, {u"VwpnSaveBOM", Boolean, FormatOptions, none, true},
+    {u"VwpnSaveMotionStudies", Boolean, FormatOptions, none, true},
+    {u"VwpnSaveMotionStudiesToAllConfs", Boolean, FormatOptions, none, false},
+    {u"VwpnRecalcMotionStudies", Boolean, FormatOptions, none, true},
+    {u"SheetMetalGeometry", Integer, FormatOptions, none, 1}, // check boxes stored as integers
+    {u"SheetMetalHiddenEdges", Integer, FormatOptions, none, 1},
+    {u"SheetMetalBendLines", Integer, FormatOptions, none, 1}, {u"SheetMetalSketches", Integer, FormatOptions, none, 1},
+    {u"SheetMetalLibraryFeatures", Integer, FormatOptions, none, 1},
+    {u"SheetMetalFormingTools", Integer, FormatOptions, none, 1},
+    {u"SheetMetalBoundingBox", Integer, FormatOptions, none, 1},
+    {u"SheetMetalMergeCoplanar", Integer, FormatOptions, none, 0},
+    {u"SheetMetalExportAs", Boolean, FormatOptions, none, true}, // true is a single file
+    {u"SheetMetalOptions", Integer, FormatOptions, none, 2175},  // computed from the eight settings above
+};
+
+bool isStored(VariableOwner owner, TaskKind kind)
+{
+    switch (owner) {
+    case ScriptPage:
+    case MenuCommandPage:
+        return true;
+    case RunFlows:
+        return false;
+    case ConversionPage:
+    case FormatOptions:
+    case OutputPage:
+    case FileCardPage:
+        return kind == TaskKind::Conversion;
+    case PrintPages:
+        return kind == TaskKind::Printing;
+    case OutputAndPrintPages:
+        return kind == TaskKind::Conversion || kind == TaskKind::Printing;
+    }
+    return false;
+}
+
+/// Calls `use` with the one of the two interfaces that the object has, the definition first.
+template <class Use> Status onEither(const ObjectRef& object, const Use& use)
+{
+    if (const auto properties = query<IArkTaskProperties>(object))
+        return use(*properties);
+    if (const auto instance = query<IArkTaskInstance>(object))
+        return use(*instance);
+    throw StatusError(E_POINTER, "The object is neither a task's definition nor a run of a task.");
+}
+
+} // namespace
+
+std::span<const TaskVariable> taskVariables() { return table; }
+
+const TaskVariable* findTaskVariable(TextView name)
+{
+    for (const TaskVariable& variable : table) {
+        if (variable.name == name)
+            return &variable;
+    }
+    return nullptr;
+}
+
+Value valueOf(const VariableDefault& value)
+{
+    struct Visitor {
+        Value operator()(std::monostate) const { return {}; }
+        Value operator()(TextView text) const { return Text(text); }
+        Value operator()(bool flag) const { return flag; }
+        Value operator()(std::int32_t number) const { return number; }
+        Value operator()(float number) const { return number; }
+    };
+    return std::visit(Visitor{}, value);
+}
+
+std::vector<std::pair<Text, Value>> initialVariables(TaskKind kind, TextView taskName)
+{
+    std::vector<std::pair<Text, Value>> variables;
+    for (const TaskVariable& variable : table) {
+        if (isStored(variable.owner, kind) && variable.initial.index() != 0)
+            variables.emplace_back(variable.name, valueOf(variable.initial));
+    }
+    // Kinds that stand in the menu by themselves; a script task has to be put there.
+    variables.emplace_back(u"__menucmd_display", kind == TaskKind::Conversion || kind == TaskKind::Printing);
+    if (isStored(OutputAndPrintPages, kind))
+        variables.emplace_back(u"ErrorLogPath", Text(u"\\Logs\\").append(taskName));
+    return variables;
+}
+
+Status readKind(const ObjectRef& object, bool onInstance, TaskKind& kind)
+{
+    Value value;
+    Status status = E_POINTER;
+    if (onInstance) {
+        if (const auto instance = query<IArkTaskInstance>(object))
+            status = instance->GetValue(u"__type", value);
+    } else if (const auto properties = query<IArkTaskProperties>(object)) {
+        status = properties->GetValue(u"__type", value);
+    }
+    if (failed(status))
+        return status;
+    kind = status == S_FALSE ? TaskKind::General : static_cast<TaskKind>(value.toInt32());
+    return S_OK;
+}
+
+bool readVariable(const ObjectRef& object, TextView name, Value& value)
+{
+    const Status status = onEither(object, [&](auto& task) { return task.GetValue(name, value); });
+    checkStatus(status);
+    if (status != S_FALSE)
+        return true;
+    value = {};
+    return false;
+}
+
+std::optional<std::int32_t> readInteger(const ObjectRef& object, TextView name)
+{
+    Value value;
+    return readVariable(object, name, value) ? std::optional(value.toInt32()) : std::nullopt;
+}
+
+std::optional<bool> readBoolean(const ObjectRef& object, TextView name)
+{
+    Value value;
+    return readVariable(object, name, value) ? std::optional(value.toBool()) : std::nullopt;
+}
+
+std::optional<float> readFloat(const ObjectRef& object, TextView name)
+{
+    Value value;
+    if (!readVariable(object, name, value))
+        return std::nullopt;
+    return *value.changedTo(ValueType::Float32).get<float>();
+}
+
+std::optional<Text> readText(const ObjectRef& object, TextView name)
+{
+    Value value;
+    return readVariable(object, name, value) ? std::optional(value.toText()) : std::nullopt;
+}
+
+void writeVariable(const ObjectRef& object, TextView name, const Value& value)
+{
+    checkStatus(onEither(object, [&](auto& task) { return task.SetValue(name, value); }));
+}
+
+} // namespace zn
