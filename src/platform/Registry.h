@@ -16,8 +16,8 @@ enum class RegistryView { Bits64, Bits32 };
 
 /// The type numbers of registry values that the system reads and writes.
 enum class RegistryType : std::uint32_t {
-    Text = 1,
-    ExpandText = 2,
+    String = 1,
+    ExpandString = 2,
     Binary = 3,
     Number = 4,          ///< 32-bit, low byte first
     NumberBigEndian = 5, ///< 32-bit, high byte first
@@ -30,7 +30,7 @@ struct RegistryValue {
 
     static RegistryValue number(std::int32_t value);
     /// `terminated` false stores the text without its zero, as other programs sometimes do.
-    static RegistryValue text(TextView value, RegistryType type = RegistryType::Text, bool terminated = true);
+    static RegistryValue text(TextView value, RegistryType type = RegistryType::String, bool terminated = true);
 
     /// The number of a 4-byte value of any type; a big-endian one has its two halves swapped, as the readers of these
     /// settings always have. None for other sizes.
