@@ -22,14 +22,17 @@ public:
 
     /// Starts a program by its command line and returns its process id; none if it can't be started. The program's
     /// path needs no quotes: the shortest beginning of the line that ends before a blank and names a file is taken.
+    /// A path in quotes is taken as it stands.
     /// `showState` is the number of the main window's first state (6 minimised). The child inherits the environment
-    /// and none of the open files, and is killed when this process dies by any means.
+    /// and none of the open files but standard error, and is killed when this process dies by any means.
     virtual std::optional<std::int32_t> launch(TextView commandLine, int showState) = 0;
-    /// Whether the process can be opened (it runs, or its exit code can still be had).
+    /// Whether the process can be opened: it runs.
     virtual bool open(std::int32_t processId) = 0;
-    /// 259 while it runs; none if nothing is known of the process.
+    /// 259 while it runs; none if nothing is known of the process. A process that was launched here keeps its exit code
+    /// after its end: its own, what `terminate` gave it, or 128 and the signal's number.
     virtual std::optional<std::uint32_t> exitCode(std::int32_t processId) = 0;
-    /// Ends the process at once; its exit code is then `exitCode`. False if there is no such process.
+    /// Ends a process that was launched here at once, with the processes that it started; its exit code is then
+    /// `exitCode`. False if there is no such process.
     virtual bool terminate(std::int32_t processId, std::uint32_t exitCode) = 0;
     /// Bytes of memory in use.
     virtual std::optional<std::uint64_t> workingSet(std::int32_t processId) = 0;

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+
+namespace zn {
+
+/// Where the system keeps what is its own on this machine.
+class Home {
+public:
+    /// `chosen` (a command line's value), or else the environment's ARKIN_HOME, or else the desktop's convention
+    /// ($XDG_DATA_HOME/arkin, ~/.local/share/arkin). Makes the folders that are missing.
+    ///
+    /// The runtime folder is "run" in the home, for the conventional home $XDG_RUNTIME_DIR/arkin where there is one. A
+    /// path that leaves a socket's name no room gives way to a short one in the system's temporary folder, derived
+    /// from the home's path, so that every program of the same home finds the same. It is the user's own and closed
+    /// to others (0700).
+    ///
+    /// Raises `StatusError` with a sentence if a folder can't be made, or if somebody else owns the runtime folder.
+    static Home open(const std::filesystem::path& chosen = {});
+
+    /// Absolute.
+    const std::filesystem::path& folder() const { return m_folder; }
+    std::filesystem::path registryFile() const { return m_folder / "registry.sqlite"; }
+    std::filesystem::path databaseFile() const { return m_folder / "vault.sqlite"; }
+    std::filesystem::path archiveFolder() const { return m_folder / "archive"; }
+    /// For sockets and locks. At least 47 bytes are left for a socket's name.
+    const std::filesystem::path& runtimeFolder() const { return m_runtime; }
+
+    /// Sets ARKIN_HOME, so that programs started from here use the same home. Before other threads run.
+    void passToChildren() const;
+
+private:
+    std::filesystem::path m_folder;
+    std::filesystem::path m_runtime;
+};
+
+} // namespace zn
