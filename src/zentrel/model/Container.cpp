@@ -80,7 +80,7 @@ ContainerInfo infoFrom(const manifest::Json& json, const std::filesystem::path& 
 Document documentFrom(const manifest::Json& json, DocumentKind kind, const ArchiveReader& archive)
 {
     const std::filesystem::path folder = folderOf(archive.file());
-    ShapeSource shapes(archive);
+    ShapeSource shapes([&](const std::string& name) { return archive.entry(name); });
     return guarded(archive.file(), [&]() -> Document {
         switch (kind) {
         case DocumentKind::Part:

@@ -1,12 +1,10 @@
 #include "zentrel/model/ShapeStreams.h"
 
-#include "zentrel/model/Archive.h"
-#include "zentrel/model/DocumentError.h"
-
 #include <algorithm>
 #include <BinTools.hxx>
 #include <sstream>
 #include <Standard_Failure.hxx>
+#include <stdexcept>
 
 namespace zentrel {
 
@@ -41,7 +39,7 @@ TopoDS_Shape ShapeSource::shape(const std::string& name)
 {
     if (const auto known = m_shapes.find(name); known != m_shapes.end())
         return known->second;
-    std::istringstream stream(m_archive.entry(name), std::ios::binary);
+    std::istringstream stream(m_entry(name), std::ios::binary);
     TopoDS_Shape shape;
     std::string reason = "it holds no geometry";
     try {
@@ -54,9 +52,7 @@ TopoDS_Shape ShapeSource::shape(const std::string& name)
         shape.Nullify();
     }
     if (shape.IsNull())
-        throw DocumentError(ErrorKind::Damaged,
-            "The file " + quoted(m_archive.file()) + " is damaged: its part '" + name + "' can't be read (" + reason
-                + ").");
+        throw std::invalid_argument("its part '" + name + "' can't be read (" + reason + ")");
     m_shapes.emplace(name, shape);
     return shape;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 #include <TopoDS_Shape.hxx>
@@ -8,8 +8,6 @@
 #include <vector>
 
 namespace zentrel {
-
-class ArchiveReader;
 
 /// Gives each distinct shape of a document a stream of its own ("shapes/0.brep"); bodies that several
 /// configurations share are stored once.
@@ -24,17 +22,21 @@ private:
     std::vector<TopoDS_Shape> m_shapes;
 };
 
-/// Reads streams back; a stream that several bodies name gives one shared shape. Raises `Damaged`.
+/// Reads streams back; a stream that several bodies name gives one shared shape.
 class ShapeSource {
 public:
-    explicit ShapeSource(const ArchiveReader& archive)
-        : m_archive(archive)
+    using Entry = std::function<std::string(const std::string& name)>;
+
+    /// `entry` gives a stream's content and raises by itself when there is none.
+    explicit ShapeSource(Entry entry)
+        : m_entry(std::move(entry))
     {
     }
+    /// Raises `std::invalid_argument` with half a sentence for a stream that holds no geometry.
     TopoDS_Shape shape(const std::string& name);
 
 private:
-    const ArchiveReader& m_archive;
+    Entry m_entry;
     std::map<std::string, TopoDS_Shape> m_shapes;
 };
 

@@ -1,0 +1,129 @@
+#include "zentrel/formats/Content.h"
+
+#include "zentrel/model/DocumentError.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+
+namespace zentrel {
+
+namespace {
+
+constexpr std::size_t sampleSize = 4096;
+constexpr std::size_t igesMarkColumn = 72; // from 0: the letter of the section
+
+struct Sample {
+    std::string head;
+    std::string tail;
+};
+
+struct Signature {
+    const char* bytes;
+    const char* text;
+};
+
+constexpr Signature signatures[] = {
+    {"ISO-10303-21", "a STEP file"},
+    {"%PDF", "a PDF file"},
+    {"PK\x03\x04", "a zip archive"},
+    {"\x1f\x8b", "a compressed file"},
+    {"solid ", "an STL file"},
+    {"#VRML", "a VRML file"},
+    {"<?xml", "an XML file"},
+    {"<!DOCTYPE", "a web page"},
+    {"<html", "a web page"},
+    {"\x89PNG", "a PNG image"},
+    {"\xff\xd8\xff", "a JPEG image"},
+    {"II*", "a TIFF image"},
+    {"MM", "a TIFF image"},
+    {"DBRep_DrawableShape", "a geometry dump"},
+    {"  0\nSECTION", "a DXF file"},
+    {"0\nSECTION", "a DXF file"},
+};
+
+Sample sampleOf(const std::filesystem::path& file)
+{
+    std::error_code error;
+    const auto status = std::filesystem::status(file, error);
+    if (!std::filesystem::exists(status))
+        throw DocumentError(ErrorKind::NotFound, "The file " + quoted(file) + " isn't there.");
+    if (!std::filesystem::is_regular_file(status))
+        throw DocumentError(ErrorKind::NotReadable, quoted(file) + " isn't a file.");
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream)
+        throw DocumentError(
+            ErrorKind::NotReadable, "The file " + quoted(file) + " can't be read: " + std::strerror(errno) + ".");
+    const auto size = static_cast<std::size_t>(std::filesystem::file_size(file));
+    if (size == 0)
+        throw DocumentError(ErrorKind::Damaged, "The file " + quoted(file) + " is empty.");
+    const std::size_t count = std::min(size, sampleSize);
+    Sample sample{std::string(count, '\0'), std::string(count, '\0')};
+    stream.read(sample.head.data(), static_cast<std::streamsize>(count));
+    stream.seekg(static_cast<std::streamoff>(size - count));
+    stream.read(sample.tail.data(), static_cast<std::streamsize>(count));
+    return sample;
+}
+
+std::string_view withoutBlanks(std::string_view text)
+{
+    const auto first = text.find_first_not_of(" \t\r\n\xef\xbb\xbf");
+    return first == std::string_view::npos ? std::string_view() : text.substr(first);
+}
+
+bool isIgesHead(std::string_view head)
+{
+    const std::string_view line = head.substr(0, head.find_first_of("\r\n"));
+    // The letters of an ASCII file, of a compressed and of a binary one.
+    return line.size() > igesMarkColumn && std::string_view("SCB").find(line[igesMarkColumn]) != std::string_view::npos;
+}
+
+std::string contentText(const std::string& head)
+{
+    const std::string_view text = withoutBlanks(head);
+    for (const Signature& signature : signatures) {
+        if (text.starts_with(signature.bytes) || head.starts_with(signature.bytes))
+            return std::string("it looks like ") + signature.text;
+    }
+    return isIgesHead(head) ? "it looks like an IGES file" : "what it holds isn't known";
+}
+
+[[noreturn]] void raiseOther(const std::filesystem::path& file, const char* format, const std::string& head)
+{
+    throw DocumentError(ErrorKind::Damaged,
+        "The file " + quoted(file) + " doesn't hold " + format + " data as its name says: " + contentText(head) + ".");
+}
+
+[[noreturn]] void raiseTruncated(const std::filesystem::path& file, const char* format)
+{
+    throw DocumentError(
+        ErrorKind::Damaged, "The file " + quoted(file) + " is truncated: its " + format + " data has no end.");
+}
+
+} // namespace
+
+void checkStepContent(const std::filesystem::path& file)
+{
+    const Sample sample = sampleOf(file);
+    // A comment may stand before the first keyword.
+    const std::string_view head = withoutBlanks(sample.head);
+    if (!head.starts_with("ISO-10303-21") && !(head.starts_with("/*") && head.find("ISO-10303-21") != head.npos))
+        raiseOther(file, "STEP", sample.head);
+    if (sample.tail.find("END-ISO-10303-21") == std::string::npos)
+        raiseTruncated(file, "STEP");
+}
+
+void checkIgesContent(const std::filesystem::path& file)
+{
+    const Sample sample = sampleOf(file);
+    if (!isIgesHead(sample.head))
+        raiseOther(file, "IGES", sample.head);
+    const auto end = sample.tail.find_last_not_of(" \t\r\n\x1a");
+    const auto start = sample.tail.find_last_of("\r\n", end);
+    const std::string line = sample.tail.substr(start == std::string::npos ? 0 : start + 1, end - start);
+    if (line.size() <= igesMarkColumn || line[igesMarkColumn] != 'T')
+        raiseTruncated(file, "IGES");
+}
+
+} // namespace zentrel

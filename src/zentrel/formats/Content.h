@@ -1,0 +1,14 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace zentrel {
+
+/// Checks that a file is there, can be read, isn't empty and begins and ends as STEP (or IGES) text does: a file
+/// that was cut off, or that holds another format, is refused before the kernel sees it.
+/// Raises `NotFound`, `NotReadable` or `Damaged`.
+void checkStepContent(const std::filesystem::path& file);
+void checkIgesContent(const std::filesystem::path& file);
+
+} // namespace zentrel

@@ -1,0 +1,130 @@
+#include "zentrel/formats/KernelGuard.h"
+#include "zentrel/model/DocumentError.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <Standard_Failure.hxx>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace zentrel {
+
+namespace {
+
+/// Computing time after which a child is given up: far above any honest file, so that only a loop without end meets it.
+constexpr rlim_t computingSeconds = 30 * 60;
+
+/// First byte of a child's answer: it succeeded, or 'a' plus the kind of its error. Behind it stands the
+/// result or the sentence.
+constexpr char succeeded = '+';
+
+void writeAll(int pipe, const std::string& bytes)
+{
+    for (std::size_t done = 0; done < bytes.size();) {
+        const ssize_t count = write(pipe, bytes.data() + done, bytes.size() - done);
+        if (count < 0 && errno != EINTR)
+            return; // the parent has gone
+        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+}
+
+std::string readAll(int pipe)
+{
+    std::string bytes;
+    std::array<char, 65536> block;
+    for (;;) {
+        const ssize_t count = read(pipe, block.data(), block.size());
+        if (count > 0)
+            bytes.append(block.data(), static_cast<std::size_t>(count));
+        else if (count == 0 || errno != EINTR)
+            return bytes;
+    }
+}
+
+/// A child neither outlives its parent nor leaves a core file, and handles no signal as the parent does.
+void limitChild(pid_t parent)
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent)
+        _exit(1);
+    for (const int signal : {SIGABRT, SIGTERM, SIGINT, SIGXCPU})
+        std::signal(signal, SIG_DFL);
+    const rlimit noCore{0, 0};
+    setrlimit(RLIMIT_CORE, &noCore);
+    const rlimit time{computingSeconds, computingSeconds + 60};
+    setrlimit(RLIMIT_CPU, &time);
+}
+
+std::string answerOf(
+    const std::string& doing, const std::filesystem::path& file, const std::function<std::string()>& work)
+{
+    try {
+        std::string result;
+        runGuarded(doing, file, [&] { result = work(); });
+        return succeeded + result;
+    } catch (const DocumentError& error) {
+        return static_cast<char>('a' + static_cast<int>(error.kind())) + std::string(error.what());
+    } catch (const std::exception& error) {
+        return static_cast<char>('a' + static_cast<int>(ErrorKind::Kernel))
+            + ("The file " + quoted(file) + " can't be worked on: " + error.what() + ".");
+    }
+}
+
+std::string endText(int status)
+{
+    if (!WIFSIGNALED(status))
+        return "ended without an answer";
+    if (WTERMSIG(status) == SIGXCPU)
+        return "came to no end within 30 minutes of computing";
+    if (WTERMSIG(status) == SIGKILL)
+        return "was stopped by the system, which may be out of memory,";
+    return std::string("crashed (") + strsignal(WTERMSIG(status)) + ")";
+}
+
+} // namespace
+
+std::string runInChild(
+    const std::string& doing, const std::filesystem::path& file, const std::function<std::string()>& work)
+{
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0)
+        throw DocumentError(ErrorKind::Kernel, std::string("No process can be started: ") + std::strerror(errno) + ".");
+    // What waits in the output buffers would be written by both processes.
+    std::fflush(stdout);
+    std::cout.flush();
+    const pid_t parent = getpid();
+    const pid_t child = fork();
+    if (child < 0) {
+        const int number = errno;
+        close(ends[0]);
+        close(ends[1]);
+        throw DocumentError(
+            ErrorKind::Kernel, std::string("No process can be started: ") + std::strerror(number) + ".");
+    }
+    if (child == 0) {
+        limitChild(parent);
+        writeAll(ends[1], answerOf(doing, file, work));
+        _exit(0);
+    }
+    close(ends[1]);
+    std::string answer = readAll(ends[0]);
+    close(ends[0]);
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) { }
+    if (WIFSIGNALED(status) || answer.empty())
+        throw DocumentError(ErrorKind::Kernel,
+            "The geometry kernel " + endText(status) + " while " + doing + " the file " + quoted(file) + ".");
+    if (answer.front() != succeeded)
+        throw DocumentError(static_cast<ErrorKind>(answer.front() - 'a'), answer.substr(1));
+    answer.erase(0, 1);
+    return answer;
+}
+
+} // namespace zentrel

@@ -1,0 +1,46 @@
+#include "zentrel/formats/Read.h"
+
+#include "zentrel/model/DocumentError.h"
+
+#include <functional>
+
+namespace zentrel {
+
+namespace {
+
+struct Reader {
+    const char16_t* extension;
+    PartDocument (*read)(const std::filesystem::path& file);
+};
+
+constexpr Reader readers[] = {
+    {u".step", readStep},
+    {u".stp", readStep},
+    {u".iges", readIges},
+    {u".igs", readIges},
+};
+
+const Reader* readerOf(const std::filesystem::path& file)
+{
+    const Text extension = zn::toText(file.extension().string());
+    for (const Reader& reader : readers) {
+        if (zn::equalNoCase(extension, reader.extension))
+            return &reader;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+bool canRead(const std::filesystem::path& file) { return readerOf(file) != nullptr; }
+
+PartDocument readForeign(const std::filesystem::path& file)
+{
+    const Reader* reader = readerOf(file);
+    if (!reader)
+        throw DocumentError(ErrorKind::Unsupported,
+            "The file " + quoted(file) + " can't be read: only STEP (.step, .stp) and IGES (.igs, .iges) can be.");
+    return reader->read(file);
+}
+
+} // namespace zentrel

@@ -1,0 +1,73 @@
+#include "zentrel/formats/CafBodies.h"
+#include "zentrel/formats/Completeness.h"
+#include "zentrel/formats/Content.h"
+#include "zentrel/formats/KernelGuard.h"
+#include "zentrel/formats/Read.h"
+#include "zentrel/model/DocumentError.h"
+#include "zentrel/model/PartPacket.h"
+
+#include <Interface_Check.hxx>
+#include <Interface_InterfaceModel.hxx>
+#include <STEPCAFControl_Reader.hxx>
+#include <StepRepr_RepresentationItem.hxx>
+#include <StepShape_FaceSurface.hxx>
+#include <StepShape_ShellBasedSurfaceModel.hxx>
+#include <StepShape_SolidModel.hxx>
+#include <Transfer_TransientProcess.hxx>
+#include <TransferBRep.hxx>
+#include <XSControl_TransferReader.hxx>
+#include <XSControl_WorkSession.hxx>
+
+namespace zentrel {
+
+namespace {
+
+ReadCount countStep(const Handle(XSControl_WorkSession) & session, const std::vector<Body>& bodies)
+{
+    ReadCount count;
+    const Handle(Interface_InterfaceModel) model = session->Model();
+    const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
+    for (int number = 1; number <= model->NbEntities(); ++number) {
+        const Handle(Standard_Transient) entity = model->Value(number);
+        const bool isSolid = entity->IsKind(STANDARD_TYPE(StepShape_SolidModel))
+            || entity->IsKind(STANDARD_TYPE(StepShape_ShellBasedSurfaceModel));
+        if (isSolid) {
+            ++count.solids;
+            if (TransferBRep::ShapeResult(process, entity).IsNull())
+                ++count.missingSolids;
+        } else if (entity->IsKind(STANDARD_TYPE(StepShape_FaceSurface)))
+            ++count.faces;
+        if (entity->IsKind(STANDARD_TYPE(StepRepr_RepresentationItem))
+            && model->Check(number, Standard_True)->HasFailed())
+            ++count.failedEntities;
+    }
+    const std::size_t found = countFaces(bodies);
+    count.missingFaces = found < count.faces ? count.faces - found : 0;
+    return count;
+}
+
+PartDocument readHere(const std::filesystem::path& file)
+{
+    STEPCAFControl_Reader reader;
+    reader.SetColorMode(Standard_True);
+    reader.SetNameMode(Standard_True);
+    if (reader.ReadFile(file.c_str()) != IFSelect_RetDone)
+        throw DocumentError(ErrorKind::Damaged, "The file " + quoted(file) + " isn't well-formed STEP data.");
+    Handle(TDocStd_Document) document = newCafDocument();
+    const bool transferred = reader.Transfer(document);
+    PartDocument part;
+    part.configurations.push_back({u"Default", transferred ? bodiesOf(document) : std::vector<Body>(), {}});
+    const std::vector<Body>& bodies = part.configurations.front().bodies;
+    requireComplete(countStep(reader.Reader().WS(), bodies), bodies, file);
+    return part;
+}
+
+} // namespace
+
+PartDocument readStep(const std::filesystem::path& file)
+{
+    checkStepContent(file);
+    return unpackPart(runInChild("reading", file, [&] { return packPart(readHere(file)); }));
+}
+
+} // namespace zentrel
