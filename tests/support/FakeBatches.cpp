@@ -1,0 +1,188 @@
+#include "base/Format.h"
+#include "base/Paths.h"
+#include "support/FakeHost.h"
+
+/// The batch utilities of the fake vault: they write down what they are told and answer as they are told.
+namespace zn::test {
+
+namespace {
+
+class BatchAdd : public IArkBatchAdd {
+public:
+    explicit BatchAdd(FakeHost& host)
+        : m_host(host)
+    {
+    }
+    Status AddFile(TextView source, TextView folder, std::int32_t, const Text* name, std::int32_t flags) override
+    {
+        const Text target = name ? *name : Text(u"-");
+        const Status status
+            = m_host.answer("AddFile", toUtf8(formatText("%s | %s | %s | %d", source, folder, target, flags)));
+        if (!failed(status))
+            m_paths.push_back(pathAppend(folder, name ? *name : pathFileName(source)));
+        return status;
+    }
+    Status Commit(std::int32_t, std::vector<ArkAddResult>& results, std::int32_t& count) override
+    {
+        const Status status = m_host.answer("AddCommit", std::to_string(count));
+        if (failed(status))
+            return status;
+        std::int32_t id = 1000;
+        for (const Text& path : m_paths) {
+            ArkAddResult result{++id, 50, m_host.addStatuses[path], path};
+            if (failed(result.status))
+                result.fileId = result.folderId = 0;
+            results.insert(results.begin(), result);
+        }
+        return status;
+    }
+
+private:
+    FakeHost& m_host;
+    std::vector<Text> m_paths;
+};
+
+class BatchCardUpdate : public IArkBatchCardUpdate {
+public:
+    explicit BatchCardUpdate(FakeHost& host)
+        : m_host(host)
+    {
+    }
+    Status SetVariable(
+        std::int32_t fileId, std::int32_t variableId, const Value& value, std::int32_t, std::int32_t flags) override
+    {
+        const char* format = "%d %d %s (type %d) %d";
+        return m_host.answer(
+            "SetVariable", toUtf8(formatText(format, fileId, variableId, value.toText(), int(value.type()), flags)));
+    }
+    Status Commit(std::vector<Status>&, std::int32_t) override { return m_host.answer("CardCommit"); }
+
+private:
+    FakeHost& m_host;
+};
+
+std::string pairsText(const std::vector<ArkFileFolderPair>& pairs)
+{
+    std::string text;
+    for (const ArkFileFolderPair& pair : pairs)
+        text += (text.empty() ? "" : " ") + std::to_string(pair.fileId) + "/" + std::to_string(pair.folderId);
+    return text;
+}
+
+class BatchReference : public IArkBatchReference {
+public:
+    explicit BatchReference(FakeHost& host)
+        : m_host(host)
+    {
+    }
+    Status AddReferences(std::int32_t fileId, const std::vector<ArkFileFolderPair>& pairs) override
+    {
+        return m_host.answer("AddReferences", std::to_string(fileId) + " > " + pairsText(pairs));
+    }
+    Status CreateTree(std::int32_t, bool& needsCommit) override
+    {
+        needsCommit = true;
+        return m_host.answer("ReferenceTree");
+    }
+    Status Commit(bool&) override { return m_host.answer("ReferenceCommit"); }
+
+private:
+    FakeHost& m_host;
+};
+
+class BatchUnlock : public IArkBatchUnlock {
+public:
+    explicit BatchUnlock(FakeHost& host)
+        : m_host(host)
+    {
+    }
+    Status SetComment(TextView comment) override { return m_host.answer("SetComment", toUtf8(comment)); }
+    Status AddSelection(IArkVault&, const std::vector<ArkFileFolderPair>& pairs) override
+    {
+        return m_host.answer("UnlockSelection", pairsText(pairs));
+    }
+    Status CreateTree(std::int32_t, std::int32_t flag, std::int32_t, std::int32_t&) override
+    {
+        return m_host.answer("UnlockTree", std::to_string(flag));
+    }
+    Status Unlock(std::int32_t, std::int32_t) override { return m_host.answer("Unlock"); }
+
+private:
+    FakeHost& m_host;
+};
+
+class BatchFetch : public IArkBatchFetch {
+public:
+    explicit BatchFetch(FakeHost& host)
+        : m_host(host)
+    {
+    }
+    Status AddSelection(IArkVault&, std::int32_t fileId, std::int32_t folderId, std::int32_t version) override
+    {
+        return m_host.answer("FetchSelection", toUtf8(formatText("%d/%d %d", fileId, folderId, version)));
+    }
+    Status CreateTree(std::int32_t, std::int32_t flag) override
+    {
+        return m_host.answer("FetchTree", std::to_string(flag));
+    }
+    Status GetFiles(std::int32_t, std::int32_t) override { return m_host.answer("GetFiles"); }
+
+private:
+    FakeHost& m_host;
+};
+
+class BatchQuery : public IArkBatchQuery {
+public:
+    explicit BatchQuery(FakeHost& host)
+        : m_host(host)
+    {
+    }
+    Status AddFile(const Value& path) override
+    {
+        if (const FakeFile* file = m_host.find(path.toText()))
+            m_rows.push_back({file->id, file->version});
+        return S_OK;
+    }
+    Status CreateList(TextView, std::vector<Text>&) override { return m_host.answer("CreateList"); }
+    Status GetRows(std::vector<ArkQueryRow>& rows) override
+    {
+        rows = m_rows;
+        return S_OK;
+    }
+
+private:
+    FakeHost& m_host;
+    std::vector<ArkQueryRow> m_rows;
+};
+
+} // namespace
+
+Status FakeHost::makeUtility(ArkUtility kind, ObjectRef& utility)
+{
+    const Status status = answer("CreateUtility", std::to_string(kind));
+    if (failed(status))
+        return status;
+    switch (kind) {
+    case ArkUtil_BatchCardUpdate:
+        utility = std::make_shared<BatchCardUpdate>(*this);
+        break;
+    case ArkUtil_BatchUnlock:
+        utility = std::make_shared<BatchUnlock>(*this);
+        break;
+    case ArkUtil_BatchReference:
+        utility = std::make_shared<BatchReference>(*this);
+        break;
+    case ArkUtil_BatchFetch:
+        utility = std::make_shared<BatchFetch>(*this);
+        break;
+    case ArkUtil_BatchQuery:
+        utility = std::make_shared<BatchQuery>(*this);
+        break;
+    case ArkUtil_BatchAdd:
+        utility = std::make_shared<BatchAdd>(*this);
+        break;
+    }
+    return status;
+}
+
+} // namespace zn::test

@@ -1,0 +1,381 @@
+#include "support/FakeHost.h"
+
+#include "base/Format.h"
+#include "base/Paths.h"
+
+#include <algorithm>
+
+namespace zn::test {
+
+namespace {
+
+class Position : public IArkPosition {
+public:
+    explicit Position(std::size_t count)
+        : m_count(count)
+    {
+    }
+    Status IsNull(bool& isNull) override
+    {
+        isNull = next >= m_count;
+        return isNull ? S_OK : S_FALSE;
+    }
+    std::size_t next = 0;
+
+private:
+    std::size_t m_count;
+};
+
+std::size_t take(IArkPosition& position) { return dynamic_cast<Position&>(position).next++; }
+
+class Card : public IArkVariableEnumerator {
+public:
+    Card(FakeHost& host, std::int32_t fileId)
+        : m_host(host)
+        , m_fileId(fileId)
+    {
+    }
+    Status GetVariable(TextView name, TextView configuration, std::int32_t, Value& value, bool& found) override
+    {
+        if (m_host.variableId(name) == 0)
+            return E_INVALIDARG;
+        const auto& card = m_host.find(m_fileId)->card;
+        const auto entry = card.find({Text(name), Text(configuration)});
+        found = entry != card.end();
+        value = found ? entry->second : Value();
+        return S_OK;
+    }
+
+private:
+    FakeHost& m_host;
+    std::int32_t m_fileId;
+};
+
+class VariableValue : public IArkVariableValue {
+public:
+    VariableValue(FakeHost& host, std::int32_t fileId, Text name)
+        : m_host(host)
+        , m_fileId(fileId)
+        , m_name(std::move(name))
+    {
+    }
+    Status GetId(std::int32_t& id) override
+    {
+        id = m_host.variableId(m_name);
+        return S_OK;
+    }
+    Status GetValue(TextView configuration, Value& value) override
+    {
+        const auto& card = m_host.find(m_fileId)->card;
+        const auto entry = card.find({m_name, Text(configuration)});
+        if (entry == card.end())
+            return S_FALSE;
+        value = entry->second;
+        return S_OK;
+    }
+
+private:
+    FakeHost& m_host;
+    std::int32_t m_fileId;
+    Text m_name;
+};
+
+class File : public IArkFile {
+public:
+    File(FakeHost& host, std::int32_t id)
+        : m_host(host)
+        , m_id(id)
+    {
+    }
+    Status GetId(std::int32_t& id) override
+    {
+        id = m_id;
+        return S_OK;
+    }
+    Status GetCurrentVersion(std::int32_t& version) override
+    {
+        version = data().version;
+        return S_OK;
+    }
+    Status GetLocalPath(std::int32_t, Text& path) override
+    {
+        path = data().path;
+        return S_OK;
+    }
+    Status IsCheckedOut(std::int16_t& flag) override
+    {
+        flag = data().checkedOut ? 1 : 0;
+        return S_OK;
+    }
+    Status CheckOut(std::int32_t folderId, std::int32_t, std::int32_t) override
+    {
+        const Status status = m_host.answer("CheckOut", toUtf8(formatText("%d %d", m_id, folderId)));
+        data().checkedOut |= !failed(status);
+        return status;
+    }
+    Status GetVariableEnumerator(std::int32_t, std::shared_ptr<IArkVariableEnumerator>& enumerator) override
+    {
+        enumerator = std::make_shared<Card>(m_host, m_id);
+        return S_OK;
+    }
+    Status GetVersionInfo(const Value& version, std::int32_t folderId, std::vector<ObjectRef>& values,
+        std::vector<Text>&, ArkVersionInfo& info) override
+    {
+        const Status status
+            = m_host.answer("GetVersionInfo", toUtf8(formatText("%d %d %d", m_id, version.toInt32(), folderId)));
+        if (failed(status))
+            return status;
+        info = {data().version, data().revision, data().workflowState};
+        for (const Text& name : m_host.cardVariables)
+            values.push_back(std::make_shared<VariableValue>(m_host, m_id, name));
+        return status;
+    }
+
+private:
+    FakeFile& data() { return *m_host.find(m_id); }
+
+    FakeHost& m_host;
+    std::int32_t m_id;
+};
+
+class Folder : public IArkFolder {
+public:
+    Folder(FakeHost& host, Text path)
+        : m_host(host)
+        , m_path(std::move(path))
+    {
+    }
+    Status GetId(std::int32_t& id) override
+    {
+        id = m_host.folders.at(m_path);
+        return S_OK;
+    }
+    Status GetFirstFilePosition(std::shared_ptr<IArkPosition>& position) override
+    {
+        m_files.clear();
+        for (const FakeFile& file : m_host.files) {
+            if (pathFolder(file.path) == m_path)
+                m_files.push_back(file.id);
+        }
+        position = std::make_shared<Position>(m_files.size());
+        return S_OK;
+    }
+    Status GetNextFile(IArkPosition& position, std::shared_ptr<IArkFile>& file) override
+    {
+        file = std::make_shared<File>(m_host, m_files.at(take(position)));
+        return S_OK;
+    }
+    Status GetFirstSubFolderPosition(std::shared_ptr<IArkPosition>& position) override
+    {
+        m_folders.clear();
+        for (const auto& [path, id] : m_host.folders) {
+            if (path != m_path && pathFolder(path) == m_path)
+                m_folders.push_back(path);
+        }
+        position = std::make_shared<Position>(m_folders.size());
+        return S_OK;
+    }
+    Status GetNextSubFolder(IArkPosition& position, std::shared_ptr<IArkFolder>& folder) override
+    {
+        folder = std::make_shared<Folder>(m_host, m_folders.at(take(position)));
+        return S_OK;
+    }
+    Status DeleteFile(std::int32_t, std::int32_t fileId, std::int32_t flags) override
+    {
+        const Status status = m_host.answer("DeleteFile", toUtf8(formatText("%d %d", fileId, flags)));
+        if (!failed(status))
+            std::erase_if(m_host.files, [&](const FakeFile& file) { return file.id == fileId; });
+        return status;
+    }
+    Status HasReadRight(std::int32_t permission, std::int32_t fileId, bool& allowed) override
+    {
+        allowed = m_host.answer("HasReadRight", toUtf8(formatText("%d %d", permission, fileId))) == S_OK;
+        return S_OK;
+    }
+
+private:
+    FakeHost& m_host;
+    Text m_path;
+    std::vector<std::int32_t> m_files;
+    std::vector<Text> m_folders;
+};
+
+class Variable : public IArkVariable {
+public:
+    Variable(Text name, std::int32_t id)
+        : m_name(std::move(name))
+        , m_id(id)
+    {
+    }
+    Status GetName(Text& name) override
+    {
+        name = m_name;
+        return S_OK;
+    }
+    Status GetId(std::int32_t& id) override
+    {
+        id = m_id;
+        return S_OK;
+    }
+
+private:
+    Text m_name;
+    std::int32_t m_id;
+};
+
+class Vault : public IArkVault, public IArkVariableMgr {
+public:
+    explicit Vault(FakeHost& host)
+        : m_host(host)
+    {
+    }
+    Status GetRootFolderPath(Text& path) override
+    {
+        path = m_host.root;
+        return S_OK;
+    }
+    Status GetName(Text& name) override
+    {
+        name = m_host.vaultName;
+        return S_OK;
+    }
+    Status GetFileFromPath(TextView path, std::shared_ptr<IArkFolder>* folder, std::shared_ptr<IArkFile>& file) override
+    {
+        if (const auto failure = m_host.failures.find("GetFileFromPath " + toUtf8(path));
+            failure != m_host.failures.end())
+            return failure->second;
+        const FakeFile* found = m_host.find(path);
+        if (!found)
+            return S_FALSE;
+        file = std::make_shared<File>(m_host, found->id);
+        if (folder) {
+            m_host.folders.try_emplace(pathFolder(found->path), found->folderId);
+            *folder = std::make_shared<Folder>(m_host, pathFolder(found->path));
+        }
+        return S_OK;
+    }
+    Status GetFolderFromPath(TextView path, std::shared_ptr<IArkFolder>& folder) override
+    {
+        if (!m_host.folders.contains(Text(path)))
+            return S_FALSE;
+        folder = std::make_shared<Folder>(m_host, Text(path));
+        return S_OK;
+    }
+    Status CreateUtility(ArkUtility kind, ObjectRef& utility) override { return m_host.makeUtility(kind, utility); }
+    Status GetErrorText(Status code, Text& name, Text& description) override
+    {
+        name = formatText("E_%08X", static_cast<std::uint32_t>(code));
+        description = u"What it means.";
+        return S_OK;
+    }
+    Status GetFirstVariablePosition(std::shared_ptr<IArkPosition>& position) override
+    {
+        position = std::make_shared<Position>(m_host.cardVariables.size());
+        return S_OK;
+    }
+    Status GetNextVariable(IArkPosition& position, std::shared_ptr<IArkVariable>& variable) override
+    {
+        const std::size_t index = take(position);
+        variable = std::make_shared<Variable>(m_host.cardVariables.at(index), static_cast<std::int32_t>(index + 1));
+        return S_OK;
+    }
+
+private:
+    FakeHost& m_host;
+};
+
+class Task : public IArkTaskInstance {
+public:
+    explicit Task(FakeHost& host)
+        : m_host(host)
+    {
+    }
+    Status GetInstanceGuid(Text& guid) override
+    {
+        guid = u"{6D1A7B52-0C8E-4E0B-9F6C-0123456789AB}";
+        return S_OK;
+    }
+    Status SetProgressRange(std::int32_t, std::int32_t, TextView) override { return S_OK; }
+    Status SetProgressPos(std::int32_t, TextView) override { return S_OK; }
+    Status GetStatus(TaskRunState& state) override
+    {
+        state = TaskRunState::Running;
+        return S_OK;
+    }
+    Status SetStatus(TaskRunState, Status, TextView, const std::vector<ArkTaskResultDoc>&) override { return S_OK; }
+    Status GetValue(TextView name, Value& value) override
+    {
+        if (const auto failure = m_host.failures.find("GetValue " + toUtf8(name)); failure != m_host.failures.end())
+            return failure->second;
+        const auto entry = m_host.taskVariables.find(Text(name));
+        value = entry == m_host.taskVariables.end() ? Value() : entry->second;
+        return entry == m_host.taskVariables.end() ? S_FALSE : S_OK;
+    }
+    Status SetValue(TextView name, const Value& value) override
+    {
+        m_host.taskVariables[Text(name)] = value;
+        return S_OK;
+    }
+    Status GetTaskName(Text& name) override
+    {
+        name = u"Task";
+        return S_OK;
+    }
+    Status GetVariable(const Value& idOrName, Value& value) override
+    {
+        const auto* name = idOrName.get<Text>();
+        const auto entry
+            = m_host.runValues.find(name ? std::pair(0, *name) : std::pair(idOrName.toInt32(), Text(u"#")));
+        value = entry == m_host.runValues.end() ? Value() : entry->second;
+        return entry == m_host.runValues.end() ? S_FALSE : S_OK;
+    }
+
+private:
+    FakeHost& m_host;
+};
+
+} // namespace
+
+std::shared_ptr<IArkVault> FakeHost::vault() { return std::make_shared<Vault>(*this); }
+std::shared_ptr<IArkTaskInstance> FakeHost::task() { return std::make_shared<Task>(*this); }
+
+FakeFile& FakeHost::addFile(std::int32_t id, std::int32_t folderId, Text path, std::int32_t version)
+{
+    FakeFile& file = files.emplace_back();
+    file.id = id;
+    file.folderId = folderId;
+    file.path = std::move(path);
+    file.version = version;
+    return file;
+}
+
+FakeFile* FakeHost::find(TextView path)
+{
+    const auto hit = std::ranges::find_if(files, [&](const FakeFile& file) { return equalNoCase(file.path, path); });
+    return hit == files.end() ? nullptr : &*hit;
+}
+
+FakeFile* FakeHost::find(std::int32_t id)
+{
+    const auto hit = std::ranges::find(files, id, &FakeFile::id);
+    return hit == files.end() ? nullptr : &*hit;
+}
+
+std::int32_t FakeHost::variableId(TextView name) const
+{
+    const auto hit = std::ranges::find(cardVariables, name);
+    return hit == cardVariables.end() ? 0 : static_cast<std::int32_t>(hit - cardVariables.begin()) + 1;
+}
+
+Status FakeHost::answer(const std::string& name, const std::string& arguments)
+{
+    const std::string call = arguments.empty() ? name : name + " " + arguments;
+    calls.push_back(call);
+    for (const std::string& key : {call, name}) {
+        if (const auto failure = failures.find(key); failure != failures.end())
+            return failure->second;
+    }
+    return S_OK;
+}
+
+} // namespace zn::test

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "host/ArkBatch.h"
+#include "host/ArkTask.h"
+#include "host/ArkVault.h"
+
+#include <map>
+#include <string>
+
+namespace zn::test {
+
+/// A file as the fake vault keeps it.
+struct FakeFile {
+    std::int32_t id = 0;
+    std::int32_t folderId = 0;
+    Text path;
+    std::int32_t version = 1;
+    bool checkedOut = false;
+    Text revision;
+    Text workflowState;
+    /// (variable, configuration) and the value; "@" is the file's own.
+    std::map<std::pair<Text, Text>, Value> card;
+};
+
+/// A vault host whose calls are written down and can be made to fail one by one, for what a real host can't be made to
+/// show. Its objects refer to it, so it must outlive them.
+class FakeHost {
+public:
+    std::shared_ptr<IArkVault> vault();
+    std::shared_ptr<IArkTaskInstance> task();
+
+    FakeFile& addFile(std::int32_t id, std::int32_t folderId, Text path, std::int32_t version = 1);
+    FakeFile* find(TextView path);
+    FakeFile* find(std::int32_t id);
+    /// The id of a card variable; 0 if the vault has none of that name.
+    std::int32_t variableId(TextView name) const;
+    /// Writes a call down. The status that it is to answer: of `failures` by "Name" or "Name argument", or else 0.
+    Status answer(const std::string& name, const std::string& arguments = {});
+
+    Status makeUtility(ArkUtility kind, ObjectRef& utility);
+
+    Text root = u"C:\\V\\";
+    Text vaultName = u"Demo";
+    std::vector<FakeFile> files;
+    std::map<Text, std::int32_t> folders; ///< path and id
+    std::vector<Text> cardVariables;      ///< ids from 1 on
+    std::map<Text, Value> taskVariables;
+    std::map<std::pair<std::int32_t, Text>, Value> runValues; ///< second lookup, by number or by name (0)
+    std::map<Text, Status> addStatuses;                       ///< results of the batch add by path
+    std::map<std::string, Status> failures;
+    /// Changes to the vault, in order: "AddFile C:\V\a.stl | C:\V | - | 0".
+    std::vector<std::string> calls;
+};
+
+} // namespace zn::test

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/LocalPipe.h"
+#include "platform/RunningObjects.h"
+#include "support/TemporaryFolder.h"
+
+#include <vector>
+
+namespace zn::test {
+
+/// A clock that stands still until it is told otherwise, and whose waits end at once.
+class StillClock : public Clock {
+public:
+    std::int64_t now() override { return time; }
+    void sleep(std::chrono::milliseconds duration) override { slept += duration; }
+    bool wait(WaitEvent& event, std::chrono::milliseconds duration) override
+    {
+        slept += duration;
+        return event.waitFor(std::chrono::milliseconds(0));
+    }
+
+    std::int64_t time = 0;
+    std::chrono::milliseconds slept{0};
+};
+
+/// Keeps what is sent instead of a service that this machine doesn't have.
+class RecordingPipe : public LocalPipe {
+public:
+    bool send(TextView, TextView, const std::string& message) override
+    {
+        messages.push_back(message);
+        return false;
+    }
+
+    std::vector<std::string> messages;
+};
+
+class NoRunningObjects : public RunningObjects {
+public:
+    bool available() override { return false; }
+    DispatchRef lookup(TextView) override { return nullptr; }
+};
+
+/// The machine's real ports in a home of a test's own, with a clock and a pipe under its control.
+class TestPlatform {
+public:
+    TestPlatform()
+        : machine(Home::open(folder / "home"))
+    {
+    }
+
+    Platform ports()
+    {
+        Platform all = machine.with(running);
+        return {all.registry, all.files, all.processes, all.runningObjects, all.windows, pipe, clock};
+    }
+    /// The backslash path of a name in the temporary folder.
+    Text path(const std::string& name) { return machine.files().fromMachine(folder / name); }
+
+    TemporaryFolder folder;
+    StillClock clock;
+    RecordingPipe pipe;
+    NoRunningObjects running;
+    LinuxPlatform machine;
+};
+
+} // namespace zn::test
