@@ -15,6 +15,9 @@ struct FileVersion {
     std::uint16_t minor = 0;
 };
 
+/// This process's own id.
+std::int32_t currentProcessId();
+
 /// The machine's processes.
 class Processes {
 public:
