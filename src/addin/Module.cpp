@@ -1,0 +1,137 @@
+// What a host finds in the library: the exports by which it loads the add-in.
+
+#include "host/Module.h"
+#include "addin/DisplayScaling.h"
+#include "addin/Registration.h"
+#include "addin/ZNTaskAddIn.h"
+#include "automation/SocketRunningObjects.h"
+#include "platform/linux/LinuxPlatform.h"
+
+#include <atomic>
+#include <dlfcn.h>
+#include <memory>
+
+namespace {
+
+using namespace zn;
+
+/// Objects that are alive: the library may not be unloaded before they are gone.
+std::atomic<int> liveObjects = 0;
+
+/// The add-in together with the machine that it runs on.
+class AddInOnThisMachine : public IArkAddIn5 {
+public:
+    AddInOnThisMachine()
+        : m_machine(Home::open())
+        , m_runningObjects(m_machine.home().runtimeFolder())
+        , m_addIn(m_machine.with(m_runningObjects))
+    {
+        ++liveObjects;
+    }
+    ~AddInOnThisMachine() override { --liveObjects; }
+
+    Status GetAddInInfo(ArkAddInInfo* info, IArkCmdMgr* commandManager) override
+    {
+        return m_addIn.GetAddInInfo(info, commandManager);
+    }
+    Status OnCmd(ArkCmd* cmd, ArkSelection* selection) override { return m_addIn.OnCmd(cmd, selection); }
+
+private:
+    LinuxPlatform m_machine;
+    automation::SocketRunningObjects m_runningObjects;
+    CZNTaskAddIn m_addIn;
+};
+
+class ClassFactory : public IClassFactory {
+public:
+    Status CreateInstance(ObjectRef& object) override
+    {
+        try {
+            object = std::make_shared<AddInOnThisMachine>();
+            return S_OK;
+        } catch (...) {
+            return currentExceptionStatus();
+        }
+    }
+};
+
+std::filesystem::path ownLibrary()
+{
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void*>(&ownLibrary), &info) == 0 || !info.dli_fname)
+        throw StatusError(E_UNEXPECTED, "The library doesn't know its own path.");
+    return std::filesystem::canonical(info.dli_fname);
+}
+
+template <class Step> Status onThisMachine(Step&& step)
+{
+    try {
+        LinuxPlatform machine(Home::open());
+        step(machine);
+        return S_OK;
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+constexpr int toolbarEdgeExplorer = 24;
+constexpr int toolbarEdgeZentrel = 16;
+
+int fromRegistry(int (*read)(Registry&, int), int argument, int fallback)
+{
+    int result = fallback;
+    onThisMachine([&](LinuxPlatform& machine) { result = read(machine.registry(), argument); });
+    return result;
+}
+
+int dpiOf(Registry& registry, int) { return systemDpi(registry); }
+
+} // namespace
+
+extern "C" {
+
+/// The factory of the class `classId`; `CLASS_E_CLASSNOTAVAILABLE` for any other.
+__attribute__((visibility("default"))) Status DllGetClassObject(const char16_t* classId, ObjectRef* factory)
+{
+    if (!classId || !factory)
+        return E_POINTER;
+    if (!equalNoCase(classId, addInClassId))
+        return CLASS_E_CLASSNOTAVAILABLE;
+    try {
+        *factory = std::make_shared<ClassFactory>();
+        return S_OK;
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+/// 0 when no object is alive, else 1.
+__attribute__((visibility("default"))) Status DllCanUnloadNow() { return liveObjects == 0 ? S_OK : S_FALSE; }
+
+__attribute__((visibility("default"))) Status DllRegisterServer()
+{
+    return onThisMachine(
+        [](LinuxPlatform& machine) { registerModule(machine.registry(), machine.files().fromMachine(ownLibrary())); });
+}
+
+__attribute__((visibility("default"))) Status DllUnregisterServer()
+{
+    return onThisMachine([](LinuxPlatform& machine) { unregisterModule(machine.registry()); });
+}
+
+/// Dots per inch of the desktop, and edges of toolbar images in pixels at that resolution.
+__attribute__((visibility("default"))) int getDPI_OS() { return fromRegistry(dpiOf, 0, 96); }
+
+__attribute__((visibility("default"))) int getSystemDPI() { return fromRegistry(dpiOf, 0, 96); }
+
+__attribute__((visibility("default"))) int getToolbarButtonSizeExp()
+{
+    return fromRegistry(scaledEdge, toolbarEdgeExplorer, toolbarEdgeExplorer);
+}
+
+__attribute__((visibility("default"))) int getToolbarButtonSizeZN()
+{
+    return fromRegistry(scaledEdge, toolbarEdgeZentrel, toolbarEdgeZentrel);
+}
+
+} // extern "C"

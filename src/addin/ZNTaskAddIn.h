@@ -1,0 +1,46 @@
+#pragma once
+
+#include "addin/TaskVariables.h"
+#include "cad/ZNManager.h"
+#include "files/FileLogic.h"
+#include "host/ArkAddIn.h"
+#include "host/ArkTask.h"
+#include "host/ArkVault.h"
+#include "macro/MacroBuilder.h"
+#include "platform/Platform.h"
+
+namespace zn {
+
+/// What the flows of a task share. All of it lives as long as the add-in object, and nothing in it but the cached
+/// kind may be relied on from one command to the next; the kind is read again at the start of each flow.
+/// Torn down in the order macro builder, session, file logic.
+struct TaskContext {
+    explicit TaskContext(const Platform& machine);
+
+    const Platform& platform;
+    TaskKind kind = TaskKind::Unknown;
+    FileLogic fileLogic;
+    ZNManager session;
+    MacroBuilder macroBuilder;
+};
+
+/// The one object that the vault host creates from this module: says who it is and which commands it wants, and
+/// routes every command to its flow. Used by one thread at a time. No exception leaves it.
+class CZNTaskAddIn : public IArkAddIn5 {
+public:
+    /// `platform` outlives the object.
+    explicit CZNTaskAddIn(const Platform& platform);
+
+    /// `E_POINTER` if an argument is missing.
+    Status GetAddInInfo(ArkAddInInfo* info, IArkCmdMgr* commandManager) override;
+    /// `E_POINTER` if an argument is missing; the failure of asking the vault for its interface; success for a
+    /// command that isn't the add-in's. The commands that show property pages (40, 41, 42) answer `E_NOTIMPL`:
+    /// this build has no pages.
+    Status OnCmd(ArkCmd* cmd, ArkSelection* selection) override;
+
+private:
+    Platform m_platform;
+    TaskContext m_context;
+};
+
+} // namespace zn
