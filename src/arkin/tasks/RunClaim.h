@@ -1,0 +1,55 @@
+#pragma once
+
+#include "arkin/tasks/RunStore.h"
+
+#include <optional>
+#include <span>
+
+namespace arkin {
+
+/// What every write of a worker answers when another worker has taken the run over in the meantime.
+inline constexpr zn::Status E_ARK_RUN_TAKEN_OVER = zn::statusCode(0x80040320);
+
+/// A worker's hold on one run. Each taking counts the run's claim up, and every write names the claim that it was made
+/// under: a worker that comes back late, after a successor took the run, changes nothing and gets
+/// `E_ARK_RUN_TAKEN_OVER`. Taking is one short transaction; the work goes on outside it.
+class RunClaim {
+public:
+    /// Takes the oldest waiting run; none if nothing waits.
+    static std::optional<RunClaim> takeNext(RunStore& store, const ProcessMark& owner, std::int64_t now);
+    /// Takes this run, if it waits or if its worker died. Raises `StatusError` E_INVALIDARG with a sentence that says
+    /// what else is the matter with it.
+    static RunClaim take(RunStore& store, std::int32_t runId, const ProcessMark& owner, std::int64_t now);
+
+    /// The run as it was when it was taken.
+    const RunInfo& run() const { return m_run; }
+    RunStore& store() const { return *m_store; }
+
+    /// Tells that the worker lives; over `database`, which may be another thread's connection. False if the run was
+    /// taken over.
+    bool beat(Database& database, std::int64_t now) const;
+
+    // The writes. Each raises `StatusError` E_ARK_RUN_TAKEN_OVER when the run has gone to another worker.
+    zn::TaskRunState state() const;
+    /// Changes the state if it is one of `from`; returns the state that stands afterwards.
+    zn::TaskRunState changeState(std::span<const zn::TaskRunState> from, zn::TaskRunState to) const;
+    void writeProgress(std::int32_t total, std::int32_t position, zn::TextView text) const;
+    void writeVariable(zn::TextView name, const zn::Value& value) const;
+    /// Ends the run: state, code, text and documents together.
+    void finish(zn::TaskRunState state, zn::Status code, zn::TextView text,
+        const std::vector<zn::ArkTaskResultDoc>& documents, std::int64_t now) const;
+
+private:
+    RunClaim(RunStore& store, RunInfo run)
+        : m_store(&store)
+        , m_run(std::move(run))
+    {
+    }
+    static RunClaim mark(RunStore& store, std::int32_t runId, const ProcessMark& owner, std::int64_t now);
+    void requireHeld() const;
+
+    RunStore* m_store;
+    RunInfo m_run;
+};
+
+} // namespace arkin

@@ -1,0 +1,66 @@
+#include "arkin/tasks/RunStore.h"
+
+#include "base/Format.h"
+
+#include <random>
+
+namespace arkin {
+
+using zn::TaskRunState;
+
+namespace {
+
+struct StateName {
+    TaskRunState state;
+    const char16_t* name;
+};
+
+const StateName stateNames[] = {
+    {TaskRunState::Queued, u"queued"},
+    {TaskRunState::Running, u"running"},
+    {TaskRunState::Suspended, u"suspended"},
+    {TaskRunState::CancelRequested, u"cancel requested"},
+    {TaskRunState::Finished, u"finished"},
+    {TaskRunState::Cancelled, u"cancelled"},
+    {TaskRunState::FinishedWithErrors, u"finished with errors"},
+    {TaskRunState::SuspendRequested, u"suspend requested"},
+    {TaskRunState::ResumeRequested, u"resume requested"},
+};
+
+zn::Text nameOf(TaskRunState state)
+{
+    for (const auto& row : stateNames)
+        if (row.state == state)
+            return row.name;
+    return u"state " + zn::numberText(static_cast<std::int32_t>(state));
+}
+
+} // namespace
+
+bool RunInfo::ended() const
+{
+    return state == TaskRunState::Finished || state == TaskRunState::Cancelled
+        || state == TaskRunState::FinishedWithErrors;
+}
+
+bool workerDied(const RunInfo& run, std::int64_t now)
+{
+    return run.taken() && (!mayBeAlive(run.owner) || now - run.heartbeatAt > heartbeatLimit);
+}
+
+zn::Text stateText(const RunInfo& run, std::int64_t now)
+{
+    const auto name = nameOf(run.state);
+    return workerDied(run, now) ? u"worker died (" + name + u")" : name;
+}
+
+zn::Text newGuid()
+{
+    std::random_device random;
+    const auto a = random(), b = random(), c = random(), d = random();
+    // A random identifier, version 4.
+    return zn::formatText("{%08X-%04X-%04X-%04X-%04X%08X}", a, b >> 16, (b & 0x0FFFU) | 0x4000U,
+        (c >> 16 & 0x3FFFU) | 0x8000U, c & 0xFFFFU, d);
+}
+
+} // namespace arkin

@@ -1,0 +1,29 @@
+#include "arkin/tasks/RunRow.h"
+
+namespace soci {
+
+void type_conversion<arkin::RunInfo>::from_base(const values& row, indicator, arkin::RunInfo& run)
+{
+    const auto text = [&](const char* column) { return zn::toText(row.get<std::string>(column)); };
+    run.id = row.get<int>("id");
+    run.guid = text("guid");
+    run.taskName = text("task_name");
+    run.addIn = text("add_in");
+    run.userName = text("user_name");
+    run.state = static_cast<zn::TaskRunState>(row.get<int>("state"));
+    run.claim = row.get<int>("claim");
+    run.owner.host = text("owner_host");
+    run.owner.process = row.get<int>("owner_process");
+    run.owner.start = row.get<long long>("owner_mark");
+    run.heartbeatAt = row.get<long long>("heartbeat_at");
+    run.progressTotal = row.get<int>("progress_total");
+    run.progressPosition = row.get<int>("progress_position");
+    run.progressText = text("progress_text");
+    run.resultCode = row.get<int>("result_code");
+    run.resultText = text("result_text");
+    run.launchedAt = row.get<long long>("launched_at");
+    run.startedAt = row.get<long long>("started_at");
+    run.endedAt = row.get<long long>("ended_at");
+}
+
+} // namespace soci

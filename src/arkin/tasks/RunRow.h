@@ -1,0 +1,23 @@
+#pragma once
+
+#include "arkin/tasks/RunStore.h"
+
+namespace arkin {
+
+/// All columns of a run; a condition follows.
+inline constexpr const char* selectRuns
+    = "SELECT id, guid, task_name, add_in, user_name, state, claim, owner_host, owner_process, owner_mark, "
+      "heartbeat_at, progress_total, progress_position, progress_text, result_code, result_text, launched_at, "
+      "started_at, ended_at FROM task_runs WHERE ";
+
+} // namespace arkin
+
+namespace soci {
+
+/// Lets a statement read a row of `selectRuns` straight into a `RunInfo`.
+template <> struct type_conversion<arkin::RunInfo> {
+    using base_type = values;
+    static void from_base(const values& row, indicator, arkin::RunInfo& run);
+};
+
+} // namespace soci

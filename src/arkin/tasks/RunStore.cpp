@@ -1,0 +1,169 @@
+#include "arkin/tasks/RunStore.h"
+
+#include "arkin/tasks/RunRow.h"
+#include "arkin/tasks/TaskSchema.h"
+
+namespace arkin {
+
+using soci::into;
+using soci::use;
+using zn::toText;
+using zn::toUtf8;
+
+RunStore::RunStore(Database& database, std::int32_t vaultId)
+    : m_database(database)
+    , m_vaultId(vaultId)
+{
+    applySchema(database, taskSchema);
+}
+
+namespace {
+
+void insertVariables(soci::session& session, std::int32_t runId, const Variables& variables, std::int32_t own)
+{
+    for (const auto& [name, value] : variables) {
+        const auto key = toUtf8(name);
+        const auto stored = toStored(value);
+        session << "INSERT INTO task_run_variables (run_id, name, value_type, value_text, own) "
+                   "VALUES (:id, :name, :type, :text, :own)",
+            use(runId), use(key), use(stored.type), use(stored.text), use(own);
+    }
+}
+
+void insertSelection(soci::session& session, std::int32_t runId, const zn::ArkSelection& selection)
+{
+    std::int32_t position = 0, fileId = 0, folderId = 0, type = 0, version = 0;
+    std::string path, configuration;
+    soci::statement insert = (session.prepare
+            << "INSERT INTO task_run_items (run_id, position, file_id, folder_id, path, configuration, item_type, "
+               "version) VALUES (:run, :position, :file, :folder, :path, :configuration, :type, :version)",
+        use(runId), use(position), use(fileId), use(folderId), use(path), use(configuration), use(type), use(version));
+    for (const auto& item : selection) {
+        fileId = item.fileId;
+        folderId = item.folderId;
+        path = toUtf8(item.path);
+        configuration = toUtf8(item.configuration);
+        type = static_cast<std::int32_t>(item.itemType);
+        version = item.version;
+        insert.execute(true);
+        ++position;
+    }
+}
+
+} // namespace
+
+std::int32_t RunStore::enqueue(const TaskDefinition& task, const NewRun& run, std::int64_t now)
+{
+    Transaction transaction(m_database);
+    const auto id = m_database.allocateIds("task_runs");
+    const auto guid = toUtf8(run.guid);
+    const auto name = toUtf8(task.name);
+    const auto addIn = toUtf8(task.addIn);
+    const auto user = toUtf8(run.userName);
+    const auto at = static_cast<long long>(now);
+    const auto queued = static_cast<std::int32_t>(zn::TaskRunState::Queued);
+    m_database.session() << "INSERT INTO task_runs (id, vault_id, guid, task_name, add_in, user_name, state, claim, "
+                            "owner_host, owner_process, owner_mark, heartbeat_at, progress_total, progress_position, "
+                            "progress_text, result_code, result_text, launched_at, started_at, ended_at) "
+                            "VALUES (:id, :vault, :guid, :name, :addin, :user, :state, 0, '', 0, 0, 0, 0, 0, '', 0, "
+                            "'', :at, 0, 0)",
+        use(id), use(m_vaultId), use(guid), use(name), use(addIn), use(user), use(queued), use(at);
+    auto inherited = task.variables;
+    for (const auto& own : run.ownVariables)
+        inherited.erase(own.first);
+    insertVariables(m_database.session(), id, inherited, 0);
+    insertVariables(m_database.session(), id, run.ownVariables, 1);
+    insertSelection(m_database.session(), id, run.selection);
+    transaction.commit();
+    return id;
+}
+
+RunInfo RunStore::get(zn::TextView idOrGuid)
+{
+    const auto text = zn::trim(idOrGuid);
+    const bool isNumber = !text.empty() && text.find_first_not_of(u"0123456789") == zn::Text::npos;
+    if (isNumber)
+        return get(zn::leadingInteger(text));
+    auto guid = toUtf8(zn::toUpper(text));
+    if (!guid.starts_with('{'))
+        guid = "{" + guid + "}";
+    std::int32_t id = 0;
+    m_database.session() << "SELECT id FROM task_runs WHERE vault_id = :vault AND guid = :guid", use(m_vaultId),
+        use(guid), into(id);
+    if (!m_database.session().got_data())
+        throw zn::StatusError(zn::E_INVALIDARG,
+            "There is no run '" + toUtf8(text) + "'; 'arkin task status' without an identifier shows the runs.");
+    return get(id);
+}
+
+RunInfo RunStore::get(std::int32_t id)
+{
+    RunInfo run;
+    m_database.session() << selectRuns << "vault_id = :vault AND id = :id", use(m_vaultId), use(id), into(run);
+    if (!m_database.session().got_data())
+        throw zn::StatusError(zn::E_INVALIDARG,
+            "There is no run " + std::to_string(id)
+                + "; 'arkin task status' without an identifier shows the runs.");
+    return run;
+}
+
+std::vector<RunInfo> RunStore::list(zn::TextView taskName)
+{
+    const soci::rowset<RunInfo> rows
+        = (m_database.session().prepare << selectRuns << "vault_id = :vault ORDER BY id DESC", use(m_vaultId));
+    std::vector<RunInfo> runs;
+    for (const auto& run : rows)
+        if (taskName.empty() || zn::equalNoCase(run.taskName, taskName))
+            runs.push_back(run);
+    return runs;
+}
+
+Variables RunStore::variables(std::int32_t runId)
+{
+    Variables variables;
+    std::string name;
+    StoredValue stored;
+    soci::statement select = (m_database.session().prepare
+            << "SELECT name, value_type, value_text FROM task_run_variables WHERE run_id = :id",
+        use(runId), into(name), into(stored.type), into(stored.text));
+    select.execute();
+    while (select.fetch())
+        variables[toText(name)] = fromStored(stored);
+    return variables;
+}
+
+zn::ArkSelection RunStore::selection(std::int32_t runId)
+{
+    zn::ArkSelection selection;
+    zn::ArkSelItem item;
+    std::string path, configuration;
+    std::int32_t type = 0;
+    soci::statement select = (m_database.session().prepare
+            << "SELECT file_id, folder_id, path, configuration, item_type, version FROM task_run_items "
+               "WHERE run_id = :id ORDER BY position",
+        use(runId), into(item.fileId), into(item.folderId), into(path), into(configuration), into(type),
+        into(item.version));
+    select.execute();
+    while (select.fetch()) {
+        item.path = toText(path);
+        item.configuration = toText(configuration);
+        item.itemType = static_cast<zn::ArkItemType>(type);
+        selection.push_back(item);
+    }
+    return selection;
+}
+
+std::vector<zn::ArkTaskResultDoc> RunStore::documents(std::int32_t runId)
+{
+    std::vector<zn::ArkTaskResultDoc> documents;
+    zn::ArkTaskResultDoc document;
+    soci::statement select = (m_database.session().prepare
+            << "SELECT file_id, kind, folder_id, version FROM task_run_documents WHERE run_id = :id ORDER BY position",
+        use(runId), into(document.fileId), into(document.kind), into(document.folderId), into(document.version));
+    select.execute();
+    while (select.fetch())
+        documents.push_back(document);
+    return documents;
+}
+
+} // namespace arkin

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "arkin/tasks/ProcessMark.h"
+#include "arkin/tasks/TaskStore.h"
+#include "host/Records.h"
+
+namespace arkin {
+
+/// One run of a task as the database has it. Times are Unix seconds, 0 for not yet.
+struct RunInfo {
+    std::int32_t id = 0;
+    zn::Text guid;     ///< "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}"
+    zn::Text taskName; ///< as it was at the launch
+    zn::Text addIn;
+    zn::Text userName;
+    zn::TaskRunState state = zn::TaskRunState::Queued;
+    std::int32_t claim = 0; ///< how many workers have taken it
+    ProcessMark owner;      ///< process 0 while no worker has taken it
+    std::int64_t heartbeatAt = 0;
+    std::int32_t progressTotal = 0;
+    std::int32_t progressPosition = 0;
+    zn::Text progressText;
+    zn::Status resultCode = 0;
+    zn::Text resultText;
+    std::int64_t launchedAt = 0;
+    std::int64_t startedAt = 0;
+    std::int64_t endedAt = 0;
+
+    bool ended() const;
+    /// Whether a worker has the run: it isn't waiting, and it hasn't ended.
+    bool taken() const { return !ended() && owner.process != 0; }
+};
+
+/// A worker that hasn't been heard of for so many seconds is taken for dead.
+inline constexpr std::int64_t heartbeatLimit = 60;
+
+/// Whether the run's worker went away before the run had ended.
+bool workerDied(const RunInfo& run, std::int64_t now);
+/// "queued", "running" … for a person; "worker died" goes before the state in which the worker left the run.
+zn::Text stateText(const RunInfo& run, std::int64_t now);
+
+/// What a launch hands over.
+struct NewRun {
+    zn::Text guid;
+    zn::Text userName;
+    zn::ArkSelection selection;
+    Variables ownVariables; ///< what the launch wrote; they win over the definition's
+};
+
+/// The runs of one vault: launching and reading. What a worker writes goes through `RunClaim`.
+class RunStore {
+public:
+    /// Brings the task tables to their last step.
+    RunStore(Database& database, std::int32_t vaultId);
+
+    /// Puts a run into the queue, with the variables that the task has at this moment. Returns its number.
+    std::int32_t enqueue(const TaskDefinition& task, const NewRun& run, std::int64_t now);
+
+    /// `idOrGuid` is the run's number or identifier; the identifier's braces may be left out, its case doesn't count.
+    /// Raises `StatusError` E_INVALIDARG with a sentence if there is no such run.
+    RunInfo get(zn::TextView idOrGuid);
+    RunInfo get(std::int32_t id);
+    /// The newest first; those of one task only if `taskName` isn't empty.
+    std::vector<RunInfo> list(zn::TextView taskName = {});
+    Variables variables(std::int32_t runId);
+    zn::ArkSelection selection(std::int32_t runId);
+    std::vector<zn::ArkTaskResultDoc> documents(std::int32_t runId);
+
+    Database& database() { return m_database; }
+    std::int32_t vaultId() const { return m_vaultId; }
+
+private:
+    Database& m_database;
+    std::int32_t m_vaultId;
+};
+
+/// A fresh identifier in the form of `RunInfo::guid`.
+zn::Text newGuid();
+
+} // namespace arkin

@@ -1,0 +1,94 @@
+#include "arkin/tasks/TaskSchema.h"
+
+// Times are Unix seconds. Variable names are compared exactly, as the placeholders of a macro are; task names by their
+// case-folded form in `name_key`. `value_type` is the automation type number (see StoredValue.h).
+
+namespace arkin {
+
+namespace {
+
+const char* const firstStep[] = {
+    R"(CREATE TABLE tasks (
+        id INTEGER NOT NULL PRIMARY KEY,
+        vault_id INTEGER NOT NULL REFERENCES vaults (id),
+        name VARCHAR(260) NOT NULL,
+        name_key VARCHAR(260) NOT NULL,
+        add_in VARCHAR(260) NOT NULL,
+        created_by VARCHAR(260) NOT NULL,
+        created_at BIGINT NOT NULL,
+        UNIQUE (vault_id, name_key)))",
+    R"(CREATE TABLE task_variables (
+        task_id INTEGER NOT NULL REFERENCES tasks (id),
+        name VARCHAR(260) NOT NULL,
+        value_type INTEGER NOT NULL,
+        value_text TEXT NOT NULL,
+        PRIMARY KEY (task_id, name)))",
+    R"(CREATE TABLE task_menu_entries (
+        task_id INTEGER NOT NULL REFERENCES tasks (id),
+        position INTEGER NOT NULL,
+        identifier INTEGER NOT NULL,
+        menu_text VARCHAR(1000) NOT NULL,
+        status_text VARCHAR(1000) NOT NULL,
+        flags INTEGER NOT NULL,
+        PRIMARY KEY (task_id, position)))",
+    // A run carries the name of its task and not its number: it stays readable when the task has been deleted.
+    // `claim` counts the workers that took the run; only the one who holds the last number may write.
+    R"(CREATE TABLE task_runs (
+        id INTEGER NOT NULL PRIMARY KEY,
+        vault_id INTEGER NOT NULL REFERENCES vaults (id),
+        guid CHAR(38) NOT NULL UNIQUE,
+        task_name VARCHAR(260) NOT NULL,
+        add_in VARCHAR(260) NOT NULL,
+        user_name VARCHAR(260) NOT NULL,
+        state INTEGER NOT NULL,
+        claim INTEGER NOT NULL,
+        owner_host VARCHAR(260) NOT NULL,
+        owner_process INTEGER NOT NULL,
+        owner_mark BIGINT NOT NULL,
+        heartbeat_at BIGINT NOT NULL,
+        progress_total INTEGER NOT NULL,
+        progress_position INTEGER NOT NULL,
+        progress_text VARCHAR(4000) NOT NULL,
+        result_code INTEGER NOT NULL,
+        result_text TEXT NOT NULL,
+        launched_at BIGINT NOT NULL,
+        started_at BIGINT NOT NULL,
+        ended_at BIGINT NOT NULL))",
+    "CREATE INDEX task_runs_by_state ON task_runs (vault_id, state, id)",
+    // `own` tells what the run wrote itself from what it took over from the definition at its launch.
+    R"(CREATE TABLE task_run_variables (
+        run_id INTEGER NOT NULL REFERENCES task_runs (id),
+        name VARCHAR(260) NOT NULL,
+        value_type INTEGER NOT NULL,
+        value_text TEXT NOT NULL,
+        own INTEGER NOT NULL,
+        PRIMARY KEY (run_id, name)))",
+    R"(CREATE TABLE task_run_items (
+        run_id INTEGER NOT NULL REFERENCES task_runs (id),
+        position INTEGER NOT NULL,
+        file_id INTEGER NOT NULL,
+        folder_id INTEGER NOT NULL,
+        path VARCHAR(4000) NOT NULL,
+        configuration VARCHAR(260) NOT NULL,
+        item_type INTEGER NOT NULL,
+        version INTEGER NOT NULL,
+        PRIMARY KEY (run_id, position)))",
+    R"(CREATE TABLE task_run_documents (
+        run_id INTEGER NOT NULL REFERENCES task_runs (id),
+        position INTEGER NOT NULL,
+        file_id INTEGER NOT NULL,
+        kind INTEGER NOT NULL,
+        folder_id INTEGER NOT NULL,
+        version INTEGER NOT NULL,
+        PRIMARY KEY (run_id, position)))",
+};
+
+const SchemaStep steps[] = {
+    {firstStep},
+};
+
+} // namespace
+
+const SchemaArea taskSchema{"tasks", steps};
+
+} // namespace arkin

@@ -1,0 +1,190 @@
+#include "arkin/tasks/TaskStore.h"
+
+#include "arkin/store/Codes.h"
+#include "arkin/tasks/TaskSchema.h"
+
+namespace arkin {
+
+using soci::into;
+using soci::use;
+using zn::Text;
+using zn::TextView;
+using zn::toText;
+using zn::toUtf8;
+
+zn::TaskKind TaskDefinition::kind() const
+{
+    const auto type = variables.find(u"__type");
+    return type == variables.end() ? zn::TaskKind::General : static_cast<zn::TaskKind>(type->second.toInt32());
+}
+
+TaskStore::TaskStore(Database& database, std::int32_t vaultId)
+    : m_database(database)
+    , m_vaultId(vaultId)
+{
+    applySchema(database, taskSchema);
+}
+
+std::int32_t TaskStore::create(const TaskDefinition& task)
+{
+    if (zn::trim(task.name).empty())
+        throw zn::StatusError(zn::E_INVALIDARG, "A task needs a name that isn't blank.");
+    Transaction transaction(m_database);
+    if (find(task.name))
+        throw zn::StatusError(E_ARK_NAME_ALREADY_EXISTS,
+            "A task named '" + toUtf8(task.name) + "' exists already; delete it first or choose another name.");
+    const auto id = m_database.allocateIds("tasks");
+    const auto name = toUtf8(task.name);
+    const auto key = toUtf8(zn::foldCase(task.name));
+    const auto addIn = toUtf8(task.addIn);
+    const auto user = toUtf8(task.createdBy);
+    const auto created = static_cast<long long>(task.createdAt);
+    m_database.session() << "INSERT INTO tasks (id, vault_id, name, name_key, add_in, created_by, created_at) "
+                            "VALUES (:id, :vault, :name, :key, :addin, :user, :at)",
+        use(id), use(m_vaultId), use(name), use(key), use(addIn), use(user), use(created);
+    writeVariables(id, task.variables);
+    writeMenu(id, task.menu);
+    transaction.commit();
+    return id;
+}
+
+std::optional<TaskDefinition> TaskStore::find(TextView name)
+{
+    TaskDefinition task;
+    const auto key = toUtf8(zn::foldCase(name));
+    std::string foundName, addIn, user;
+    long long created = 0;
+    m_database.session() << "SELECT id, name, add_in, created_by, created_at FROM tasks "
+                            "WHERE vault_id = :vault AND name_key = :key",
+        use(m_vaultId), use(key), into(task.id), into(foundName), into(addIn), into(user), into(created);
+    if (!m_database.session().got_data())
+        return {};
+    task.name = toText(foundName);
+    task.addIn = toText(addIn);
+    task.createdBy = toText(user);
+    task.createdAt = created;
+    task.variables = readVariables(task.id);
+    task.menu = readMenu(task.id);
+    return task;
+}
+
+TaskDefinition TaskStore::get(TextView name)
+{
+    auto task = find(name);
+    if (!task)
+        throw zn::StatusError(
+            zn::E_INVALIDARG, "There is no task named '" + toUtf8(name) + "'; 'arkin task list' shows the tasks.");
+    return *std::move(task);
+}
+
+std::vector<TaskDefinition> TaskStore::list()
+{
+    std::vector<TaskDefinition> tasks;
+    TaskDefinition task;
+    std::string name, addIn, user;
+    long long created = 0;
+    soci::statement select = (m_database.session().prepare
+            << "SELECT id, name, add_in, created_by, created_at FROM tasks WHERE vault_id = :vault ORDER BY name_key",
+        use(m_vaultId), into(task.id), into(name), into(addIn), into(user), into(created));
+    select.execute();
+    while (select.fetch()) {
+        task.name = toText(name);
+        task.addIn = toText(addIn);
+        task.createdBy = toText(user);
+        task.createdAt = created;
+        tasks.push_back(task);
+    }
+    for (auto& each : tasks) {
+        StoredValue kind;
+        m_database.session()
+            << "SELECT value_type, value_text FROM task_variables WHERE task_id = :id AND name = '__type'",
+            use(each.id), into(kind.type), into(kind.text);
+        if (m_database.session().got_data())
+            each.variables[u"__type"] = fromStored(kind);
+    }
+    return tasks;
+}
+
+void TaskStore::setVariables(std::int32_t taskId, const Variables& variables)
+{
+    Transaction transaction(m_database);
+    writeVariables(taskId, variables);
+    transaction.commit();
+}
+
+void TaskStore::setMenu(std::int32_t taskId, const std::vector<MenuEntry>& entries)
+{
+    Transaction transaction(m_database);
+    writeMenu(taskId, entries);
+    transaction.commit();
+}
+
+void TaskStore::remove(std::int32_t taskId)
+{
+    Transaction transaction(m_database);
+    for (const char* table : {"task_variables", "task_menu_entries"})
+        m_database.session() << "DELETE FROM " << table << " WHERE task_id = :id", use(taskId);
+    m_database.session() << "DELETE FROM tasks WHERE id = :id", use(taskId);
+    transaction.commit();
+}
+
+void TaskStore::writeVariables(std::int32_t taskId, const Variables& variables)
+{
+    for (const auto& [name, value] : variables) {
+        const auto key = toUtf8(name);
+        const auto stored = toStored(value);
+        auto& session = m_database.session();
+        session << "DELETE FROM task_variables WHERE task_id = :id AND name = :name", use(taskId), use(key);
+        session << "INSERT INTO task_variables (task_id, name, value_type, value_text) VALUES (:id, :name, :t, :v)",
+            use(taskId), use(key), use(stored.type), use(stored.text);
+    }
+}
+
+void TaskStore::writeMenu(std::int32_t taskId, const std::vector<MenuEntry>& entries)
+{
+    auto& session = m_database.session();
+    session << "DELETE FROM task_menu_entries WHERE task_id = :id", use(taskId);
+    std::int32_t position = 0;
+    for (const auto& entry : entries) {
+        const auto menuText = toUtf8(entry.menuText);
+        const auto statusText = toUtf8(entry.statusText);
+        session << "INSERT INTO task_menu_entries (task_id, position, identifier, menu_text, status_text, flags) "
+                   "VALUES (:id, :position, :identifier, :menu, :status, :flags)",
+            use(taskId), use(position), use(entry.identifier), use(menuText), use(statusText), use(entry.flags);
+        ++position;
+    }
+}
+
+Variables TaskStore::readVariables(std::int32_t taskId)
+{
+    Variables variables;
+    std::string name;
+    StoredValue stored;
+    soci::statement select
+        = (m_database.session().prepare << "SELECT name, value_type, value_text FROM task_variables WHERE task_id = :id",
+            use(taskId), into(name), into(stored.type), into(stored.text));
+    select.execute();
+    while (select.fetch())
+        variables[toText(name)] = fromStored(stored);
+    return variables;
+}
+
+std::vector<MenuEntry> TaskStore::readMenu(std::int32_t taskId)
+{
+    std::vector<MenuEntry> entries;
+    MenuEntry entry;
+    std::string menuText, statusText;
+    soci::statement select = (m_database.session().prepare
+            << "SELECT identifier, menu_text, status_text, flags FROM task_menu_entries WHERE task_id = :id "
+               "ORDER BY position",
+        use(taskId), into(entry.identifier), into(menuText), into(statusText), into(entry.flags));
+    select.execute();
+    while (select.fetch()) {
+        entry.menuText = toText(menuText);
+        entry.statusText = toText(statusText);
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
+} // namespace arkin
