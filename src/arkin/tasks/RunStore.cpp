@@ -102,8 +102,7 @@ RunInfo RunStore::get(std::int32_t id)
     m_database.session() << selectRuns << "vault_id = :vault AND id = :id", use(m_vaultId), use(id), into(run);
     if (!m_database.session().got_data())
         throw zn::StatusError(zn::E_INVALIDARG,
-            "There is no run " + std::to_string(id)
-                + "; 'arkin task status' without an identifier shows the runs.");
+            "There is no run " + std::to_string(id) + "; 'arkin task status' without an identifier shows the runs.");
     return run;
 }
 

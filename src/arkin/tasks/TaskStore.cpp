@@ -160,9 +160,9 @@ Variables TaskStore::readVariables(std::int32_t taskId)
     Variables variables;
     std::string name;
     StoredValue stored;
-    soci::statement select
-        = (m_database.session().prepare << "SELECT name, value_type, value_text FROM task_variables WHERE task_id = :id",
-            use(taskId), into(name), into(stored.type), into(stored.text));
+    soci::statement select = (m_database.session().prepare
+            << "SELECT name, value_type, value_text FROM task_variables WHERE task_id = :id",
+        use(taskId), into(name), into(stored.type), into(stored.text));
     select.execute();
     while (select.fetch())
         variables[toText(name)] = fromStored(stored);

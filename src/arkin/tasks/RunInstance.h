@@ -1,0 +1,66 @@
+#pragma once
+
+#include "arkin/tasks/RunClaim.h"
+#include "arkin/tasks/RunValues.h"
+#include "host/ArkTask.h"
+#include "platform/Clock.h"
+
+#include <chrono>
+#include <functional>
+
+namespace arkin {
+
+/// Where a run stands, for whoever watches it.
+struct RunProgress {
+    std::int32_t total = 0;
+    std::int32_t position = 0;
+    zn::Text text;
+    zn::TaskRunState state = zn::TaskRunState::Running;
+};
+using RunWatcher = std::function<void(const RunProgress&)>;
+
+/// A run on its worker, as the add-in sees it. All writes go through the claim. The definition's variables are those
+/// of the launch; they are read once, and only this worker writes them.
+///
+/// Of two answers that cross, the person's request wins over the add-in's report: a run that was asked to resume or to
+/// cancel while the add-in was about to report that it is suspended is not marked as suspended.
+class RunInstance final : public zn::IArkTaskInstance {
+public:
+    RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RunWatcher watcher = {});
+
+    /// The first failure of a write, with its sentence; empty while all went well. An add-in may pass a failed
+    /// status over, the host may not.
+    const std::string& failure() const { return m_failure; }
+
+    zn::Status GetInstanceGuid(zn::Text& guid) override;
+    zn::Status SetProgressRange(std::int32_t total, std::int32_t position, zn::TextView text) override;
+    zn::Status SetProgressPos(std::int32_t position, zn::TextView text) override;
+    zn::Status GetStatus(zn::TaskRunState& state) override;
+    zn::Status SetStatus(zn::TaskRunState state, zn::Status code, zn::TextView text,
+        const std::vector<zn::ArkTaskResultDoc>& results) override;
+    zn::Status GetValue(zn::TextView name, zn::Value& value) override;
+    zn::Status SetValue(zn::TextView name, const zn::Value& value) override;
+    zn::Status GetTaskName(zn::Text& name) override;
+    zn::Status GetVariable(const zn::Value& idOrName, zn::Value& value) override;
+
+private:
+    zn::Status failed();
+    zn::Status showProgress(bool mustBeKept);
+    void flushProgress();
+    zn::TaskRunState currentState();
+    void tell() const;
+
+    RunClaim m_claim;
+    RunSetting m_setting;
+    zn::Clock& m_clock;
+    RunWatcher m_watcher;
+    Variables m_variables;
+    RunProgress m_progress;
+    bool m_suspended = false;       ///< the add-in waits for a resume
+    bool m_suspendSeen = false;     ///< the add-in knows of the request
+    bool m_progressPending = false; ///< the database is behind
+    std::chrono::steady_clock::time_point m_progressWritten{};
+    std::string m_failure;
+};
+
+} // namespace arkin

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "arkin/tasks/RunClaim.h"
+#include "platform/Clock.h"
+
+#include <atomic>
+#include <thread>
+
+namespace arkin {
+
+/// A thread beside a run, on a connection of its own: it tells the database that the worker lives, and turns a
+/// person's interruption of this process into a cancel request for the run.
+class RunMonitor {
+public:
+    /// `interrupted` may be set by a signal handler; null for none. It outlives the monitor.
+    RunMonitor(const RunClaim& claim, zn::Clock& clock, const std::atomic<bool>* interrupted);
+    RunMonitor(const RunMonitor&) = delete;
+    RunMonitor& operator=(const RunMonitor&) = delete;
+    ~RunMonitor();
+
+private:
+    void watch();
+    void requestCancelOnce(RunStore& store);
+
+    RunClaim m_claim;
+    zn::Clock& m_clock;
+    const std::atomic<bool>* m_interrupted;
+    bool m_cancelRequested = false;
+    zn::WaitEvent m_stop;
+    std::atomic<bool> m_stopping = false;
+    std::thread m_thread;
+};
+
+} // namespace arkin

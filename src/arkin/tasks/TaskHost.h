@@ -1,0 +1,31 @@
+#pragma once
+
+#include "arkin/store/Database.h"
+#include "host/ArkVault.h"
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
+#include "platform/Registry.h"
+
+namespace arkin {
+
+struct RunInfo;
+struct RunSetting;
+
+/// What launching and running a task needs of its surroundings. Everything outlives the host's use of it.
+struct TaskHost {
+    Database& database; ///< the connection of the calling thread
+    std::int32_t vaultId;
+    std::shared_ptr<zn::IArkVault> vault; ///< what add-ins get
+    zn::Registry& registry;
+    zn::FileSystem& files;
+    zn::Clock& clock;
+    zn::Text userName;
+};
+
+/// The values of the run itself that come from the surroundings: vault and machine. Raises the vault's failure.
+RunSetting settingOf(const TaskHost& host);
+
+/// A sentence for a failed status of an add-in: the vault's own, if it has one, and the number.
+std::string describeStatus(const TaskHost& host, zn::Status status);
+
+} // namespace arkin

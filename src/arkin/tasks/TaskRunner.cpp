@@ -1,0 +1,80 @@
+#include "arkin/tasks/TaskRunner.h"
+
+#include "arkin/store/Codes.h"
+#include "arkin/tasks/AddInModule.h"
+#include "arkin/tasks/RunMonitor.h"
+
+namespace arkin {
+
+using zn::Status;
+using zn::TaskRunState;
+
+TaskRunner::TaskRunner(TaskHost host, RunWatcher watcher, const std::atomic<bool>* interrupted)
+    : m_host(std::move(host))
+    , m_watcher(std::move(watcher))
+    , m_interrupted(interrupted)
+{
+}
+
+RunInfo TaskRunner::run(const RunClaim& claim)
+{
+    const RunMonitor monitor(claim, m_host.clock, m_interrupted);
+    Status code = zn::S_OK;
+    std::string failure;
+    try {
+        auto setting = settingOf(m_host);
+        setting.guid = claim.run().guid;
+        setting.taskName = claim.run().taskName;
+        setting.userName = claim.run().userName;
+        setting.runId = claim.run().id;
+        setting.launchedAt = claim.run().launchedAt;
+        const auto instance = std::make_shared<RunInstance>(claim, setting, m_host.clock, m_watcher);
+        code = callAddIn(claim, instance);
+        failure = instance->failure();
+    } catch (...) {
+        const auto caught = currentFailure();
+        code = caught.status;
+        failure = caught.sentence;
+    }
+    settle(claim, code, failure);
+    return claim.store().get(claim.run().id);
+}
+
+Status TaskRunner::callAddIn(const RunClaim& claim, const std::shared_ptr<RunInstance>& instance)
+{
+    auto selection = claim.store().selection(claim.run().id);
+    const auto addIn = loadAddIn(m_host.registry, m_host.files, claim.run().addIn);
+    zn::ArkCmd cmd;
+    cmd.command = zn::TaskCmdRun;
+    cmd.vault = m_host.vault;
+    cmd.taskObject = instance;
+    return addIn->OnCmd(&cmd, &selection);
+}
+
+void TaskRunner::settle(const RunClaim& claim, Status code, const std::string& failure)
+{
+    switch (claim.state()) {
+    case TaskRunState::Finished:
+    case TaskRunState::FinishedWithErrors:
+    case TaskRunState::Cancelled:
+        return;
+    case TaskRunState::CancelRequested: {
+        auto text = std::string("The run was cancelled.");
+        if (zn::failed(code))
+            text += " It had failed before: " + (failure.empty() ? describeStatus(m_host, code) : failure);
+        claim.finish(TaskRunState::Cancelled, code, zn::toText(text), {}, m_host.clock.now());
+        return;
+    }
+    default:
+        break;
+    }
+    auto text = failure;
+    if (text.empty() && zn::failed(code))
+        text = "The add-in ended with a failure: " + describeStatus(m_host, code) + ".";
+    else if (text.empty())
+        text = "The add-in ended without reporting how the run went.";
+    claim.finish(TaskRunState::FinishedWithErrors, zn::failed(code) ? code : zn::E_UNEXPECTED, zn::toText(text), {},
+        m_host.clock.now());
+}
+
+} // namespace arkin

@@ -1,0 +1,50 @@
+#include "arkin/tasks/Worker.h"
+
+namespace arkin {
+
+namespace {
+
+constexpr std::chrono::milliseconds lookInterval{1000};
+
+} // namespace
+
+Worker::Worker(TaskHost host, Listener listener, const std::atomic<bool>& interrupted)
+    : m_host(std::move(host))
+    , m_listener(std::move(listener))
+    , m_interrupted(interrupted)
+{
+}
+
+Worker::Tally Worker::work(bool untilEmpty)
+{
+    Tally tally;
+    RunStore store(m_host.database, m_host.vaultId);
+    while (!m_interrupted) {
+        const auto claim = RunClaim::takeNext(store, thisProcess(), m_host.clock.now());
+        if (claim)
+            runOne(*claim, tally);
+        else if (untilEmpty)
+            break;
+        else
+            m_host.clock.sleep(lookInterval);
+    }
+    return tally;
+}
+
+void Worker::runOne(const RunClaim& claim, Tally& tally)
+{
+    m_listener.started(claim.run());
+    try {
+        TaskRunner runner(m_host, m_listener.progress, &m_interrupted);
+        const auto run = runner.run(claim);
+        (run.state == zn::TaskRunState::Finished ? tally.finished : tally.others)++;
+        m_listener.ended(run);
+    } catch (const zn::StatusError& error) {
+        if (error.status() != E_ARK_RUN_TAKEN_OVER)
+            throw;
+        ++tally.others;
+        m_listener.lost(claim.run(), error.what());
+    }
+}
+
+} // namespace arkin
