@@ -295,14 +295,35 @@ public:
         guid = u"{6D1A7B52-0C8E-4E0B-9F6C-0123456789AB}";
         return S_OK;
     }
-    Status SetProgressRange(std::int32_t, std::int32_t, TextView) override { return S_OK; }
-    Status SetProgressPos(std::int32_t, TextView) override { return S_OK; }
+    Status SetProgressRange(std::int32_t total, std::int32_t position, TextView text) override
+    {
+        m_host.runCalls.push_back(
+            "range " + std::to_string(total) + " at " + std::to_string(position) + ": " + toUtf8(text));
+        return S_OK;
+    }
+    Status SetProgressPos(std::int32_t position, TextView text) override
+    {
+        m_host.runCalls.push_back("position " + std::to_string(position) + ": " + toUtf8(text));
+        return S_OK;
+    }
     Status GetStatus(TaskRunState& state) override
     {
         state = TaskRunState::Running;
+        if (!m_host.states.empty()) {
+            state = m_host.states.front();
+            m_host.states.pop_front();
+        }
         return S_OK;
     }
-    Status SetStatus(TaskRunState, Status, TextView, const std::vector<ArkTaskResultDoc>&) override { return S_OK; }
+    Status SetStatus(
+        TaskRunState state, Status code, TextView text, const std::vector<ArkTaskResultDoc>& results) override
+    {
+        std::string call = toUtf8(formatText("state %d, code %08X, '%s'", int(state), std::uint32_t(code), text));
+        for (const ArkTaskResultDoc& document : results)
+            call += toUtf8(formatText(", %d/%d v%d", document.fileId, document.folderId, document.version));
+        m_host.runCalls.push_back(call);
+        return S_OK;
+    }
     Status GetValue(TextView name, Value& value) override
     {
         if (const auto failure = m_host.failures.find("GetValue " + toUtf8(name)); failure != m_host.failures.end())

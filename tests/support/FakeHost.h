@@ -4,6 +4,7 @@
 #include "host/ArkTask.h"
 #include "host/ArkVault.h"
 
+#include <deque>
 #include <map>
 #include <string>
 
@@ -48,6 +49,10 @@ public:
     std::map<std::pair<std::int32_t, Text>, Value> runValues; ///< second lookup, by number or by name (0)
     std::map<Text, Status> addStatuses;                       ///< results of the batch add by path
     std::map<std::string, Status> failures;
+    /// What the run's host answers when it is asked for the state, one after the other; then running.
+    std::deque<TaskRunState> states;
+    /// Progress and states that the run was given, in order: "position 1: C:\V\a.zenprt".
+    std::vector<std::string> runCalls;
     /// Changes to the vault, in order: "AddFile C:\V\a.stl | C:\V | - | 0".
     std::vector<std::string> calls;
 };
