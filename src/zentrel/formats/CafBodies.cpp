@@ -1,6 +1,7 @@
 #include "zentrel/formats/CafBodies.h"
 
 #include <BRep_Builder.hxx>
+#include <cmath>
 #include <Quantity_Color.hxx>
 #include <TDataStd_Name.hxx>
 #include <TDF_LabelSequence.hxx>
@@ -20,9 +21,10 @@ namespace {
 
 class BodyCollector {
 public:
-    explicit BodyCollector(const Handle(TDocStd_Document) & document)
+    BodyCollector(const Handle(TDocStd_Document) & document, const SolidNames& names)
         : m_shapes(XCAFDoc_DocumentTool::ShapeTool(document->Main()))
         , m_colors(XCAFDoc_DocumentTool::ColorTool(document->Main()))
+        , m_names(names)
     {
     }
 
@@ -81,8 +83,8 @@ private:
         Body& body = m_bodies.emplace_back();
         body.shape = shape.Moved(location);
         const TDF_Label* label = subShape(shape);
-        const Text own = label ? nameOf(*label) : Text();
-        body.name = own.empty() ? name : own;
+        const Text* own = m_names.Seek(shape.Located(TopLoc_Location()));
+        body.name = own ? *own : name;
         body.color = color;
         if (label) {
             if (const auto special = colorOf(*label))
@@ -140,13 +142,17 @@ private:
                 continue;
             Color result;
             color.Values(result.red, result.green, result.blue, Quantity_TOC_sRGB);
-            return result;
+            return Color{rounded(result.red), rounded(result.green), rounded(result.blue)};
         }
         return {};
     }
 
+    /// The kernel keeps colours in single precision, so that a plain 1 comes back as nearly 1.
+    static double rounded(double value) { return std::round(value * 1e6) / 1e6; }
+
     Handle(XCAFDoc_ShapeTool) m_shapes;
     Handle(XCAFDoc_ColorTool) m_colors;
+    const SolidNames& m_names;
     TopTools_DataMapOfShapeInteger m_subShapes;
     TDF_LabelSequence m_subLabels;
     std::vector<Body> m_bodies;
@@ -156,11 +162,16 @@ private:
 
 Handle(TDocStd_Document) newCafDocument()
 {
+    // Else shapes without a name get the kernel's words for their kinds ("SOLID").
+    XCAFDoc_ShapeTool::SetAutoNaming(Standard_False);
     Handle(TDocStd_Document) document;
     XCAFApp_Application::GetApplication()->NewDocument("MDTV-XCAF", document);
     return document;
 }
 
-std::vector<Body> bodiesOf(const Handle(TDocStd_Document) & document) { return BodyCollector(document).collect(); }
+std::vector<Body> bodiesOf(const Handle(TDocStd_Document) & document, const SolidNames& names)
+{
+    return BodyCollector(document, names).collect();
+}
 
 } // namespace zentrel

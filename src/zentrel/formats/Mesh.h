@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <IMeshTools_Parameters.hxx>
 #include <TopoDS_Shape.hxx>
 
@@ -12,8 +13,8 @@ enum class MeshQuality { Coarse = 1, Fine = 2 };
 /// 1/1000, fine 1/5000), the angle 30 or 10 degrees. So a model of 200 m meshes as one of 0.2 mm does.
 IMeshTools_Parameters meshParameters(const TopoDS_Shape& shape, MeshQuality quality);
 
-/// Meshes the shape anew with these parameters. Faces that have only a tessellation keep theirs.
-/// Raises `DocumentError` of kind `Kernel` naming how many faces couldn't be meshed, if any.
-void mesh(const TopoDS_Shape& shape, MeshQuality quality);
+/// Meshes the shape anew with these parameters, and with finer ones if a face would get no triangle. Faces that have
+/// only a tessellation keep theirs. Gives the number of faces that have no triangle at the end.
+[[nodiscard]] std::size_t mesh(const TopoDS_Shape& shape, MeshQuality quality);
 
 } // namespace zentrel

@@ -13,6 +13,7 @@
 #include <StepShape_FaceSurface.hxx>
 #include <StepShape_ShellBasedSurfaceModel.hxx>
 #include <StepShape_SolidModel.hxx>
+#include <TCollection_HAsciiString.hxx>
 #include <Transfer_TransientProcess.hxx>
 #include <TransferBRep.hxx>
 #include <XSControl_TransferReader.hxx>
@@ -22,6 +23,12 @@ namespace zentrel {
 
 namespace {
 
+bool isSolid(const Handle(Standard_Transient) & entity)
+{
+    return entity->IsKind(STANDARD_TYPE(StepShape_SolidModel))
+        || entity->IsKind(STANDARD_TYPE(StepShape_ShellBasedSurfaceModel));
+}
+
 ReadCount countStep(const Handle(XSControl_WorkSession) & session, const std::vector<Body>& bodies)
 {
     ReadCount count;
@@ -29,9 +36,7 @@ ReadCount countStep(const Handle(XSControl_WorkSession) & session, const std::ve
     const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
     for (int number = 1; number <= model->NbEntities(); ++number) {
         const Handle(Standard_Transient) entity = model->Value(number);
-        const bool isSolid = entity->IsKind(STANDARD_TYPE(StepShape_SolidModel))
-            || entity->IsKind(STANDARD_TYPE(StepShape_ShellBasedSurfaceModel));
-        if (isSolid) {
+        if (isSolid(entity)) {
             ++count.solids;
             if (TransferBRep::ShapeResult(process, entity).IsNull())
                 ++count.missingSolids;
@@ -46,6 +51,24 @@ ReadCount countStep(const Handle(XSControl_WorkSession) & session, const std::ve
     return count;
 }
 
+/// The names of solids and surface models. The kernel would read them too, but crashes where an item is missing.
+SolidNames solidNamesOf(const Handle(XSControl_WorkSession) & session)
+{
+    SolidNames names;
+    const Handle(Interface_InterfaceModel) model = session->Model();
+    const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
+    for (int number = 1; number <= model->NbEntities(); ++number) {
+        const Handle(Standard_Transient) entity = model->Value(number);
+        const Handle(StepRepr_RepresentationItem) item = Handle(StepRepr_RepresentationItem)::DownCast(entity);
+        if (!isSolid(entity) || item->Name().IsNull() || item->Name()->IsEmpty())
+            continue;
+        const TopoDS_Shape shape = TransferBRep::ShapeResult(process, entity);
+        if (!shape.IsNull())
+            names.Bind(shape.Located(TopLoc_Location()), zn::toText(item->Name()->ToCString()));
+    }
+    return names;
+}
+
 PartDocument readHere(const std::filesystem::path& file)
 {
     STEPCAFControl_Reader reader;
@@ -56,7 +79,8 @@ PartDocument readHere(const std::filesystem::path& file)
     Handle(TDocStd_Document) document = newCafDocument();
     const bool transferred = reader.Transfer(document);
     PartDocument part;
-    part.configurations.push_back({u"Default", transferred ? bodiesOf(document) : std::vector<Body>(), {}});
+    part.configurations.push_back(
+        {u"Default", transferred ? bodiesOf(document, solidNamesOf(reader.Reader().WS())) : std::vector<Body>(), {}});
     const std::vector<Body>& bodies = part.configurations.front().bodies;
     requireComplete(countStep(reader.Reader().WS(), bodies), bodies, file);
     return part;

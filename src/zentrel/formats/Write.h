@@ -3,8 +3,8 @@
 #include "zentrel/formats/Mesh.h"
 #include "zentrel/model/Model.h"
 
-/// Writers of parts and assemblies. Each writes to a temporary name, syncs and renames; on a failure it raises
-/// `DocumentError` and leaves what existed. They run the kernel in a child process, so that its crash costs
+/// Writers of parts and assemblies. Each writes to a temporary name and renames; on a failure it raises
+/// `DocumentError` and leaves what existed. A crash of the kernel costs
 /// the file only. Raised: `Unsupported` (the format can't hold this model), `NotWritable`, `Kernel`.
 namespace zentrel {
 

@@ -110,7 +110,7 @@ void writeArchive(const std::map<std::string, std::string>& entries, const std::
         throw DocumentError(
             ErrorKind::NotWritable, "The file " + quoted(target) + " can't be written: " + reason + ".");
     }
-    file.commit();
+    file.commit(true);
 }
 
 } // namespace zentrel

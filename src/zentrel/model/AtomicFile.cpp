@@ -63,16 +63,35 @@ AtomicFile::~AtomicFile()
         std::filesystem::remove(m_temporary, ignored);
 }
 
-void AtomicFile::commit()
+void AtomicFile::commit(bool sync)
 {
-    if (const int number = syncPath(m_temporary))
+    if (const int number = sync ? syncPath(m_temporary) : 0)
         raiseNotWritable(m_target, number);
     if (rename(m_temporary.c_str(), m_target.c_str()) != 0)
         raiseNotWritable(m_target, errno);
     m_committed = true;
     const std::filesystem::path folder = m_target.parent_path();
-    if (const int number = syncPath(folder.empty() ? "." : folder))
+    if (const int number = sync ? syncPath(folder.empty() ? "." : folder) : 0)
         raiseNotWritable(m_target, number);
+}
+
+void writeWhole(const std::filesystem::path& target, std::string_view bytes)
+{
+    AtomicFile whole(target);
+    const int file = open(whole.temporary().c_str(), O_WRONLY | O_CLOEXEC);
+    int number = file < 0 ? errno : 0;
+    while (number == 0 && !bytes.empty()) {
+        const ssize_t count = write(file, bytes.data(), bytes.size());
+        if (count >= 0)
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        else if (errno != EINTR)
+            number = errno;
+    }
+    if (file >= 0 && close(file) != 0 && number == 0)
+        number = errno;
+    if (number != 0)
+        raiseNotWritable(target, number);
+    whole.commit(false);
 }
 
 } // namespace zentrel

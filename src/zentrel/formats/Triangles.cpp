@@ -1,0 +1,99 @@
+#include "zentrel/formats/Triangles.h"
+
+#include "zentrel/formats/KernelGuard.h"
+#include "zentrel/model/DocumentError.h"
+
+#include <algorithm>
+#include <BRep_Builder.hxx>
+#include <BRep_Tool.hxx>
+#include <set>
+#include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+
+namespace zentrel {
+
+namespace {
+
+/// Meshes every distinct part once and gives the number of faces that failed. A part meshes alike alone and in an
+/// assembly.
+std::size_t meshParts(const Model& model, MeshQuality quality, std::set<const Model*>& done)
+{
+    if (!done.insert(&model).second)
+        return 0;
+    TopoDS_Compound part;
+    BRep_Builder builder;
+    builder.MakeCompound(part);
+    for (const Body& body : model.bodies)
+        builder.Add(part, body.shape);
+    std::size_t unmeshed = model.bodies.empty() ? 0 : mesh(part, quality);
+    for (const Model::Child& child : model.children)
+        unmeshed += meshParts(*child.model, quality, done);
+    return unmeshed;
+}
+
+void addFace(const TopoDS_Face& face, const gp_Trsf& placement, TriangleSet& set)
+{
+    TopLoc_Location location;
+    const Handle(Poly_Triangulation)& triangulation = BRep_Tool::Triangulation(face, location);
+    const gp_Trsf transformation = placement * location.Transformation();
+    const auto offset = static_cast<std::uint32_t>(set.points.size());
+    set.points.reserve(set.points.size() + static_cast<std::size_t>(triangulation->NbNodes()));
+    for (int node = 1; node <= triangulation->NbNodes(); ++node)
+        set.points.push_back(triangulation->Node(node).Transformed(transformation).XYZ());
+    const bool reversed = face.Orientation() == TopAbs_REVERSED;
+    set.triangles.reserve(set.triangles.size() + static_cast<std::size_t>(triangulation->NbTriangles()));
+    for (int number = 1; number <= triangulation->NbTriangles(); ++number) {
+        int a = 0;
+        int b = 0;
+        int c = 0;
+        triangulation->Triangle(number).Get(a, b, c);
+        if (reversed)
+            std::swap(b, c);
+        const auto index = [&](int node) { return offset + static_cast<std::uint32_t>(node - 1); };
+        set.triangles.push_back({index(a), index(b), index(c)});
+    }
+}
+
+void addBody(const PlacedBody& placed, std::vector<TriangleSet>& sets)
+{
+    const Body& body = *placed.body;
+    const std::size_t first = sets.size();
+    TopTools_IndexedMapOfShape faces;
+    TopExp::MapShapes(body.shape, TopAbs_FACE, faces);
+    for (int index = 1; index <= faces.Extent(); ++index) {
+        const auto special = body.faceColors.find(index);
+        const std::optional<Color> color = special == body.faceColors.end() ? body.color : special->second;
+        auto set = std::find_if(sets.begin() + static_cast<std::ptrdiff_t>(first), sets.end(),
+            [&](const TriangleSet& known) { return known.color == color; });
+        if (set == sets.end())
+            set = sets.insert(sets.end(), {body.name, color, {}, {}});
+        addFace(TopoDS::Face(faces(index)), placed.placement, *set);
+    }
+}
+
+} // namespace
+
+std::vector<TriangleSet> trianglesOf(
+    const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file)
+{
+    std::vector<TriangleSet> sets;
+    runGuarded("meshing the model for", file, [&] {
+        std::set<const Model*> done;
+        if (const std::size_t unmeshed = meshParts(model, quality, done))
+            throw DocumentError(ErrorKind::Kernel,
+                "The file " + quoted(file) + " can't be written: " + std::to_string(unmeshed)
+                    + " faces of the model can't be divided into triangles.");
+        for (const PlacedBody& placed : placedBodies(model))
+            addBody(placed, sets);
+    });
+    if (sets.empty())
+        throw DocumentError(ErrorKind::Unsupported,
+            std::string("The file ") + quoted(file) + " can't be written: the model has no faces, and " + format
+                + " holds nothing else.");
+    return sets;
+}
+
+} // namespace zentrel

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "zentrel/formats/Mesh.h"
+#include "zentrel/model/Model.h"
+
+#include <array>
+#include <gp_XYZ.hxx>
+
+namespace zentrel {
+
+/// The triangles of one body's faces that share a colour, at their place in the whole model. Lengths in mm.
+struct TriangleSet {
+    Text name; ///< of the body
+    std::optional<Color> color;
+    std::vector<gp_XYZ> points;
+    std::vector<std::array<std::uint32_t, 3>> triangles; ///< indices into `points`, counterclockwise from outside
+};
+
+/// Meshes all parts of the model, each by its own size, and gives their triangles in the order of the bodies.
+/// `file` is the output, for sentences. Raises `Unsupported` when there isn't a single face (`format` can't hold
+/// curves), `Kernel` when a face can't be meshed or the kernel crashes.
+std::vector<TriangleSet> trianglesOf(
+    const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file);
+
+} // namespace zentrel

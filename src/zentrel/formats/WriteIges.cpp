@@ -1,0 +1,84 @@
+#include "zentrel/formats/CafModel.h"
+#include "zentrel/formats/KernelGuard.h"
+#include "zentrel/formats/Write.h"
+#include "zentrel/model/AtomicFile.h"
+#include "zentrel/model/DocumentError.h"
+
+#include <BRep_Builder.hxx>
+#include <BRepBuilderAPI_NurbsConvert.hxx>
+#include <IGESCAFControl_Writer.hxx>
+#include <IGESControl_Controller.hxx>
+#include <Interface_Static.hxx>
+#include <sstream>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS_Compound.hxx>
+
+namespace zentrel {
+
+namespace {
+
+constexpr int nurbsSystem = 1;
+constexpr int manifoldSolids = 3;
+
+void setPreferences(const IgesOptions& options)
+{
+    IGESControl_Controller::Init();
+    Interface_Static::SetCVal("write.iges.unit", "MM");
+    Interface_Static::SetIVal("write.iges.brep.mode", options.representation == manifoldSolids ? 1 : 0);
+    // The finest tolerance in the model, or the average one.
+    Interface_Static::SetIVal("write.precision.mode", options.highTrimAccuracy ? -1 : 0);
+}
+
+TopoDS_Shape asNurbs(const TopoDS_Shape& shape)
+{
+    BRepBuilderAPI_NurbsConvert convert(shape, Standard_True);
+    return convert.Shape();
+}
+
+/// Faces and solids, edges, or both of one body.
+TopoDS_Shape written(const Body& body, const IgesOptions& options)
+{
+    const bool hasFaces = TopExp_Explorer(body.shape, TopAbs_FACE).More();
+    if (!hasFaces && !options.freeCurves)
+        return {};
+    const TopoDS_Shape shape = options.system == nurbsSystem ? asNurbs(body.shape) : body.shape;
+    if (!hasFaces || !options.wireframe)
+        return !hasFaces || options.solidAndSurface ? shape : TopoDS_Shape();
+    const TopoDS_Shape edges = edgesOf(shape);
+    if (!options.solidAndSurface)
+        return edges;
+    TopoDS_Compound both;
+    BRep_Builder builder;
+    builder.MakeCompound(both);
+    builder.Add(both, shape);
+    builder.Add(both, edges);
+    return both;
+}
+
+std::string igesText(const Model& model, const std::filesystem::path& file, const IgesOptions& options)
+{
+    setPreferences(options);
+    const auto filter = [&](const Body& body) { return written(body, options); };
+    Handle(TDocStd_Document) document = cafDocumentOf(model, filter, options.flattenHierarchy);
+    if (document.IsNull())
+        throw DocumentError(ErrorKind::Unsupported,
+            "The file " + quoted(file) + " can't be written: the options leave nothing of the model.");
+    IGESCAFControl_Writer writer;
+    writer.SetColorMode(Standard_True);
+    writer.SetNameMode(Standard_True);
+    std::ostringstream stream;
+    if (!writer.Transfer(document) || !writer.Write(stream))
+        throw DocumentError(
+            ErrorKind::Kernel, "The file " + quoted(file) + " can't be written: the kernel can't convert the model.");
+    return std::move(stream).str();
+}
+
+} // namespace
+
+void writeIges(const Model& model, const std::filesystem::path& file, const IgesOptions& options)
+{
+    requireSurfaces(model, "IGES", file);
+    writeWhole(file, runInChild("writing", file, [&] { return igesText(model, file, options); }));
+}
+
+} // namespace zentrel
