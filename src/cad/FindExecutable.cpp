@@ -2,108 +2,114 @@
 
 #include "base/Format.h"
 #include "base/Paths.h"
-#include "platform/Processes.h"
 #include "platform/Registry.h"
 
 namespace zn {
 
 namespace {
 
-constexpr int firstYear = 1992; // the program identifier's number is the year minus this
+constexpr auto machine = RegistryRoot::Machine;
 constexpr RegistryView views[] = {RegistryView::Bits64, RegistryView::Bits32};
-constexpr const char16_t* settingsKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise\\ZNTaskAddIn";
-
-std::optional<Text> machineText(const Platform& platform, const Text& key, const char16_t* name, RegistryView view)
-{
-    const auto value = platform.registry.read(RegistryRoot::Machine, key, name, view);
-    return value ? value->asText() : std::nullopt;
-}
+/// A release's year is its program identifier's number and this.
+constexpr std::int32_t firstYear = 1992;
 
 Text setupKey(std::int32_t year) { return formatText("SOFTWARE\\Zentrel\\Zentrel %d\\Setup", year); }
 
-Text installedFolder(const Platform& platform, std::int32_t year)
+std::optional<Text> readText(
+    Registry& registry, const Text& key, TextView name, RegistryView view = RegistryView::Bits64)
+{
+    const auto value = registry.read(machine, key, name, view);
+    return value ? value->asText() : std::nullopt;
+}
+
+Text installationFolder(Registry& registry, std::int32_t year)
 {
     for (const RegistryView view : views) {
-        for (const char16_t* name : {u"Zentrel Folder", u"Zentrel Location"}) {
-            const Text folder = machineText(platform, setupKey(year), name, view).value_or(Text());
-            if (!folder.empty())
-                return folder;
-        }
+        auto folder = readText(registry, setupKey(year), u"Zentrel Folder", view);
+        if (!folder)
+            folder = readText(registry, setupKey(year), u"Zentrel Location", view);
+        if (folder && !folder->empty())
+            return *folder;
     }
     return {};
 }
 
-Text classText(const Platform& platform, const Text& classId, const char16_t* subKey)
+Text classValue(Registry& registry, TextView classId, TextView key)
 {
-    const Text key = u"SOFTWARE\\Classes\\CLSID\\" + classId + u"\\" + subKey;
-    for (const RegistryView view : views) {
-        if (const auto text = machineText(platform, key, u"", view))
+    for (const RegistryView view : views)
+        if (const auto text
+            = readText(registry, Text(u"SOFTWARE\\Classes\\CLSID\\").append(classId).append(key), u"", view))
             return *text;
-    }
     return {};
 }
 
-/// The command line of the class, and the year that its program identifier stands for.
-Text classCommand(const Platform& platform, const Text& classId, std::int32_t& year)
+/// The year by a program identifier's number: "Zentrel.Application.26" gives 2018, a word behind the dot 1992.
+std::optional<std::int32_t> yearOf(const Text& progId)
 {
-    const Text progId = classText(platform, classId, u"ProgID");
     const std::size_t dot = progId.rfind(u'.');
-    if (dot != Text::npos && dot > 0)
-        year = leadingInteger(progId.substr(dot + 1)) + firstYear;
-    return classText(platform, classId, u"LocalServer32");
+    if (dot == Text::npos || dot == 0)
+        return std::nullopt;
+    return leadingInteger(TextView(progId).substr(dot + 1)) + firstYear;
 }
 
-bool regressionForced(const Platform& platform)
+bool isRegressionForced(Registry& registry)
 {
-    platform.registry.createKey(RegistryRoot::User, settingsKey);
-    const auto value = platform.registry.read(RegistryRoot::User, settingsKey, u"ForceRegressionMode");
+    registry.createKey(RegistryRoot::User, addInKey);
+    const auto value = registry.read(RegistryRoot::User, addInKey, u"ForceRegressionMode");
     return value && value->asNumber().value_or(0) != 0;
 }
 
-std::int32_t officeInstalled(const Platform& platform, std::int32_t year)
+std::int32_t officeInstalled(Registry& registry, std::int32_t year)
 {
     for (const RegistryView view : views) {
-        const auto value
-            = platform.registry.read(RegistryRoot::Machine, setupKey(year), u"Zentrel Office Installed", view);
+        const auto value = registry.read(machine, setupKey(year), u"Zentrel Office Installed", view);
         if (value && value->type == RegistryType::Number && value->asNumber())
             return *value->asNumber();
     }
     return -1;
 }
 
-bool olderThanBackgroundMode(const std::optional<FileVersion>& version)
+bool isOlderThan213(const std::optional<FileVersion>& version)
 {
     return !version || version->major < 21 || (version->major == 21 && version->minor < 3);
 }
 
 } // namespace
 
-std::optional<Text> resolveProgId(const Platform& platform, const Text& progId)
+Text resolveProgId(const Platform& platform, TextView name)
 {
     for (const RegistryView view : views) {
-        const auto classId = machineText(platform, u"SOFTWARE\\Classes\\" + progId + u"\\CLSID", u"", view);
+        const auto classId
+            = readText(platform.registry, Text(u"SOFTWARE\\Classes\\").append(name).append(u"\\CLSID"), u"", view);
         if (classId && !classId->empty())
-            return classId;
+            return *classId;
     }
-    return std::nullopt;
+    throw StatusError(REGDB_E_CLASSNOTREG, "The program identifier '" + toUtf8(name) + "' is not registered.");
 }
 
-Text findExecutable(const Platform& platform, const Text& classId, ExecutableSearch& search)
+ExecutableChoice findExecutable(const Platform& platform, TextView classId, std::int32_t year, bool forceRegression)
 {
-    Text path = search.requestedYear != 0 ? installedFolder(platform, search.requestedYear) : Text();
-    if (!path.empty())
-        path = withoutTrailingSeparators(path) + u"\\ZENTREL.EXE";
-    else
-        path = classCommand(platform, classId, search.requestedYear);
+    Registry& registry = platform.registry;
+    ExecutableChoice choice;
+    choice.year = year;
+    Text path;
+    if (year != 0)
+        path = installationFolder(registry, year);
+    if (!path.empty()) {
+        while (path.ends_with(u'\\'))
+            path.pop_back();
+        path += u"\\ZENTREL.EXE";
+    } else {
+        path = classValue(registry, classId, u"\\LocalServer32");
+        choice.year = yearOf(classValue(registry, classId, u"\\ProgID")).value_or(year);
+    }
     if (path.empty())
-        return {};
-
-    const auto version = platform.processes.fileVersion(path);
-    search.revisionMajor = version ? version->major : std::uint16_t(0);
-    search.revisionMinor = version ? version->minor : std::uint16_t(0);
-    search.regressionMode = search.forceRegression || regressionForced(platform)
-        || (officeInstalled(platform, search.requestedYear) < 1 && olderThanBackgroundMode(version));
-    return path + (search.regressionMode ? u" /R" : u" /B");
+        return choice;
+    choice.version = platform.processes.fileVersion(path);
+    choice.regressionMode = forceRegression || isRegressionForced(registry)
+        || (officeInstalled(registry, choice.year) < 1 && isOlderThan213(choice.version));
+    choice.commandLine = path + (choice.regressionMode ? u" /R" : u" /B");
+    return choice;
 }
 
 } // namespace zn

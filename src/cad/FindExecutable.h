@@ -1,27 +1,33 @@
 #pragma once
 
+#include "base/Status.h"
 #include "platform/Platform.h"
-
-#include "base/Text.h"
+#include "platform/Processes.h"
 
 #include <optional>
 
 namespace zn {
 
-/// What the search for the CAD application's executable knows and finds out.
-struct ExecutableSearch {
-    std::int32_t requestedYear = 0;  ///< in and out: a year without an own installation becomes the class's
-    bool forceRegression = false;    ///< in
-    bool regressionMode = false;     ///< out: the start switch is " /R"
-    std::uint16_t revisionMajor = 0; ///< out: the executable's file version, 0 if it can't be read
-    std::uint16_t revisionMinor = 0; ///< out
+/// Registry key of the user with the settings that support staff steer this add-in by.
+inline constexpr TextView addInKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise\\ZNTaskAddIn";
+
+/// The class id that a program identifier stands for, in its text form. Raises `REGDB_E_CLASSNOTREG`.
+Text resolveProgId(const Platform& platform, TextView name);
+
+struct ExecutableChoice {
+    /// Path and start switch, without quotes. Empty if there is no executable; the rest then has no meaning but for
+    /// the year.
+    Text commandLine;
+    /// The wanted year, or the one that the class's own program identifier tells.
+    std::int32_t year = 0;
+    bool regressionMode = false;
+    /// Of the executable's file; none if it can't be read.
+    std::optional<FileVersion> version;
 };
 
-/// The class id text of a program identifier; none if it isn't registered.
-std::optional<Text> resolveProgId(const Platform& platform, const Text& progId);
-
-/// The command line that starts the CAD application with its start switch; empty if nothing is installed.
-/// There are no quotes around the path.
-Text findExecutable(const Platform& platform, const Text& classId, ExecutableSearch& search);
+/// Which executable of the CAD application to run, and how. `year` is a release such as 2018, or 0 for what `classId`
+/// is registered for. Regression mode (" /R" instead of " /B") is chosen if it is forced, by the caller or by the
+/// user's setting, and for releases before 21.3 that aren't part of a full installation.
+ExecutableChoice findExecutable(const Platform& platform, TextView classId, std::int32_t year, bool forceRegression);
 
 } // namespace zn

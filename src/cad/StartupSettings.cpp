@@ -1,5 +1,7 @@
 #include "cad/StartupSettings.h"
 
+#include "base/Status.h"
+#include "cad/FindExecutable.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 
@@ -7,89 +9,109 @@ namespace zn {
 
 namespace {
 
-constexpr const char16_t* startupKeys[]
-    = {u"Software\\Zentrel\\AddInsStartup", u"Software\\Zentrel\\Startup\\Applications"};
-/// One sub-key for each process that has switched add-ins off, named by its id.
-constexpr const char16_t* leftOverKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise\\ZNTaskAddIn\\SavedStartup";
-constexpr const char16_t* switchedOn = u"1";
-constexpr std::size_t textCapacity = 260;
+constexpr auto user = RegistryRoot::User;
+constexpr TextView startupKeys[] = {u"Software\\Zentrel\\AddInsStartup", u"Software\\Zentrel\\Startup\\Applications"};
+constexpr TextView switchedOn = u"1";
+/// Characters that a text read takes, its terminator included.
+constexpr std::size_t firstCapacity = 260;
 
-Text ownKey() { return Text(leftOverKey) + u"\\" + numberText(currentProcessId()); }
+Text journalRoot() { return Text(addInKey).append(u"\\SavedStartup"); }
+
+/// Reads a default value as text as long as it fits `capacity`, which becomes the length of this text, or 0 after a
+/// failure. So texts longer than the one before, and all texts behind a failure, stay as they are; installations
+/// count on those add-ins being loaded.
+std::optional<Text> readText(const std::optional<RegistryValue>& value, std::size_t& capacity)
+{
+    const auto text = value ? value->asText() : std::nullopt;
+    const std::size_t length = text ? value->bytes.size() / sizeof(char16_t) : 0;
+    const bool fits = text && length <= capacity;
+    capacity = fits ? length : 0;
+    return fits ? text : std::nullopt;
+}
 
 } // namespace
+
+Text StartupSettings::journalKey() const { return journalRoot().append(u"\\").append(numberText(currentProcessId())); }
 
 void StartupSettings::switchOff()
 {
     m_saved.clear();
-    restoreLeftOver();
-    for (const char16_t* key : startupKeys)
-        walk(key);
-}
-
-void StartupSettings::walk(const Text& key)
-{
-    Registry& registry = m_platform.registry;
-    // Carried over from text to text, as these settings have always been read: after one text that is longer than the
-    // one before it, or is missing, the following texts of the walk are not seen.
-    std::size_t capacity = textCapacity;
-    for (const Text& name : registry.subKeys(RegistryRoot::User, key)) {
-        const Text path = key + u"\\" + name;
-        const auto value = registry.read(RegistryRoot::User, path, u"");
-        if (value && value->type == RegistryType::Number && value->asNumber()) {
-            if (*value->asNumber() == 1) {
-                remember(path, switchedOn);
-                if (registry.write(RegistryRoot::User, path, u"", RegistryValue::number(0)))
-                    m_saved[path] = switchedOn;
-            }
-            continue;
-        }
-        const std::size_t units = value ? value->bytes.size() / 2 : 0;
-        capacity = value && units <= capacity ? units : 0;
-        const auto text = capacity > 0 ? value->asText() : std::nullopt;
-        if (!text || text->empty())
-            continue;
-        remember(path, *text);
-        if (registry.write(RegistryRoot::User, path, u"", RegistryValue::text(u"")))
-            m_saved[path] = *text;
+    try {
+        restoreLeftOver();
+        for (const TextView key : startupKeys)
+            switchOffBelow(key);
+    } catch (const StatusError&) {
+        // A registry that can't be used leaves the settings as they are.
     }
 }
 
-void StartupSettings::remember(const Text& path, const Text& old)
+void StartupSettings::switchOffBelow(TextView key)
 {
-    m_platform.registry.write(RegistryRoot::User, ownKey(), path, RegistryValue::text(old));
+    std::size_t capacity = firstCapacity;
+    for (const Text& name : m_platform.registry.subKeys(user, key)) {
+        const Text path = Text(key).append(u"\\").append(name);
+        const auto value = m_platform.registry.read(user, path, u"");
+        if (value && value->type == RegistryType::Number && value->asNumber()) {
+            if (*value->asNumber() == 1)
+                change(path, Text(switchedOn), RegistryValue::number(0));
+            continue;
+        }
+        const auto text = readText(value, capacity);
+        if (text && !text->empty())
+            change(path, *text, RegistryValue::text(u""));
+    }
 }
 
-void StartupSettings::put(const Text& path, const Text& old)
+void StartupSettings::change(const Text& path, const Text& old, const RegistryValue& off)
 {
-    if (!m_platform.registry.keyExists(RegistryRoot::User, path))
+    Registry& registry = m_platform.registry;
+    // Without the note, a kill between the two writes would leave the add-in off for good.
+    if (!registry.write(user, journalKey(), path, RegistryValue::text(old)))
         return;
-    // A text "1" comes back as the number 1; readers of these keys take both.
-    const RegistryValue value = equalNoCase(old, switchedOn) ? RegistryValue::number(1) : RegistryValue::text(old);
-    m_platform.registry.write(RegistryRoot::User, path, u"", value);
+    if (registry.write(user, path, u"", off))
+        m_saved[path] = old;
+    else
+        registry.removeValue(user, journalKey(), path);
+}
+
+void StartupSettings::putBack(const Text& path, const Text& old)
+{
+    Registry& registry = m_platform.registry;
+    if (!registry.keyExists(user, path))
+        return;
+    registry.write(user, path, u"", equalNoCase(old, switchedOn) ? RegistryValue::number(1) : RegistryValue::text(old));
 }
 
 void StartupSettings::restore()
 {
-    for (const auto& [path, old] : m_saved)
-        put(path, old);
-    m_platform.registry.removeKey(RegistryRoot::User, ownKey());
+    try {
+        for (const auto& [path, old] : m_saved)
+            putBack(path, old);
+        m_platform.registry.removeKey(user, journalKey());
+    } catch (const StatusError&) {
+        // The note stays where it is, and the next run restores by it.
+    }
 }
 
-void StartupSettings::restoreLeftOver()
+bool StartupSettings::restoreLeftOver()
 {
     Registry& registry = m_platform.registry;
-    for (const Text& process : registry.subKeys(RegistryRoot::User, leftOverKey)) {
+    bool any = false;
+    for (const Text& process : registry.subKeys(user, journalRoot())) {
         const std::int32_t id = leadingInteger(process);
-        if (id != currentProcessId() && m_platform.processes.exitCode(id) == stillActive)
-            continue; // another run of this user is under way
-        const Text key = Text(leftOverKey) + u"\\" + process;
-        for (const Text& path : registry.valueNames(RegistryRoot::User, key)) {
-            const auto old = registry.read(RegistryRoot::User, key, path);
-            if (old && old->asText())
-                put(path, *old->asText());
+        if (id != currentProcessId() && m_platform.processes.open(id))
+            continue;
+        const Text journal = journalRoot().append(u"\\").append(process);
+        for (const Text& path : registry.valueNames(user, journal)) {
+            const auto value = registry.read(user, journal, path);
+            if (const auto old = value ? value->asText() : std::nullopt) {
+                putBack(path, *old);
+                any = true;
+            }
         }
-        registry.removeKey(RegistryRoot::User, key);
+        registry.removeKey(user, journal);
     }
+    return any;
 }
 
 } // namespace zn

@@ -7,11 +7,13 @@
 
 namespace zn {
 
-/// Keeps the CAD application's own add-ins from loading during a run and puts their settings back afterwards.
-/// Registry failures are silent: a key that could not be changed is not restored either.
+struct RegistryValue;
+
+/// Keeps add-ins of the CAD application from loading while a task runs, and puts the user's settings back afterwards.
+/// What a registry doesn't let happen is passed over in silence, as a run must not fail for it.
 ///
-/// What was changed is noted in the registry before each change, so that a later run restores what a worker that was
-/// killed in between has left switched off.
+/// What is switched off is also written down in the registry first, under the process that did it. When that process
+/// is killed before it could put the settings back, the next one does so.
 class StartupSettings {
 public:
     explicit StartupSettings(const Platform& platform)
@@ -19,19 +21,21 @@ public:
     {
     }
 
-    /// Restores what dead processes have left over, then switches the add-ins off and remembers how they stood.
+    /// Restores what dead processes have left over, then switches off what is on.
     void switchOff();
-    /// Puts back what the last `switchOff` remembered. It stays remembered until the next one.
+    /// Puts back what the last `switchOff` of this object has changed. May be called again.
     void restore();
+    /// Puts back what processes that no longer run have switched off. True if there was anything.
+    bool restoreLeftOver();
 
-    /// Full registry path of a sub-key to its old default value: "1" for the number 1, else the old text.
+    /// Registry path to old default value; "1" stands for the number 1.
     const std::map<Text, Text>& saved() const { return m_saved; }
 
 private:
-    void restoreLeftOver();
-    void walk(const Text& key);
-    void put(const Text& path, const Text& old);
-    void remember(const Text& path, const Text& old);
+    void switchOffBelow(TextView key);
+    void change(const Text& path, const Text& old, const RegistryValue& off);
+    void putBack(const Text& path, const Text& old);
+    Text journalKey() const;
 
     const Platform& m_platform;
     std::map<Text, Text> m_saved;

@@ -1,66 +1,60 @@
 #include "cad/Watcher.h"
 
-#include "platform/TopWindows.h"
-
 namespace zn {
 
 namespace {
 
-constexpr int allRounds = 1800;
-constexpr std::chrono::milliseconds roundPause{1000};
+constexpr int watchedRounds = 1800;
+constexpr std::chrono::milliseconds roundTime{1000};
 constexpr std::size_t titleLimit = 259;
-constexpr TextView applicationName = u"Zentrel";
+constexpr TextView applicationTitle = u"Zentrel";
 
-enum class Fit { Begins, Contains, Equals, Ends };
+enum class Fit { Begins, Contains, Is, Ends };
 
-struct TitleRule {
+struct DialogRow {
     Fit fit;
-    TextView text;
-    WindowAnswer answer;
+    TextView title;
+    DialogAnswer answer;
 };
 
-/// From the first rule to the first that fits. The break window of the macro editor is reached because the rule before
-/// it takes no prefixes.
-constexpr TitleRule titleRules[] = {
-    {Fit::Begins, applicationName, WindowAnswer::Enter},
-    {Fit::Contains, u"Zentrel.exe", WindowAnswer::Enter},
-    {Fit::Equals, u"Formtrace", WindowAnswer::EscapeIfOwned},
-    {Fit::Equals, u"Microsoft Visual Basic", WindowAnswer::Enter},
-    {Fit::Begins, u"Microsoft Visual Basic [break]", WindowAnswer::Close},
-    {Fit::Ends, u"Zentrel Task Scheduler", WindowAnswer::TaskScheduler},
+// The first row that fits counts. The application's main window fits the first one too, if it has a title.
+constexpr DialogRow dialogs[] = {
+    {Fit::Begins, applicationTitle, DialogAnswer::Enter},
+    {Fit::Contains, u"Zentrel.exe", DialogAnswer::Enter},
+    {Fit::Is, u"Formtrace", DialogAnswer::EscapeIfOwnedByApplication},
+    {Fit::Is, u"Microsoft Visual Basic", DialogAnswer::Enter},
+    {Fit::Begins, u"Microsoft Visual Basic [break]", DialogAnswer::Close},
+    {Fit::Ends, u"Zentrel Task Scheduler", DialogAnswer::EnterAsSchedulerDialog},
 };
 
-bool fits(const TitleRule& rule, TextView title)
+bool fits(const DialogRow& row, TextView title)
 {
-    switch (rule.fit) {
+    switch (row.fit) {
     case Fit::Begins:
-        return title.starts_with(rule.text);
+        return title.starts_with(row.title);
     case Fit::Contains:
-        return title.find(rule.text) != TextView::npos;
-    case Fit::Equals:
-        return title == rule.text;
+        return title.find(row.title) != TextView::npos;
+    case Fit::Is:
+        return title == row.title;
     case Fit::Ends:
-        return title.ends_with(rule.text);
+        return title.ends_with(row.title);
     }
     return false;
 }
 
 } // namespace
 
-WindowAnswer answerToTitle(TextView title)
+DialogAnswer answerTo(TextView title)
 {
-    for (const TitleRule& rule : titleRules) {
-        if (fits(rule, title))
-            return rule.answer;
-    }
-    return WindowAnswer::Nothing;
+    for (const DialogRow& row : dialogs)
+        if (fits(row, title))
+            return row.answer;
+    return DialogAnswer::None;
 }
 
-Watcher::Watcher(
-    const Platform& platform, const std::atomic<std::int32_t>& processId, std::function<void()> lastRoundStopped)
+Watcher::Watcher(const Platform& platform, std::function<void()> closeSession)
     : m_platform(platform)
-    , m_processId(processId)
-    , m_lastRoundStopped(std::move(lastRoundStopped))
+    , m_closeSession(std::move(closeSession))
 {
 }
 
@@ -70,65 +64,76 @@ void Watcher::start()
 {
     m_taskSchedulerDialogSeen = false;
     stop();
-    m_stopEvent = std::make_unique<WaitEvent>();
-    m_thread = std::thread([this] { watch(*m_stopEvent); });
+    m_stop = std::make_unique<WaitEvent>();
+    m_thread = std::thread([this, &stop = *m_stop] { watch(stop); });
 }
 
 void Watcher::stop()
 {
-    if (!m_stopEvent)
+    if (!m_stop)
         return;
-    m_stopEvent->set();
+    m_stop->set();
     m_thread.join();
-    m_stopEvent.reset();
+    m_stop.reset();
 }
 
-void Watcher::watch(WaitEvent& stopped)
+void Watcher::watch(WaitEvent& stop)
 {
-    if (stopped.waitFor(std::chrono::milliseconds(0)))
+    Clock& clock = m_platform.clock;
+    if (clock.wait(stop, std::chrono::milliseconds(0)))
         return;
-    int rounds = allRounds;
-    while (true) {
+    int rounds = watchedRounds;
+    for (;;) {
         if (rounds == 0) {
-            rounds = -1; // out of rounds: ends without touching the application
+            rounds = -1;
             break;
         }
         --rounds;
-        lookAround();
-        if (m_platform.clock.wait(stopped, roundPause))
+        answerDialogs();
+        if (clock.wait(stop, roundTime))
             break;
     }
+    // Only a stop in the very last round closes the application by force.
     if (rounds == 0)
-        m_lastRoundStopped();
+        m_closeSession();
 }
 
-void Watcher::lookAround()
+void Watcher::answerDialogs()
 {
+    // A window that tells no process must not pass for one of a process that hasn't been started yet.
+    const std::int32_t processId = m_processId;
+    if (processId == 0)
+        return;
     TopWindows& windows = m_platform.windows;
     for (const WindowHandle window : windows.enumerate()) {
-        if (windows.processId(window) != m_processId)
+        if (windows.processId(window) != processId)
             continue;
         const Text title = windows.title(window, titleLimit);
-        if (title.empty())
-            continue;
-        switch (answerToTitle(title)) {
-        case WindowAnswer::Nothing:
-            break;
-        case WindowAnswer::TaskScheduler:
-            m_taskSchedulerDialogSeen = true;
-            windows.postKey(window, keyEnter);
-            break;
-        case WindowAnswer::Enter:
-            windows.postKey(window, keyEnter);
-            break;
-        case WindowAnswer::EscapeIfOwned:
-            if (windows.title(windows.parent(window), titleLimit).starts_with(applicationName))
-                windows.postKey(window, keyEscape);
-            break;
-        case WindowAnswer::Close:
-            windows.postClose(window);
-            break;
-        }
+        if (!title.empty())
+            answer(window, title);
+    }
+}
+
+void Watcher::answer(WindowHandle window, TextView title)
+{
+    TopWindows& windows = m_platform.windows;
+    switch (answerTo(title)) {
+    case DialogAnswer::None:
+        break;
+    case DialogAnswer::EscapeIfOwnedByApplication:
+        // The add-on asks the same question for other owners, who wait for a person's answer.
+        if (windows.title(windows.parent(window), titleLimit).starts_with(applicationTitle))
+            windows.postKey(window, keyEscape);
+        break;
+    case DialogAnswer::Close:
+        windows.postClose(window);
+        break;
+    case DialogAnswer::EnterAsSchedulerDialog:
+        m_taskSchedulerDialogSeen = true;
+        [[fallthrough]];
+    case DialogAnswer::Enter:
+        windows.postKey(window, keyEnter);
+        break;
     }
 }
 

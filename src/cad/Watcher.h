@@ -1,49 +1,65 @@
 #pragma once
 
-#include "base/Text.h"
 #include "platform/Clock.h"
 #include "platform/Platform.h"
+#include "platform/TopWindows.h"
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <thread>
 
 namespace zn {
 
-/// What the watcher does with a window, by its title.
-enum class WindowAnswer { Nothing, Enter, EscapeIfOwned, Close, TaskScheduler };
+/// What is done to a window of the CAD process.
+enum class DialogAnswer {
+    None,
+    Enter,
+    EscapeIfOwnedByApplication,
+    Close,
+    EnterAsSchedulerDialog,
+};
 
-/// The answer to a title; exact comparisons, with case, the first rule that fits.
-WindowAnswer answerToTitle(TextView title);
+/// The answer to a dialog by its title, compared exactly, with case.
+DialogAnswer answerTo(TextView title);
 
-/// Answers the CAD application's dialogs while nobody sits at the screen: looks at the top-level windows of one process
-/// once a second, for 1800 rounds at most, on a thread of its own. One watcher runs at a time.
+/// Answers the dialogs of the CAD application while nobody sits at the screen: once a second, for about half an hour, a
+/// thread of its own looks at the windows of the watched process. After that time it ends without a word, and a
+/// macro that still runs goes on unwatched.
+///
+/// `start` and `stop` belong to one thread.
 class Watcher {
 public:
-    /// `processId` is read in each round. `lastRoundStopped` is called on the watcher's thread if the stop comes in
-    /// the last round.
-    Watcher(
-        const Platform& platform, const std::atomic<std::int32_t>& processId, std::function<void()> lastRoundStopped);
+    /// `closeSession` is called on the watcher's thread if the stop comes in the last round.
+    Watcher(const Platform& platform, std::function<void()> closeSession);
+    Watcher(const Watcher&) = delete;
+    Watcher& operator=(const Watcher&) = delete;
     ~Watcher();
 
-    /// Stops an older watcher, clears the scheduler flag and starts.
+    /// Forgets a seen scheduler dialog, stops an older watcher, and starts to watch.
     void start();
-    /// Ends the watcher and waits for its thread. No wait of its own: the thread waits on the stop event.
+    /// Ends the watch at once and waits for the thread. Nothing happens if none runs.
     void stop();
 
-    /// Whether the application's task scheduler dialog has come up since the start: the macro has stopped working.
+    /// Windows of this process are looked after; 0 is none. May be set while a watch runs.
+    void setProcessId(std::int32_t processId) { m_processId = processId; }
+
+    /// Whether the application's scheduler dialog came up since the last start: its macro has stopped working. Exact
+    /// once the watcher has been stopped.
     bool taskSchedulerDialogSeen() const { return m_taskSchedulerDialogSeen; }
 
 private:
-    void watch(WaitEvent& stopped);
-    void lookAround();
+    void watch(WaitEvent& stop);
+    void answerDialogs();
+    void answer(WindowHandle window, TextView title);
 
     const Platform& m_platform;
-    const std::atomic<std::int32_t>& m_processId;
-    std::function<void()> m_lastRoundStopped;
+    std::function<void()> m_closeSession;
+    std::atomic<std::int32_t> m_processId = 0;
     std::atomic<bool> m_taskSchedulerDialogSeen = false;
-    std::unique_ptr<WaitEvent> m_stopEvent;
+    /// Null while no watch runs.
+    std::unique_ptr<WaitEvent> m_stop;
     std::thread m_thread;
 };
 

@@ -1,68 +1,51 @@
 #pragma once
 
-#include "base/Dispatch.h"
+#include "cad/EventConnection.h"
+#include "cad/ZnApplication.h"
+#include "cad/ZNView.h"
 #include "host/Codes.h"
 
 #include <map>
-#include <memory>
 
 namespace zn {
 
-class CZNDocument;
 class ZNManager;
 
-/// A cookie that stands for no event connection.
-inline constexpr std::uint32_t notConnected = 0xFEFEFEFE;
-
-/// Document types of the CAD application.
-enum class ZnDocumentType : std::int32_t { None = 0, Part = 1, Assembly = 2, Drawing = 3 };
-
-/// One view of a document in a print task: tells its document when a print is sent.
-class CZNView {
+/// One document that is open in the CAD application: listens to its events and tells the file logic each file that is
+/// saved, before it is written, with the configuration or sheet that it shows. The events come on the run's thread
+/// while it waits in a call into the application.
+class CZNDocument : public EventSink, public std::enable_shared_from_this<CZNDocument> {
 public:
-    CZNView(CZNDocument& document, DispatchRef view);
+    /// `manager` outlives the connection.
+    CZNDocument(ZNManager& manager, DispatchRef model, ZnDocumentType type, TaskKind taskKind);
 
-    /// Attaches to the view's events. `E_FAIL` is raised if it is attached already.
+    /// Connects the views if the task prints, then the document. `E_UNEXPECTED` for a document of another type. Raises
+    /// `E_FAIL` if it is connected already.
     Status Connect();
-    /// Harmless a second time.
+    /// Ends all connections and lets the document go. Harmless a second time; failures of the application, which may
+    /// have gone, are passed over.
     void Disconnect();
 
-private:
-    CZNDocument& m_document;
-    DispatchRef m_view;
-    std::uint32_t m_cookie = notConnected;
-};
-
-/// One document open in the CAD application: listens to its events and tells the session's notes the path of each file
-/// that is about to be saved, with the configuration or sheet that it shows. Used on the run driver's thread, while it
-/// waits in a call into the application.
-class CZNDocument {
-public:
-    CZNDocument(ZNManager& manager, DispatchRef model, ZnDocumentType docType);
-
-    /// Connects the views if the task prints, then the sink of the document's type.
-    Status Connect();
-    /// Harmless a second time.
-    void Disconnect();
-
-    void OnSaveFiltered(const Text& path);
-    void OnSave(const Text& path);
-    void OnDestroy();
+    Status onEvent(std::int32_t number, const std::vector<Value>& arguments) override;
+    /// A view has been printed.
     void OnPrinted();
 
 private:
-    Status ConnectViews();
+    void OnSaveFiltered(const Text& path);
+    void OnSave(const Text& path);
+    void OnDestroy();
     void RecordSave(const Text& path, bool isPrint);
-    Text DrawingLabel();
-    Text ConfigurationLabel();
-    void FixUpDrawingMembers();
+    Text sheetLabel();
+    Text configurationLabel();
+    Status connectViews();
 
     ZNManager& m_manager;
     DispatchRef m_model;
-    ZnDocumentType m_docType;
-    std::uint32_t m_cookie = notConnected;
+    ZnDocumentType m_type;
+    TaskKind m_taskKind;
     bool m_disconnected = false;
-    std::map<DispatchRef, std::unique_ptr<CZNView>> m_views;
+    EventConnection m_events;
+    std::map<DispatchRef, std::shared_ptr<CZNView>> m_views;
 };
 
 } // namespace zn

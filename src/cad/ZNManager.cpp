@@ -1,73 +1,68 @@
 #include "cad/ZNManager.h"
 
-#include "addin/TaskVariables.h"
-#include "base/Format.h"
-#include "cad/SessionTexts.h"
+#include "cad/DrawingFixUp.h"
+#include "cad/ZNDocument.h"
 #include "platform/Processes.h"
-
-#include <algorithm>
 
 namespace zn {
 
 namespace {
 
 constexpr std::int32_t usesBeforeRestart = 100;
-/// Smaller sessions are never replaced for their size.
-constexpr std::uint64_t leastLargeWorkingSet = 256ULL * 1024 * 1024 + 1;
-
-class ApplicationSink : public EventSink {
-public:
-    explicit ApplicationSink(std::function<void()> onDocuments)
-        : m_onDocuments(std::move(onDocuments))
-    {
-    }
-
-    Status onEvent(std::int32_t number, const std::vector<Value>&) override
-    {
-        constexpr std::int32_t documentEvents[] = {22, 12, 7};
-        try {
-            if (std::find(std::begin(documentEvents), std::end(documentEvents), number) != std::end(documentEvents))
-                m_onDocuments();
-            return S_OK;
-        } catch (...) {
-            return currentExceptionStatus();
-        }
-    }
-
-private:
-    std::function<void()> m_onDocuments;
-};
-
-void readGrouping(const ObjectRef& task, const char16_t* files, const char16_t* outputs, const char16_t* name,
-    OutputGrouping& grouping)
-{
-    grouping.files = readInteger(task, files).value_or(grouping.files);
-    grouping.outputs = readInteger(task, outputs).value_or(grouping.outputs);
-    grouping.name = readText(task, name).value_or(grouping.name);
-}
+constexpr std::uint64_t alwaysFineBelow = 268435457;
+constexpr std::uint32_t forcedExitCode = 255;
+/// The application's events that tell of a document opened, made or made active.
+constexpr std::int32_t documentEvents[] = {22, 12, 7};
 
 } // namespace
 
+/// Receives the application's events as long as its manager lives.
+class ZNManager::ApplicationSink : public EventSink {
+public:
+    explicit ApplicationSink(ZNManager& manager)
+        : m_manager(&manager)
+    {
+    }
+    void forgetManager() { m_manager = nullptr; }
+
+    Status onEvent(std::int32_t number, const std::vector<Value>&) override
+    {
+        for (const std::int32_t known : documentEvents)
+            if (number == known && m_manager)
+                return m_manager->connectNewDocuments();
+        return S_OK;
+    }
+
+private:
+    ZNManager* m_manager;
+};
+
 ZNManager::ZNManager(const Platform& platform)
     : m_platform(platform)
-    , m_startup(platform)
-    , m_watcher(platform, m_processId, [this] { Stop(true, S_OK); })
+    , m_sink(std::make_shared<ApplicationSink>(*this))
+    , m_startup(m_platform)
+    , m_watcher(m_platform, [this] { Stop(true, S_OK); })
 {
 }
 
-ZNManager::~ZNManager() = default;
+ZNManager::~ZNManager()
+{
+    m_watcher.stop();
+    m_sink->forgetManager();
+    // Without its process no event can come any more, so that the documents need not be disconnected one by one.
+    if (m_processId != 0)
+        m_platform.processes.terminate(m_processId, forcedExitCode);
+}
 
 void ZNManager::Configure(
-    SavedFileNotes& notes, TaskKind taskKind, const ObjectRef& taskInstance, std::int32_t requestedYear)
+    SavedFileNotes& fileLogic, TaskKind taskKind, const ObjectRef& taskInstance, std::int32_t requestedYear)
 {
-    m_notes = &notes;
+    m_fileLogic = &fileLogic;
     m_taskKind = taskKind;
     m_requestedYear = requestedYear;
     m_documents.clear();
-    if (taskKind != TaskKind::Conversion)
-        return;
-    readGrouping(taskInstance, u"FileSheets", u"OutputSheets", u"NamedSheet", m_sheets);
-    readGrouping(taskInstance, u"FileConfs", u"OutputConfs", u"NamedConf", m_configurations);
+    if (taskKind == TaskKind::Conversion)
+        m_labels.read(taskInstance);
 }
 
 Status ZNManager::Restart(Status status)
@@ -77,43 +72,52 @@ Status ZNManager::Restart(Status status)
         m_forceRegression = true;
         m_restartCount = 0;
     }
-    if (const Status stopped = Stop(true, status); failed(stopped))
-        return stopped;
-    return Start();
+    const Status stopped = Stop(true, status);
+    return failed(stopped) ? stopped : Start();
 }
 
 void ZNManager::AfterMacro()
 {
-    const Status status = RestartIfWornOut();
+    Status status = S_OK;
+    if (m_useCount >= usesBeforeRestart || measureMemory() == MemoryUse::TooLarge)
+        status = Restart(S_OK);
+    else if (!m_app)
+        status = Start();
     ++m_useCount;
     m_baselinePending = false;
-    checkStatus(status, "The CAD application could not be restarted.");
+    checkStatus(status);
 }
 
-Status ZNManager::RestartIfWornOut()
+ZNManager::MemoryUse ZNManager::measureMemory()
 {
-    if (m_useCount >= usesBeforeRestart || IsTooLarge())
-        return Restart(S_OK);
-    return m_app ? S_OK : Start();
-}
-
-bool ZNManager::IsTooLarge()
-{
-    const auto workingSet = m_platform.processes.workingSet(m_processId);
-    if (!workingSet)
-        return false;
+    const auto size = m_platform.processes.workingSet(m_processId);
+    if (!size)
+        return MemoryUse::Unknown;
     if (m_baselinePending) {
-        m_baselineWorkingSet = *workingSet;
-        return false;
+        m_baselineWorkingSet = *size;
+        return MemoryUse::Baseline;
     }
-    return *workingSet > 2 * m_baselineWorkingSet && *workingSet >= leastLargeWorkingSet;
+    const bool fine = *size <= 2 * m_baselineWorkingSet || *size < alwaysFineBelow;
+    return fine ? MemoryUse::Fine : MemoryUse::TooLarge;
 }
 
-Text ZNManager::GetLastError() const
+std::shared_ptr<EventSink> ZNManager::applicationSink() const { return m_sink; }
+
+Status ZNManager::connectNewDocuments()
 {
-    Text text = m_lastError;
-    replaceAll(text, u" 0", u"");
-    return text;
+    try {
+        DispatchRef model = m_app ? ZnApplication(m_app).GetFirstDocument() : nullptr;
+        for (; model; model = ZnModel(model).GetNext()) {
+            if (m_documents.contains(model))
+                continue;
+            const auto document = std::make_shared<CZNDocument>(*this, model, ZnModel(model).GetType(), m_taskKind);
+            checkStatus(document->Connect());
+            m_documents.emplace(model, document);
+        }
+        return S_OK;
+    } catch (...) {
+        return currentExceptionStatus();
+    }
 }
 
 void ZNManager::ManageStartup(bool restore)
@@ -124,60 +128,50 @@ void ZNManager::ManageStartup(bool restore)
         m_startup.switchOff();
 }
 
+Text ZNManager::GetRevisionText() const
+{
+    if (!m_app)
+        throw StatusError(E_POINTER, "The CAD application has not been started.");
+    return ZnApplication(m_app).GetBuildNumbers()[0];
+}
+
+Text ZNManager::GetLastError() const
+{
+    Text text = m_lastError;
+    replaceAll(text, u" 0", u"");
+    return text;
+}
+
 bool ZNManager::isOlderThan(std::uint16_t major, std::uint16_t minor) const
 {
     return m_revisionMajor < major || (m_revisionMajor == major && m_revisionMinor < minor);
 }
 
-Status ZNManager::AttachEvents()
+void ZNManager::FixUpDrawing(const ZnModel& drawing)
 {
-    if (m_cookie != notConnected)
-        throw StatusError(E_FAIL, "The application's events are connected already.");
-    try {
-        m_cookie = m_app.object()->advise(
-            u"ApplicationEvents", std::make_shared<ApplicationSink>([this] { OnDocumentEvent(); }));
-        return S_OK;
-    } catch (const StatusError& error) {
-        m_lastError = sessiontext::attachFailed;
-        return error.status();
-    }
+    if (m_app)
+        fixUpDrawing(ZnApplication(m_app), drawing, m_regressionMode);
 }
 
-void ZNManager::DetachEvents()
+void ZNManager::NoteResult(const Text& path, const Text& label, bool isPrint)
 {
-    if (m_app && m_cookie != notConnected) {
-        try {
-            m_app.object()->unadvise(m_cookie);
-        } catch (const StatusError&) {
-            // the application has gone, and its connections with it
-        }
-    }
-    m_cookie = notConnected;
+    ++m_useCount;
+    if (!m_fileLogic)
+        return;
+    if (isPrint)
+        m_fileLogic->NotePrintedItem(path, label);
+    else
+        m_fileLogic->NoteSavedFile(path, label, false);
 }
 
-/// Takes on each document that isn't known yet. The first failure ends the walk.
-void ZNManager::OnDocumentEvent()
-{
-    DispatchRef model = m_app.FirstDocument();
-    for (; model; model = asDispatch(model->call(u"GetNext"))) {
-        if (m_documents.contains(model))
-            continue;
-        const auto type = static_cast<ZnDocumentType>(model->call(u"GetType").toInt32());
-        auto document = std::make_shared<CZNDocument>(*this, model, type);
-        checkStatus(document->Connect());
-        m_documents.emplace(model, std::move(document));
-    }
-}
-
-void ZNManager::ForgetDocument(const CZNDocument& document)
+void ZNManager::ForgetDocument(CZNDocument& document)
 {
     for (auto entry = m_documents.begin(); entry != m_documents.end(); ++entry) {
         if (entry->second.get() != &document)
             continue;
-        const auto kept = entry->second; // the caller is one of its event handlers
+        const std::shared_ptr<CZNDocument> kept = entry->second;
         m_documents.erase(entry);
         kept->Disconnect();
-        m_closed.push_back(kept);
         return;
     }
 }

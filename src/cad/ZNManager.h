@@ -1,116 +1,140 @@
 #pragma once
 
-#include "cad/FindExecutable.h"
+#include "cad/EventConnection.h"
+#include "cad/ResultLabels.h"
+#include "cad/SessionTexts.h"
 #include "cad/StartupSettings.h"
 #include "cad/Watcher.h"
 #include "cad/ZnApplication.h"
-#include "cad/ZNDocument.h"
 #include "files/SavedFileNotes.h"
-#include "host/ArkTask.h"
+#include "host/Codes.h"
+#include "platform/Platform.h"
 
-#include <atomic>
 #include <map>
+#include <memory>
 
 namespace zn {
 
-/// Which configurations or sheets become outputs, and how they are grouped into files; bit numbers as stored.
-struct OutputGrouping {
-    std::int32_t files = 0;
-    std::int32_t outputs = 0;
-    Text name;
-};
+class CZNDocument;
 
-/// Owns one running CAD application on the worker machine: finds it, starts it hidden as a process of its own, runs
-/// macros in it, learns from its events which files they save, and in the end closes it, by force if need be.
-/// Used on the run driver's thread; a watcher thread runs beside a start and a macro.
+/// Owns one running instance of the CAD application: chooses the installed release, starts a process of its own,
+/// listens to it, runs macros in it, replaces it when it is worn out, and closes it, by force if need be. Between
+/// `Start` and `Stop` there is a session.
+///
+/// Used on the run's thread, which also receives the application's events while it waits in calls. Statuses are the
+/// system's or the application's; `GetLastError` has the sentence for a person.
 class ZNManager {
 public:
-    /// `platform` outlives the object.
+    /// The ports outlive the object.
     explicit ZNManager(const Platform& platform);
+    ZNManager(const ZNManager&) = delete;
+    ZNManager& operator=(const ZNManager&) = delete;
+    /// Ends a process that is still there, at once.
     ~ZNManager();
 
-    /// Takes what a run needs of its task. `notes` outlives the session. `requestedYear` is the CAD version as a year,
-    /// 0 for the default. Raises the host's failures and those of converting a variable.
-    void Configure(SavedFileNotes& notes, TaskKind taskKind, const ObjectRef& taskInstance, std::int32_t requestedYear);
-    /// Starts the application and attaches to it. On a failure the process may be up: `Stop` cleans that up.
+    /// To be called before a run. `fileLogic` is told of saved files and outlives the session. `requestedYear` is a
+    /// release such as 2018, or 0 for the machine's default. Raises the host's failure to read a task variable.
+    void Configure(
+        SavedFileNotes& fileLogic, TaskKind taskKind, const ObjectRef& taskInstance, std::int32_t requestedYear);
+
+    /// Starts the application and prepares it for work without a user. After a failure the process may be alive; only
+    /// `Stop` ends it. Raises `E_FAIL` if the event sink of a session that was never stopped is still connected.
     Status Start();
-    /// Counts a restart, stops with `status` (a failure skips the polite exit) and starts.
+    /// Stops and starts again; `status` is the failure that calls for it, or 0.
     Status Restart(Status status);
-    /// Ends the application; with `force` it is waited for. 0, or the failure whose text `GetLastError` gives.
+    /// Closes the application, politely if `status` is no failure. With `force` it is waited for until it has ended.
+    /// 0 or the failure.
     Status Stop(bool force, Status status);
-    /// Ends what a failed start may have left running; the text of the failed start stays.
+    /// Ends what a failed start has left, keeping the start's text as the last error.
     void StopAfterFailedStart(Status status);
-    /// Runs a macro's procedure `main` with up to three attempts, and blocks until it has ended. Raises the failure;
-    /// `GetLastError` then tells why.
+
+    /// Runs the procedure `main` of the macro, restarting the application where that may help. Returns when the macro
+    /// has ended normally; raises otherwise, with the reason as the last error.
     void RunMacro(const Text& macroText);
-    /// To be called after each file: replaces an application that is worn out, starts it if it went away.
-    /// Raises a failure.
+    /// To be called after each file: replaces the application after 100 macros and saved files, or when its memory has
+    /// grown past twice its first size and 256 MiB, and starts it anew if it went away. Raises on failure.
     void AfterMacro();
 
-    /// The first of the application's build texts, such as "zn2018". Raises the application's failure.
-    Text GetRevisionText() const { return m_app.BuildText(); }
-    /// A new reference, or null.
-    DispatchRef GetApplication() const { return m_app.object(); }
-    /// The failure text of the last operation without any " 0", which readers of reports rely on; empty if none.
+    /// Switches add-ins of the application off before a run (false) and on again after it (true).
+    void ManageStartup(bool restore);
+    /// Switches on what a killed process has left switched off. True if there was anything.
+    bool RestoreLeftOverStartup() { return m_startup.restoreLeftOver(); }
+
+    /// The application, or null without a session.
+    DispatchRef GetApplication() const { return m_app; }
+    /// The first of the application's build numbers, such as "zn2018". Raises its failure.
+    Text GetRevisionText() const;
+    /// The text of the last failure, without any " 0": a release of 0 is the default one and has no year to show.
     Text GetLastError() const;
 
-    /// `restore` false before a run, true after it.
-    void ManageStartup(bool restore);
+    // --- for the documents of this session
 
-    // What the documents of this session need.
-    SavedFileNotes& notes() { return *m_notes; }
-    TaskKind taskKind() const { return m_taskKind; }
-    const OutputGrouping& sheets() const { return m_sheets; }
-    const OutputGrouping& configurations() const { return m_configurations; }
-    const ZnApplication& application() const { return m_app; }
-    bool regressionMode() const { return m_regressionMode; }
+    const ResultLabels& labels() const { return m_labels; }
     bool isOlderThan(std::uint16_t major, std::uint16_t minor) const;
-    /// A macro run or a saved file, towards the restart at 100.
-    void CountUse() { ++m_useCount; }
-    /// Disconnects a document that closes. A document that isn't known is left alone.
-    void ForgetDocument(const CZNDocument& document);
+    /// The failure of the application is raised.
+    void FixUpDrawing(const ZnModel& drawing);
+    /// Counts a result and tells the file logic.
+    void NoteResult(const Text& path, const Text& label, bool isPrint);
+    /// The document is being closed. Nothing happens if it isn't one of the session's.
+    void ForgetDocument(CZNDocument& document);
 
 private:
-    Status ResolveClass(Text& classId);
-    bool Launch(const Text& classId);
-    DispatchRef WaitForApplication();
-    Status SetUp();
-    Status AttachEvents();
-    Status HideWindow();
-    Status AskToLeave();
-    bool WaitForEnd(int seconds);
-    Status RestartIfWornOut();
-    bool IsTooLarge();
-    void OnDocumentEvent();
-    void DetachEvents();
-    Text WriteMacroFile(const Text& macroText);
-    Status RunWithRetries(const Text& macroFile, ZnApplication::MacroResult& result);
-    ZnApplication::MacroResult CallMacro(const Text& macroFile) const;
-    void CopyForSupport(const Text& macroFile);
-    Text NotInstalledText() const;
+    class ApplicationSink;
+    enum class MemoryUse { Baseline, Fine, TooLarge, Unknown };
+    struct MacroOutcome {
+        Status status = S_OK;
+        ZnApplication::MacroResult result;
+    };
 
-    const Platform& m_platform;
-    StartupSettings m_startup;
-    ZnApplication m_app;
-    std::uint32_t m_cookie = notConnected;
+    // ZNManager.cpp
+    MemoryUse measureMemory();
+    Status connectNewDocuments();
+    std::shared_ptr<EventSink> applicationSink() const;
+
+    // SessionStart.cpp
+    Text resolveClass();
+    bool launch(const Text& classId);
+    bool waitForApplication();
+    Status prepareApplication();
+    Status hideApplication(const ZnApplication& application);
+    Status fail(const SessionText& text, Status status);
+
+    // SessionStop.cpp
+    void disconnectEvents();
+    Status leavePolitely();
+    bool waitForEnd(int seconds);
+
+    // MacroRun.cpp
+    Text writeMacroFile(const Text& macroText, Status& status);
+    MacroOutcome runWithRetries(const Text& file);
+    MacroOutcome callMacro(const Text& file);
+    void copyForSupport(const Text& file);
+    [[noreturn]] void raiseMacroFailure(const MacroOutcome& outcome);
+
+    const Platform m_platform;
+    SavedFileNotes* m_fileLogic = nullptr;
+    TaskKind m_taskKind = TaskKind::Unknown;
+    ResultLabels m_labels;
+    std::int32_t m_requestedYear = 0;
+
+    DispatchRef m_app;
+    std::shared_ptr<ApplicationSink> m_sink;
+    EventConnection m_events;
     std::map<DispatchRef, std::shared_ptr<CZNDocument>> m_documents;
-    std::vector<std::shared_ptr<CZNDocument>> m_closed; ///< kept for event handlers that are still on the stack
-    bool m_regressionMode = false;
-    bool m_forceRegression = false;
-    bool m_baselinePending = false;
+    std::int32_t m_processId = 0;
     std::uint16_t m_revisionMajor = 0;
     std::uint16_t m_revisionMinor = 0;
-    Text m_lastError;
-    SavedFileNotes* m_notes = nullptr;
-    std::atomic<std::int32_t> m_processId = 0;
-    std::int32_t m_requestedYear = 0;
-    std::int32_t m_useCount = 0;
+    bool m_regressionMode = false;
+    bool m_forceRegression = false;
+
+    std::int32_t m_useCount = 0;     ///< macros and saved files since the last start
+    std::int32_t m_restartCount = 0; ///< restarts in a row without a success in between
+    bool m_baselinePending = false;  ///< the next look at the memory use is the session's first
     std::uint64_t m_baselineWorkingSet = 0;
-    TaskKind m_taskKind = TaskKind::Unknown;
-    std::int32_t m_restartCount = 0;
-    OutputGrouping m_sheets;
-    OutputGrouping m_configurations;
-    Watcher m_watcher; ///< last, so that its thread ends before the rest goes
+
+    Text m_lastError;
+    StartupSettings m_startup;
+    Watcher m_watcher;
 };
 
 } // namespace zn

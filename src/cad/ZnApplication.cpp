@@ -2,27 +2,99 @@
 
 namespace zn {
 
-DispatchRef asDispatch(const Value& value)
+namespace {
+
+/// Null for nothing; an object that takes no calls by name is a type mismatch.
+DispatchRef dispatchOf(const Value& value)
 {
-    const auto* object = value.get<ObjectRef>();
-    return object ? query<DispatchObject>(*object) : nullptr;
+    if (value.isEmpty() || value.type() == ValueType::Null)
+        return nullptr;
+    const ObjectRef object = value.toObject();
+    const DispatchRef result = query<DispatchObject>(object);
+    if (object && !result)
+        throw StatusError(DISP_E_TYPEMISMATCH, "The CAD application gave an object that can't be called.");
+    return result;
 }
+
+/// The object that a member gives; one that is missing where the next call needs it is a null-pointer failure.
+DispatchRef memberObject(const DispatchRef& object, const char16_t* member)
+{
+    const DispatchRef result = dispatchOf(object->call(member));
+    if (!result)
+        throw StatusError(E_POINTER, "The CAD application gave no object for '" + toUtf8(member) + "'.");
+    return result;
+}
+
+/// The elements of an array; nothing instead of an array is an empty one.
+std::vector<Value> elementsOf(const Value& value)
+{
+    const ArrayRef* array = value.get<ArrayRef>();
+    if (array && *array)
+        return (*array)->elements;
+    if (value.isEmpty() || value.type() == ValueType::Null)
+        return {};
+    throw StatusError(DISP_E_TYPEMISMATCH, "The CAD application gave no list where one was expected.");
+}
+
+std::vector<DispatchRef> objectsOf(const Value& value)
+{
+    std::vector<DispatchRef> objects;
+    for (const Value& element : elementsOf(value))
+        objects.push_back(dispatchOf(element));
+    return objects;
+}
+
+} // namespace
+
+ZnDocumentType ZnModel::GetType() const { return static_cast<ZnDocumentType>(m_object->call(u"GetType").toInt32()); }
+
+Text ZnModel::GetPathName() const { return m_object->call(u"GetPathName").toText(); }
+
+DispatchRef ZnModel::GetNext() const { return dispatchOf(m_object->call(u"GetNext")); }
+
+Text ZnModel::ActiveConfigurationName() const
+{
+    const DispatchRef manager = memberObject(m_object, u"ConfigurationManager");
+    return memberObject(manager, u"ActiveConfiguration")->call(u"Name").toText();
+}
+
+Text ZnModel::CurrentSheetName() const { return memberObject(m_object, u"GetCurrentSheet")->call(u"GetName").toText(); }
+
+DispatchRef ZnModel::GetFirstModelView() const { return dispatchOf(m_object->call(u"GetFirstModelView")); }
+
+std::vector<std::vector<DispatchRef>> ZnModel::GetViews() const
+{
+    std::vector<std::vector<DispatchRef>> sheets;
+    for (const Value& sheet : elementsOf(m_object->call(u"GetViews")))
+        sheets.push_back(objectsOf(sheet));
+    return sheets;
+}
+
+DispatchRef ZnModelView::GetNext() const { return dispatchOf(m_object->call(u"GetNext")); }
+
+std::vector<DispatchRef> ZnModelView::GetMembers() const { return objectsOf(m_object->call(u"GetMembers")); }
+
+Text ZnViewMember::GetText1() const { return m_object->call(u"GetText1").toText(); }
+
+Text ZnViewMember::GetText2() const { return m_object->call(u"GetText2").toText(); }
+
+void ZnViewMember::Update() const { m_object->call(u"Update"); }
 
 Text ZnApplication::RevisionNumber() const { return m_object->call(u"RevisionNumber").toText(); }
 
-void ZnApplication::SetToggle(std::int32_t preference, bool value) const
+bool ZnApplication::GetUserPreferenceToggle(std::int32_t number) const
 {
-    m_object->call(u"SetUserPreferenceToggle", {preference, value});
+    return m_object->call(u"GetUserPreferenceToggle", {number}).toBool();
 }
 
-bool ZnApplication::GetToggle(std::int32_t preference) const
+void ZnApplication::SetUserPreferenceToggle(std::int32_t number, bool value) const
 {
-    return m_object->call(u"GetUserPreferenceToggle", {preference}).toBool();
+    m_object->call(u"SetUserPreferenceToggle", {number, value});
 }
 
-void ZnApplication::SetInteger(std::int32_t preference, std::int32_t value) const
+bool ZnApplication::SetUserPreferenceIntegerValue(std::int32_t number, std::int32_t value) const
 {
-    m_object->call(u"SetUserPreferenceIntegerValue", {preference, value});
+    return m_object->call(u"SetUserPreferenceIntegerValue", {number, value}).toBool();
 }
 
 void ZnApplication::SetMainWindowHidden(bool hidden) const { m_object->put(u"UserControlHidden", hidden); }
@@ -31,43 +103,40 @@ void ZnApplication::SetSwitch(std::int32_t number, bool value) const { m_object-
 
 void ZnApplication::SetVisible(bool visible) const { m_object->put(u"Visible", visible); }
 
-void ZnApplication::SetUserControl(bool value) const { m_object->put(u"UserControl", value); }
+void ZnApplication::SetUserControl(bool control) const { m_object->put(u"UserControl", control); }
 
-std::int32_t ZnApplication::FrameWindow() const
+std::uint32_t ZnApplication::FrameWindow() const
 {
-    const DispatchRef frame = asDispatch(m_object->call(u"Frame"));
-    if (!frame)
-        throw StatusError(E_POINTER, "The CAD application has no frame.");
-    return frame->call(u"GetHWnd").toInt32();
+    return static_cast<std::uint32_t>(memberObject(m_object, u"Frame")->call(u"GetHWnd").toInt32());
 }
 
-void ZnApplication::CloseAllDocuments(bool includeUnsaved) const
+bool ZnApplication::CloseAllDocuments(bool includeUnsaved) const
 {
-    m_object->call(u"CloseAllDocuments", {includeUnsaved});
+    return m_object->call(u"CloseAllDocuments", {includeUnsaved}).toBool();
 }
 
-void ZnApplication::Exit() const { m_object->call(u"ExitApp"); }
+void ZnApplication::ExitApp() const { m_object->call(u"ExitApp"); }
 
-Text ZnApplication::BuildText() const
+std::array<Text, 3> ZnApplication::GetBuildNumbers() const
 {
     MemberCall call{u"GetBuildNumbers2", MemberUse::Call, {Text(), Text(), Text()}, {}};
     m_object->invoke(call);
-    return call.arguments.front().toText();
+    return {call.arguments.at(0).toText(), call.arguments.at(1).toText(), call.arguments.at(2).toText()};
 }
 
-DispatchRef ZnApplication::FirstDocument() const { return asDispatch(m_object->call(u"GetFirstDocument")); }
+DispatchRef ZnApplication::GetFirstDocument() const { return dispatchOf(m_object->call(u"GetFirstDocument")); }
 
 ZnApplication::MacroResult ZnApplication::RunMacro(const Text& file, const Text& module, const Text& procedure) const
 {
     return {m_object->call(u"RunMacro", {file, module, procedure}).toBool(), 0};
 }
 
-ZnApplication::MacroResult ZnApplication::RunMacro2(const Text& file, const Text& module, const Text& procedure) const
+ZnApplication::MacroResult ZnApplication::RunMacro2(
+    const Text& file, const Text& module, const Text& procedure, std::int32_t options) const
 {
-    constexpr std::int32_t noOptions = 0;
-    MemberCall call{u"RunMacro2", MemberUse::Call, {file, module, procedure, noOptions, std::int32_t(0)}, {}};
+    MemberCall call{u"RunMacro2", MemberUse::Call, {file, module, procedure, options, std::int32_t{0}}, {}};
     const bool success = m_object->invoke(call).toBool();
-    return {success, call.arguments.back().toInt32()};
+    return {success, call.arguments.at(4).toInt32()};
 }
 
 } // namespace zn
