@@ -1,0 +1,64 @@
+#include "zentrel/application/MacroRunner.h"
+
+#include "language/Program.h"
+#include "zentrel/application/Application.h"
+#include "zentrel/application/MacroFiles.h"
+#include "zentrel/application/MacroHost.h"
+#include "zentrel/application/TypeLibrary.h"
+
+#include <fmt/format.h>
+
+namespace zentrel {
+
+namespace {
+
+using zn::language::Reason;
+
+constexpr char16_t moduleName[] = u"ZNMacro1";
+
+} // namespace
+
+MacroOutcome runMacro(Application& application, const Text& file, const Text& module, const Text& procedure)
+{
+    zn::FileSystem& files = application.surroundings().files;
+    const std::string name = zn::toUtf8(file);
+    const auto fail = [&](Reason reason, const std::string& sentence) {
+        application.report(sentence);
+        return MacroOutcome{false, reason};
+    };
+    const auto bytes = files.readBytes(file);
+    if (!bytes)
+        return fail(
+            Reason::OpenFailed, fmt::format("The macro '{}' cannot be read: {}.", name, zn::toUtf8(files.lastError())));
+    if (!zn::equalNoCase(module, moduleName))
+        return fail(Reason::InvalidProcedureName,
+            fmt::format("The macro '{}' has no module '{}'; its one module is 'ZNMacro1'.", name, zn::toUtf8(module)));
+    try {
+        const auto program = zn::language::compile(zn::fromCodePage(*bytes), macroCompileOptions());
+        MacroHost host(application);
+        MacroFiles access(files);
+        zn::language::Machine machine(program, host, access);
+        machine.run(procedure);
+        return {true, Reason::None};
+    } catch (const zn::language::SyntaxError& error) {
+        return fail(zn::language::reasonOf(error),
+            faultText(name, error.line(), error.column(), error.message(), error.sourceLine()));
+    } catch (const zn::language::RuntimeFault& fault) {
+        return fail(zn::language::reasonOf(fault),
+            faultText(name, fault.line, fault.column, fault.description, fault.sourceLine));
+    }
+}
+
+std::string faultText(const std::string& file, int line, int column, const Text& message, const Text& sourceLine)
+{
+    std::string text = line > 0 ? fmt::format("{}:{}:{}: {}", file, line, column, zn::toUtf8(message))
+                                : fmt::format("{}: {}", file, zn::toUtf8(message));
+    if (sourceLine.empty())
+        return text;
+    text += "\n    " + zn::toUtf8(sourceLine) + "\n    ";
+    for (int i = 1; i < column && i <= static_cast<int>(sourceLine.size()); ++i)
+        text += sourceLine[static_cast<std::size_t>(i) - 1] == u'\t' ? '\t' : ' ';
+    return text + "^";
+}
+
+} // namespace zentrel

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+#include "zentrel/application/ScriptObject.h"
+
+#include <filesystem>
+#include <functional>
+
+namespace zentrel {
+
+/// What the application needs of the process around it. The references outlive the application.
+struct Surroundings {
+    zn::FileSystem& files;
+    /// For files of this process's own (documents of virtual components); made when needed, removed at the end.
+    std::filesystem::path workFolder;
+    /// Takes one line for a person, as nobody sits in front of a window.
+    std::function<void(const std::string&)> log;
+    /// Whether whoever uses the application has gone, so that long work should end.
+    std::function<bool()> stopRequested;
+    /// `ExitApp`: the process shall end when the present call has been answered.
+    std::function<void()> exit;
+    /// Output of `Debug.Print`; the log if it is empty.
+    std::function<void(const std::string&)> print;
+};
+
+} // namespace zentrel
