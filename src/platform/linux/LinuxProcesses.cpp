@@ -5,6 +5,7 @@
 #include "platform/linux/FileVersion.h"
 
 #include <cerrno>
+#include <chrono>
 #include <condition_variable>
 #include <csignal>
 #include <fstream>
@@ -15,6 +16,8 @@
 namespace zn {
 
 namespace {
+
+constexpr int endLooks = 250;
 
 /// The arguments behind the program: parted by blanks, double quotes hold blanks together.
 void appendArguments(TextView line, std::vector<std::string>& arguments)
@@ -203,7 +206,12 @@ bool LinuxProcesses::terminate(std::int32_t processId, std::uint32_t exitCode)
         return false;
     child->asked = exitCode;
     // The group holds what the child has started; its own number stands for it until its end has been taken.
-    return ::kill(-processId, SIGKILL) == 0 || ::kill(processId, SIGKILL) == 0;
+    if (::kill(-processId, SIGKILL) != 0 && ::kill(processId, SIGKILL) != 0)
+        return false;
+    // A killed child is gone within a moment; seeing it gone keeps what follows from depending on that moment.
+    for (int look = 0; look < endLooks && !refreshed(processId)->ended; ++look)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return true;
 }
 
 std::optional<std::uint64_t> LinuxProcesses::workingSet(std::int32_t processId)
