@@ -51,7 +51,7 @@ Status LaunchInstance::GetValue(TextView name, Value& value)
 Status LaunchInstance::SetValue(TextView name, const Value& value)
 {
     try {
-        m_own[Text(name)] = fromStored(toStored(value));
+        m_own[Text(name)] = fromStoredVariable(toStoredVariable(value));
         return zn::S_OK;
     } catch (...) {
         return currentFailure().status;

@@ -133,7 +133,7 @@ void RunClaim::writeProgress(std::int32_t total, std::int32_t position, zn::Text
 void RunClaim::writeVariable(zn::TextView name, const zn::Value& value) const
 {
     const auto key = toUtf8(name);
-    const auto stored = toStored(value);
+    const auto stored = toStoredVariable(value);
     Transaction transaction(m_store->database());
     requireHeld();
     auto& session = m_store->database().session();

@@ -147,7 +147,7 @@ Status RunInstance::SetValue(TextView name, const Value& value)
 {
     try {
         m_claim.writeVariable(name, value);
-        m_variables[Text(name)] = fromStored(toStored(value));
+        m_variables[Text(name)] = fromStoredVariable(toStoredVariable(value));
         return zn::S_OK;
     } catch (...) {
         return failed();

@@ -23,7 +23,7 @@ void insertVariables(soci::session& session, std::int32_t runId, const Variables
 {
     for (const auto& [name, value] : variables) {
         const auto key = toUtf8(name);
-        const auto stored = toStored(value);
+        const auto stored = toStoredVariable(value);
         session << "INSERT INTO task_run_variables (run_id, name, value_type, value_text, own) "
                    "VALUES (:id, :name, :type, :text, :own)",
             use(runId), use(key), use(stored.type), use(stored.text), use(own);
@@ -121,13 +121,13 @@ Variables RunStore::variables(std::int32_t runId)
 {
     Variables variables;
     std::string name;
-    StoredValue stored;
+    StoredVariable stored;
     soci::statement select = (m_database.session().prepare
             << "SELECT name, value_type, value_text FROM task_run_variables WHERE run_id = :id",
         use(runId), into(name), into(stored.type), into(stored.text));
     select.execute();
     while (select.fetch())
-        variables[toText(name)] = fromStored(stored);
+        variables[toText(name)] = fromStoredVariable(stored);
     return variables;
 }
 

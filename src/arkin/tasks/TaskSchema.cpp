@@ -1,7 +1,7 @@
 #include "arkin/tasks/TaskSchema.h"
 
 // Times are Unix seconds. Variable names are compared exactly, as the placeholders of a macro are; task names by their
-// case-folded form in `name_key`. `value_type` is the automation type number (see StoredValue.h).
+// case-folded form in `name_key`. `value_type` is the automation type number (see StoredVariable.h).
 
 namespace arkin {
 

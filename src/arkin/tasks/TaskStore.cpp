@@ -95,12 +95,12 @@ std::vector<TaskDefinition> TaskStore::list()
         tasks.push_back(task);
     }
     for (auto& each : tasks) {
-        StoredValue kind;
+        StoredVariable kind;
         m_database.session()
             << "SELECT value_type, value_text FROM task_variables WHERE task_id = :id AND name = '__type'",
             use(each.id), into(kind.type), into(kind.text);
         if (m_database.session().got_data())
-            each.variables[u"__type"] = fromStored(kind);
+            each.variables[u"__type"] = fromStoredVariable(kind);
     }
     return tasks;
 }
@@ -132,7 +132,7 @@ void TaskStore::writeVariables(std::int32_t taskId, const Variables& variables)
 {
     for (const auto& [name, value] : variables) {
         const auto key = toUtf8(name);
-        const auto stored = toStored(value);
+        const auto stored = toStoredVariable(value);
         auto& session = m_database.session();
         session << "DELETE FROM task_variables WHERE task_id = :id AND name = :name", use(taskId), use(key);
         session << "INSERT INTO task_variables (task_id, name, value_type, value_text) VALUES (:id, :name, :t, :v)",
@@ -159,13 +159,13 @@ Variables TaskStore::readVariables(std::int32_t taskId)
 {
     Variables variables;
     std::string name;
-    StoredValue stored;
+    StoredVariable stored;
     soci::statement select = (m_database.session().prepare
             << "SELECT name, value_type, value_text FROM task_variables WHERE task_id = :id",
         use(taskId), into(name), into(stored.type), into(stored.text));
     select.execute();
     while (select.fetch())
-        variables[toText(name)] = fromStored(stored);
+        variables[toText(name)] = fromStoredVariable(stored);
     return variables;
 }
 

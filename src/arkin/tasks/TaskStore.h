@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arkin/store/Database.h"
-#include "arkin/tasks/StoredValue.h"
+#include "arkin/tasks/StoredVariable.h"
 #include "host/Codes.h"
 
 #include <optional>

@@ -1,4 +1,4 @@
-#include "arkin/tasks/StoredValue.h"
+#include "arkin/tasks/StoredVariable.h"
 
 #include "arkin/store/Codes.h"
 
@@ -28,7 +28,7 @@ std::string exactText(float number)
 
 } // namespace
 
-StoredValue toStored(const Value& value)
+StoredVariable toStoredVariable(const Value& value)
 {
     const auto type = static_cast<std::int32_t>(value.type());
     switch (value.type()) {
@@ -43,7 +43,7 @@ StoredValue toStored(const Value& value)
     }
 }
 
-Value fromStored(const StoredValue& stored)
+Value fromStoredVariable(const StoredVariable& stored)
 {
     switch (static_cast<ValueType>(stored.type)) {
     case ValueType::Int32:

@@ -1,0 +1,193 @@
+#include "arkin/tasks/TaskFile.h"
+
+#include "addin/TaskVariables.h"
+
+#include <algorithm>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <numeric>
+
+namespace arkin {
+
+using nlohmann::json;
+using zn::Text;
+using zn::TextView;
+using zn::toUtf8;
+using zn::Value;
+using zn::ValueType;
+
+namespace {
+
+[[noreturn]] void refuse(const std::string& sentence) { throw zn::StatusError(zn::E_INVALIDARG, sentence); }
+
+/// How many letters have to be put in, left out or changed to make the one name of the other.
+std::size_t distance(TextView a, TextView b)
+{
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i;
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const auto above = row[j];
+            row[j] = std::min({above + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
+            diagonal = above;
+        }
+    }
+    return row[b.size()];
+}
+
+const zn::TaskVariable& rowOf(TextView name)
+{
+    if (const auto* row = zn::findTaskVariable(name))
+        return *row;
+    const auto folded = zn::foldCase(name);
+    const auto all = zn::taskVariables();
+    const auto nearest = std::min_element(all.begin(), all.end(), [&](const auto& a, const auto& b) {
+        return distance(zn::foldCase(a.name), folded) < distance(zn::foldCase(b.name), folded);
+    });
+    const bool near = distance(zn::foldCase(nearest->name), folded) <= 2;
+    refuse("No task has a variable named '" + toUtf8(name) + "'"
+        + (near ? "; did you mean '" + toUtf8(nearest->name) + "'?" : "."));
+}
+
+const char* wantedBy(ValueType type)
+{
+    switch (type) {
+    case ValueType::Int32:
+        return "a whole number";
+    case ValueType::Boolean:
+        return "true or false";
+    case ValueType::Float32:
+        return "a number";
+    default:
+        return "a text, or an array of lines";
+    }
+}
+
+[[noreturn]] void refuseValue(const zn::TaskVariable& row, const std::string& shown)
+{
+    refuse("The variable '" + toUtf8(row.name) + "' takes " + wantedBy(row.type) + ", not " + shown + ".");
+}
+
+Value fromJson(const zn::TaskVariable& row, const json& value)
+{
+    switch (row.type) {
+    case ValueType::Boolean:
+        if (value.is_boolean())
+            return value.get<bool>();
+        break;
+    case ValueType::Int32:
+        if (value.is_number_integer() && value >= std::numeric_limits<std::int32_t>::min()
+            && value <= std::numeric_limits<std::int32_t>::max())
+            return value.get<std::int32_t>();
+        break;
+    case ValueType::Float32:
+        if (value.is_number())
+            return value.get<float>();
+        break;
+    default:
+        if (value.is_string())
+            return zn::toText(value.get<std::string>());
+        if (value.is_array() && std::all_of(value.begin(), value.end(), [](const json& e) { return e.is_string(); })) {
+            Text lines;
+            for (const auto& line : value)
+                lines += zn::toText(line.get<std::string>()) + u"\n";
+            return lines;
+        }
+    }
+    refuseValue(row, value.dump());
+}
+
+json parsed(std::string_view text)
+{
+    try {
+        return json::parse(text);
+    } catch (const json::parse_error& error) {
+        const auto before = text.substr(0, error.byte > 0 ? error.byte - 1 : 0);
+        const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+        const auto lineStart = before.rfind('\n') == before.npos ? 0 : before.rfind('\n') + 1;
+        refuse("The text isn't well-formed JSON at line " + std::to_string(line) + ", column "
+            + std::to_string(before.size() - lineStart + 1) + ".");
+    }
+}
+
+const json& expectObject(const json& value, const std::string& what)
+{
+    if (!value.is_object())
+        refuse(what + " has to be an object in braces, not " + value.dump() + ".");
+    return value;
+}
+
+Text textMember(const json& value, const std::string& name)
+{
+    if (!value.is_string())
+        refuse("'" + name + "' takes a text, not " + value.dump() + ".");
+    return zn::toText(value.get<std::string>());
+}
+
+void readMenu(const json& menu, TaskFile& file)
+{
+    for (const auto& [name, value] : expectObject(menu, "'menu'").items()) {
+        if (name == "display" && value.is_boolean())
+            file.menuDisplay = value.get<bool>();
+        else if (name == "display")
+            refuse("'menu.display' takes true or false, not " + value.dump() + ".");
+        else if (name == "text")
+            file.menuText = textMember(value, "menu.text");
+        else if (name == "description")
+            file.menuDescription = textMember(value, "menu.description");
+        else
+            refuse("'menu' has no member '" + name + "'; it takes 'display', 'text' and 'description'.");
+    }
+}
+
+} // namespace
+
+TaskFile parseTaskFile(std::string_view text)
+{
+    TaskFile file;
+    const auto document = parsed(text);
+    for (const auto& [name, value] : expectObject(document, "A task file").items()) {
+        if (name == "variables") {
+            for (const auto& [variable, content] : expectObject(value, "'variables'").items())
+                file.variables[zn::toText(variable)] = fromJson(rowOf(zn::toText(variable)), content);
+        } else if (name == "script") {
+            file.script = toUtf8(textMember(value, "script"));
+        } else if (name == "menu") {
+            readMenu(value, file);
+        } else {
+            refuse("A task file has no member '" + name + "'; it takes 'variables', 'script' and 'menu'.");
+        }
+    }
+    return file;
+}
+
+Value parseVariable(TextView name, TextView text)
+{
+    static constexpr std::pair<const char16_t*, bool> booleans[] = {
+        {u"true", true},
+        {u"yes", true},
+        {u"1", true},
+        {u"-1", true},
+        {u"false", false},
+        {u"no", false},
+        {u"0", false},
+    };
+    const auto& row = rowOf(name);
+    const auto utf8 = toUtf8(text);
+    if (row.type == ValueType::String)
+        return Text(text);
+    if (row.type == ValueType::Boolean) {
+        for (const auto& [word, value] : booleans)
+            if (zn::equalNoCase(text, word))
+                return value;
+        refuseValue(row, "'" + utf8 + "'");
+    }
+    const auto number = json::parse(utf8, nullptr, false);
+    if (!number.is_number())
+        refuseValue(row, "'" + utf8 + "'");
+    return fromJson(row, number);
+}
+
+} // namespace arkin

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "arkin/tasks/TaskStore.h"
+
+#include <filesystem>
+#include <string_view>
+
+namespace arkin {
+
+/// What a person writes down about a task, as a JSON text:
+///
+///   { "variables": { "FileFormat": "STL (*.stl)", "StlQuality": 2, "ReplaceOutput": true,
+///                    "FileCardData": ["Description;100;Title", "Note;8;made by a task"] },
+///     "script": "MyMacro.bas",
+///     "menu": { "display": true, "text": "Convert to STL", "description": "…" } }
+///
+/// All members may be missing. A text variable takes a string, or an array of strings: lines, each ended by a line
+/// feed. `script` is a file of its own, in the single-byte code page, beside the JSON file unless it is absolute.
+struct TaskFile {
+    Variables variables;
+    std::filesystem::path script; ///< empty for none
+    std::optional<bool> menuDisplay;
+    std::optional<zn::Text> menuText;
+    std::optional<zn::Text> menuDescription;
+};
+
+/// Raises `StatusError` E_INVALIDARG with a sentence that names the place: the line and column of a fault in the text,
+/// a member that nobody knows, a variable with the type that it takes.
+TaskFile parseTaskFile(std::string_view json);
+
+/// A variable's value from a command line's text: a whole number, a number with a point, true/false/yes/no/-1/0/1, or
+/// the text itself. Raises like `parseTaskFile`.
+zn::Value parseVariable(zn::TextView name, zn::TextView text);
+
+} // namespace arkin

@@ -1,0 +1,91 @@
+#include "arkin/tasks/NewTask.h"
+
+#include <gmock/gmock.h>
+
+namespace arkin::test {
+
+using ::testing::HasSubstr;
+using zn::Value;
+
+namespace {
+
+template <class Call> std::string sentenceOf(Call call)
+{
+    try {
+        call();
+    } catch (const zn::StatusError& error) {
+        return error.what();
+    }
+    return "no failure";
+}
+
+} // namespace
+
+TEST(TaskFileTest, SaysWhatIsWrongWhere)
+{
+    const struct {
+        const char* json;
+        const char* sentence;
+    } rows[] = {
+        {"{\n  \"variables\": {,}\n}", "isn't well-formed JSON at line 2, column 17."},
+        {"", "isn't well-formed JSON at line 1, column 1."},
+        {"[]", "A task file has to be an object in braces, not []."},
+        {R"({"variable": {}})", "has no member 'variable'; it takes 'variables', 'script' and 'menu'."},
+        {R"({"variables": {"StlQualty": 1}})", "No task has a variable named 'StlQualty'; did you mean 'StlQuality'?"},
+        {R"({"variables": {"Nonsense": 1}})", "No task has a variable named 'Nonsense'."},
+        {R"({"variables": {"StlQuality": "fine"}})", "'StlQuality' takes a whole number, not \"fine\"."},
+        {R"({"variables": {"StlQuality": 2.5}})", "'StlQuality' takes a whole number, not 2.5."},
+        {R"({"variables": {"StlQuality": 3000000000}})", "'StlQuality' takes a whole number, not 3000000000."},
+        {R"({"variables": {"ReplaceOutput": 1}})", "'ReplaceOutput' takes true or false, not 1."},
+        {R"({"variables": {"OutputPath": true}})", "'OutputPath' takes a text, or an array of lines, not true."},
+        {R"({"variables": {"FileCardData": ["a", 1]}})", "takes a text, or an array of lines, not [\"a\",1]."},
+        {R"({"menu": {"display": "yes"}})", "'menu.display' takes true or false, not \"yes\"."},
+        {R"({"script": 1})", "'script' takes a text, not 1."},
+    };
+    for (const auto& row : rows)
+        EXPECT_THAT(sentenceOf([&] { parseTaskFile(row.json); }), HasSubstr(row.sentence));
+}
+
+TEST(TaskFileTest, ReadsTheSettingsOfACommandLineByTheVariablesType)
+{
+    EXPECT_EQ(parseVariable(u"ReplaceOutput", u"Yes"), Value(true));
+    EXPECT_EQ(parseVariable(u"ReplaceOutput", u"0"), Value(false));
+    EXPECT_EQ(parseVariable(u"StlQuality", u"-2"), Value(-2));
+    EXPECT_EQ(parseVariable(u"__printer_margintop", u"2.5"), Value(2.5F));
+    EXPECT_EQ(parseVariable(u"OutputPath", u"12"), Value(u"12"));
+    EXPECT_EQ(sentenceOf([] { parseVariable(u"ReplaceOutput", u"maybe"); }),
+        "The variable 'ReplaceOutput' takes true or false, not 'maybe'.");
+    EXPECT_EQ(sentenceOf([] { parseVariable(u"StlQuality", u"2x"); }),
+        "The variable 'StlQuality' takes a whole number, not '2x'.");
+}
+
+TEST(TaskFileTest, MakesASettledConversion)
+{
+    TaskRequest request;
+    request.name = u"To STL";
+    request.kind = zn::TaskKind::Conversion;
+    request.script = u"sub main";
+    request.file = parseTaskFile(R"json({"variables": {"FileFormat": "STL (*.stl)", "StlQuality": 2,
+        "OutputPath": "<Path>\\%Number%\\<Filename>", "SheetMetalGeometry": 0, "SheetMetalMergeCoplanar": 0,
+        "FileCardData": ["Description;100;Title", "Note;8;a; b"]}, "menu": {"text": "STL"}})json");
+    request.settings = {{u"StlQuality", Value(1)}};
+    request.vaultVariables = {u"Number", u"Title"};
+    const auto task = makeTask(request);
+    const Variables wanted{{u"__type", Value(1)}, {u"__script", Value(u"sub main")}, {u"StlQuality", Value(1)},
+        {u"UsedVariables", Value(u"Number")}, {u"OutputConfs", Value(2)}, {u"FileSheets", Value(4)},
+        {u"SourceRefs", Value(2)}, {u"AsmThemeAndViewsChecks", Value(4)}, {u"SheetMetalOptions", Value(2076)},
+        {u"ErrorLogPath", Value(u"\\Logs\\To STL")}, {u"ReplaceOutput", Value(true)},
+        {u"FileCardData", Value(u"Description;100;Title\nNote;8;a; b\n")}, {u"TifImageType", Value(1)}};
+    for (const auto& [name, value] : wanted)
+        EXPECT_EQ(task.variables.at(name), value) << zn::toUtf8(name);
+    EXPECT_EQ(
+        task.menu, (std::vector<MenuEntry>{{1, u"STL", u"Converts ZENTREL files from one format to another", 0x4001}}));
+
+    request.file.variables[u"FileFormat"] = Value(u"STL");
+    EXPECT_THAT(sentenceOf([&] { makeTask(request); }),
+        HasSubstr("The variable 'FileFormat' doesn't take \"STL\": one of \"3D PDF - MBD (*.pdf)\", "));
+    request.file.variables.erase(u"FileFormat");
+    EXPECT_THAT(sentenceOf([&] { makeTask(request); }), HasSubstr("A conversion needs the variable 'FileFormat'"));
+}
+
+} // namespace arkin::test
