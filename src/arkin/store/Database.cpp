@@ -3,6 +3,7 @@
 #include "arkin/store/Codes.h"
 #include "arkin/store/Sqlite.h"
 
+#include <mutex>
 #include <soci/sqlite3/soci-sqlite3.h>
 
 namespace arkin {
@@ -18,13 +19,20 @@ const char* const foundation[] = {
     "INSERT INTO write_turn (id, turn) SELECT 1, 0 WHERE NOT EXISTS (SELECT 1 FROM write_turn)",
 };
 
+/// Once a process: a second registration would unload the backend, which an open connection forbids.
+void registerBackends()
+{
+    static std::once_flag done;
+    std::call_once(done, soci::register_factory_sqlite3);
+}
+
 } // namespace
 
 Database::Database(const std::string& connection)
     : m_connection(connection)
 {
     try {
-        soci::register_factory_sqlite3();
+        registerBackends();
         m_session.open(connection);
         prepareSqlite(m_session);
         for (const char* statement : foundation)
