@@ -1,0 +1,7 @@
+Option Explicit
+
+Dim znApp As Object
+
+Sub main()
+    Set znApp = Application.Zentrel
+End Sub

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "base/Text.h"
+#include "host/Codes.h"
+
+namespace zn {
+
+/// The macro template with which a task of this kind begins, and which a reset brings back, with its placeholders.
+/// A value that is no kind gets the general stub. Raises `E_NOTIMPL` for printing, whose default isn't written yet.
+Text defaultMacro(TaskKind kind);
+
+} // namespace zn
