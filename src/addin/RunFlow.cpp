@@ -52,7 +52,7 @@ void startSession(ZNManager& session)
     if (!failed(status))
         return;
     // The process may be up although the session isn't; the text of the failed start is what the report shows.
-    session.StopAfterFailedStart(status);
+    session.StopKeepingError(status);
     throw BodyEnd{status};
 }
 
@@ -131,7 +131,7 @@ Status runBody(Run& run)
         if (result == S_FALSE)
             run.cmd.cancel = -1;
     }
-    const Status stopped = context.session.Stop(true, S_OK);
+    const Status stopped = context.session.StopKeepingError(S_OK);
     if (!failed(result))
         result = stopped;
     return closeRun(context, run.vault, run.instance, result, run.total, run.items, run.logPath);

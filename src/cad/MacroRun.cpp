@@ -122,6 +122,7 @@ void ZNManager::copyForSupport(const Text& file)
 
 void ZNManager::RunMacro(const Text& macroText)
 {
+    m_lastError.clear();
     MacroOutcome outcome;
     Text file;
     try {

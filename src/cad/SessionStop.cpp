@@ -75,11 +75,13 @@ Status ZNManager::Stop(bool force, Status status)
     return m_lastError.empty() ? S_OK : status;
 }
 
-void ZNManager::StopAfterFailedStart(Status status)
+Status ZNManager::StopKeepingError(Status status)
 {
-    const Text startError = m_lastError;
-    Stop(true, status);
-    m_lastError = startError;
+    const Text error = m_lastError;
+    const Status stopped = Stop(true, status);
+    if (m_lastError.empty())
+        m_lastError = error;
+    return stopped;
 }
 
 } // namespace zn

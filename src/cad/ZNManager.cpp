@@ -72,6 +72,8 @@ Status ZNManager::Restart(Status status)
         m_forceRegression = true;
         m_restartCount = 0;
     }
+    // Closing fails for a reason of its own only, not for what this restart is the answer to.
+    m_lastError.clear();
     const Status stopped = Stop(true, status);
     return failed(stopped) ? stopped : Start();
 }

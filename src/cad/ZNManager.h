@@ -45,8 +45,9 @@ public:
     /// Closes the application, politely if `status` is no failure. With `force` it is waited for until it has ended.
     /// 0 or the failure.
     Status Stop(bool force, Status status);
-    /// Ends what a failed start has left, keeping the start's text as the last error.
-    void StopAfterFailedStart(Status status);
+    /// Stops with force. `Stop` forgets the last error when there is no process any more; here it stays, so that a
+    /// report can still say why a start or a macro has failed.
+    Status StopKeepingError(Status status);
 
     /// Runs the procedure `main` of the macro, restarting the application where that may help. Returns when the macro
     /// has ended normally; raises otherwise, with the reason as the last error.
