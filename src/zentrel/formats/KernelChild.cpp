@@ -18,9 +18,6 @@ namespace zentrel {
 
 namespace {
 
-/// Computing time after which a child is given up: far above any honest file, so that only a loop without end meets it.
-constexpr rlim_t computingSeconds = 30 * 60;
-
 /// First byte of a child's answer: it succeeded, or 'a' plus the kind of its error. Behind it stands the
 /// result or the sentence.
 constexpr char succeeded = '+';
@@ -49,7 +46,7 @@ std::string readAll(int pipe)
 }
 
 /// A child neither outlives its parent nor leaves a core file, and handles no signal as the parent does.
-void limitChild(pid_t parent)
+void limitChild(pid_t parent, std::chrono::seconds limit)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent)
@@ -58,7 +55,8 @@ void limitChild(pid_t parent)
         std::signal(signal, SIG_DFL);
     const rlimit noCore{0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
-    const rlimit time{computingSeconds, computingSeconds + 60};
+    const auto seconds = static_cast<rlim_t>(limit.count());
+    const rlimit time{seconds, seconds + 60};
     setrlimit(RLIMIT_CPU, &time);
 }
 
@@ -77,12 +75,12 @@ std::string answerOf(
     }
 }
 
-std::string endText(int status)
+std::string endText(int status, std::chrono::seconds limit)
 {
     if (!WIFSIGNALED(status))
         return "ended without an answer";
     if (WTERMSIG(status) == SIGXCPU)
-        return "came to no end within 30 minutes of computing";
+        return "came to no end within " + std::to_string(limit.count()) + " seconds of computing";
     if (WTERMSIG(status) == SIGKILL)
         return "was stopped by the system, which may be out of memory,";
     return std::string("crashed (") + strsignal(WTERMSIG(status)) + ")";
@@ -90,8 +88,8 @@ std::string endText(int status)
 
 } // namespace
 
-std::string runInChild(
-    const std::string& doing, const std::filesystem::path& file, const std::function<std::string()>& work)
+std::string runInChild(const std::string& doing, const std::filesystem::path& file,
+    const std::function<std::string()>& work, std::chrono::seconds limit)
 {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
@@ -109,7 +107,7 @@ std::string runInChild(
             ErrorKind::Kernel, std::string("No process can be started: ") + std::strerror(number) + ".");
     }
     if (child == 0) {
-        limitChild(parent);
+        limitChild(parent, limit);
         writeAll(ends[1], answerOf(doing, file, work));
         _exit(0);
     }
@@ -120,7 +118,7 @@ std::string runInChild(
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) { }
     if (WIFSIGNALED(status) || answer.empty())
         throw DocumentError(ErrorKind::Kernel,
-            "The geometry kernel " + endText(status) + " while " + doing + " the file " + quoted(file) + ".");
+            "The geometry kernel " + endText(status, limit) + " while " + doing + " the file " + quoted(file) + ".");
     if (answer.front() != succeeded)
         throw DocumentError(static_cast<ErrorKind>(answer.front() - 'a'), answer.substr(1));
     answer.erase(0, 1);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -12,12 +13,15 @@
 /// program, and a crash is caught where it happens.
 namespace zentrel {
 
+/// Far above what any honest file takes, so that only a loop without end meets it.
+inline constexpr std::chrono::seconds longestComputing = std::chrono::minutes(30);
+
 /// Runs `work` in a child process (a copy of this one) and returns the bytes that it returns. A `DocumentError` that it
-/// raises is raised here again. The kernel's exceptions, a crash, exhausted memory and 30 minutes of computing
-/// become `DocumentError` of kind `Kernel`: "The geometry kernel … while <doing> the file '…'."
-/// What `work` changes in memory is lost. `doing` is such as "reading".
-std::string runInChild(
-    const std::string& doing, const std::filesystem::path& file, const std::function<std::string()>& work);
+/// raises is raised here again. The kernel's exceptions, a crash, exhausted memory and `limit` of computing become
+/// `DocumentError` of kind `Kernel`: "The geometry kernel … while <doing> the file '…'." What `work` changes in memory
+/// is lost. `doing` is such as "reading".
+std::string runInChild(const std::string& doing, const std::filesystem::path& file,
+    const std::function<std::string()>& work, std::chrono::seconds limit = longestComputing);
 
 /// Runs `work` in this process, with the same errors; a crash by a memory or arithmetic fault ends `work` at once,
 /// without its destructors: what it held is leaked, so it must hold no lock and no file.

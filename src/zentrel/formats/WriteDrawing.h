@@ -8,17 +8,17 @@
 namespace zentrel {
 
 struct PdfOptions {
-    std::vector<Text> sheets;  ///< names, each a page in this order; empty: all
-    bool color = true;         ///< bodies' own colours for their edges; else all black
-    bool highQuality = false;  ///< curves in finer steps
-    bool headerFooter = false; ///< document name above, page number below
-    bool lineWeights = true;   ///< outline 0.5 mm, visible 0.35 mm, hidden 0.18 mm; else all 0.25 mm
+    std::vector<Text> sheets = {}; ///< names, each a page in this order; empty: all
+    bool color = true;             ///< bodies' own colours for their edges; else all black
+    bool highQuality = false;      ///< curves in finer steps
+    bool headerFooter = false;     ///< document name above, page number below
+    bool lineWeights = true;       ///< frame 0.5 mm, visible 0.35 mm, hidden 0.18 mm; else all 0.25 mm
 };
 void writePdf(const DrawingDocument& drawing, const std::filesystem::path& document, const std::filesystem::path& file,
     const PdfOptions& options = {});
 
 struct DxfOptions {
-    std::vector<Text> sheets; ///< side by side in model space, in this order; empty: the active one
+    std::vector<Text> sheets = {}; ///< side by side in model space, in this order; empty: the active one
 };
 void writeDxf(const DrawingDocument& drawing, const std::filesystem::path& document, const std::filesystem::path& file,
     const DxfOptions& options = {});

@@ -1,0 +1,133 @@
+#include "zentrel/formats/SheetPicture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+#include <limits>
+
+namespace zentrel {
+
+namespace {
+
+/// In mm.
+constexpr double frameBorder = 10.0;
+constexpr double blockWidth = 110.0;
+constexpr double rowHeight = 8.0;
+constexpr double textHeight = 3.0;
+
+void addRectangle(SheetPicture& picture, double left, double bottom, double right, double top)
+{
+    picture.strokes.push_back(
+        {LineKind::Frame, {}, {{left, bottom}, {right, bottom}, {right, top}, {left, top}, {left, bottom}}, {}});
+}
+
+/// Document over sheet on the left, paper over scale on the right.
+void paintTitleBlock(const Sheet& sheet, const std::filesystem::path& document, SheetPicture& picture)
+{
+    const double right = picture.width - frameBorder;
+    const double left = std::max(frameBorder, right - blockWidth);
+    const double column = right - (right - left) / 4;
+    const double middle = frameBorder + rowHeight;
+    const double top = frameBorder + 2 * rowHeight;
+    addRectangle(picture, left, frameBorder, right, top);
+    picture.strokes.push_back({LineKind::Frame, {}, {{left, middle}, {right, middle}}, {}});
+    picture.strokes.push_back({LineKind::Frame, {}, {{column, frameBorder}, {column, top}}, {}});
+    const double lift = (rowHeight - textHeight) / 2;
+    const double indent = 2.0;
+    picture.labels.push_back({{left + indent, middle + lift}, textHeight, zn::toText(document.stem().string())});
+    picture.labels.push_back({{left + indent, frameBorder + lift}, textHeight, sheet.name});
+    picture.labels.push_back({{column + indent, middle + lift}, textHeight, zn::toText(paperName(sheet.paper))});
+    picture.labels.push_back({{column + indent, frameBorder + lift}, textHeight, zn::toText(scaleText(sheet.scale))});
+}
+
+struct Extent {
+    Point2 low{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
+    Point2 high{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest()};
+
+    void add(const Point2& point)
+    {
+        for (std::size_t axis = 0; axis < 2; ++axis) {
+            low[axis] = std::min(low[axis], point[axis]);
+            high[axis] = std::max(high[axis], point[axis]);
+        }
+    }
+};
+
+/// Whether the arc, counterclockwise from its start, passes the angle.
+bool passes(const Arc& arc, double angle)
+{
+    double turn = std::fmod(angle - arc.start, 2.0 * M_PI);
+    if (turn < 0.0)
+        turn += 2.0 * M_PI;
+    return arc.full || turn <= arc.end - arc.start;
+}
+
+Extent extentOf(const std::vector<Stroke>& strokes)
+{
+    Extent extent;
+    for (const Stroke& stroke : strokes) {
+        for (const Point2& point : stroke.points)
+            extent.add(point);
+        for (int quarter = 0; stroke.arc && quarter < 4; ++quarter) {
+            const double angle = quarter * M_PI / 2;
+            if (passes(*stroke.arc, angle))
+                extent.add({stroke.arc->center[0] + stroke.arc->radius * std::cos(angle),
+                    stroke.arc->center[1] + stroke.arc->radius * std::sin(angle)});
+        }
+    }
+    return extent;
+}
+
+} // namespace
+
+std::string scaleText(double scale)
+{
+    return scale >= 1.0 ? fmt::format("{:g}:1", scale) : fmt::format("1:{:g}", 1.0 / scale);
+}
+
+SheetPicture SheetPainter::paint(const Sheet& sheet)
+{
+    SheetPicture picture;
+    picture.name = sheet.name;
+    std::tie(picture.width, picture.height) = sheet.size();
+    addRectangle(picture, frameBorder, frameBorder, picture.width - frameBorder, picture.height - frameBorder);
+    paintTitleBlock(sheet, m_document, picture);
+    for (const View& view : sheet.views)
+        paintView(view, view.scale > 0.0 ? view.scale : sheet.scale, picture);
+    return picture;
+}
+
+void SheetPainter::paintView(const View& view, double scale, SheetPicture& picture)
+{
+    const ModelRef model = m_loader.load(view.model, view.configuration);
+    std::vector<Stroke> strokes
+        = project(*model, view.direction, view.up, m_tolerance / scale, view.hiddenLines, view.model);
+    const Extent extent = extentOf(strokes);
+    const Point2 middle{(extent.low[0] + extent.high[0]) / 2, (extent.low[1] + extent.high[1]) / 2};
+    const auto place = [&](Point2& point) {
+        point = {view.x + scale * (point[0] - middle[0]), view.y + scale * (point[1] - middle[1])};
+    };
+    for (Stroke& stroke : strokes) {
+        std::for_each(stroke.points.begin(), stroke.points.end(), place);
+        if (stroke.arc) {
+            place(stroke.arc->center);
+            stroke.arc->radius *= scale;
+        }
+        picture.strokes.push_back(std::move(stroke));
+    }
+}
+
+std::vector<const Sheet*> sheetsNamed(
+    const DrawingDocument& drawing, const std::vector<Text>& names, const std::filesystem::path& document)
+{
+    std::vector<const Sheet*> sheets;
+    for (const Text& name : names)
+        sheets.push_back(&drawing.sheets[sheetIndex(drawing, name, document)]);
+    if (names.empty()) {
+        for (const Sheet& sheet : drawing.sheets)
+            sheets.push_back(&sheet);
+    }
+    return sheets;
+}
+
+} // namespace zentrel

@@ -1,0 +1,234 @@
+#include "support/TemporaryFolder.h"
+#include "zentrel/formats/Mesh.h"
+#include "zentrel/formats/Projection.h"
+#include "zentrel/formats/WriteDrawing.h"
+#include "zentrel/model/Build.h"
+#include "zentrel/model/Container.h"
+#include "zentrel/model/DocumentError.h"
+
+#include <array>
+#include <BRepAlgoAPI_Cut.hxx>
+#include <BRepPrimAPI_MakeBox.hxx>
+#include <BRepPrimAPI_MakeCylinder.hxx>
+#include <BRepTools.hxx>
+#include <cstdio>
+#include <fstream>
+#include <gmock/gmock.h>
+
+namespace fs = std::filesystem;
+using namespace zentrel;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+namespace {
+
+/// A plate of 100 x 60 x 20 with a hole of 20 through it from above.
+TopoDS_Shape plate()
+{
+    const gp_Ax2 axis(gp_Pnt(50, 30, -1), gp_Dir(0, 0, 1));
+    return BRepAlgoAPI_Cut(BRepPrimAPI_MakeBox(100, 60, 20).Shape(), BRepPrimAPI_MakeCylinder(axis, 10, 22).Shape());
+}
+
+void writePlate(const fs::path& file, std::optional<Color> color = {})
+{
+    PartDocument part;
+    part.configurations = {{u"Default", {{u"Platte", plate(), color, {}}}, {}}};
+    writeDocument(part, file);
+}
+
+DrawingDocument twoSheets(const fs::path& folder)
+{
+    writePlate(folder / "plate.zenprt", Color{1, 0, 0});
+    draw(folder / "d.zendrw",
+        {{u"Лист 1", PaperSize::A3, true, folder / "plate.zenprt", {}},
+            {u"Detail", PaperSize::A4, false, folder / "plate.zenprt", {}}});
+    return readDrawing(folder / "d.zendrw");
+}
+
+std::string outputOf(const std::string& command)
+{
+    std::string text;
+    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    std::array<char, 4096> block;
+    for (std::size_t count = 0; (count = fread(block.data(), 1, block.size(), pipe)) > 0;)
+        text.append(block.data(), count);
+    EXPECT_EQ(pclose(pipe), 0) << command << ": " << text;
+    return text;
+}
+
+std::string bytesOf(const fs::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// The entities of a DXF file: type, then its group codes and values.
+struct Entity {
+    std::string type;
+    std::multimap<int, std::string> groups;
+
+    double number(int code) const { return std::stod(groups.find(code)->second); }
+    std::string layer() const { return groups.find(8)->second; }
+};
+
+std::vector<Entity> entitiesOf(const fs::path& file)
+{
+    std::ifstream stream(file);
+    std::vector<Entity> entities;
+    bool inEntities = false;
+    std::string code;
+    for (std::string value; std::getline(stream, code) && std::getline(stream, value);) {
+        value.erase(value.find_last_not_of('\r') + 1);
+        if (value == "ENTITIES")
+            inEntities = true;
+        else if (inEntities && std::stoi(code) == 0)
+            entities.push_back({value, {}});
+        else if (!entities.empty())
+            entities.back().groups.emplace(std::stoi(code), value);
+    }
+    return entities;
+}
+
+std::size_t countOf(const std::vector<Entity>& entities, const std::string& type, const std::string& layer)
+{
+    return static_cast<std::size_t>(std::count_if(entities.begin(), entities.end(),
+        [&](const Entity& entity) { return entity.type == type && entity.layer() == layer; }));
+}
+
+} // namespace
+
+TEST(Projection, aPlateFromAboveAndFromTheFront)
+{
+    Model model;
+    model.bodies = {{u"Platte", plate(), {}, {}}};
+    const std::vector<Stroke> top = project(model, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0), 0.01, false, "p.zenprt");
+    std::vector<Arc> circles;
+    double length = 0.0;
+    for (const Stroke& stroke : top) {
+        if (stroke.arc)
+            circles.push_back(*stroke.arc);
+        else
+            length += std::hypot(
+                stroke.points.back()[0] - stroke.points.front()[0], stroke.points.back()[1] - stroke.points.front()[1]);
+    }
+    ASSERT_GE(circles.size(), 1u);
+    EXPECT_NEAR(circles[0].radius, 10, 1e-9);
+    EXPECT_NEAR(circles[0].center[0], 50, 1e-9);
+    EXPECT_NEAR(circles[0].center[1], 30, 1e-9);
+    EXPECT_NEAR(length, 2 * (100 + 60), 1e-6);
+
+    const auto hiddenLength = [&](const Model& shown) {
+        double sum = 0.0;
+        for (const Stroke& stroke : project(shown, gp_Dir(0, -1, 0), gp_Dir(0, 0, 1), 0.01, true, "p.zenprt")) {
+            const bool upright = std::abs(stroke.points.front()[0] - stroke.points.back()[0]) < 1e-6;
+            if (stroke.kind == LineKind::Hidden && upright && std::abs(stroke.points[0][0] - 50) < 20)
+                sum += std::abs(stroke.points.back()[1] - stroke.points.front()[1]);
+        }
+        return sum;
+    };
+    EXPECT_NEAR(hiddenLength(model), 2 * 20, 0.1) << "both sides of the hole";
+
+    // Without its surfaces the plate shows the sharp edges of its mesh: those of the box, and the hole's two rims.
+    Model meshed;
+    meshed.bodies = {{u"Platte", plate(), {}, {}}};
+    ASSERT_EQ(mesh(meshed.bodies[0].shape, MeshQuality::Fine), 0u);
+    BRepTools::CleanGeometry(meshed.bodies[0].shape);
+    double visible = 0.0;
+    for (const Stroke& stroke : project(meshed, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0), 0.01, false, "p.zenprt"))
+        visible += std::hypot(stroke.points[1][0] - stroke.points[0][0], stroke.points[1][1] - stroke.points[0][1]);
+    EXPECT_NEAR(visible, 2 * (100 + 60) + 2 * M_PI * 10, 0.5);
+}
+
+TEST(WriteDxf, theActiveSheetInItsPlace)
+{
+    zn::test::TemporaryFolder folder;
+    const DrawingDocument drawing = twoSheets(folder.path());
+    writeDxf(drawing, folder / "d.zendrw", folder / "d.dxf");
+    const std::string text = bytesOf(folder / "d.dxf");
+    EXPECT_TRUE(text.starts_with("  0\r\nSECTION\r\n  2\r\nHEADER\r\n  9\r\n$ACADVER\r\n  1\r\nAC1009\r\n"));
+    EXPECT_TRUE(text.ends_with("  0\r\nENDSEC\r\n  0\r\nEOF\r\n"));
+
+    const std::vector<Entity> entities = entitiesOf(folder / "d.dxf");
+    const auto circle = std::find_if(
+        entities.begin(), entities.end(), [](const Entity& e) { return e.type == "CIRCLE" && e.layer() == "VISIBLE"; });
+    ASSERT_NE(circle, entities.end());
+    const View& top = drawing.sheets[0].views[1];
+    EXPECT_NEAR(circle->number(40), 10 * drawing.sheets[0].scale, 1e-6);
+    EXPECT_NEAR(circle->number(10), top.x, 1e-4) << "the hole stands in the middle of its view";
+    EXPECT_NEAR(circle->number(20), top.y, 1e-4);
+    EXPECT_GE(countOf(entities, "LINE", "VISIBLE"), 12u);
+    EXPECT_GE(countOf(entities, "LINE", "HIDDEN"), 4u);
+    std::vector<std::string> texts;
+    for (const Entity& entity : entities) {
+        if (entity.type == "TEXT")
+            texts.push_back(entity.groups.find(1)->second);
+    }
+    EXPECT_THAT(texts, ElementsAre("d", "\\U+041B\\U+0438\\U+0441\\U+0442 1", "A3", "1:1"));
+}
+
+TEST(WritePdf, aPageForEachSheetInItsSize)
+{
+    zn::test::TemporaryFolder folder;
+    const DrawingDocument drawing = twoSheets(folder.path());
+    const std::string pdf = (folder / "все.pdf").string();
+    writePdf(drawing, folder / "d.zendrw", pdf, {.headerFooter = true});
+    const std::string info = outputOf("pdfinfo -l 9 '" + pdf + "'");
+    EXPECT_THAT(info, HasSubstr("Pages:           2"));
+    EXPECT_THAT(info, HasSubstr("Page    1 size:  1190.55 x 841.89 pts (A3)"));
+    EXPECT_THAT(info, HasSubstr("Page    2 size:  595.276 x 841.89 pts (A4)"));
+    const std::string text = outputOf("pdftotext -layout '" + pdf + "' -");
+    for (const char* words : {"Лист 1", "Detail", "d.zendrw", "Page 1 of 2", "Page 2 of 2", "A3"})
+        EXPECT_THAT(text, HasSubstr(words));
+    EXPECT_THAT(outputOf("pdfimages -list '" + pdf + "'"), Not(HasSubstr("image "))) << "vectors, no picture";
+
+    writePdf(drawing, folder / "d.zendrw", pdf, {.sheets = {u"Detail"}});
+    EXPECT_THAT(outputOf("pdfinfo '" + pdf + "'"), HasSubstr("Pages:           1"));
+    EXPECT_THAT(outputOf("pdftotext '" + pdf + "' -"), Not(HasSubstr("Лист")));
+}
+
+TEST(WritePdf, colourAndLineWeightsFollowTheOptions)
+{
+    zn::test::TemporaryFolder folder;
+    const DrawingDocument drawing = twoSheets(folder.path());
+    const auto picture = [&](const PdfOptions& options) {
+        writePdf(drawing, folder / "d.zendrw", folder / "d.pdf", options);
+        outputOf("pdftoppm -r 100 -f 1 -l 1 '" + (folder / "d.pdf").string() + "' '" + (folder / "d").string() + "'");
+        std::size_t colored = 0;
+        std::size_t dark = 0;
+        const std::string pixels = bytesOf(folder / "d-1.ppm");
+        for (std::size_t at = pixels.size() % 3; at + 2 < pixels.size(); at += 3) {
+            const auto channel = [&](std::size_t i) { return static_cast<unsigned char>(pixels[at + i]); };
+            colored += channel(0) > channel(1) + 60;
+            dark += channel(1) < 128;
+        }
+        return std::pair(colored, dark);
+    };
+    const auto [coloredPixels, darkPixels] = picture({});
+    EXPECT_GT(coloredPixels, 500u);
+    const auto [none, black] = picture({.color = false});
+    EXPECT_EQ(none, 0u);
+    EXPECT_GT(black, 500u);
+    const auto [still, thin] = picture({.color = false, .lineWeights = false});
+    EXPECT_LT(thin, black) << "0.25 mm for the frame's 0.5";
+}
+
+TEST(WritePdf, whatIsMissingIsNamedAndNothingIsWritten)
+{
+    zn::test::TemporaryFolder folder;
+    DrawingDocument drawing = twoSheets(folder.path());
+    const auto expectError = [&](ErrorKind kind, const char* words, auto call) {
+        try {
+            call();
+            ADD_FAILURE() << words;
+        } catch (const DocumentError& error) {
+            EXPECT_EQ(error.kind(), kind) << error.what();
+            EXPECT_THAT(error.what(), HasSubstr(words));
+        }
+        EXPECT_FALSE(fs::exists(folder / "x.pdf"));
+    };
+    expectError(ErrorKind::InvalidArgument, "no sheet 'Blatt'",
+        [&] { writePdf(drawing, folder / "d.zendrw", folder / "x.pdf", {.sheets = {u"Blatt"}}); });
+    fs::remove(folder / "plate.zenprt");
+    expectError(ErrorKind::NotFound, "plate.zenprt", [&] { writePdf(drawing, folder / "d.zendrw", folder / "x.pdf"); });
+}
