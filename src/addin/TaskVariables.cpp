@@ -195,9 +195,14 @@ Status readKind(const ObjectRef& object, bool onInstance, TaskKind& kind)
     return S_OK;
 }
 
+Status getVariable(const ObjectRef& object, TextView name, Value& value)
+{
+    return onEither(object, [&](auto& task) { return task.GetValue(name, value); });
+}
+
 bool readVariable(const ObjectRef& object, TextView name, Value& value)
 {
-    const Status status = onEither(object, [&](auto& task) { return task.GetValue(name, value); });
+    const Status status = getVariable(object, name, value);
     checkStatus(status);
     if (status != S_FALSE)
         return true;

@@ -62,6 +62,9 @@ Status readKind(const ObjectRef& object, bool onInstance, TaskKind& kind);
 /// with an empty value. Raises the host's failure, and `E_POINTER` if `object` is neither.
 bool readVariable(const ObjectRef& object, TextView name, Value& value);
 
+/// The same as the host's status: 0 with the value, 1 if there is no such variable, negative on failure.
+Status getVariable(const ObjectRef& object, TextView name, Value& value);
+
 // The typed reads: a value of the wanted type as it is, any other changed to it; a failed change is raised.
 // None if there is no such variable.
 std::optional<std::int32_t> readInteger(const ObjectRef& object, TextView name);

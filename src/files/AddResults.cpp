@@ -264,10 +264,14 @@ Status FileLogic::CommitLogFile(const Text& path)
 
 Status FileLogic::ReferenceSources(IArkVault& vault, const ObjectRef& task)
 {
-    if (!readBoolean(task, u"RefToSource").value_or(false))
+    Value wanted;
+    Status status = getVariable(task, u"RefToSource", wanted);
+    if (failed(status))
+        return status;
+    if (status == S_FALSE || !wanted.toBool())
         return S_OK;
     std::shared_ptr<IArkBatchReference> batch;
-    Status status = createUtility(vault, ArkUtil_BatchReference, batch);
+    status = createUtility(vault, ArkUtil_BatchReference, batch);
     for (const OutputRecord& record : m_records) {
         if (failed(status))
             return status;

@@ -12,25 +12,44 @@ namespace {
 constexpr const char16_t* ownConfiguration = u"@";
 
 /// All card variables of the vault by name; a later one of the same name counts.
-std::map<Text, std::int32_t> variableIds(IArkVault& vault)
+Status readVariableIds(IArkVault& vault, std::map<Text, std::int32_t>& ids)
 {
     auto* manager = dynamic_cast<IArkVariableMgr*>(&vault);
     if (!manager)
-        throw StatusError(E_NOINTERFACE, "The vault lists no card variables.");
-    std::map<Text, std::int32_t> ids;
+        return E_NOINTERFACE;
     std::shared_ptr<IArkPosition> position;
-    checkStatus(manager->GetFirstVariablePosition(position));
+    Status status = manager->GetFirstVariablePosition(position);
     bool isNull = false;
-    while (position->IsNull(isNull) == S_FALSE) {
+    while (!failed(status) && position->IsNull(isNull) == S_FALSE) {
         std::shared_ptr<IArkVariable> variable;
         Text name;
         std::int32_t id = 0;
-        checkStatus(manager->GetNextVariable(*position, variable));
-        checkStatus(variable->GetName(name));
-        checkStatus(variable->GetId(id));
-        ids[name] = id;
+        status = manager->GetNextVariable(*position, variable);
+        if (!failed(status))
+            status = variable->GetName(name);
+        if (!failed(status))
+            status = variable->GetId(id);
+        if (!failed(status))
+            ids[name] = id;
     }
-    return ids;
+    return status;
+}
+
+/// The task's mappings; empty if it has none.
+Status readMappings(IArkVault& vault, const ObjectRef& task, std::vector<CardMapping>& mappings)
+{
+    Value table;
+    Status status = getVariable(task, u"FileCardData", table);
+    if (status != S_OK)
+        return status;
+    const Text text = table.toText();
+    if (text.empty())
+        return S_OK;
+    std::map<Text, std::int32_t> ids;
+    status = readVariableIds(vault, ids);
+    if (!failed(status))
+        mappings = parseCardMappings(text, ids);
+    return status;
 }
 
 /// The value of one card variable of the source: 0 with the value, 1 if there is none.
@@ -115,10 +134,9 @@ Status readSource(IArkVault& vault, OutputRecord& source, std::vector<ObjectRef>
 
 Status FileLogic::TransferCardValues(IArkVault& vault, const ObjectRef& task)
 {
-    const Text table = readText(task, u"FileCardData").value_or(Text());
-    if (table.empty())
-        return S_OK;
-    const std::vector<CardMapping> mappings = parseCardMappings(table, variableIds(vault));
+    std::vector<CardMapping> mappings;
+    if (const Status status = readMappings(vault, task, mappings); failed(status))
+        return status;
     if (mappings.empty())
         return S_OK;
 

@@ -71,14 +71,23 @@ OutputRecord readRecord(const pugi::xml_node& sel)
     return record;
 }
 
-void readRecords(const pugi::xml_node& parent, std::vector<OutputRecord>& records)
-{
-    for (const pugi::xml_node& child : parent.children()) {
-        if (std::string_view(child.name()) == "sel")
-            records.push_back(readRecord(child));
-        readRecords(child, records);
+/// Takes every `sel` below a node, at any depth.
+class RecordReader : public pugi::xml_tree_walker {
+public:
+    explicit RecordReader(std::vector<OutputRecord>& records)
+        : m_records(records)
+    {
     }
-}
+    bool for_each(pugi::xml_node& node) override
+    {
+        if (std::string_view(node.name()) == "sel")
+            m_records.push_back(readRecord(node));
+        return true;
+    }
+
+private:
+    std::vector<OutputRecord>& m_records;
+};
 
 } // namespace
 
@@ -104,14 +113,15 @@ Status FileLogic::WriteList(const ObjectRef& task, TaskKind kind, const Selectio
 Status FileLogic::ReadList(const ObjectRef& task, std::vector<OutputRecord>& records, bool outputList)
 {
     Value value;
-    if (!readVariable(task, outputList ? outputVariable : selectionVariable, value))
-        return S_FALSE;
+    if (const Status status = getVariable(task, outputList ? outputVariable : selectionVariable, value); status != S_OK)
+        return status;
     const std::string text = toUtf8(value.toText());
     constexpr unsigned exactText = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_ws_pcdata;
     pugi::xml_document document;
     if (const auto parsed = document.load_buffer(text.data(), text.size(), exactText, pugi::encoding_utf8); !parsed)
         throw StatusError(E_FAIL, std::string("The stored file list cannot be read: ") + parsed.description());
-    readRecords(document.document_element(), records);
+    RecordReader reader(records);
+    document.document_element().traverse(reader);
     return S_OK;
 }
 

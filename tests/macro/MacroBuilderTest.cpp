@@ -16,7 +16,7 @@ protected:
         host.root = platform.path("vault") + u"\\\\";
         host.cardVariables = {u"Number", u"Title"};
         host.addFile(7, 3, u"C:\\V\\sub\\flange.zenprt", 4);
-        platform.clock.time = 1520258829; // 5 March 2018, about noon
+        platform.clock.time = 1520251200; // noon of 5 March 2018 in London
     }
 
     static Text wrapped(TextView body)

@@ -1,5 +1,7 @@
 #include "macro/MacroText.h"
 
+#include "base/Dates.h"
+
 #include <gtest/gtest.h>
 
 namespace zn {
@@ -8,7 +10,7 @@ TEST(ValueToMacroText, SpellsEachType)
 {
     struct Case {
         Value value;
-        const char16_t* text;
+        Text text;
     };
     const Case cases[] = {
         {std::int16_t(-7), u"-7"},
@@ -19,7 +21,7 @@ TEST(ValueToMacroText, SpellsEachType)
         {true, u"True"},
         {false, u"False"},
         {u"a\"b", u"a\"b"},
-        {DateValue{43164.5}, u"3/5/2018 12:00:00 PM"},
+        {DateValue{43164.5}, dateText(43164.5)},
         {Value(), u""},
         {NullValue(), u""},
         {CurrencyValue{10000}, u""},
