@@ -53,6 +53,21 @@ void prepareSqlite(soci::session& session)
     session << "PRAGMA foreign_keys = ON";
 }
 
+std::vector<std::string> sqliteProblems(soci::session& session)
+{
+    if (session.get_backend_name() != "sqlite3")
+        return {};
+    std::vector<std::string> problems;
+    std::string line;
+    soci::statement statement = (session.prepare << "PRAGMA integrity_check", soci::into(line));
+    statement.execute();
+    while (statement.fetch()) {
+        if (line != "ok")
+            problems.push_back("The database file is damaged: " + line + ".");
+    }
+    return problems;
+}
+
 bool isSqliteDiskFull(const soci::soci_error& error)
 {
     const auto* sqlite = dynamic_cast<const soci::sqlite3_soci_error*>(&error);

@@ -34,7 +34,6 @@ const char* const firstStep[] = {
         file_id INTEGER NOT NULL REFERENCES files (id),
         PRIMARY KEY (folder_id, name_key)))",
     "CREATE INDEX file_folders_by_file ON file_folders (file_id)",
-    // A version that isn't released belongs to a file that was added and never checked in.
     R"(CREATE TABLE versions (
         file_id INTEGER NOT NULL REFERENCES files (id),
         version INTEGER NOT NULL,
@@ -45,15 +44,16 @@ const char* const firstStep[] = {
         made_at BIGINT NOT NULL,
         revision VARCHAR(260) NOT NULL,
         state VARCHAR(260) NOT NULL,
-        released INTEGER NOT NULL,
         PRIMARY KEY (file_id, version)))",
-    // `card_open` and `references_open` tell that the version to come has rows of its own already.
+    // The version to come is `base_version` + 1: base 0 is a file that was added and never checked in, whose version 1
+    // exists already. `card_open` and `references_open` tell that the version to come has such rows of its own.
     R"(CREATE TABLE check_outs (
         file_id INTEGER NOT NULL PRIMARY KEY REFERENCES files (id),
         folder_id INTEGER NOT NULL REFERENCES folders (id),
         user_name VARCHAR(260) NOT NULL,
         machine VARCHAR(260) NOT NULL,
         taken_at BIGINT NOT NULL,
+        base_version INTEGER NOT NULL,
         card_open INTEGER NOT NULL,
         references_open INTEGER NOT NULL))",
     R"(CREATE TABLE variables (

@@ -1,0 +1,240 @@
+#include "arkin/store/Archive.h"
+
+#include "arkin/store/Codes.h"
+#include "arkin/store/Sha256.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <random>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace arkin {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t bufferSize = 256 * 1024;
+/// From this number on, one sync of the file system is cheaper than one for each file.
+constexpr std::size_t manyFiles = 16;
+
+std::string shardOf(const std::string& hash) { return hash.substr(0, 2); }
+
+bool isContentName(const std::string& name)
+{
+    return name.size() == 64 && name.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+void makeFolder(const fs::path& folder)
+{
+    if (mkdir(folder.c_str(), 0755) != 0 && errno != EEXIST)
+        throwFileFailure(E_ARK_ARCHIVE, "Could not create the folder", folder);
+}
+
+void syncFolder(const fs::path& folder) { FileHandle(folder, O_RDONLY | O_DIRECTORY, E_ARK_ARCHIVE).sync(); }
+
+/// Copies from where both files stand to the end of the source, or only reads it without a destination.
+Content copyAndHash(FileHandle& source, FileHandle* destination, std::vector<char>& buffer)
+{
+    Sha256 hash;
+    Content content;
+    while (const std::size_t count = source.read(buffer)) {
+        const std::span bytes(buffer.data(), count);
+        hash.update(bytes);
+        if (destination)
+            destination->writeAll(bytes);
+        content.size += static_cast<std::int64_t>(count);
+    }
+    content.hash = hash.finish();
+    return content;
+}
+
+/// A content whose size is wrong was damaged later; putting it again repairs it.
+bool holdsWhole(const fs::path& path, std::int64_t size)
+{
+    struct stat status { };
+    return stat(path.c_str(), &status) == 0 && status.st_size == size;
+}
+
+/// No two batches have the same name, also not one whose process has died and whose number was given again.
+std::string freshName()
+{
+    std::random_device random;
+    return std::to_string(getpid()) + "-" + std::to_string(random()) + std::to_string(random());
+}
+
+void removeFiles(const std::vector<fs::path>& files)
+{
+    for (const fs::path& file : files) {
+        if (unlink(file.c_str()) != 0 && errno != ENOENT)
+            throwFileFailure(E_ARK_ARCHIVE, "Could not remove", file);
+    }
+}
+
+void takeSharedLock(FileHandle& lock, const fs::path& path)
+{
+    while (flock(lock.get(), LOCK_SH) != 0) {
+        if (errno != EINTR)
+            throwFileFailure(E_ARK_ARCHIVE, "Could not lock", path);
+    }
+}
+
+} // namespace
+
+Archive::Archive(const fs::path& folder)
+    : m_folder(folder)
+{
+    std::error_code error;
+    fs::create_directories(folder, error);
+    const bool isNew = !fs::exists(folder / "incoming");
+    makeFolder(folder / "incoming");
+    if (isNew) {
+        syncFolder(folder);
+        syncFolder(fs::absolute(folder).parent_path());
+    }
+}
+
+fs::path Archive::pathOf(const std::string& hash) const { return m_folder / shardOf(hash) / hash; }
+
+bool Archive::holds(const std::string& hash) const { return access(pathOf(hash).c_str(), F_OK) == 0; }
+
+void Archive::copyOut(const Content& content, FileHandle& destination) const
+{
+    FileHandle source(pathOf(content.hash), O_RDONLY, E_ARK_ARCHIVE);
+    std::vector<char> buffer(bufferSize);
+    if (copyAndHash(source, &destination, buffer) != content)
+        throw zn::StatusError(E_ARK_ARCHIVE,
+            "The archive's copy of a file is damaged: " + pathOf(content.hash).string()
+                + ". Bring it back from a backup.");
+}
+
+std::optional<std::string> Archive::problemOf(const Content& content) const
+{
+    if (!holds(content.hash))
+        return "its content is missing in the archive: " + pathOf(content.hash).string();
+    FileHandle source(pathOf(content.hash), O_RDONLY, E_ARK_ARCHIVE);
+    std::vector<char> buffer(bufferSize);
+    if (copyAndHash(source, nullptr, buffer) != content)
+        return "its content is damaged in the archive: " + pathOf(content.hash).string();
+    return std::nullopt;
+}
+
+void Archive::forEach(const std::function<void(const std::string& hash)>& visit) const
+{
+    for (const auto& shard : fs::directory_iterator(m_folder)) {
+        if (!shard.is_directory() || shard.path().filename() == "incoming")
+            continue;
+        for (const auto& file : fs::directory_iterator(shard.path())) {
+            if (isContentName(file.path().filename()))
+                visit(file.path().filename());
+        }
+    }
+}
+
+void Archive::removeArrivals()
+{
+    if (arrivals().empty())
+        return;
+    FileHandle lock(m_folder / "lock", O_RDWR | O_CREAT, E_ARK_ARCHIVE);
+    if (flock(lock.get(), LOCK_EX | LOCK_NB) == 0)
+        removeFiles(arrivals());
+}
+
+std::optional<int> Archive::removeLeftovers(const std::function<bool(const std::string& hash)>& isNeeded)
+{
+    FileHandle lock(m_folder / "lock", O_RDWR | O_CREAT, E_ARK_ARCHIVE);
+    if (flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
+        return std::nullopt;
+    std::vector<fs::path> leftovers = arrivals();
+    forEach([&](const std::string& hash) {
+        if (!isNeeded(hash))
+            leftovers.push_back(pathOf(hash));
+    });
+    removeFiles(leftovers);
+    return static_cast<int>(leftovers.size());
+}
+
+std::vector<fs::path> Archive::arrivals() const
+{
+    std::vector<fs::path> files;
+    for (const auto& file : fs::directory_iterator(m_folder / "incoming"))
+        files.push_back(file.path());
+    return files;
+}
+
+ArchiveBatch::ArchiveBatch(const Archive& archive)
+    : m_archive(archive)
+    , m_lock(archive.m_folder / "lock", O_RDWR | O_CREAT, E_ARK_ARCHIVE)
+    , m_name(freshName())
+    , m_buffer(bufferSize)
+{
+    takeSharedLock(m_lock, archive.m_folder / "lock");
+}
+
+ArchiveBatch::~ArchiveBatch()
+{
+    for (const Arrival& arrival : m_arrivals)
+        unlink(arrival.path.c_str());
+}
+
+Content ArchiveBatch::put(FileHandle& source)
+{
+    const fs::path path = m_archive.m_folder / "incoming" / (m_name + "-" + std::to_string(++m_count));
+    m_arrivals.push_back({path, {}});
+    FileHandle destination(path, O_WRONLY | O_CREAT | O_EXCL, E_ARK_ARCHIVE);
+    const Content content = copyAndHash(source, &destination, m_buffer);
+    if (holdsWhole(m_archive.pathOf(content.hash), content.size)) {
+        unlink(path.c_str());
+        m_arrivals.pop_back();
+        m_sharedFolders.insert(shardOf(content.hash));
+    } else {
+        if (fchmod(destination.get(), 0444) != 0)
+            throwFileFailure(E_ARK_ARCHIVE, "Could not write-protect", path);
+        m_arrivals.back().hash = content.hash;
+    }
+    return content;
+}
+
+void ArchiveBatch::publish()
+{
+    // First the bytes, then the names: a name in a shard always stands for a whole content, also after a power cut.
+    syncArrivals();
+    std::unordered_set<std::string> folders = std::move(m_sharedFolders);
+    m_sharedFolders.clear();
+    while (!m_arrivals.empty()) {
+        const Arrival& arrival = m_arrivals.back();
+        const fs::path final = m_archive.pathOf(arrival.hash);
+        if (folders.insert(shardOf(arrival.hash)).second)
+            makeFolder(final.parent_path());
+        if (rename(arrival.path.c_str(), final.c_str()) != 0)
+            throwFileFailure(E_ARK_ARCHIVE, "Could not put a content to", final);
+        m_arrivals.pop_back();
+    }
+    syncFolders(folders);
+}
+
+void ArchiveBatch::syncArrivals()
+{
+    if (m_arrivals.size() >= manyFiles) {
+        FileHandle(m_archive.m_folder, O_RDONLY | O_DIRECTORY, E_ARK_ARCHIVE).syncFileSystem();
+        return;
+    }
+    for (const Arrival& arrival : m_arrivals)
+        FileHandle(arrival.path, O_RDONLY, E_ARK_ARCHIVE).sync();
+}
+
+void ArchiveBatch::syncFolders(const std::unordered_set<std::string>& folders)
+{
+    if (folders.size() >= manyFiles) {
+        FileHandle(m_archive.m_folder, O_RDONLY | O_DIRECTORY, E_ARK_ARCHIVE).syncFileSystem();
+        return;
+    }
+    if (folders.empty())
+        return;
+    for (const std::string& folder : folders)
+        syncFolder(m_archive.m_folder / folder);
+    syncFolder(m_archive.m_folder);
+}
+
+} // namespace arkin

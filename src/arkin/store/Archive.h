@@ -1,0 +1,91 @@
+#pragma once
+
+#include "arkin/store/FileHandle.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace arkin {
+
+/// What a version holds: the SHA-256 of its bytes (64 lower-case hexadecimal digits) and their number.
+struct Content {
+    std::string hash;
+    std::int64_t size = 0;
+    bool operator==(const Content&) const = default;
+};
+
+/// Contents by their hash, each once, in files that are never changed:
+///   ab/<hash>     a content, whole and synced, for hashes that begin with "ab"
+///   incoming/     contents on their way in; whatever lies there belongs to a living batch or is left over
+///   lock          held shared by every batch, exclusively while leftovers are removed
+/// Failures are raised as `StatusError` E_ARK_ARCHIVE or E_ARK_DISK_FULL with a sentence.
+class Archive {
+public:
+    /// Opens the archive in `folder`, creating it if it is missing.
+    explicit Archive(const std::filesystem::path& folder);
+
+    bool holds(const std::string& hash) const;
+    std::filesystem::path pathOf(const std::string& hash) const;
+    /// Writes the content to `destination`. Raises E_ARK_ARCHIVE if the archive's copy is damaged or missing.
+    void copyOut(const Content& content, FileHandle& destination) const;
+    /// Reads the content again; a sentence if it is missing or damaged.
+    std::optional<std::string> problemOf(const Content& content) const;
+
+    /// Calls `visit` with the hash of every content in the archive, in no order.
+    void forEach(const std::function<void(const std::string& hash)>& visit) const;
+
+    /// Removes contents that never got into the archive; nothing while another process has a batch open.
+    void removeArrivals();
+    /// Removes what interrupted batches have left: everything in `incoming` and each content for which `isNeeded` is
+    /// false. None, with nothing removed, while another process has a batch open; else the number of files removed.
+    std::optional<int> removeLeftovers(const std::function<bool(const std::string& hash)>& isNeeded);
+
+private:
+    friend class ArchiveBatch;
+
+    std::vector<std::filesystem::path> arrivals() const;
+
+    std::filesystem::path m_folder;
+};
+
+/// Contents on their way into the archive. `put` takes them one by one, `publish` makes all of them durable at the
+/// price of a few syncs. The batch has to live until the transaction that refers to its contents has ended: as long
+/// as it does, nobody removes them as left over.
+class ArchiveBatch {
+public:
+    explicit ArchiveBatch(const Archive& archive);
+    ArchiveBatch(const ArchiveBatch&) = delete;
+    ArchiveBatch& operator=(const ArchiveBatch&) = delete;
+    /// Removes what was put and not published.
+    ~ArchiveBatch();
+
+    /// Copies what the open file holds from its present position to its end.
+    Content put(FileHandle& source);
+    /// After the return all contents put so far are in the archive and survive a loss of power.
+    void publish();
+
+private:
+    struct Arrival {
+        std::filesystem::path path;
+        std::string hash;
+    };
+
+    void syncArrivals();
+    void syncFolders(const std::unordered_set<std::string>& folders);
+
+    const Archive& m_archive;
+    FileHandle m_lock;
+    std::string m_name;
+    unsigned m_count = 0;
+    std::vector<Arrival> m_arrivals;
+    /// Folders of contents that were there already, perhaps not yet synced by the process that put them.
+    std::unordered_set<std::string> m_sharedFolders;
+    std::vector<char> m_buffer;
+};
+
+} // namespace arkin

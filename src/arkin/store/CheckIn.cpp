@@ -1,0 +1,268 @@
+#include "arkin/store/CheckIn.h"
+
+#include "arkin/store/CheckOut.h"
+#include "arkin/store/Codes.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace arkin {
+
+namespace {
+
+constexpr auto readOnlyPermissions = std::filesystem::perms(0444);
+
+struct Arrival {
+    CheckOutRow checkOut;
+    zn::Text name;
+    std::filesystem::path path;
+    LocalCopy copy;
+};
+
+class CheckInWork {
+public:
+    CheckInWork(Vault& vault, const CheckInPlan& plan, zn::TextView comment)
+        : m_vault(vault)
+        , m_comment(zn::toUtf8(comment))
+        , m_batch(vault.archive())
+    {
+        for (const CheckOutRow& row : plan.files) {
+            Arrival& arrival = m_arrivals.emplace_back();
+            arrival.checkOut = row;
+            m_ids.push_back(row.fileId);
+        }
+    }
+
+    std::vector<FileVersion> run()
+    {
+        m_vault.permissions().refresh();
+        for (const Arrival& arrival : m_arrivals)
+            m_vault.permissions().require(arrival.checkOut.folderId, Right::Add);
+        takeContents();
+        m_batch.publish();
+        store();
+        protectLocalCopies();
+        std::vector<FileVersion> versions;
+        for (const Arrival& arrival : m_arrivals)
+            versions.push_back({arrival.checkOut.fileId, arrival.checkOut.versionToCome()});
+        return versions;
+    }
+
+private:
+    void takeContents();
+    void store();
+    void requireUnchangedCheckOuts();
+    void writeVersions();
+    void carryCardsAndReferencesOn();
+    void pointReferencesAtNewVersions();
+    void deleteCheckOuts();
+    void protectLocalCopies();
+
+    Vault& m_vault;
+    std::string m_comment;
+    std::vector<Arrival> m_arrivals;
+    std::vector<std::int32_t> m_ids;
+    ArchiveBatch m_batch;
+};
+
+void CheckInWork::takeContents()
+{
+    std::vector<Place> places;
+    for (const Arrival& arrival : m_arrivals)
+        places.push_back({arrival.checkOut.fileId, arrival.checkOut.folderId});
+    const auto copies = m_vault.local().copies(places);
+    const auto rows = m_vault.files().rows(m_ids);
+    for (std::size_t i = 0; i < m_arrivals.size(); ++i) {
+        Arrival& arrival = m_arrivals[i];
+        if (!rows[i] || rows[i]->deleted)
+            throw zn::StatusError(E_ARK_NOT_IN_VAULT);
+        arrival.name = rows[i]->name;
+        arrival.path = m_vault.local().toMachine(m_vault.local().pathOf(places[i].folderId, arrival.name));
+        if (!std::filesystem::exists(arrival.path))
+            throw zn::StatusError(E_ARK_LOCAL_FILE_MISSING,
+                "The local copy " + arrival.path.string()
+                    + " is missing, so there is nothing to check in. Get the file again or undo its check-out.");
+        LocalFile file(arrival.path);
+        const std::int64_t settled = file.settledTime();
+        const bool unchanged = copies[i] && settled != 0 && copies[i]->modifiedNs == settled
+            && copies[i]->content.size == file.status().st_size && m_vault.archive().holds(copies[i]->content.hash);
+        // A known content may be one that only this check-out refers to, which the batch keeps from being cleared away.
+        arrival.copy = {places[i], unchanged ? copies[i]->content : m_batch.put(file), settled};
+    }
+}
+
+void CheckInWork::store()
+{
+    Transaction transaction(m_vault.database());
+    requireUnchangedCheckOuts();
+    writeVersions();
+    carryCardsAndReferencesOn();
+    pointReferencesAtNewVersions();
+    deleteCheckOuts();
+    std::vector<LocalCopy> copies;
+    for (const Arrival& arrival : m_arrivals)
+        copies.push_back(arrival.copy);
+    m_vault.local().record(copies);
+    transaction.commit();
+}
+
+/// Between the plan and now the check-out may have been given up, and cards may have been written.
+void CheckInWork::requireUnchangedCheckOuts()
+{
+    const auto now = m_vault.files().checkOuts(m_ids);
+    for (std::size_t i = 0; i < m_arrivals.size(); ++i) {
+        CheckOutRow& row = m_arrivals[i].checkOut;
+        if (!now[i] || now[i]->baseVersion != row.baseVersion)
+            throw zn::StatusError(E_ARK_NOT_CHECKED_OUT,
+                "The check-out of \"" + zn::toUtf8(m_arrivals[i].name) + "\" was given up meanwhile.");
+        if (!m_vault.isMine(*now[i]))
+            throw checkedOutElsewhere(m_vault, *now[i]);
+        row = *now[i];
+    }
+}
+
+void CheckInWork::writeVersions()
+{
+    std::int32_t fileId = 0, version = 0, base = 0;
+    std::string hash;
+    long long size = 0;
+    const long long now = m_vault.clock().now();
+    const std::string& user = m_vault.caller().user;
+    soci::session& session = m_vault.database().session();
+    soci::statement first = (session.prepare
+            << "UPDATE versions SET content = :h, content_size = :s, comment_text = :c, user_name = :u, made_at = :t "
+               "WHERE file_id = :f AND version = 1",
+        soci::use(hash), soci::use(size), soci::use(m_comment), soci::use(user), soci::use(now), soci::use(fileId));
+    soci::statement next = (session.prepare
+            << "INSERT INTO versions (file_id, version, content, content_size, comment_text, user_name, made_at, "
+               "revision, state) SELECT file_id, :v, :h, :s, :c, :u, :t, revision, state FROM versions "
+               "WHERE file_id = :f AND version = :b",
+        soci::use(version), soci::use(hash), soci::use(size), soci::use(m_comment), soci::use(user), soci::use(now),
+        soci::use(fileId), soci::use(base));
+    soci::statement latest = (session.prepare << "UPDATE files SET latest_version = :v WHERE id = :f",
+        soci::use(version), soci::use(fileId));
+    for (const Arrival& arrival : m_arrivals) {
+        fileId = arrival.checkOut.fileId;
+        base = arrival.checkOut.baseVersion;
+        version = arrival.checkOut.versionToCome();
+        hash = arrival.copy.content.hash;
+        size = arrival.copy.content.size;
+        if (base == 0) {
+            first.execute(true);
+        } else {
+            next.execute(true);
+            latest.execute(true);
+        }
+    }
+}
+
+void CheckInWork::carryCardsAndReferencesOn()
+{
+    for (const Arrival& arrival : m_arrivals) {
+        const CheckOutRow& row = arrival.checkOut;
+        if (!row.cardOpen)
+            m_vault.cards().copy(row.fileId, row.baseVersion, row.versionToCome());
+        if (!row.referencesOpen)
+            m_vault.references().copy(row.fileId, row.baseVersion, row.versionToCome());
+    }
+}
+
+/// Files that come in together refer to each other's new versions.
+void CheckInWork::pointReferencesAtNewVersions()
+{
+    std::unordered_map<std::int32_t, std::int32_t> newVersions;
+    std::vector<FileVersion> asked;
+    for (const Arrival& arrival : m_arrivals) {
+        newVersions[arrival.checkOut.fileId] = arrival.checkOut.versionToCome();
+        asked.push_back({arrival.checkOut.fileId, arrival.checkOut.versionToCome()});
+    }
+    std::vector<ReferenceRow> changed;
+    for (const auto& references : m_vault.references().from(asked)) {
+        for (ReferenceRow row : references) {
+            const auto target = newVersions.find(row.toFileId);
+            if (target == newVersions.end() || target->second == row.toVersion)
+                continue;
+            row.toVersion = target->second;
+            changed.push_back(row);
+        }
+    }
+    m_vault.references().write(changed);
+}
+
+void CheckInWork::deleteCheckOuts()
+{
+    std::int32_t fileId = 0;
+    soci::statement statement
+        = (m_vault.database().session().prepare << "DELETE FROM check_outs WHERE file_id = :f", soci::use(fileId));
+    for (const std::int32_t id : m_ids) {
+        fileId = id;
+        statement.execute(true);
+    }
+}
+
+/// The versions are in the vault by now, so that a copy which can't be protected, or has gone, is no failure of the
+/// check-in. The next get looks at it again.
+void CheckInWork::protectLocalCopies()
+{
+    for (const Arrival& arrival : m_arrivals) {
+        std::error_code ignored;
+        std::filesystem::permissions(arrival.path, readOnlyPermissions, ignored);
+    }
+}
+
+/// Whether the local copy of a file that nobody has checked out holds something that the vault doesn't know.
+bool hasUnknownCopy(Vault& vault, const Place& place)
+{
+    const auto path = vault.local().toMachine(vault.pathOf(place));
+    const auto content = vault.local().contentAt(path, vault.local().copies({&place, 1}).front());
+    if (!content)
+        return false;
+    const auto history = vault.files().history(place.fileId);
+    return std::none_of(
+        history.begin(), history.end(), [&](const VersionRow& version) { return version.content == *content; });
+}
+
+/// Checks a file out without touching its local copy.
+CheckOutRow checkOutAsItStands(Vault& vault, const Place& place)
+{
+    Transaction transaction(vault.database());
+    vault.permissions().require(place.folderId, Right::Add);
+    if (const auto row = vault.files().checkOut(place.fileId))
+        throw checkedOutElsewhere(vault, *row);
+    insertCheckOut(vault, place, vault.file(place.fileId).latestVersion);
+    transaction.commit();
+    return requireMine(vault, place.fileId);
+}
+
+} // namespace
+
+CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places)
+{
+    std::vector<std::int32_t> ids;
+    for (const Place& place : places)
+        ids.push_back(place.fileId);
+    const auto checkOuts = vault.files().checkOuts(ids);
+    CheckInPlan plan;
+    std::unordered_set<std::int32_t> seen;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        if (!seen.insert(places[i].fileId).second)
+            continue;
+        if (checkOuts[i] && !vault.isMine(*checkOuts[i]))
+            throw checkedOutElsewhere(vault, *checkOuts[i]);
+        if (checkOuts[i])
+            plan.files.push_back(*checkOuts[i]);
+        else if (hasUnknownCopy(vault, places[i]))
+            plan.files.push_back(checkOutAsItStands(vault, places[i]));
+    }
+    return plan;
+}
+
+std::vector<FileVersion> checkIn(Vault& vault, const CheckInPlan& plan, zn::TextView comment)
+{
+    if (plan.files.empty())
+        return {};
+    return CheckInWork(vault, plan, comment).run();
+}
+
+} // namespace arkin

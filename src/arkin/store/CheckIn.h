@@ -1,0 +1,26 @@
+#pragma once
+
+#include "arkin/store/Vault.h"
+
+namespace arkin {
+
+/// Which files a check-in takes, found out before it is done.
+struct CheckInPlan {
+    std::vector<CheckOutRow> files;
+};
+
+/// Settles what a check-in of these files would do:
+/// - a file that is checked out to the caller here is checked in;
+/// - one that nobody has checked out is passed over if its local copy is a version of the vault; a changed local copy
+///   is what the caller wants to have in the vault, so the file is checked out to him and then checked in;
+/// - one that somebody else has raises E_ARK_CHECKED_OUT_ELSEWHERE.
+CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places);
+
+/// Makes a version of each file from its local copy, with the card values and references that were written since, and
+/// gives the check-outs up; in one transaction, all or none. The versions' numbers come in the order of the plan: the
+/// next one for each file, 1 for a file that was added. The local copies are read-only afterwards.
+/// Raises E_ARK_LOCAL_FILE_MISSING, E_ARK_PERMISSION_DENIED, E_ARK_NOT_CHECKED_OUT if the check-out was given up
+/// meanwhile, and what the archive, the disk and the database raise.
+std::vector<FileVersion> checkIn(Vault& vault, const CheckInPlan& plan, zn::TextView comment);
+
+} // namespace arkin

@@ -1,0 +1,103 @@
+#include "arkin/store/CheckOut.h"
+
+#include "arkin/store/Codes.h"
+#include "arkin/store/GetFiles.h"
+
+namespace arkin {
+
+namespace {
+
+std::string quotedName(Vault& vault, std::int32_t fileId) { return "\"" + zn::toUtf8(vault.file(fileId).name) + "\""; }
+
+/// A file that was never checked in is only in its adder's hands: nothing else can refer to its content.
+void deleteUnborn(soci::session& session, std::int32_t fileId)
+{
+    session << "DELETE FROM file_references WHERE to_file_id = :f", soci::use(fileId);
+    for (const char* table : {"versions", "file_folders", "local_copies"})
+        session << "DELETE FROM " << table << " WHERE file_id = :f", soci::use(fileId);
+    session << "DELETE FROM files WHERE id = :f", soci::use(fileId);
+}
+
+} // namespace
+
+void insertCheckOut(Vault& vault, const Place& place, std::int32_t baseVersion)
+{
+    const Caller& caller = vault.caller();
+    const long long now = vault.clock().now();
+    vault.database().session() << "INSERT INTO check_outs (file_id, folder_id, user_name, machine, taken_at, "
+                                  "base_version, card_open, references_open) VALUES (:f, :d, :u, :m, :t, :b, 0, 0)",
+        soci::use(place.fileId), soci::use(place.folderId), soci::use(caller.user), soci::use(caller.machine),
+        soci::use(now), soci::use(baseVersion);
+}
+
+void dropCheckOut(Vault& vault, const CheckOutRow& row)
+{
+    soci::session& session = vault.database().session();
+    const std::int32_t version = row.versionToCome();
+    session << "DELETE FROM check_outs WHERE file_id = :f", soci::use(row.fileId);
+    for (const char* table : {"card_values", "file_references"})
+        session << "DELETE FROM " << table << " WHERE file_id = :f AND version = :v", soci::use(row.fileId),
+            soci::use(version);
+}
+
+void checkOut(Vault& vault, const Place& place)
+{
+    vault.permissions().refresh();
+    vault.permissions().require(place.folderId, Right::Read);
+    vault.permissions().require(place.folderId, Right::Add);
+    for (;;) {
+        const FileRow file = vault.file(place.fileId);
+        // The copy is brought outside of the transaction, so that nobody waits for a large file.
+        const GetRequest latest{place, file.latestVersion};
+        if (!vault.files().checkOut(place.fileId))
+            getFiles(vault, {&latest, 1});
+        Transaction transaction(vault.database());
+        if (const auto row = vault.files().checkOut(place.fileId)) {
+            if (!vault.isMine(*row))
+                throw checkedOutElsewhere(vault, *row);
+            throw zn::StatusError(
+                E_ARK_CHECKED_OUT, quotedName(vault, place.fileId) + " is checked out to you already.");
+        }
+        if (vault.file(place.fileId).latestVersion != file.latestVersion)
+            continue;
+        insertCheckOut(vault, place, file.latestVersion);
+        transaction.commit();
+        break;
+    }
+    vault.local().setReadOnly(vault.local().toMachine(vault.pathOf(place)), false);
+}
+
+void undoCheckOut(Vault& vault, std::int32_t fileId)
+{
+    CheckOutRow row;
+    {
+        Transaction transaction(vault.database());
+        row = requireMine(vault, fileId);
+        dropCheckOut(vault, row);
+        if (row.baseVersion == 0)
+            deleteUnborn(vault.database().session(), fileId);
+        transaction.commit();
+    }
+    if (row.baseVersion == 0)
+        return;
+    const GetRequest latest{{fileId, row.folderId}, row.baseVersion};
+    getFiles(vault, {&latest, 1}, LocalChanges::Discard);
+}
+
+zn::StatusError checkedOutElsewhere(Vault& vault, const CheckOutRow& row)
+{
+    return zn::StatusError(E_ARK_CHECKED_OUT_ELSEWHERE,
+        quotedName(vault, row.fileId) + " is checked out by " + row.user + " on " + row.machine + ".");
+}
+
+CheckOutRow requireMine(Vault& vault, std::int32_t fileId)
+{
+    const auto row = vault.files().checkOut(fileId);
+    if (!row)
+        throw zn::StatusError(E_ARK_NOT_CHECKED_OUT, quotedName(vault, fileId) + " is not checked out.");
+    if (!vault.isMine(*row))
+        throw checkedOutElsewhere(vault, *row);
+    return *row;
+}
+
+} // namespace arkin

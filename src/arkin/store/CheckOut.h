@@ -1,0 +1,40 @@
+#pragma once
+
+#include "arkin/store/Vault.h"
+
+namespace arkin {
+
+/// Checks a file out to the caller on this machine: its latest version comes to the local view, writable.
+/// Raises E_ARK_CHECKED_OUT (by the caller here already), E_ARK_CHECKED_OUT_ELSEWHERE, E_ARK_PERMISSION_DENIED
+/// without the rights to read and to add, E_ARK_LOCAL_FILE_CHANGED when a local copy holds what the vault doesn't know.
+void checkOut(Vault& vault, const Place& place);
+
+/// Gives a check-out up. The local copy goes back to the latest version, and what was written to card and references
+/// since is dropped. A file that was never checked in leaves the vault; its local file stays.
+/// Raises E_ARK_NOT_CHECKED_OUT or E_ARK_CHECKED_OUT_ELSEWHERE.
+void undoCheckOut(Vault& vault, std::int32_t fileId);
+
+/// The check-out of a file if it is the caller's here. Raises E_ARK_NOT_CHECKED_OUT or E_ARK_CHECKED_OUT_ELSEWHERE with
+/// a sentence that names the file and who has it.
+CheckOutRow requireMine(Vault& vault, std::int32_t fileId);
+/// Ends a check-out with what was written to card and references since. Inside a transaction.
+void dropCheckOut(Vault& vault, const CheckOutRow& row);
+/// Inside a transaction that has seen that nobody has the file checked out.
+void insertCheckOut(Vault& vault, const Place& place, std::int32_t baseVersion);
+/// The failure of a file that somebody else has.
+zn::StatusError checkedOutElsewhere(Vault& vault, const CheckOutRow& checkOut);
+
+/// Writes card values of files that are checked out here, in one transaction. They land in the versions that the
+/// check-ins make. Returns a status for each write, in order; if one of them is negative, nothing was written.
+std::vector<zn::Status> writeCards(Vault& vault, std::span<const CardWrite> writes);
+
+/// A reference that a checked-out file is to get; it names the target's version of the time, or the one that the same
+/// check-in makes.
+struct NewReference {
+    std::int32_t fileId = 0;
+    Place to;
+};
+/// Adds references, in one transaction, all or none. The same failures as `requireMine`, and E_ARK_NOT_IN_VAULT.
+void addReferences(Vault& vault, std::span<const NewReference> references);
+
+} // namespace arkin

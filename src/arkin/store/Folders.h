@@ -1,0 +1,64 @@
+#pragma once
+
+#include "arkin/store/Database.h"
+
+#include <map>
+#include <optional>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+namespace arkin {
+
+/// The folders of one vault. A folder is never renamed or removed, so what was read once stays true and is kept.
+class Folders {
+public:
+    Folders(Database& database, std::int32_t vaultId, std::int32_t rootId)
+        : m_database(database)
+        , m_vaultId(vaultId)
+        , m_rootId(rootId)
+    {
+    }
+
+    std::int32_t rootId() const { return m_rootId; }
+
+    /// The folder at the path below the root ("Plates\Thin"; empty for the root). None if the vault doesn't have it.
+    std::optional<std::int32_t> find(zn::TextView relativePath);
+    /// The deepest folder of the path that exists.
+    std::int32_t findNearest(zn::TextView relativePath);
+    /// The folder at the path; makes what is missing. Inside a write transaction; `forget` after it was rolled back.
+    std::int32_t ensure(zn::TextView relativePath);
+    /// Path below the root without separators around it. Raises E_ARK_NOT_IN_VAULT for an unknown folder.
+    zn::Text pathOf(std::int32_t folderId);
+    /// 0 for the root.
+    std::int32_t parentOf(std::int32_t folderId);
+    /// In the order of their names.
+    std::vector<std::int32_t> children(std::int32_t folderId);
+    void forget();
+
+private:
+    struct Folder {
+        std::int32_t parentId = 0;
+        zn::Text name;
+    };
+
+    std::optional<std::int32_t> child(std::int32_t parentId, zn::TextView name);
+    std::int32_t makeChild(std::int32_t parentId, zn::TextView name);
+    const Folder& row(std::int32_t folderId);
+
+    Database& m_database;
+    std::int32_t m_vaultId;
+    std::int32_t m_rootId;
+    std::unordered_map<std::int32_t, Folder> m_byId;
+    std::map<std::pair<std::int32_t, std::string>, std::int32_t> m_byName;
+};
+
+/// The form of a name by which it is compared and stored in a key column.
+std::string nameKey(zn::TextView name);
+/// Raises E_ARK_BAD_NAME with a sentence if no file or folder of the vault can bear the name: empty, ".", "..", more
+/// than 255 bytes on the disk, a separator, a control character, or half a surrogate pair.
+void requireGoodName(zn::TextView name);
+/// The parts of a path below the root; empty ones are passed over.
+std::vector<zn::Text> pathParts(zn::TextView relativePath);
+
+} // namespace arkin

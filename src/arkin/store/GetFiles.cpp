@@ -1,0 +1,150 @@
+#include "arkin/store/GetFiles.h"
+
+#include "arkin/store/Codes.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace arkin {
+
+namespace {
+
+/// How many files are looked up in the database at a time.
+constexpr std::size_t chunkSize = 1000;
+
+struct Wanted {
+    Place place;
+    FileRow file;
+    VersionRow version;
+    std::optional<CheckOutRow> checkOut;
+    std::optional<LocalCopy> known;
+};
+
+std::vector<Wanted> lookUp(Vault& vault, std::span<const GetRequest> requests)
+{
+    std::vector<std::int32_t> ids;
+    std::vector<Place> places;
+    for (const GetRequest& request : requests) {
+        vault.permissions().require(request.place.folderId, Right::Read);
+        ids.push_back(request.place.fileId);
+        places.push_back(request.place);
+    }
+    Transaction snapshot(vault.database(), Transaction::Kind::Read);
+    const auto files = vault.files().rows(ids);
+    std::vector<FileVersion> asked;
+    for (std::size_t i = 0; i < requests.size(); ++i) {
+        if (!files[i] || files[i]->deleted)
+            throw zn::StatusError(E_ARK_NOT_IN_VAULT, "The vault has no file number " + std::to_string(ids[i]) + ".");
+        asked.push_back({ids[i], requests[i].version > 0 ? requests[i].version : files[i]->latestVersion});
+    }
+    const auto versions = vault.files().versions(asked);
+    const auto checkOuts = vault.files().checkOuts(ids);
+    const auto copies = vault.local().copies(places);
+    std::vector<Wanted> wanted;
+    for (std::size_t i = 0; i < requests.size(); ++i) {
+        if (!versions[i])
+            throw zn::StatusError(E_ARK_NO_SUCH_VERSION,
+                "\"" + zn::toUtf8(files[i]->name) + "\" has no version " + std::to_string(asked[i].version) + ".");
+        wanted.push_back({places[i], *files[i], *versions[i], checkOuts[i], copies[i]});
+    }
+    return wanted;
+}
+
+bool isKnownContent(Vault& vault, std::int32_t fileId, const Content& content)
+{
+    const auto history = vault.files().history(fileId);
+    return std::any_of(
+        history.begin(), history.end(), [&](const VersionRow& version) { return version.content == content; });
+}
+
+/// Brings one file; the copy to record, or none if nothing is new.
+std::optional<LocalCopy> bring(Vault& vault, const Wanted& wanted, LocalChanges changes)
+{
+    LocalView& local = vault.local();
+    const auto path = local.toMachine(local.pathOf(wanted.place.folderId, wanted.file.name));
+    const bool isCheckedOutHere
+        = wanted.checkOut && vault.isMine(*wanted.checkOut) && wanted.checkOut->folderId == wanted.place.folderId;
+    const auto standing = local.contentAt(path, wanted.known);
+    if (standing && isCheckedOutHere) {
+        local.setReadOnly(path, false);
+        return std::nullopt;
+    }
+    if (standing && *standing == wanted.version.content) {
+        local.setReadOnly(path, true);
+        if (wanted.known && wanted.known->content == *standing && wanted.known->modifiedNs != 0)
+            return std::nullopt;
+        return LocalCopy{wanted.place, *standing, LocalFile(path).settledTime()};
+    }
+    if (standing && changes == LocalChanges::Refuse && !isKnownContent(vault, wanted.place.fileId, *standing))
+        throw zn::StatusError(E_ARK_LOCAL_FILE_CHANGED,
+            "The local file " + path.string()
+                + " holds changes that the vault does not know, and it was left as it is. Move it away or check it in "
+                  "first.");
+    return local.write(wanted.place, wanted.version.content, path, !isCheckedOutHere);
+}
+
+void getChunk(Vault& vault, std::span<const GetRequest> requests, LocalChanges changes)
+{
+    std::vector<LocalCopy> copies;
+    const auto record = [&] {
+        if (copies.empty())
+            return;
+        Transaction transaction(vault.database());
+        vault.local().record(copies);
+        transaction.commit();
+    };
+    try {
+        for (const Wanted& wanted : lookUp(vault, requests)) {
+            if (auto copy = bring(vault, wanted, changes))
+                copies.push_back(std::move(*copy));
+        }
+    } catch (...) {
+        record();
+        throw;
+    }
+    record();
+}
+
+} // namespace
+
+void getFiles(Vault& vault, std::span<const GetRequest> requests, LocalChanges changes)
+{
+    vault.permissions().refresh();
+    for (std::size_t start = 0; start < requests.size(); start += chunkSize)
+        getChunk(vault, requests.subspan(start, std::min(chunkSize, requests.size() - start)), changes);
+}
+
+std::vector<GetRequest> withReferences(Vault& vault, std::span<const GetRequest> requests, bool asBuilt)
+{
+    std::vector<GetRequest> all(requests.begin(), requests.end());
+    std::unordered_set<std::int32_t> seen;
+    for (const GetRequest& request : requests)
+        seen.insert(request.place.fileId);
+    // Level by level: all files that the last level has brought are asked for their references in one go.
+    for (std::size_t start = 0; start < all.size();) {
+        const std::span<const GetRequest> level(all.data() + start, all.size() - start);
+        std::vector<std::int32_t> ids;
+        for (const GetRequest& request : level)
+            ids.push_back(request.place.fileId);
+        const auto files = vault.files().rows(ids);
+        std::vector<FileVersion> asked;
+        for (std::size_t i = 0; i < level.size(); ++i)
+            asked.push_back({ids[i], level[i].version > 0 || !files[i] ? level[i].version : files[i]->latestVersion});
+        start = all.size();
+        for (const auto& references : vault.references().from(asked)) {
+            for (const ReferenceRow& row : references) {
+                if (!seen.insert(row.toFileId).second)
+                    continue;
+                const auto folders = vault.files().foldersOf(row.toFileId);
+                if (folders.empty())
+                    continue;
+                const bool isStillThere = std::find(folders.begin(), folders.end(), row.toFolderId) != folders.end();
+                all.push_back(
+                    {{row.toFileId, isStillThere ? row.toFolderId : folders.front()}, asBuilt ? row.toVersion : 0});
+            }
+        }
+    }
+    return all;
+}
+
+} // namespace arkin

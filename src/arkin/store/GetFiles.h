@@ -1,0 +1,29 @@
+#pragma once
+
+#include "arkin/store/Vault.h"
+
+namespace arkin {
+
+/// A file to bring to the local view.
+struct GetRequest {
+    Place place;
+    std::int32_t version = 0; ///< 0 for the latest
+};
+
+/// What becomes of a local copy that holds what the vault doesn't know.
+enum class LocalChanges {
+    Refuse, ///< raises E_ARK_LOCAL_FILE_CHANGED
+    Discard,
+};
+
+/// Brings files to the local view, read-only; a copy that has the content already is left as it is. A file that is
+/// checked out here keeps its copy, and gets one, writable, if it has none. Raises E_ARK_PERMISSION_DENIED without the
+/// right to read, E_ARK_NOT_IN_VAULT, E_ARK_NO_SUCH_VERSION; files before the failed one have come.
+void getFiles(Vault& vault, std::span<const GetRequest> requests, LocalChanges changes = LocalChanges::Refuse);
+
+/// The files together with what they refer to, and so on, each once; a file that is asked for keeps its version.
+/// `asBuilt` takes referenced files in the version to which is referred, otherwise in the latest. Referenced files
+/// that were deleted are left out.
+std::vector<GetRequest> withReferences(Vault& vault, std::span<const GetRequest> requests, bool asBuilt);
+
+} // namespace arkin

@@ -1,0 +1,78 @@
+#include "arkin/store/Codes.h"
+#include "arkin/store/Schema.h"
+#include "arkin/store/Vault.h"
+#include "base/Paths.h"
+
+namespace arkin {
+
+using zn::Text;
+using zn::TextView;
+
+Store::Store(
+    const std::string& connection, const std::filesystem::path& archiveFolder, zn::FileSystem& files, zn::Clock& clock)
+    : m_database(connection)
+    , m_archive(archiveFolder)
+    , m_files(files)
+    , m_clock(clock)
+{
+    applySchema(m_database, vaultSchema);
+    m_archive.removeArrivals();
+}
+
+std::vector<VaultInfo> Store::vaults()
+{
+    VaultInfo info;
+    std::string name, root;
+    soci::statement statement = (m_database.session().prepare
+            << "SELECT vaults.id, vaults.name, vaults.root, folders.id FROM vaults JOIN folders "
+               "ON folders.vault_id = vaults.id AND folders.parent_id = 0 ORDER BY vaults.name_key",
+        soci::into(info.id), soci::into(name), soci::into(root), soci::into(info.rootFolderId));
+    statement.execute();
+    std::vector<VaultInfo> infos;
+    while (statement.fetch()) {
+        info.name = zn::toText(name);
+        info.root = zn::toText(root);
+        infos.push_back(info);
+    }
+    return infos;
+}
+
+std::optional<VaultInfo> Store::findVault(TextView name)
+{
+    for (const VaultInfo& info : vaults()) {
+        if (zn::equalNoCase(info.name, name))
+            return info;
+    }
+    return std::nullopt;
+}
+
+VaultInfo Store::createVault(TextView name, TextView root)
+{
+    requireGoodName(name);
+    VaultInfo info{0, Text(name), zn::withoutTrailingSeparators(zn::canonicalPath(root)), 0};
+    const std::string storedName = zn::toUtf8(name), key = nameKey(name), storedRoot = zn::toUtf8(info.root);
+    std::error_code error;
+    std::filesystem::create_directories(m_files.toMachine(info.root), error);
+    if (error)
+        throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED,
+            "Could not create the vault's folder " + storedRoot + ": " + error.message() + ".");
+    Transaction transaction(m_database);
+    for (const VaultInfo& other : vaults()) {
+        if (zn::equalNoCase(other.name, name))
+            throw zn::StatusError(E_ARK_NAME_ALREADY_EXISTS, "A vault named \"" + storedName + "\" exists already.");
+        if (zn::isInFolder(info.root, other.root) || zn::isInFolder(other.root, info.root))
+            throw zn::StatusError(E_ARK_BAD_NAME,
+                "The folder " + storedRoot + " overlaps with that of the vault \"" + zn::toUtf8(other.name)
+                    + "\". Choose another folder.");
+    }
+    info.id = m_database.allocateIds("vaults");
+    info.rootFolderId = m_database.allocateIds("folders");
+    m_database.session() << "INSERT INTO vaults (id, name, name_key, root) VALUES (:i, :n, :k, :r)", soci::use(info.id),
+        soci::use(storedName), soci::use(key), soci::use(storedRoot);
+    m_database.session() << "INSERT INTO folders (id, vault_id, parent_id, name, name_key) VALUES (:i, :v, 0, '', '')",
+        soci::use(info.rootFolderId), soci::use(info.id);
+    transaction.commit();
+    return info;
+}
+
+} // namespace arkin

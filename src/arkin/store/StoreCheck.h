@@ -1,0 +1,25 @@
+#pragma once
+
+#include "arkin/store/Vault.h"
+
+namespace arkin {
+
+struct CheckReport {
+    /// What is wrong, a sentence each. Empty when the store is sound.
+    std::vector<std::string> problems;
+    /// What a person may want to know beyond that: leftovers that were removed.
+    std::vector<std::string> notes;
+    std::int64_t files = 0;
+    std::int64_t deletedFiles = 0;
+    std::int64_t versions = 0;
+    std::int64_t contents = 0; ///< each content counts once
+    std::int64_t bytes = 0;    ///< of these contents
+    std::int64_t checkedOut = 0;
+};
+
+/// Verifies everything in the store: the database itself, every count and reference, and every content by its hash.
+/// Removes what interrupted batches have left in the archive. `progress` is called with the number of contents read
+/// and their total.
+CheckReport checkStore(Store& store, const std::function<void(std::int64_t done, std::int64_t total)>& progress = {});
+
+} // namespace arkin

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "arkin/store/Cards.h"
+#include "arkin/store/LocalView.h"
+#include "arkin/store/Permissions.h"
+#include "arkin/store/References.h"
+#include "platform/Clock.h"
+
+namespace arkin {
+
+struct VaultInfo {
+    std::int32_t id = 0;
+    zn::Text name;
+    zn::Text root; ///< backslash path of the local view
+    std::int32_t rootFolderId = 0;
+};
+
+/// The database and the archive, which all vaults of a home share. One thread uses a store and its vaults.
+class Store {
+public:
+    /// Opens database and archive, creating what is missing, and clears away what interrupted work has left.
+    /// `files` and `clock` outlive the store.
+    Store(const std::string& connection, const std::filesystem::path& archiveFolder, zn::FileSystem& files,
+        zn::Clock& clock);
+
+    Database& database() { return m_database; }
+    Archive& archive() { return m_archive; }
+    zn::FileSystem& files() { return m_files; }
+    zn::Clock& clock() { return m_clock; }
+
+    /// In the order of their names.
+    std::vector<VaultInfo> vaults();
+    /// By name without regard to case.
+    std::optional<VaultInfo> findVault(zn::TextView name);
+    /// Raises E_ARK_NAME_ALREADY_EXISTS, or E_ARK_BAD_NAME if the root lies in another vault's or around it.
+    VaultInfo createVault(zn::TextView name, zn::TextView root);
+
+private:
+    Database m_database;
+    Archive m_archive;
+    zn::FileSystem& m_files;
+    zn::Clock& m_clock;
+};
+
+/// Who works with the vault, and where.
+struct Caller {
+    std::string user;
+    std::string machine;
+
+    /// The user and the machine of this process.
+    static Caller current();
+};
+
+/// An open vault: what its operations (AddFiles.h, CheckOut.h, CheckIn.h, GetFiles.h …) work with.
+class Vault {
+public:
+    /// `store` outlives the vault.
+    Vault(Store& store, const VaultInfo& info, Caller caller = Caller::current());
+    Vault(const Vault&) = delete;
+    Vault& operator=(const Vault&) = delete;
+
+    const VaultInfo& info() const { return m_info; }
+    const Caller& caller() const { return m_caller; }
+    Database& database() { return m_store.database(); }
+    Archive& archive() { return m_store.archive(); }
+    zn::Clock& clock() { return m_store.clock(); }
+    Folders& folders() { return m_folders; }
+    Files& files() { return m_files; }
+    Cards& cards() { return m_cards; }
+    References& references() { return m_references; }
+    Permissions& permissions() { return m_permissions; }
+    LocalView& local() { return m_local; }
+
+    /// The file at a path of the local view, in any spelling of its case. None if the vault doesn't have it.
+    /// Raises E_ARK_PERMISSION_DENIED without the right to read it.
+    std::optional<Place> find(zn::TextView path);
+    /// As `find` for many paths, without asking for rights: where the vault doesn't have a file, both ids are 0.
+    std::vector<Place> findAll(std::span<const zn::Text> paths);
+    /// Likewise for a folder; the root is one too.
+    std::optional<std::int32_t> findFolder(zn::TextView path);
+    /// Raises E_ARK_NOT_IN_VAULT for an unknown file or one that was deleted.
+    FileRow file(std::int32_t fileId);
+    /// Whether the caller has the file checked out on this machine.
+    bool isMine(const CheckOutRow& checkOut) const;
+    /// The file's path in the local view.
+    zn::Text pathOf(const Place& place) { return m_local.pathOf(place.folderId, file(place.fileId).name); }
+
+    /// Write to the latest version, in a transaction of their own.
+    void setRevision(std::int32_t fileId, zn::TextView revision);
+    void setWorkflowState(std::int32_t fileId, zn::TextView state);
+    /// Shows the file in a further folder. Raises E_ARK_NAME_ALREADY_EXISTS.
+    void shareFile(std::int32_t fileId, std::int32_t folderId);
+    /// Makes the folder and what is missing above it, in the vault and in the local view. A path of the local view.
+    std::int32_t createFolder(zn::TextView path);
+
+private:
+    Store& m_store;
+    VaultInfo m_info;
+    Caller m_caller;
+    Folders m_folders;
+    Files m_files;
+    Cards m_cards;
+    References m_references;
+    Permissions m_permissions;
+    LocalView m_local;
+};
+
+} // namespace arkin

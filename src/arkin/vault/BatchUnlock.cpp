@@ -1,0 +1,67 @@
+#include "arkin/store/CheckIn.h"
+#include "arkin/vault/Utilities.h"
+
+namespace arkin {
+
+using zn::S_OK;
+using zn::Status;
+
+namespace {
+
+class BatchUnlock final : public zn::IArkBatchUnlock {
+public:
+    explicit BatchUnlock(ContextRef context)
+        : m_context(std::move(context))
+    {
+    }
+
+    Status SetComment(zn::TextView comment) override
+    {
+        return guarded(*m_context, [&] {
+            m_comment = comment;
+            return S_OK;
+        });
+    }
+
+    Status AddSelection(zn::IArkVault& vault, const std::vector<zn::ArkFileFolderPair>& pairs) override
+    {
+        return guarded(*m_context, [&] {
+            requireSameVault(*m_context, vault);
+            m_places.insert(m_places.end(), pairs.begin(), pairs.end());
+            return S_OK;
+        });
+    }
+
+    Status CreateTree(std::int32_t, std::int32_t, std::int32_t, std::int32_t& count) override
+    {
+        return guarded(*m_context, [&] {
+            m_plan = planCheckIn(m_context->vault, m_places);
+            count = static_cast<std::int32_t>(m_plan->files.size());
+            return S_OK;
+        });
+    }
+
+    Status Unlock(std::int32_t, std::int32_t) override
+    {
+        return guarded(*m_context, [&] {
+            if (!m_plan)
+                throw zn::StatusError(zn::E_FAIL, "The check-in was not prepared by CreateTree.");
+            checkIn(m_context->vault, *m_plan, m_comment);
+            m_plan.reset();
+            m_places.clear();
+            return S_OK;
+        });
+    }
+
+private:
+    ContextRef m_context;
+    zn::Text m_comment;
+    std::vector<Place> m_places;
+    std::optional<CheckInPlan> m_plan;
+};
+
+} // namespace
+
+zn::ObjectRef makeBatchUnlock(const ContextRef& context) { return std::make_shared<BatchUnlock>(context); }
+
+} // namespace arkin

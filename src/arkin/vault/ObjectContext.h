@@ -1,0 +1,39 @@
+#pragma once
+
+#include "arkin/store/Codes.h"
+#include "arkin/store/Vault.h"
+
+#include <memory>
+
+namespace arkin {
+
+/// What the objects of one open vault share.
+struct ObjectContext {
+    explicit ObjectContext(Vault& openVault)
+        : vault(openVault)
+    {
+    }
+
+    Vault& vault;
+    /// Why the last operation failed; the status is 0 when it didn't.
+    Failure lastFailure{zn::S_OK, {}};
+};
+using ContextRef = std::shared_ptr<ObjectContext>;
+
+/// Runs one operation of a host object. `work` returns the status; what it raises turns into one.
+template <class Work> zn::Status guarded(ObjectContext& context, Work work) noexcept
+{
+    try {
+        try {
+            context.lastFailure = {zn::S_OK, {}};
+            return work();
+        } catch (...) {
+            context.lastFailure = currentFailure();
+            return context.lastFailure.status;
+        }
+    } catch (...) {
+        return zn::currentExceptionStatus();
+    }
+}
+
+} // namespace arkin

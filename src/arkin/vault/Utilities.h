@@ -1,0 +1,22 @@
+#pragma once
+
+#include "arkin/vault/ObjectContext.h"
+#include "host/ArkBatch.h"
+
+namespace arkin {
+
+/// Makes a batch utility of the vault. Raises E_INVALIDARG for a kind that the vault doesn't have.
+zn::ObjectRef makeUtility(const ContextRef& context, zn::ArkUtility kind);
+
+// One maker for each utility, beside its class.
+zn::ObjectRef makeBatchAdd(const ContextRef& context);
+zn::ObjectRef makeBatchCardUpdate(const ContextRef& context);
+zn::ObjectRef makeBatchFetch(const ContextRef& context);
+zn::ObjectRef makeBatchQuery(const ContextRef& context);
+zn::ObjectRef makeBatchReference(const ContextRef& context);
+zn::ObjectRef makeBatchUnlock(const ContextRef& context);
+
+/// Raises E_INVALIDARG unless the object that came from outside is the vault of the context.
+void requireSameVault(ObjectContext& context, zn::IArkVault& vault);
+
+} // namespace arkin

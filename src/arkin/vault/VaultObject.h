@@ -1,0 +1,37 @@
+#pragma once
+
+#include "arkin/vault/ObjectContext.h"
+#include "host/ArkVault.h"
+
+namespace arkin {
+
+/// The open vault as add-ins see it. Objects that it gives out share its context; all of them are used by the thread
+/// of the vault's database connection. No exception leaves an operation.
+class VaultObject final : public zn::IArkVault, public zn::IArkVariableMgr {
+public:
+    /// `vault` outlives this object and everything that it gives out.
+    explicit VaultObject(Vault& vault)
+        : m_context(std::make_shared<ObjectContext>(vault))
+    {
+    }
+
+    Vault& vault() { return m_context->vault; }
+
+    zn::Status GetRootFolderPath(zn::Text& path) override;
+    zn::Status GetName(zn::Text& name) override;
+    zn::Status GetFileFromPath(
+        zn::TextView path, std::shared_ptr<zn::IArkFolder>* folder, std::shared_ptr<zn::IArkFile>& file) override;
+    zn::Status GetFolderFromPath(zn::TextView path, std::shared_ptr<zn::IArkFolder>& folder) override;
+    zn::Status CreateUtility(zn::ArkUtility kind, zn::ObjectRef& utility) override;
+    /// The sentence of the last failed operation if it failed with this status, because it names the file and the
+    /// reason; else the one of the table.
+    zn::Status GetErrorText(zn::Status code, zn::Text& name, zn::Text& description) override;
+
+    zn::Status GetFirstVariablePosition(std::shared_ptr<zn::IArkPosition>& position) override;
+    zn::Status GetNextVariable(zn::IArkPosition& position, std::shared_ptr<zn::IArkVariable>& variable) override;
+
+private:
+    ContextRef m_context;
+};
+
+} // namespace arkin

@@ -1,0 +1,129 @@
+#pragma once
+
+#include "arkin/store/AddFiles.h"
+#include "arkin/store/CheckIn.h"
+#include "arkin/store/CheckOut.h"
+#include "arkin/store/Codes.h"
+#include "arkin/store/GetFiles.h"
+#include "arkin/store/Vault.h"
+#include "platform/linux/LinuxFileSystem.h"
+#include "platform/linux/SqliteRegistry.h"
+#include "support/TemporaryFolder.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+
+namespace arkin::test {
+
+/// A clock that stands still.
+class StillClock final : public zn::Clock {
+public:
+    std::int64_t now() override { return time; }
+    void sleep(std::chrono::milliseconds) override { }
+    bool wait(zn::WaitEvent& event, std::chrono::milliseconds) override
+    {
+        return event.waitFor(std::chrono::milliseconds(0));
+    }
+
+    std::int64_t time = 1'520'000'000;
+};
+
+inline void writeFile(const std::filesystem::path& path, const std::string& content)
+{
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+inline std::string readFile(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Whether nobody may write the file, also for a superuser who could.
+inline bool isReadOnly(const std::filesystem::path& path)
+{
+    using std::filesystem::perms;
+    const perms writeBits = perms::owner_write | perms::group_write | perms::others_write;
+    return (std::filesystem::status(path).permissions() & writeBits) == perms::none;
+}
+
+/// A vault "Test" in a folder, with the local view in "view" below it.
+class TestVault {
+public:
+    explicit TestVault(const std::filesystem::path& folder, const std::string& user = "anna")
+        : m_view(folder / "view")
+        , m_registry(folder / "registry.sqlite")
+        , m_files(m_registry)
+        , store(Database::sqliteConnection(folder / "vault.db"), folder / "archive", m_files, clock)
+        , vault(store, openOrCreate(), Caller{user, "bench"})
+    {
+    }
+
+    std::filesystem::path local(const std::string& relative) const { return m_view / relative; }
+    /// The backslash path of a file or folder of the local view.
+    zn::Text path(const std::string& relative) { return m_files.fromMachine(m_view / relative); }
+
+    /// Adds a new file of the local view and leaves it checked out.
+    AddOutcome add(const std::string& relative, const std::string& content)
+    {
+        writeFile(local(relative), content);
+        const std::filesystem::path whole(relative);
+        const AddRequest request{
+            path(relative), path(whole.parent_path().string()), zn::toText(whole.filename().string())};
+        return addFiles(vault, {&request, 1}).front();
+    }
+
+    /// Adds a file and checks it in.
+    Place addReleased(const std::string& relative, const std::string& content)
+    {
+        const AddOutcome outcome = add(relative, content);
+        EXPECT_EQ(outcome.status, zn::S_OK) << outcome.sentence;
+        checkInAll({outcome.place});
+        return outcome.place;
+    }
+
+    std::vector<FileVersion> checkInAll(const std::vector<Place>& places, zn::TextView comment = u"done")
+    {
+        return checkIn(vault, planCheckIn(vault, places), comment);
+    }
+
+    /// A new version with this content.
+    void change(const Place& place, const std::string& relative, const std::string& content)
+    {
+        checkOut(vault, place);
+        writeFile(local(relative), content);
+        checkInAll({place});
+    }
+
+private:
+    VaultInfo openOrCreate()
+    {
+        const auto known = store.findVault(u"Test");
+        return known ? *known : store.createVault(u"Test", m_files.fromMachine(m_view));
+    }
+
+    std::filesystem::path m_view;
+    zn::SqliteRegistry m_registry;
+    zn::LinuxFileSystem m_files;
+
+public:
+    StillClock clock;
+    Store store;
+    Vault vault;
+};
+
+/// Expects that `work` raises a status.
+template <class Work> void expectStatus(zn::Status status, const Work& work)
+{
+    try {
+        work();
+        ADD_FAILURE() << "nothing was raised";
+    } catch (const zn::StatusError& error) {
+        EXPECT_EQ(error.status(), status) << error.what();
+    }
+}
+
+} // namespace arkin::test
