@@ -153,9 +153,9 @@ public:
     Status GetFirstFilePosition(std::shared_ptr<IArkPosition>& position) override
     {
         m_files.clear();
-        for (const FakeFile& file : m_host.files) {
+        for (const auto& [id, file] : m_host.files) {
             if (pathFolder(file.path) == m_path)
-                m_files.push_back(file.id);
+                m_files.push_back(id);
         }
         position = std::make_shared<Position>(m_files.size());
         return S_OK;
@@ -184,7 +184,7 @@ public:
     {
         const Status status = m_host.answer("DeleteFile", toUtf8(formatText("%d %d", fileId, flags)));
         if (!failed(status))
-            std::erase_if(m_host.files, [&](const FakeFile& file) { return file.id == fileId; });
+            m_host.removeFile(fileId);
         return status;
     }
     Status HasReadRight(std::int32_t permission, std::int32_t fileId, bool& allowed) override
@@ -362,7 +362,8 @@ std::shared_ptr<IArkTaskInstance> FakeHost::task() { return std::make_shared<Tas
 
 FakeFile& FakeHost::addFile(std::int32_t id, std::int32_t folderId, Text path, std::int32_t version)
 {
-    FakeFile& file = files.emplace_back();
+    m_idsByPath[foldCase(path)] = id;
+    FakeFile& file = files[id];
     file.id = id;
     file.folderId = folderId;
     file.path = std::move(path);
@@ -370,16 +371,22 @@ FakeFile& FakeHost::addFile(std::int32_t id, std::int32_t folderId, Text path, s
     return file;
 }
 
+void FakeHost::removeFile(std::int32_t id)
+{
+    m_idsByPath.erase(foldCase(files.at(id).path));
+    files.erase(id);
+}
+
 FakeFile* FakeHost::find(TextView path)
 {
-    const auto hit = std::ranges::find_if(files, [&](const FakeFile& file) { return equalNoCase(file.path, path); });
-    return hit == files.end() ? nullptr : &*hit;
+    const auto hit = m_idsByPath.find(foldCase(path));
+    return hit == m_idsByPath.end() ? nullptr : find(hit->second);
 }
 
 FakeFile* FakeHost::find(std::int32_t id)
 {
-    const auto hit = std::ranges::find(files, id, &FakeFile::id);
-    return hit == files.end() ? nullptr : &*hit;
+    const auto hit = files.find(id);
+    return hit == files.end() ? nullptr : &hit->second;
 }
 
 std::int32_t FakeHost::variableId(TextView name) const

@@ -7,6 +7,7 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <unordered_map>
 
 namespace zn::test {
 
@@ -31,6 +32,7 @@ public:
     std::shared_ptr<IArkTaskInstance> task();
 
     FakeFile& addFile(std::int32_t id, std::int32_t folderId, Text path, std::int32_t version = 1);
+    void removeFile(std::int32_t id);
     FakeFile* find(TextView path);
     FakeFile* find(std::int32_t id);
     /// The id of a card variable; 0 if the vault has none of that name.
@@ -42,9 +44,9 @@ public:
 
     Text root = u"C:\\V\\";
     Text vaultName = u"Demo";
-    std::vector<FakeFile> files;
-    std::map<Text, std::int32_t> folders; ///< path and id
-    std::vector<Text> cardVariables;      ///< ids from 1 on
+    std::map<std::int32_t, FakeFile> files; ///< by id
+    std::map<Text, std::int32_t> folders;   ///< path and id
+    std::vector<Text> cardVariables;        ///< ids from 1 on
     std::map<Text, Value> taskVariables;
     std::map<std::pair<std::int32_t, Text>, Value> runValues; ///< second lookup, by number or by name (0)
     std::map<Text, Status> addStatuses;                       ///< results of the batch add by path
@@ -55,6 +57,9 @@ public:
     std::vector<std::string> runCalls;
     /// Changes to the vault, in order: "AddFile C:\V\a.stl | C:\V | - | 0".
     std::vector<std::string> calls;
+
+private:
+    std::unordered_map<Text, std::int32_t> m_idsByPath; ///< by folded path
 };
 
 } // namespace zn::test
