@@ -20,7 +20,7 @@ namespace {
 
 /// The exact projection takes time with the square of the faces; beyond this the mesh is used at once.
 constexpr std::size_t mostExactFaces = 2000;
-constexpr std::chrono::seconds longestExact{60};
+constexpr std::chrono::seconds longestExact{20};
 
 struct ProjectedBody {
     TopoDS_Shape shape;
@@ -130,6 +130,7 @@ std::vector<Stroke> strokesBy(
             if (!projection.solid.empty())
                 method(projection, strokes);
             projectWires(projection, strokes);
+            dropCoveredHidden(strokes, projection.tolerance);
             return packStrokes(strokes);
         },
         limit));

@@ -35,7 +35,7 @@ struct Stroke {
 
 /// What is seen of the model from `direction` with `up` on the paper upwards: strokes in the model's mm, in the
 /// projection plane. Curves that are no arcs become polylines that stay within `tolerance` mm of them.
-/// The exact projection is tried first; where the kernel fails or takes longer than a minute, edges of a fine
+/// The exact projection is tried first; where the kernel fails or takes longer than 20 seconds, edges of a fine
 /// mesh are projected in its place. Bodies that are only a tessellation show its edges. `file` is for sentences.
 /// Raises `DocumentError` of kind `Kernel` when neither works.
 std::vector<Stroke> project(const Model& model, const gp_Dir& direction, const gp_Dir& up, double tolerance,

@@ -16,6 +16,9 @@ void appendEdges(const TopoDS_Shape& edges, LineKind kind, const std::optional<C
 void appendTessellation(
     const TopoDS_Shape& shape, const std::optional<Color>& color, bool hiddenLines, std::vector<Stroke>& strokes);
 
+/// Takes out hidden lines where another line is drawn anyway: dashes over a solid line would only make it uneven.
+void dropCoveredHidden(std::vector<Stroke>& strokes, double tolerance);
+
 /// Strokes as bytes, for the way from a child process to its parent.
 std::string packStrokes(const std::vector<Stroke>& strokes);
 std::vector<Stroke> unpackStrokes(const std::string& packet);

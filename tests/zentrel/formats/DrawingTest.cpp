@@ -4,6 +4,7 @@
 #include "zentrel/formats/WriteDrawing.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Container.h"
+#include "zentrel/model/Describe.h"
 #include "zentrel/model/DocumentError.h"
 
 #include <array>
@@ -118,16 +119,13 @@ TEST(Projection, aPlateFromAboveAndFromTheFront)
     EXPECT_NEAR(circles[0].center[1], 30, 1e-9);
     EXPECT_NEAR(length, 2 * (100 + 60), 1e-6);
 
-    const auto hiddenLength = [&](const Model& shown) {
-        double sum = 0.0;
-        for (const Stroke& stroke : project(shown, gp_Dir(0, -1, 0), gp_Dir(0, 0, 1), 0.01, true, "p.zenprt")) {
-            const bool upright = std::abs(stroke.points.front()[0] - stroke.points.back()[0]) < 1e-6;
-            if (stroke.kind == LineKind::Hidden && upright && std::abs(stroke.points[0][0] - 50) < 20)
-                sum += std::abs(stroke.points.back()[1] - stroke.points.front()[1]);
-        }
-        return sum;
-    };
-    EXPECT_NEAR(hiddenLength(model), 2 * 20, 0.1) << "both sides of the hole";
+    double hidden = 0.0;
+    for (const Stroke& stroke : project(model, gp_Dir(0, -1, 0), gp_Dir(0, 0, 1), 0.01, true, "p.zenprt")) {
+        if (stroke.kind == LineKind::Hidden)
+            hidden += std::hypot(
+                stroke.points.back()[0] - stroke.points.front()[0], stroke.points.back()[1] - stroke.points.front()[1]);
+    }
+    EXPECT_NEAR(hidden, 2 * 20, 0.1) << "the sides of the hole; all else lies behind visible lines";
 
     // Without its surfaces the plate shows the sharp edges of its mesh: those of the box, and the hole's two rims.
     Model meshed;
@@ -185,6 +183,25 @@ TEST(WritePdf, aPageForEachSheetInItsSize)
     writePdf(drawing, folder / "d.zendrw", pdf, {.sheets = {u"Detail"}});
     EXPECT_THAT(outputOf("pdfinfo '" + pdf + "'"), HasSubstr("Pages:           1"));
     EXPECT_THAT(outputOf("pdftotext '" + pdf + "' -"), Not(HasSubstr("Лист")));
+}
+
+TEST(Samples, areWhatTheirNamesSay)
+{
+    const fs::path samples = fs::path(ZN_SOURCE_DIR) / "samples";
+    const DocumentInfo part = describe(samples / "Bracket.zenprt");
+    ASSERT_EQ(part.configurations.size(), 3u);
+    EXPECT_EQ(part.configurations[1].name, u"Medium");
+    EXPECT_NEAR(part.configurations[1].size[0], 80, 1e-6);
+    const DocumentInfo assembly = describe(samples / "Stand.zenasm");
+    ASSERT_EQ(assembly.components.size(), 3u);
+    EXPECT_EQ(assembly.components[0].path, samples / "Bracket.zenprt");
+    EXPECT_TRUE(assembly.components[2].isVirtual);
+    const double pin = M_PI * 9.5 * 9.5 * 60;
+    EXPECT_NEAR(assembly.configurations[0].volume, 2 * part.configurations[1].volume + pin, 1);
+    zn::test::TemporaryFolder folder;
+    const fs::path drawing = samples / "Чертёж.zendrw";
+    writePdf(readDrawing(drawing), drawing, folder / "x.pdf");
+    EXPECT_THAT(outputOf("pdftotext '" + (folder / "x.pdf").string() + "' -"), HasSubstr("Чертёж"));
 }
 
 TEST(WritePdf, colourAndLineWeightsFollowTheOptions)
