@@ -120,7 +120,8 @@ bool parseIso(const Text& text, double& days)
             return false;
     } else {
         time.hour = first;
-        at = text.find(u':');
+        if (at >= text.size() || text[at] != u':') // "3/5/2018" begins with a number, too
+            return false;
     }
     if (at < text.size()) {
         if (!readSeparated(text, at, u':', time.minute))
