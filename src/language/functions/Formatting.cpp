@@ -1,0 +1,118 @@
+#include "language/functions/Given.h"
+#include "language/functions/Intrinsic.h"
+#include "language/functions/Patterns.h"
+#include "language/run/RunContext.h"
+
+#include "base/Dates.h"
+
+#include <cmath>
+
+namespace zn::language {
+
+namespace {
+
+struct NamedPattern {
+    TextView name;
+    TextView pattern;
+    bool isDate;
+};
+
+constexpr NamedPattern namedPatterns[] = {
+    {u"Currency", u"$#,##0.00;($#,##0.00)", false},
+    {u"Fixed", u"0.00", false},
+    {u"Standard", u"#,##0.00", false},
+    {u"Percent", u"0.00%", false},
+    {u"Scientific", u"0.00E+00", false},
+    {u"Yes/No", u"\\Y\\e\\s;\\Y\\e\\s;\\N\\o", false},
+    {u"True/False", u"\\T\\r\\u\\e;\\T\\r\\u\\e;\\F\\a\\l\\s\\e", false},
+    {u"On/Off", u"\\O\\n;\\O\\n;\\O\\f\\f", false},
+    {u"General Date", u"c", true},
+    {u"Long Date", u"dddd, mmmm d, yyyy", true},
+    {u"Medium Date", u"dd-mmm-yy", true},
+    {u"Short Date", u"m/d/yyyy", true},
+    {u"Long Time", u"h:nn:ss AM/PM", true},
+    {u"Medium Time", u"hh:nn AM/PM", true},
+    {u"Short Time", u"hh:nn", true},
+};
+
+bool readsAsDate(const Value& value, double& days)
+{
+    if (const auto* date = value.get<DateValue>()) {
+        days = date->days;
+        return true;
+    }
+    if (const auto* text = value.get<Text>())
+        return parseDate(*text, days);
+    if (!isNumeric(value) || value.isEmpty())
+        return false;
+    days = numberOf(value);
+    return true;
+}
+
+Text formatted(const Value& value, TextView pattern, bool isDate)
+{
+    double days = 0;
+    if (isDate && readsAsDate(value, days))
+        return formatDate(days, pattern);
+    if (!isDate && (isNumeric(value) || value.type() == ValueType::Date))
+        return formatNumber(numberOf(value), pattern);
+    if (value.type() == ValueType::String)
+        return isDate ? textOf(value) : formatString(textOf(value), pattern);
+    return textOf(value);
+}
+
+Value format(RunContext&, std::span<Value> a)
+{
+    const Value value = plainValue(a[0]);
+    const Text pattern = textAt(a, 1);
+    if (isNull(value))
+        return Text();
+    if (pattern.empty() || equalNoCase(pattern, u"General Number"))
+        return textOf(value);
+    for (const NamedPattern& named : namedPatterns)
+        if (equalNoCase(named.name, pattern))
+            return formatted(value, named.pattern, named.isDate);
+    const bool forText = pattern.find_first_of(u"@&<>!") != Text::npos && value.type() == ValueType::String;
+    return formatted(value, pattern, !forText && isDatePattern(pattern));
+}
+
+Text decimalNumber(std::span<Value> a, double number)
+{
+    const std::int32_t decimals = longAt(a, 1, -1);
+    const std::int32_t grouped = longAt(a, 4, -2);
+    Text out = fixedNumber(number, decimals < 0 ? 2 : decimals, grouped != 0);
+    const bool negative = out.front() == u'-';
+    if (longAt(a, 2, -2) == 0 && std::fabs(number) < 1) // no zero before the point
+        out.erase(negative ? 1 : 0, 1);
+    if (negative && longAt(a, 3, -2) == -1)
+        out = u"(" + out.substr(1) + u")";
+    return out;
+}
+
+Value formatNumberFunction(RunContext&, std::span<Value> a) { return decimalNumber(a, numberOf(a[0])); }
+
+Value formatPercent(RunContext&, std::span<Value> a) { return decimalNumber(a, numberOf(a[0]) * 100) + u"%"; }
+
+Value formatDateTime(RunContext&, std::span<Value> a)
+{
+    static constexpr TextView patterns[] = {u"c", u"dddd, mmmm d, yyyy", u"m/d/yyyy", u"h:nn:ss AM/PM", u"hh:nn"};
+    const std::size_t kind = countAt(a, 1, 0);
+    if (kind >= std::size(patterns))
+        raise(error::invalidCall);
+    return formatDate(coerce(a[0], ValueType::Date).get<DateValue>()->days, patterns[kind]);
+}
+
+constexpr ValueType text = ValueType::String;
+
+constexpr Intrinsic functions[] = {
+    {u"Format", 1, 4, text, format, u"Expression Format FirstDayOfWeek FirstWeekOfYear"},
+    {u"FormatNumber", 1, 5, text, formatNumberFunction},
+    {u"FormatPercent", 1, 5, text, formatPercent},
+    {u"FormatDateTime", 1, 2, text, formatDateTime, u"Date NamedFormat"},
+};
+
+} // namespace
+
+std::span<const Intrinsic> formatFunctions() { return functions; }
+
+} // namespace zn::language

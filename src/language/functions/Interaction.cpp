@@ -1,0 +1,77 @@
+#include "language/functions/Given.h"
+#include "language/functions/Intrinsic.h"
+#include "language/Host.h"
+#include "language/run/RunContext.h"
+
+namespace zn::language {
+
+namespace {
+
+Value messageBox(RunContext& context, std::span<Value> a)
+{
+    return context.host.messageBox({textOf(a[0]), textAt(a, 2), longAt(a, 1, 0)});
+}
+
+Value createObject(RunContext& context, std::span<Value> a) { return context.createObject(textOf(a[0])); }
+
+/// Only what runs already could be got by name; that is the host's to say.
+Value getObject(RunContext& context, std::span<Value> a)
+{
+    if (!isGiven(a, 1) || !textAt(a, 0).empty())
+        raise(error::cannotCreateObject);
+    return context.createObject(textOf(a[1]));
+}
+
+Value callByName(RunContext&, std::span<Value> a)
+{
+    constexpr std::int32_t method = 1, get = 2, let = 4, set = 8;
+    const DispatchRef object = objectOf(a[0]);
+    if (!object)
+        raise(error::objectNotSet);
+    const std::int32_t kind = longOf(a[2]);
+    MemberCall call{textOf(a[1]), MemberUse::Call, {}, {}};
+    if (kind == let || kind == set)
+        call.use = kind == set ? MemberUse::PutObject : MemberUse::Put;
+    else if ((kind & (method | get)) == 0)
+        raise(error::invalidCall);
+    call.arguments.assign(a.begin() + 3, a.end());
+    return object->invoke(call);
+}
+
+Value doEvents(RunContext& context, std::span<Value>)
+{
+    context.checkpoint();
+    return std::int16_t(0);
+}
+
+Value pointerTo(RunContext& context, std::span<Value> a) { return context.pointers.pointerTo(textOf(a[0])); }
+
+Value environment(RunContext& context, std::span<Value> a) { return context.host.environment(textOf(a[0])); }
+
+Value errorMessage(RunContext& context, std::span<Value> a)
+{
+    if (!isGiven(a, 0))
+        return context.err->error().description;
+    return Text(errorText(longOf(a[0])));
+}
+
+Value errorLine(RunContext& context, std::span<Value>) { return context.err->line; }
+
+Value nothing(RunContext&, std::span<Value>) { return {}; }
+
+constexpr ValueType any = ValueType::Variant;
+
+constexpr Intrinsic functions[] = {
+    {u"MsgBox", 1, 5, ValueType::Int32, messageBox, u"Prompt Buttons Title HelpFile Context"},
+    {u"CreateObject", 1, 2, any, createObject}, {u"GetObject", 0, 2, any, getObject, u"PathName Class"},
+    {u"CallByName", 3, -1, any, callByName}, {u"DoEvents", 0, 0, ValueType::Int16, doEvents},
+    {u"StrPtr", 1, 1, ValueType::Int64, pointerTo}, {u"Environ", 1, 1, ValueType::String, environment},
+    {u"Error", 0, 1, ValueType::String, errorMessage}, {u"Erl", 0, 0, ValueType::Int32, errorLine},
+    {u"Beep", 0, 0, any, nothing}, // nobody hears a worker
+};
+
+} // namespace
+
+std::span<const Intrinsic> interactionFunctions() { return functions; }
+
+} // namespace zn::language

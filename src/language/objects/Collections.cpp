@@ -1,0 +1,195 @@
+#include "language/objects/Arguments.h"
+#include "language/objects/OwnClasses.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace zn::language {
+
+namespace {
+
+struct Item {
+    Text key; ///< folded; empty for none
+    Value value;
+};
+
+/// Elements in an order, some of which have a key.
+class Collection : public DispatchObject {
+public:
+    Text typeName() const override { return u"Collection"; }
+
+    Value invoke(MemberCall& call) override
+    {
+        if (call.name.empty() || equalNoCase(call.name, u"Item"))
+            return at(ArgumentList(call, {u"Index"}).required(0)).value;
+        if (equalNoCase(call.name, u"Count"))
+            return static_cast<std::int32_t>(m_items.size());
+        if (equalNoCase(call.name, u"Add"))
+            return add(ArgumentList(call, {u"Item", u"Key", u"Before", u"After"}));
+        if (equalNoCase(call.name, u"Remove")) {
+            const Item& item = at(ArgumentList(call, {u"Index"}).required(0));
+            m_items.erase(m_items.begin() + (&item - m_items.data()));
+            return {};
+        }
+        if (equalNoCase(call.name, u"_NewEnum")) {
+            std::vector<Value> values;
+            for (const Item& item : m_items)
+                values.push_back(item.value);
+            return Value::arrayOf(std::move(values));
+        }
+        raise(error::memberMissing);
+    }
+
+private:
+    Item& at(const Value& index)
+    {
+        if (const auto* key = index.get<Text>()) {
+            const Text folded = foldCase(*key);
+            const auto hit = std::ranges::find(m_items, folded, &Item::key);
+            if (hit == m_items.end() || folded.empty())
+                raise(error::invalidCall);
+            return *hit;
+        }
+        const std::int32_t number = longOf(index);
+        if (number < 1 || static_cast<std::size_t>(number) > m_items.size())
+            raise(error::subscript);
+        return m_items[static_cast<std::size_t>(number) - 1];
+    }
+
+    Value add(const ArgumentList& given)
+    {
+        Item item{foldCase(given.text(1, {})), given.required(0)};
+        if (!item.key.empty() && std::ranges::find(m_items, item.key, &Item::key) != m_items.end())
+            raise(error::keyInUse);
+        auto place = m_items.end();
+        if (given.has(2))
+            place = m_items.begin() + (&at(given.required(2)) - m_items.data());
+        else if (given.has(3))
+            place = m_items.begin() + (&at(given.required(3)) - m_items.data()) + 1;
+        m_items.insert(place, std::move(item));
+        return {};
+    }
+
+    std::vector<Item> m_items;
+};
+
+/// Values by key, in the order in which the keys came.
+class Dictionary : public DispatchObject {
+public:
+    Text typeName() const override { return u"Dictionary"; }
+
+    Value invoke(MemberCall& call) override
+    {
+        const bool writes = call.use != MemberUse::Call;
+        if (call.name.empty() || equalNoCase(call.name, u"Item"))
+            return writes ? put(call) : item(ArgumentList(call, {u"Key"}).required(0));
+        if (equalNoCase(call.name, u"Count"))
+            return static_cast<std::int32_t>(m_items.size());
+        if (equalNoCase(call.name, u"Exists"))
+            return Value(m_places.contains(keyText(ArgumentList(call, {u"Key"}).required(0))));
+        if (equalNoCase(call.name, u"Add"))
+            return add(ArgumentList(call, {u"Key", u"Item"}));
+        if (equalNoCase(call.name, u"Remove"))
+            return remove(keyText(ArgumentList(call, {u"Key"}).required(0)));
+        if (equalNoCase(call.name, u"RemoveAll")) {
+            m_items.clear();
+            m_places.clear();
+            return {};
+        }
+        if (equalNoCase(call.name, u"CompareMode"))
+            return compareMode(call);
+        if (equalNoCase(call.name, u"Keys") || equalNoCase(call.name, u"_NewEnum"))
+            return list(&Entry::key);
+        if (equalNoCase(call.name, u"Items"))
+            return list(&Entry::value);
+        raise(error::memberMissing);
+    }
+
+private:
+    struct Entry {
+        Value key;
+        Value value;
+    };
+
+    /// Keys of different types are different keys: 1 isn't "1".
+    Text keyText(const Value& key) const
+    {
+        if (key.isArray())
+            raise(error::invalidCall);
+        if (const auto* text = key.get<Text>())
+            return u"s" + (m_ignoreCase ? foldCase(*text) : *text);
+        if (isObject(key))
+            return u"o" + numberText(reinterpret_cast<std::intptr_t>(key.get<ObjectRef>()->get()));
+        return u"n" + (isNull(key) ? Text() : textOf(key));
+    }
+
+    std::size_t placeOf(const Value& key)
+    {
+        const auto [hit, added] = m_places.emplace(keyText(key), m_items.size());
+        if (added)
+            m_items.push_back({key, {}});
+        return hit->second;
+    }
+
+    /// Asking for a key that isn't there puts it there.
+    Value item(const Value& key) { return m_items[placeOf(key)].value; }
+
+    Value put(const MemberCall& call)
+    {
+        if (call.arguments.size() != 2)
+            raise(error::argumentCount);
+        m_items[placeOf(call.arguments[0])].value = call.arguments[1];
+        return {};
+    }
+
+    Value add(const ArgumentList& given)
+    {
+        if (m_places.contains(keyText(given.required(0))))
+            raise(error::keyInUse);
+        m_items[placeOf(given.required(0))].value = given.required(1);
+        return {};
+    }
+
+    Value remove(const Text& key)
+    {
+        const auto hit = m_places.find(key);
+        if (hit == m_places.end())
+            raise(error::invalidCall);
+        const std::size_t place = hit->second;
+        m_items.erase(m_items.begin() + static_cast<std::ptrdiff_t>(place));
+        m_places.erase(hit);
+        for (auto& [other, index] : m_places)
+            index -= index > place ? 1 : 0;
+        return {};
+    }
+
+    Value compareMode(const MemberCall& call)
+    {
+        if (call.use == MemberUse::Call)
+            return std::int32_t(m_ignoreCase ? 1 : 0);
+        if (!m_items.empty())
+            raise(error::invalidCall);
+        m_ignoreCase = longOf(call.arguments.back()) == 1;
+        return {};
+    }
+
+    Value list(Value Entry::*part) const
+    {
+        std::vector<Value> values;
+        for (const Entry& entry : m_items)
+            values.push_back(entry.*part);
+        return Value::arrayOf(std::move(values));
+    }
+
+    std::vector<Entry> m_items;
+    std::unordered_map<Text, std::size_t> m_places;
+    bool m_ignoreCase = false;
+};
+
+} // namespace
+
+DispatchRef makeCollection() { return std::make_shared<Collection>(); }
+
+DispatchRef makeDictionary() { return std::make_shared<Dictionary>(); }
+
+} // namespace zn::language

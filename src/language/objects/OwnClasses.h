@@ -1,0 +1,17 @@
+#pragma once
+
+#include "base/Dispatch.h"
+
+namespace zn::language {
+
+class FileAccess;
+
+/// An object of a class that the language brings along ("Collection", "Scripting.Dictionary",
+/// "Scripting.FileSystemObject"); null for any other name. It must not outlive `files`.
+DispatchRef createOwnObject(TextView className, FileAccess& files);
+
+DispatchRef makeCollection();
+DispatchRef makeDictionary();
+DispatchRef makeFileSystemObject(FileAccess& files);
+
+} // namespace zn::language

@@ -1,0 +1,112 @@
+#include "language/run/Evaluator.h"
+
+namespace zn::language {
+
+namespace {
+
+/// How far a `For Each` has come.
+class Cursor : public Object {
+public:
+    explicit Cursor(ArrayRef walked)
+        : array(std::move(walked))
+    {
+    }
+
+    ArrayRef array;
+    std::size_t next = 0;
+};
+
+/// Adds to a counter in place where both are of one whole type and fit; the common case of every loop.
+template <class Integer> bool advanced(Value& counter, const Value& step)
+{
+    auto* number = counter.get<Integer>();
+    const auto* by = step.get<Integer>();
+    Integer sum = 0;
+    if (!number || !by || __builtin_add_overflow(*number, *by, &sum))
+        return false;
+    *number = sum;
+    return true;
+}
+
+} // namespace
+
+bool Evaluator::loopGoesOn(const Value& counter, const Value& limit, const Value& step) const
+{
+    const bool down = compareValues(step, Value(std::int16_t(0)), {}) < 0;
+    const int order = compareValues(counter, limit, {});
+    return down ? order >= 0 : order <= 0;
+}
+
+void Evaluator::step(const ForStep& s)
+{
+    Value first = letValue(*s.first);
+    Value last = letValue(*s.last);
+    Value by = s.step ? letValue(*s.step) : Value(std::int16_t(1));
+    if (isNull(first) || isNull(last) || isNull(by))
+        raise(error::invalidNull);
+    put(*s.counter, std::move(first), false);
+    Value scratch;
+    const Value& counter = peek(*s.counter, scratch);
+    // Limit and step take the counter's type, whatever they were.
+    const ValueType type = s.counter->type.isVariant() ? ValueType::Variant : s.counter->type.base;
+    const bool numeric = type == ValueType::Variant && isNumeric(counter);
+    Value& limit = localSlot(s.limitSlot).own;
+    Value& step = localSlot(s.stepSlot).own;
+    limit = coerce(last, type);
+    step = coerce(by, type);
+    if (numeric && counter.type() == ValueType::String)
+        raise(error::typeMismatch);
+    if (!loopGoesOn(counter, limit, step))
+        jump(s.exit);
+}
+
+void Evaluator::step(const ForNextStep& s)
+{
+    const auto* loop = std::get_if<ForStep>(&m_frame->procedure.steps[static_cast<std::size_t>(s.begin)].node);
+    const Value& limit = localSlot(loop->limitSlot).own;
+    const Value& step = localSlot(loop->stepSlot).own;
+    if (step.isEmpty())
+        raise(error::loopNotInitialized);
+    Operand counter = operand(*loop->counter);
+    if (!counter.isPlace())
+        raise(error::typeMismatch);
+    if (!advanced<std::int32_t>(*counter.at, step) && !advanced<std::int16_t>(*counter.at, step)) {
+        const bool widens = counter.type->isVariant();
+        assign(*counter.at, *counter.type,
+            applyBinary(Operator::Add, counter.value(), step, {widens, widens, m_module.compareText}));
+    }
+    if (loopGoesOn(counter.value(), limit, step))
+        jump(s.begin + 1);
+}
+
+void Evaluator::step(const ForEachStep& s)
+{
+    Operand collection = operand(*s.collection);
+    m_position = s.collection->position;
+    Value walked = collection.value();
+    if (isObject(walked)) {
+        const DispatchRef object = objectOf(walked);
+        if (!object)
+            raise(error::objectNotSet);
+        MemberCall call{u"_NewEnum", MemberUse::Call, {}, {}};
+        walked = invoke(*object, call);
+    }
+    if (!walked.isArray())
+        raise(error::typeMismatch);
+    localSlot(s.cursorSlot).own = Value(ObjectRef(std::make_shared<Cursor>(*walked.get<ArrayRef>())));
+}
+
+void Evaluator::step(const ForEachNextStep& s)
+{
+    const auto* loop = std::get_if<ForEachStep>(&m_frame->procedure.steps[static_cast<std::size_t>(s.begin)].node);
+    const auto* held = localSlot(loop->cursorSlot).own.get<ObjectRef>();
+    if (!held)
+        raise(error::loopNotInitialized);
+    auto& cursor = static_cast<Cursor&>(**held);
+    if (!cursor.array || cursor.next >= cursor.array->elements.size())
+        return jump(s.exit);
+    const Value element = cursor.array->elements[cursor.next++];
+    put(*loop->variable, element, isObject(element));
+}
+
+} // namespace zn::language
