@@ -54,6 +54,12 @@ ModelDocRef newDocument(Application& application, ModelDoc::Identity identity, D
     return std::visit(Maker{application, std::move(identity)}, record);
 }
 
+std::filesystem::file_time_type changeTime(const std::filesystem::path& file)
+{
+    std::error_code ignored;
+    return std::filesystem::last_write_time(file, ignored);
+}
+
 void requireConfiguration(ModelDoc& document, const Text& configuration)
 {
     if (!configuration.empty() && document.kind() != DocumentKind::Drawing
@@ -85,15 +91,24 @@ Application::Opened Application::openDocument(
 {
     const Text canonical = zn::canonicalPath(path);
     try {
-        if (const ModelDocRef open = findDocument(canonical); open && open->kind() == kind) {
-            requireConfiguration(*open, configuration);
-            m_active = open;
-            return {open, 0};
-        }
         const auto file = m_surroundings.files.toMachine(canonical);
+        const auto changed = changeTime(file);
+        if (const ModelDocRef open = findDocument(canonical); open && open->kind() == kind) {
+            if (open->identity().changed == changed) {
+                requireConfiguration(*open, configuration);
+                m_active = open;
+                return {open, 0};
+            }
+            // A macro that failed has left it open, and the file has got another content since.
+            closeDocument(open);
+        }
         Document record = readDocument(file);
         const auto document = newDocument(*this,
-            {.path = canonical, .source = {}, .title = zn::pathFileName(canonical), .readOnly = readOnly},
+            {.path = canonical,
+                .source = {},
+                .title = zn::pathFileName(canonical),
+                .readOnly = readOnly,
+                .changed = changed},
             std::move(record));
         if (document->kind() != kind)
             throw DocumentError(
@@ -111,7 +126,11 @@ Application::Opened Application::importDocument(const Text& path)
     try {
         const auto file = m_surroundings.files.toMachine(canonical);
         return enter(newDocument(*this,
-                         {.path = {}, .source = canonical, .title = zn::pathFileName(canonical), .readOnly = false},
+                         {.path = {},
+                             .source = canonical,
+                             .title = zn::pathFileName(canonical),
+                             .readOnly = false,
+                             .changed = {}},
                          readForeign(file)),
             applicationEvent::DocumentImported);
     } catch (const DocumentError& error) {

@@ -24,6 +24,8 @@ public:
         Text source;
         Text title;
         bool readOnly = false;
+        /// When the file was last changed, as of reading it.
+        std::filesystem::file_time_type changed{};
     };
 
     ModelDoc(Application& application, Identity identity);

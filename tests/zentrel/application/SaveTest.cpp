@@ -1,0 +1,151 @@
+#include "zentrel/application/Workshop.h"
+
+#include "zentrel/application/Enumerations.h"
+#include "zentrel/formats/Read.h"
+#include "zentrel/model/Container.h"
+
+#include <gmock/gmock.h>
+
+namespace zentrel::test {
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+struct Saved {
+    bool success = false;
+    std::int32_t errors = 0;
+    bool operator==(const Saved&) const = default;
+};
+
+Saved saveAs(DispatchObject& document, const Text& path, const Value& data = ObjectRef())
+{
+    Value success;
+    const auto extension = objectOf(document, u"Extension");
+    const auto results = callWithResults(*extension, u"SaveAs", {Value(path), 0, SaveSilent, data, -1, -1}, &success);
+    EXPECT_EQ(results[5], Value(0)) << "warnings";
+    return {success.toBool(), results[4].toInt32()};
+}
+
+TEST(Save, AnnouncesEachFileBeforeItExistsAndWritesTheShownConfiguration)
+{
+    Workshop shop;
+    shop.makePart("Bar.zenprt", {u"Short", u"Long"});
+    const auto part = shop.open(shop.path("Bar.zenprt"), DocumentKind::Part);
+    const auto sink = std::make_shared<EventLog>();
+    bool existed = false;
+    sink->handler = [&](std::int32_t) {
+        existed = existed || std::filesystem::exists(shop.file("Bar_Long.stl"));
+        return zn::S_OK;
+    };
+    part->advise(u"PartDocEvents", sink);
+    EXPECT_TRUE(part->call(u"ShowConfiguration", {Value(u"LONG")}).toBool());
+    EXPECT_FALSE(part->call(u"ShowConfiguration", {Value(u"Huge")}).toBool());
+    shop.application->call(u"SetUserPreferenceToggle", {*enumerationValue(u"znSTLBinaryFormat"), false});
+    shop.application->call(u"SetUserPreferenceIntegerValue", {*enumerationValue(u"znExportStlUnits"), 1});
+    EXPECT_EQ(saveAs(*part, shop.path("Bar_Long.stl")), (Saved{true, 0}));
+    EXPECT_FALSE(existed);
+    EXPECT_THAT(sink->events, ElementsAre(u"7 " + shop.path("Bar_Long.stl")));
+    const std::string stl = readFile(shop.file("Bar_Long.stl"));
+    EXPECT_THAT(stl, HasSubstr("solid"));
+    EXPECT_THAT(stl, HasSubstr(" 2.0")) << "20 mm are 2 cm";
+
+    EXPECT_EQ(saveAs(*part, shop.path("Bar.step")), (Saved{true, 0}));
+    EXPECT_EQ(readForeign(shop.file("Bar.step")).configurations[0].bodies.size(), 1U);
+    shop.application->call(u"QuitDoc", {part->call(u"GetTitle")});
+    EXPECT_EQ(sink->events.back(), u"2");
+    EXPECT_THROW(part->call(u"GetFirstModelView"), StatusError) << "a closed document says so";
+}
+
+TEST(Save, DrawingsAnnounceExchangeFilesTwiceAndPdfsOnce)
+{
+    Workshop shop;
+    shop.makeDrawing("Plan.zendrw", {u"Front", u"Blatt \u0416"});
+    const auto drawing = shop.open(shop.path("Plan.zendrw"), DocumentKind::Drawing);
+    const auto sink = std::make_shared<EventLog>();
+    drawing->advise(u"DrawingDocEvents", sink);
+    EXPECT_TRUE(drawing->call(u"ActivateSheet", {Value(u"Blatt \u0416")}).toBool());
+    EXPECT_EQ(objectOf(*drawing, u"GetCurrentSheet")->call(u"GetName").toText(), u"Blatt \u0416");
+    EXPECT_TRUE(saveAs(*drawing, shop.path("Plan.DXF")).success);
+    const auto data = objectOf(*shop.application, u"GetExportFileData", {1});
+    EXPECT_TRUE(
+        data->call(u"SetSheets", {*enumerationValue(u"znExportData_ExportSpecifiedSheets"), Value(u"Front")}).toBool());
+    EXPECT_TRUE(saveAs(*drawing, shop.path("Plan.pdf"), Value(data)).success);
+    EXPECT_THAT(sink->events,
+        ElementsAre(u"7 " + shop.path("Plan.DXF"), u"23 " + shop.path("Plan.DXF"), u"7 " + shop.path("Plan.pdf")));
+    EXPECT_TRUE(readFile(shop.file("Plan.pdf")).starts_with("%PDF"));
+}
+
+TEST(Save, WhatCannotBeSavedHasANumberASentenceAndNoFile)
+{
+    Workshop shop;
+    shop.makePart("Bar.zenprt", {u"Default"});
+    shop.makeDrawing("Plan.zendrw", {u"One"});
+    const auto part = shop.open(shop.path("Bar.zenprt"), DocumentKind::Part);
+    const auto drawing = shop.open(shop.path("Plan.zendrw"), DocumentKind::Drawing);
+    std::filesystem::create_directory(shop.file("folder.stl"));
+    const struct {
+        DispatchRef document;
+        std::string name;
+        std::int32_t errors;
+        const char* sentence;
+    } cases[] = {
+        {part, "Bar.sat", 256, "does not write that format"},
+        {part, "Bar.pdf", 256, "does not write that format"},
+        {part, "Bar", 256, "does not write that format"},
+        {drawing, "Plan.stl", 256, "does not write that format"},
+        {part, "missing/Bar.stl", SaveNotWritable, "missing"},
+        {part, "folder.stl", SaveNotWritable, "folder.stl"},
+        {part, "Bar.zenprt", SaveNotWritable, "read-only"},
+    };
+    const std::string before = readFile(shop.file("Bar.zenprt"));
+    for (const auto& one : cases) {
+        shop.log.clear();
+        EXPECT_EQ(saveAs(*one.document, shop.path(one.name)), (Saved{false, one.errors})) << one.name;
+        ASSERT_EQ(shop.log.size(), 1U) << one.name;
+        EXPECT_THAT(shop.log[0], HasSubstr(one.sentence)) << one.name;
+        EXPECT_FALSE(std::filesystem::is_regular_file(shop.file(one.name)) && one.name != "Bar.zenprt") << one.name;
+    }
+    EXPECT_EQ(readFile(shop.file("Bar.zenprt")), before);
+
+    shop.application->call(u"SetUserPreferenceIntegerValue", {*enumerationValue(u"znStepAP"), 299});
+    EXPECT_EQ(saveAs(*part, shop.path("Bar.step")), (Saved{false, SaveGenericError}));
+    EXPECT_EQ(shop.log.back(), "The STEP protocol cannot be 299.");
+}
+
+TEST(Save, AListenerThatMakesNoRoomKeepsTheOldFile)
+{
+    Workshop shop;
+    shop.makePart("Bar.zenprt", {u"Default"});
+    writeFile(shop.file("Bar.stl"), "old");
+    const auto part = shop.open(shop.path("Bar.zenprt"), DocumentKind::Part);
+    const auto sink = std::make_shared<EventLog>();
+    part->advise(u"PartDocEvents", sink);
+    sink->handler = [](std::int32_t) { return zn::E_ACCESSDENIED; };
+    EXPECT_EQ(saveAs(*part, shop.path("Bar.stl")), (Saved{false, SaveRefusedByListener}));
+    EXPECT_EQ(readFile(shop.file("Bar.stl")), "old");
+    sink->handler = [](std::int32_t) { return zn::RPC_E_DISCONNECTED; };
+    EXPECT_THROW(saveAs(*part, shop.path("Bar.stl")), StatusError) << "who listened has died: all work ends";
+}
+
+TEST(Save, ComponentsGoIntoFilesOfTheirOwnUnlessAskedForOne)
+{
+    Workshop shop;
+    shop.makeAssembly("Rack.zenasm");
+    const auto assembly = shop.open(shop.path("Rack.zenasm"), DocumentKind::Assembly);
+    const auto sink = std::make_shared<EventLog>();
+    assembly->advise(u"AssemblyDocEvents", sink);
+    EXPECT_TRUE(saveAs(*assembly, shop.path("Rack.stl")).success);
+    ASSERT_EQ(sink->events.size(), 2U);
+    for (const Text& event : sink->events)
+        EXPECT_TRUE(shop.platform.files().fileExists(event.substr(2))) << zn::toUtf8(event);
+    EXPECT_FALSE(std::filesystem::exists(shop.file("Rack.stl")));
+    shop.application->call(u"SetUserPreferenceToggle", {*enumerationValue(u"znSTLComponentsIntoOneFile"), true});
+    EXPECT_TRUE(saveAs(*assembly, shop.path("Rack.stl")).success);
+    EXPECT_EQ(sink->events.back(), u"7 " + shop.path("Rack.stl"));
+}
+
+} // namespace
+
+} // namespace zentrel::test

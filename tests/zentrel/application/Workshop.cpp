@@ -1,0 +1,104 @@
+#include "zentrel/application/Workshop.h"
+
+#include "zentrel/model/Build.h"
+#include "zentrel/model/Container.h"
+
+#include <BRepPrimAPI_MakeBox.hxx>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace zentrel::test {
+
+namespace {
+
+PartDocument boxes(const std::vector<Text>& configurations)
+{
+    PartDocument part;
+    for (const Text& name : configurations) {
+        const double length = 10.0 * static_cast<double>(part.configurations.size() + 1);
+        PartConfiguration configuration{name, {}, {}};
+        configuration.bodies.push_back({u"Box", BRepPrimAPI_MakeBox(length, 20.0, 30.0).Shape(), {}, {}});
+        part.configurations.push_back(std::move(configuration));
+    }
+    return part;
+}
+
+} // namespace
+
+Workshop::Workshop(std::function<bool()> stopRequested)
+    : platform(zn::Home::open(folder / "home"))
+{
+    application = std::make_shared<Application>(Surroundings{
+        .files = platform.files(),
+        .workFolder = folder / "work",
+        .log = [this](const std::string& line) { log.push_back(line); },
+        .stopRequested = std::move(stopRequested),
+        .exit = {},
+        .print = [this](const std::string& line) { printed.push_back(line); },
+    });
+}
+
+std::filesystem::path Workshop::makePart(const std::string& name, const std::vector<Text>& configurations)
+{
+    writeDocument(boxes(configurations), file(name));
+    return file(name);
+}
+
+std::filesystem::path Workshop::makeAssembly(const std::string& name)
+{
+    const auto plate = makePart("Plate.zenprt", {u"Default"});
+    const auto bolt = makePart("Bolt.zenprt", {u"Short", u"Long"});
+    assemble(file(name), {{plate, false}, {bolt, true}});
+    std::filesystem::remove(bolt);
+    return file(name);
+}
+
+std::filesystem::path Workshop::makeDrawing(const std::string& name, const std::vector<Text>& sheets)
+{
+    const auto model = makePart("Drawn.zenprt", {u"Default"});
+    std::vector<DrawInput> inputs;
+    for (const Text& sheet : sheets)
+        inputs.push_back(
+            {.name = sheet, .paper = PaperSize::A3, .landscape = true, .model = model, .configuration = {}});
+    draw(file(name), inputs);
+    return file(name);
+}
+
+DispatchRef Workshop::open(const Text& path, DocumentKind kind)
+{
+    const auto specification = objectOf(*application, u"GetOpenDocSpec", {Value(path)});
+    specification->put(u"DocumentType", static_cast<std::int32_t>(kind));
+    specification->put(u"ReadOnly", true);
+    auto document = objectOf(*application, u"OpenDoc7", {Value(specification)});
+    if (!document)
+        throw std::runtime_error("not opened: " + zn::toUtf8(path));
+    return document;
+}
+
+std::vector<Value> callWithResults(
+    DispatchObject& object, const Text& name, std::vector<Value> arguments, Value* result)
+{
+    MemberCall call{name, MemberUse::Call, std::move(arguments), {}};
+    *result = object.invoke(call);
+    return std::move(call.arguments);
+}
+
+DispatchRef objectOf(DispatchObject& object, const Text& name, std::vector<Value> arguments)
+{
+    return zn::query<DispatchObject>(object.call(name, std::move(arguments)).toObject());
+}
+
+std::string readFile(const std::filesystem::path& file)
+{
+    std::ostringstream bytes;
+    bytes << std::ifstream(file, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
+void writeFile(const std::filesystem::path& file, const std::string& bytes)
+{
+    std::ofstream(file, std::ios::binary) << bytes;
+}
+
+} // namespace zentrel::test
