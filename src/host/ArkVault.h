@@ -35,7 +35,8 @@ class IArkVariableValue : public Object {
 public:
     /// The variable's id.
     virtual Status GetId(std::int32_t& id) = 0;
-    /// 0 with a value, 1 when the variable has no value for that configuration.
+    /// 0 with a value, 1 when the variable has no value for that configuration. "@" and the empty text stand for the
+    /// file's own values.
     virtual Status GetValue(TextView configuration, Value& value) = 0;
 };
 

@@ -32,8 +32,10 @@ public:
     Status GetValue(zn::TextView configuration, zn::Value& value) override
     {
         return guarded(*m_context, [&] {
+            // A file that has no configurations is asked for with an empty one.
+            const zn::TextView wanted = configuration.empty() ? zn::TextView(u"@") : configuration;
             const auto found = std::find_if(m_values.begin(), m_values.end(),
-                [&](const CardValue& candidate) { return zn::equalNoCase(candidate.configuration, configuration); });
+                [&](const CardValue& candidate) { return zn::equalNoCase(candidate.configuration, wanted); });
             if (found == m_values.end())
                 return S_FALSE;
             value = found->value;
