@@ -1,0 +1,19 @@
+#pragma once
+
+#include <atomic>
+
+namespace arkin {
+
+/// While it lives, the first Ctrl-C (or SIGTERM) sets a flag and the second ends the process at once. The worker's
+/// children end with it.
+class Interrupt {
+public:
+    Interrupt();
+    Interrupt(const Interrupt&) = delete;
+    Interrupt& operator=(const Interrupt&) = delete;
+    ~Interrupt();
+
+    const std::atomic<bool>& flag() const;
+};
+
+} // namespace arkin

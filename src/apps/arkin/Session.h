@@ -1,0 +1,60 @@
+#pragma once
+
+#include "arkin/store/Vault.h"
+#include "arkin/tasks/TaskHost.h"
+#include "arkin/tasks/TaskStore.h"
+#include "platform/linux/LinuxPlatform.h"
+
+#include <memory>
+#include <nlohmann/json.hpp>
+
+namespace arkin {
+
+using Json = nlohmann::ordered_json;
+
+/// What stands before or behind every subcommand.
+struct CommonOptions {
+    std::string home;
+    std::string vault;
+    bool json = false;
+};
+
+/// The machine, the home and the vault that a command works with; each is opened when it is first asked for.
+class Session {
+public:
+    explicit Session(CommonOptions options)
+        : m_options(std::move(options))
+    {
+    }
+
+    bool json() const { return m_options.json; }
+    /// Opening the home hands it to child processes and to add-ins, too.
+    zn::LinuxPlatform& platform();
+    Store& store();
+    /// The vault of the option, or the home's only one. Raises `StatusError` with a sentence if that isn't settled.
+    Vault& vault();
+    /// For launching and running tasks; the session outlives it.
+    TaskHost taskHost();
+    std::vector<zn::Text> variableNames();
+
+    /// A machine's path of the command line as a backslash path; a relative one is below the current folder.
+    zn::Text pathOf(const std::string& machinePath);
+    /// As `pathOf`, for a place in the vault: a relative path that doesn't lead into the vault's folder from here is
+    /// taken below the vault's root.
+    zn::Text vaultPathOf(const std::string& machinePath);
+    /// A backslash path as this machine writes it.
+    std::string shown(zn::TextView path);
+    /// The place of a file that the vault has. Raises `StatusError` with a sentence.
+    Place fileAt(const std::string& machinePath);
+    std::int32_t folderAt(const std::string& machinePath);
+
+private:
+    VaultInfo chosenVault();
+
+    CommonOptions m_options;
+    std::unique_ptr<zn::LinuxPlatform> m_platform;
+    std::unique_ptr<Store> m_store;
+    std::unique_ptr<Vault> m_vault;
+};
+
+} // namespace arkin

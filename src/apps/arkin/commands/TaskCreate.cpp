@@ -1,0 +1,86 @@
+#include "Factories.h"
+#include "Output.h"
+
+#include "Assignment.h"
+#include "DefaultMacro.h"
+#include "TaskText.h"
+#include "arkin/store/Codes.h"
+#include "arkin/tasks/NewTask.h"
+
+#include <fstream>
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+class TaskCreate : public Command {
+public:
+    void declare(CLI::App& app) override
+    {
+        app.add_option("NAME", m_name, "Name of the task")->required();
+        app.add_option("--kind", m_kind, "What the task does")
+            ->required()
+            ->check(CLI::IsMember({"convert", "print", "script"}));
+        app.add_option("--from", m_file, "JSON file with the task's variables");
+        app.add_option("--set", m_settings, "VARIABLE=VALUE; wins over the file");
+    }
+
+    int run(Session& session) override
+    {
+        TaskRequest request;
+        request.name = zn::toText(m_name);
+        request.kind = kindOf(m_kind);
+        if (!m_file.empty())
+            request.file = readFile();
+        for (const auto& setting : m_settings) {
+            const auto [name, value] = splitAssignment(setting);
+            request.settings[name] = parseVariable(name, value);
+        }
+        request.vaultVariables = session.variableNames();
+        request.script = script(request);
+        auto task = makeTask(request);
+        task.createdBy = zn::toText(session.vault().caller().user);
+        task.createdAt = session.platform().clock().now();
+        TaskStore(session.store().database(), session.vault().info().id).create(task);
+        if (session.json())
+            printJson({{"task", m_name}, {"kind", m_kind}, {"variables", task.variables.size()}});
+        else
+            std::cout << "Task '" << m_name << "' is made with " << task.variables.size() << " variables.\n";
+        return commandDone;
+    }
+
+private:
+    TaskFile readFile() const
+    {
+        std::ifstream stream(m_file, std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(stream), {}};
+        if (!stream.is_open() || stream.bad())
+            throw zn::StatusError(zn::E_INVALIDARG, "The task file " + m_file + " can't be read.");
+        try {
+            return parseTaskFile(text);
+        } catch (const zn::StatusError& error) {
+            throw zn::StatusError(error.status(), m_file + ": " + error.what());
+        }
+    }
+
+    /// A macro named by the file, or one that the settings bring in full, or the product's own.
+    zn::Text script(const TaskRequest& request) const
+    {
+        if (!request.file.script.empty())
+            return readMacro(std::filesystem::path(m_file).parent_path() / request.file.script);
+        const bool given = request.settings.contains(u"__script") || request.file.variables.contains(u"__script");
+        return given ? zn::Text() : defaultMacro(request.kind);
+    }
+
+    std::string m_name;
+    std::string m_kind;
+    std::string m_file;
+    std::vector<std::string> m_settings;
+};
+
+} // namespace
+
+MadeCommand taskCreateCommand() { return std::make_unique<TaskCreate>(); }
+
+} // namespace arkin
