@@ -40,8 +40,8 @@ zn::Text defaultMacro(zn::TaskKind kind)
         return readMacro(
             std::filesystem::exists(installed) ? installed : std::filesystem::path(ARKIN_MACRO_FOLDER) / row.file);
     }
-    throw zn::StatusError(zn::E_NOTIMPL,
-        "This build has no default macro for printing; name your own as 'script' in the task's file.");
+    throw zn::StatusError(
+        zn::E_NOTIMPL, "This build has no default macro for printing; name your own as 'script' in the task's file.");
 }
 
 } // namespace arkin

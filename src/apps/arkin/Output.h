@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Session.h"
 #include "base/Value.h"
+#include "Session.h"
 
 #include <string>
 #include <vector>

@@ -15,8 +15,7 @@ RegistryKey parseKey(const std::string& text, bool bits32)
     if (zn::equalNoCase(root, u"user"))
         key.root = zn::RegistryRoot::User;
     else if (!zn::equalNoCase(root, u"machine"))
-        throw zn::StatusError(
-            zn::E_INVALIDARG, "'" + text + "' is no key: it begins with 'machine\\' or 'user\\'.");
+        throw zn::StatusError(zn::E_INVALIDARG, "'" + text + "' is no key: it begins with 'machine\\' or 'user\\'.");
     return key;
 }
 

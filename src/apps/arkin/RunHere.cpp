@@ -1,6 +1,7 @@
 #include "RunHere.h"
 
 #include "arkin/tasks/TaskRunner.h"
+#include "Command.h"
 #include "Interrupt.h"
 #include "ProgressLine.h"
 #include "TaskText.h"

@@ -1,11 +1,11 @@
 #include "Factories.h"
 #include "Output.h"
 
-#include "ProgressLine.h"
 #include "arkin/store/AddFiles.h"
 #include "arkin/store/CheckIn.h"
 #include "arkin/store/Codes.h"
 #include "base/Paths.h"
+#include "ProgressLine.h"
 
 #include <algorithm>
 #include <iostream>
@@ -60,8 +60,8 @@ private:
         } else if (std::filesystem::is_regular_file(source)) {
             requests.push_back({session.pathOf(path), folder, name});
         } else {
-            throw zn::StatusError(zn::E_INVALIDARG,
-                path + (std::filesystem::exists(source) ? " is no plain file." : " doesn't exist."));
+            throw zn::StatusError(
+                zn::E_INVALIDARG, path + (std::filesystem::exists(source) ? " is no plain file." : " doesn't exist."));
         }
     }
 

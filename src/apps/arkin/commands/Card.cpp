@@ -1,10 +1,10 @@
 #include "Factories.h"
 #include "Output.h"
 
-#include "Assignment.h"
 #include "arkin/store/CheckIn.h"
 #include "arkin/store/CheckOut.h"
 #include "arkin/store/Codes.h"
+#include "Assignment.h"
 
 namespace arkin {
 
@@ -17,8 +17,8 @@ public:
         app.add_option("FILE", m_file, "File of the vault")->required();
         app.add_option("--version", m_version, "Version to show; else the latest")->check(CLI::PositiveNumber);
         app.add_option("--configuration", m_configuration, "Configuration; '@' for the file's own values");
-        app.add_option("--set", m_settings,
-            "NAME=VALUE to write. A file that isn't checked out gets a new version with it");
+        app.add_option(
+            "--set", m_settings, "NAME=VALUE to write. A file that isn't checked out gets a new version with it");
     }
 
     int run(Session& session) override

@@ -1,7 +1,6 @@
 #include "Factories.h"
 #include "Output.h"
 
-
 namespace arkin {
 
 namespace {

@@ -1,7 +1,6 @@
+#include "base/Paths.h"
 #include "Factories.h"
 #include "Output.h"
-#include "base/Paths.h"
-
 
 namespace arkin {
 
@@ -18,9 +17,9 @@ public:
         vault.permissions().require(folder, Right::Read);
         auto entries = Json::array();
         for (const auto child : vault.folders().children(folder))
-            entries.push_back({{"name", zn::toUtf8(zn::pathFileName(vault.folders().pathOf(child)))},
-                {"kind", "folder"}, {"version", nullptr}, {"changed", nullptr}, {"size", nullptr},
-                {"checkedOutBy", nullptr}});
+            entries.push_back(
+                {{"name", zn::toUtf8(zn::pathFileName(vault.folders().pathOf(child)))}, {"kind", "folder"},
+                    {"version", nullptr}, {"changed", nullptr}, {"size", nullptr}, {"checkedOutBy", nullptr}});
         for (const auto& file : vault.files().inFolder(folder))
             entries.push_back(entryOf(vault, file));
         if (session.json())

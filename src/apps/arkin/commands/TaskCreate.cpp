@@ -1,11 +1,11 @@
 #include "Factories.h"
 #include "Output.h"
 
+#include "arkin/store/Codes.h"
+#include "arkin/tasks/NewTask.h"
 #include "Assignment.h"
 #include "DefaultMacro.h"
 #include "TaskText.h"
-#include "arkin/store/Codes.h"
-#include "arkin/tasks/NewTask.h"
 
 #include <fstream>
 #include <iostream>

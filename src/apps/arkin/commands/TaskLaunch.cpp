@@ -1,10 +1,10 @@
 #include "Factories.h"
 #include "Output.h"
 
-#include "RunHere.h"
-#include "TaskText.h"
 #include "arkin/store/Codes.h"
 #include "arkin/tasks/Launch.h"
+#include "RunHere.h"
+#include "TaskText.h"
 
 #include <iostream>
 

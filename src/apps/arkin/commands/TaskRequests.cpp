@@ -1,8 +1,8 @@
 #include "Factories.h"
 #include "Output.h"
 
-#include "TaskText.h"
 #include "arkin/tasks/RunRequests.h"
+#include "TaskText.h"
 
 #include <iostream>
 

@@ -1,8 +1,8 @@
 #include "Factories.h"
 #include "Output.h"
 
-#include "Assignment.h"
 #include "arkin/tasks/NewTask.h"
+#include "Assignment.h"
 
 #include <iostream>
 

@@ -22,8 +22,7 @@ public:
 
     int run(Session& session) override
     {
-        const auto task
-            = TaskStore(session.store().database(), session.vault().info().id).get(zn::toText(m_name));
+        const auto task = TaskStore(session.store().database(), session.vault().info().id).get(zn::toText(m_name));
         Json variables = Json::object();
         std::vector<std::vector<std::string>> rows{{"VARIABLE", "VALUE"}};
         for (const auto& [name, value] : task.variables) {

@@ -1,8 +1,8 @@
 #include "Factories.h"
 #include "Output.h"
 
-#include "ProgressLine.h"
 #include "arkin/store/StoreCheck.h"
+#include "ProgressLine.h"
 
 #include <iostream>
 
@@ -37,9 +37,9 @@ private:
 
     static void print(const CheckReport& report)
     {
-        std::cout << "Checked " << report.files << " files with " << report.versions << " versions, "
-                  << report.contents << " contents of " << shownCount(report.bytes) << " bytes; "
-                  << report.checkedOut << " files are checked out.\n";
+        std::cout << "Checked " << report.files << " files with " << report.versions << " versions, " << report.contents
+                  << " contents of " << shownCount(report.bytes) << " bytes; " << report.checkedOut
+                  << " files are checked out.\n";
         for (const auto& note : report.notes)
             std::cout << "Note: " << note << "\n";
         for (const auto& problem : report.problems)

@@ -1,10 +1,10 @@
 #include "Factories.h"
 #include "Output.h"
 
+#include "arkin/tasks/Worker.h"
 #include "Interrupt.h"
 #include "ProgressLine.h"
 #include "TaskText.h"
-#include "arkin/tasks/Worker.h"
 
 #include <iostream>
 
