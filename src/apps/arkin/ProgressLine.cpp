@@ -53,10 +53,9 @@ void ProgressLine::show(std::int64_t position, std::int64_t total, const std::st
         return;
     const auto count = std::to_string(position) + "/" + std::to_string(total);
     if (!m_terminal) {
-        const auto line = "[" + count + "] " + text;
-        if (!text.empty() && line != m_last)
-            std::cerr << line << std::endl;
-        m_last = line;
+        if (!text.empty() && text != m_last)
+            std::cerr << "[" << count << "] " << text << std::endl;
+        m_last = text;
         return;
     }
     const auto head = bar(position, total) + " " + count + " ";

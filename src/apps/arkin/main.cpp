@@ -69,7 +69,10 @@ int main(int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
             return app.exit(error);
-        std::cerr << "arkin: " << error.what() << "\nTry --help.\n";
+        const auto unknown = app.remaining(true);
+        std::cerr << "arkin: "
+                  << (unknown.empty() ? error.what() : "Nobody knows what to do with '" + unknown[0] + "'.")
+                  << "\nTry --help.\n";
         return wrongUse;
     }
     for (auto& each : declared)

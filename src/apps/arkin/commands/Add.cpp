@@ -89,7 +89,7 @@ private:
             if (added && !session.json())
                 std::cout << path << "\n";
             else if (!added)
-                std::cerr << "arkin: " << outcome.sentence << "\n";
+                std::cerr << "arkin: " << path << ": " << outcome.sentence << "\n";
         }
         if (session.json())
             printJson(files);
