@@ -24,6 +24,34 @@ Json failure(const Json& id, Status status, const std::string& text)
     throw StatusError(integer<Status>(member(error, "code")), text.get<std::string>());
 }
 
+/// Levels of brackets in one message. Values nest less deep by far; a message of brackets alone would take a hundred
+/// times its size in memory.
+constexpr int maximumBrackets = 256;
+
+/// Raises `ProtocolError` for a message of too many brackets inside one another, before it is read.
+void requireShallow(const std::string& line)
+{
+    int depth = 0;
+    bool inText = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (inText) {
+            if (c == '\\')
+                ++i;
+            else
+                inText = c != '"';
+            continue;
+        }
+        inText = c == '"';
+        if (c == '[' || c == '{')
+            ++depth;
+        else if (c == ']' || c == '}')
+            --depth;
+        if (depth > maximumBrackets)
+            throw ProtocolError("a message that is nested too deep");
+    }
+}
+
 /// Texts of failures may hold names of files that are no UTF-8; these bytes turn into U+FFFD.
 std::string written(const Json& message) { return message.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
@@ -83,7 +111,9 @@ Json Connection::receive(std::optional<Milliseconds> limit)
     if (!m_open)
         throw StatusError(RPC_E_DISCONNECTED, "The connection to the other process is closed.");
     try {
-        Json message = Json::parse(m_channel.receive(limit));
+        const std::string line = m_channel.receive(limit);
+        requireShallow(line);
+        Json message = Json::parse(line);
         if (!message.is_object())
             throw ProtocolError("a message that is no JSON object");
         return message;

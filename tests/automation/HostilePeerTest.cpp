@@ -3,6 +3,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
+#include <random>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <thread>
@@ -100,6 +101,7 @@ TEST(HostilePeer, WhatIsNoMessageClosesTheConnectionWithALine)
                          R"("bounds":[[0,4294967295],[0,4294967295],[0,4294967295]],"items":[]}}]})"),
             "bounds are out of range"},
         {hello + nested, "nested too deep"},
+        {hello + std::string(std::size_t{32} << 20, '[') + "\n", "nested too deep"},
         {hello
                 + R"({"method":"release","params":{"objects":[[1,2]]}})"
                   "\n",
@@ -112,6 +114,32 @@ TEST(HostilePeer, WhatIsNoMessageClosesTheConnectionWithALine)
         ASSERT_FALSE(seen.log.empty()) << name;
         EXPECT_THAT(seen.log[0], ::testing::HasSubstr(one.logged)) << name;
         EXPECT_EQ(seen.end, one.sent.starts_with(hello) ? ServeEnd::ClientGone : ServeEnd::NoClient) << name;
+    }
+}
+
+TEST(HostilePeer, NoChangeOfAFewBytesHarmsTheServer)
+{
+    const std::string calls
+        = R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":1,"name":"Swap","use":"call",)"
+          R"("arguments":[{"array":{"type":12,"bounds":[[0,2]],"items":[{"r8":0.1},{"i8":"5"}]}},{"obj":1}],"names":["A"]}})"
+          "\n"
+          R"({"jsonrpc":"2.0","id":3,"method":"advise","params":{"object":1,"events":"Events","sink":1}})"
+          "\n"
+          R"({"jsonrpc":"2.0","id":4,"method":"invoke","params":{"object":1,"name":"Fire","use":"call","arguments":[1]}})"
+          "\n"
+          R"({"jsonrpc":"2.0","id":1,"result":0})"
+          "\n"
+          R"({"jsonrpc":"2.0","method":"release","params":{"objects":[[1,1]]}})"
+          "\n";
+    const std::string bytes = "0129\"{}[],:-e\\\n \xC3";
+    std::mt19937 random(20181);
+    for (int round = 0; round < 400; ++round) {
+        std::string changed = calls;
+        for (int i = 0; i < 1 + round % 4; ++i)
+            changed[random() % changed.size()] = bytes[random() % bytes.size()];
+        const Exchange seen = exchange(hello + changed);
+        ASSERT_EQ(seen.end, ServeEnd::ClientGone) << changed;
+        ASSERT_LE(seen.log.size(), 1U) << changed;
     }
 }
 

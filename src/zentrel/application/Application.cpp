@@ -47,8 +47,7 @@ Application::Application(Surroundings surroundings)
 
 Application::~Application()
 {
-    for (const ModelDocRef& document : m_documents)
-        document->close();
+    closeDocuments();
     std::error_code ignored;
     std::filesystem::remove_all(m_surroundings.workFolder, ignored);
 }

@@ -63,6 +63,7 @@ private:
     Opened openFailure(const std::exception& error);
     ModelDocRef findDocument(TextView name) const;
     void closeDocument(const ModelDocRef& document);
+    void closeDocuments();
     Value getOpenDocSpec(Arguments& arguments);
     Value openDoc6(Arguments& arguments);
     Value openDoc7(Arguments& arguments);

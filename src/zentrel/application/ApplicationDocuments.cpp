@@ -157,10 +157,19 @@ ModelDocRef Application::documentAfter(const ModelDoc& document) const
 
 void Application::closeDocument(const ModelDocRef& document)
 {
-    document->close();
-    std::erase(m_documents, document);
-    if (m_active == document)
+    // A copy: the caller's reference may be the one in the list. It leaves the list first, so that a listener to its
+    // end can't find and close it once more.
+    const ModelDocRef closing = document;
+    std::erase(m_documents, closing);
+    if (m_active == closing)
         m_active = m_documents.empty() ? nullptr : m_documents.back();
+    closing->close();
+}
+
+void Application::closeDocuments()
+{
+    while (!m_documents.empty())
+        closeDocument(m_documents.back());
 }
 
 Value Application::getOpenDocSpec(Arguments& arguments)
@@ -224,8 +233,7 @@ Value Application::quitDoc(Arguments& arguments)
 /// Nobody edits documents here, so none is ever unsaved.
 Value Application::closeAllDocuments(Arguments&)
 {
-    while (!m_documents.empty())
-        closeDocument(m_documents.back());
+    closeDocuments();
     return true;
 }
 
