@@ -20,6 +20,11 @@ constexpr std::int32_t applicationSwitch = 30;
 void ZNManager::disconnectEvents()
 {
     m_events.detach();
+    disconnectDocuments();
+}
+
+void ZNManager::disconnectDocuments()
+{
     for (const auto& [model, document] : m_documents)
         document->Disconnect();
     m_documents.clear();

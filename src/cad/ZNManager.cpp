@@ -49,9 +49,10 @@ ZNManager::~ZNManager()
 {
     m_watcher.stop();
     m_sink->forgetManager();
-    // Without its process no event can come any more, so that the documents need not be disconnected one by one.
     if (m_processId != 0)
         m_platform.processes.terminate(m_processId, forcedExitCode);
+    // After the process, so that nothing here waits for it. Sinks and the objects that they listen to hold each other.
+    disconnectEvents();
 }
 
 void ZNManager::Configure(
@@ -60,7 +61,7 @@ void ZNManager::Configure(
     m_fileLogic = &fileLogic;
     m_taskKind = taskKind;
     m_requestedYear = requestedYear;
-    m_documents.clear();
+    disconnectDocuments();
     if (taskKind == TaskKind::Conversion)
         m_labels.read(taskInstance);
 }

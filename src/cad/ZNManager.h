@@ -102,6 +102,7 @@ private:
 
     // SessionStop.cpp
     void disconnectEvents();
+    void disconnectDocuments();
     Status leavePolitely();
     bool waitForEnd(int seconds);
 
