@@ -63,6 +63,8 @@ public:
         const auto hit = properties.find(foldCase(call.name));
         if (hit == properties.end())
             throw StatusError(DISP_E_MEMBERNOTFOUND);
+        if (!call.arguments.empty())
+            throw StatusError(DISP_E_BADPARAMCOUNT);
         return hit->second;
     }
 

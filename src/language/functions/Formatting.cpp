@@ -49,16 +49,16 @@ bool readsAsDate(const Value& value, double& days)
     return true;
 }
 
-Text formatted(const Value& value, TextView pattern, bool isDate)
+Text formattedDate(const Value& value, TextView pattern)
 {
     double days = 0;
-    if (isDate && readsAsDate(value, days))
-        return formatDate(days, pattern);
-    if (!isDate && (isNumeric(value) || value.type() == ValueType::Date))
-        return formatNumber(numberOf(value), pattern);
-    if (value.type() == ValueType::String)
-        return isDate ? textOf(value) : formatString(textOf(value), pattern);
-    return textOf(value);
+    return readsAsDate(value, days) ? formatDate(days, pattern) : textOf(value);
+}
+
+Text formattedNumber(const Value& value, TextView pattern)
+{
+    const bool isNumber = isNumeric(value) || value.type() == ValueType::Date;
+    return isNumber ? formatNumber(numberOf(value), pattern) : formatString(textOf(value), pattern);
 }
 
 Value format(RunContext&, std::span<Value> a)
@@ -71,9 +71,10 @@ Value format(RunContext&, std::span<Value> a)
         return textOf(value);
     for (const NamedPattern& named : namedPatterns)
         if (equalNoCase(named.name, pattern))
-            return formatted(value, named.pattern, named.isDate);
-    const bool forText = pattern.find_first_of(u"@&<>!") != Text::npos && value.type() == ValueType::String;
-    return formatted(value, pattern, !forText && isDatePattern(pattern));
+            return named.isDate ? formattedDate(value, named.pattern) : formattedNumber(value, named.pattern);
+    if (pattern.find_first_of(u"@&<>!") != Text::npos && value.type() == ValueType::String)
+        return formatString(textOf(value), pattern);
+    return isDatePattern(pattern) ? formattedDate(value, pattern) : formattedNumber(value, pattern);
 }
 
 Text decimalNumber(std::span<Value> a, double number)

@@ -40,7 +40,9 @@ void StatementParser::parseBody(Procedure& procedure, Word kind)
 void StatementParser::recoverFrom(const SyntaxProblem& problem)
 {
     m_problems.push_back(problem);
-    skipLine();
+    // A block that lacks its end was noticed at a line which may well be another block's end.
+    if (problem.position.line >= here().line)
+        skipLine();
 }
 
 /// A block ends at a word that only its own statement can make sense of.

@@ -92,14 +92,14 @@ private:
         if (accept(Word::If)) {
             m_branches.push_back({position, active(), true, false});
             Branch& branch = m_branches.back();
-            const bool holds = branch.outerActive && condition();
+            const bool holds = decide(branch.outerActive);
             branch.active = holds;
             branch.taken = holds;
         } else if (accept(Word::ElseIf)) {
             Branch& branch = openBranch(position, u"#ElseIf without #If");
             const bool open = branch.outerActive && !branch.taken;
             branch.active = false;
-            const bool holds = open && condition();
+            const bool holds = decide(open);
             branch.active = holds;
             branch.taken = branch.taken || holds;
         } else if (accept(Word::Else)) {
@@ -131,8 +131,13 @@ private:
             fail(position, u"#End If without #If");
     }
 
-    bool condition()
+    /// A condition that can't matter any more isn't even looked at.
+    bool decide(bool matters)
     {
+        if (!matters) {
+            skipLine();
+            return false;
+        }
         const bool holds = truthOf(value());
         expect(Word::Then, u"Then");
         return holds;

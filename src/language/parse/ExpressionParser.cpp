@@ -260,7 +260,7 @@ ExprRef ExpressionParser::parsePostfixOnce(ExprRef target)
 {
     const int height = target->height + 1;
     const Token& opening = next();
-    const Position position = opening.position;
+    const Position position = target->position; // people look for the name, not for the parenthesis behind it
     if (opening.symbol == Symbol::Dot)
         return checkedHeight(parseMember(std::move(target)), height);
     if (opening.symbol == Symbol::OpenParen)

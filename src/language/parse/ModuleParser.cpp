@@ -128,8 +128,8 @@ void ModuleParser::parseProcedure(Word kind, bool isStatic)
     }
     if (!atLineEnd() && !at(Symbol::Colon))
         fail(u"Expected: end of statement");
-    declareName(m_module.procedureNames, procedure.name, m_module.procedures.size(), procedure.position);
     parseBody(procedure, kind);
+    declareName(m_module.procedureNames, procedure.name, m_module.procedures.size(), procedure.position);
     m_module.procedures.push_back(std::move(procedure));
 }
 

@@ -63,9 +63,12 @@ void StatementParser::emitCall(Position position, ExprRef target, Arguments argu
         Arguments& given = call ? call->arguments : member->arguments;
         if (given.size() > 1)
             fail(u"Expected: =");
-        for (Argument& argument : given)
-            if (argument.value)
-                argument.value = makeExpr(argument.value->position, Parenthesised{std::move(argument.value)});
+        for (Argument& argument : given) {
+            if (!argument.value)
+                continue;
+            const Position start = argument.value->position;
+            argument.value = makeExpr(start, Parenthesised{std::move(argument.value)});
+        }
     } else if (!arguments.empty() && member && !member->applied) {
         member->arguments = std::move(arguments);
         member->applied = true;

@@ -9,8 +9,8 @@ namespace {
 // Words that the grammar knows only in certain places, and that may be names everywhere else.
 constexpr Word freeWords[] = {Word::None, Word::Access, Word::Alias, Word::Any, Word::Append, Word::Base, Word::Binary,
     Word::Compare, Word::Error, Word::Explicit, Word::LBound, Word::Len, Word::Lib, Word::Line, Word::Mid, Word::Module,
-    Word::Name, Word::Output, Word::Property, Word::PtrSafe, Word::Random, Word::Read, Word::Step, Word::String,
-    Word::Text, Word::UBound};
+    Word::Name, Word::Output, Word::Property, Word::PtrSafe, Word::Random, Word::Read, Word::Step, Word::Shared,
+    Word::String, Word::Text, Word::UBound};
 
 } // namespace
 

@@ -180,7 +180,7 @@ void Resolver::resolveName(ExprRef& expr, Use use)
 {
     const Name name = std::move(std::get<Name>(expr->node));
     if (bindResult(*expr, name, false, use) || bindVariable(*expr, name)) {
-        if (use == Use::Call && !expr->type.isVariant() && !expr->type.isObject())
+        if (use == Use::Call)
             fail(expr->position, u"Expected: Sub, Function or Property; " + name.name + u" is a variable");
         return;
     }

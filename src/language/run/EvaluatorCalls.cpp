@@ -102,6 +102,7 @@ void Evaluator::bindParameter(
 Value Evaluator::callProcedure(const ProcedureCall& call)
 {
     const Procedure& procedure = m_module.procedures[static_cast<std::size_t>(call.procedure)];
+    const Position position = m_position;
     Frame frame(procedure);
     std::vector<Operand> copiedBack;
     for (std::size_t i = 0; i < call.arguments.size(); ++i)
@@ -113,6 +114,7 @@ Value Evaluator::callProcedure(const ProcedureCall& call)
         frame.slots[call.arguments.size()].own = Value::arrayOf(std::move(rest));
     }
     prepareLocals(frame, procedure.parameters.size());
+    m_position = position;
     Value result = finishCall(frame);
     for (Operand& place : copiedBack)
         assign(*place.at, *place.type, frame.slot(longOf(place.temporary)).own);

@@ -186,7 +186,7 @@ void Evaluator::redimension(Operand& place, const ReDimStep& step)
     else if (!place.at->isEmpty() && step.preserve)
         raise(error::typeMismatch);
     Type element = step.element;
-    if (!place.type->array && old && element.base == ValueType::Variant)
+    if (step.preserve && !place.type->array && old && element.base == ValueType::Variant)
         element.base = old->elementType;
     Value fresh = makeArray(element, bounds);
     if (step.preserve && old)

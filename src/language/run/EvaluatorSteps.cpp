@@ -27,6 +27,9 @@ void Evaluator::execute(Frame& frame)
             handle(frame, errorOfStatus(failure));
         } catch (const std::bad_alloc&) {
             handle(frame, {error::outOfMemory, Text(errorText(error::outOfMemory)), {}});
+        } catch (const std::exception& failure) {
+            // Anything else that a host lets out is its own failure, and an error like all others to the macro.
+            handle(frame, {error::automation, toText(failure.what()), {}});
         }
     }
 }

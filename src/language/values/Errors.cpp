@@ -102,7 +102,7 @@ ScriptError errorOfStatus(const StatusError& failure)
     const bool known = hit != statusNumbers.end();
     ScriptError out{known ? hit->number : failure.status(), toText(failure.what()), {}};
     if (out.description.empty())
-        out.description = known ? errorText(out.number) : errorText(440);
+        out.description = known ? errorText(out.number) : errorText(error::automation);
     return out;
 }
 
