@@ -3,6 +3,7 @@
 #include "addin/RunClose.h"
 #include "addin/RunState.h"
 #include "addin/ThemeCheck.h"
+#include "macro/DelimiterScan.h"
 
 namespace zn {
 
@@ -83,10 +84,21 @@ void runFile(Run& run, std::int32_t index, const Text& revision)
     context.session.AfterMacro();
 }
 
+/// A bracket that the template never closes has a line in the log, which the close-out then takes into the vault.
+void prepareMacros(Run& run, const Text& script)
+{
+    try {
+        run.context.macroBuilder.Prepare(run.vault, run.instance, script);
+    } catch (const OpenDelimiterError&) {
+        run.logPath = run.context.macroBuilder.GetErrorLogPath();
+        throw;
+    }
+}
+
 void runAllFiles(Run& run, const Text& script)
 {
     TaskContext& context = run.context;
-    context.macroBuilder.Prepare(run.vault, run.instance, script);
+    prepareMacros(run, script);
     pollRunState(*run.instance, context.platform.clock);
     context.fileLogic.ExpandSelection(*run.vault, run.instance, run.hostSelection, run.items, true);
     if (run.items.empty())

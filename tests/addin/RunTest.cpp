@@ -138,6 +138,19 @@ TEST_F(Run, FailedMacroEndsTheLoopAndStillClosesTheRun)
     EXPECT_TRUE(host.taskVariables.contains(u"__output_list"));
 }
 
+TEST_F(Run, OpenBracketInTheTemplateEndsTheRunWithItsLogInTheVault)
+{
+    installCad([](const std::string&) { return true; });
+    host.taskVariables[u"__script"] = u"a = 1\r\nb = [Unknown\r\n";
+    host.taskVariables[u"ErrorLogPath"] = u"logs";
+    select(11, "a.zenprt");
+    EXPECT_EQ(run(3), E_INVALIDARG);
+    const std::string log = pathText("logs/{6D1A7B52-0C8E-4E0B-9F6C-0123456789AB}.log");
+    EXPECT_THAT(
+        *platform.machine.files().readBytes(toText(log)), HasSubstr("The \"[\" in line 2 of the macro template"));
+    EXPECT_THAT(host.calls, ::testing::Contains("AddFile " + log + " | " + pathText("logs") + " | - | 0"));
+}
+
 TEST_F(Run, CancelBetweenTwoFilesRunsNoFurtherMacro)
 {
     int macros = 0;
