@@ -45,6 +45,7 @@ inline constexpr std::int32_t invalidNull = 94;
 inline constexpr std::int32_t objectRequired = 424;
 inline constexpr std::int32_t cannotCreateObject = 429;
 inline constexpr std::int32_t memberMissing = 438;
+inline constexpr std::int32_t automation = 440;
 inline constexpr std::int32_t actionUnsupported = 445;
 inline constexpr std::int32_t namedArgumentMissing = 448;
 inline constexpr std::int32_t argumentRequired = 449;
