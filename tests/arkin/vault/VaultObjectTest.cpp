@@ -135,7 +135,9 @@ TEST_F(VaultObjectTest, CloseOutAddsFillsRefersAndChecksIn)
     const auto titleValue = query<IArkVariableValue>(values[0]);
     EXPECT_EQ(titleValue->GetValue(u"@", value), S_OK);
     EXPECT_EQ(value, Value(u"Mesh; of part"));
-    EXPECT_EQ(titleValue->GetValue(u"", value), S_FALSE);
+    EXPECT_EQ(titleValue->GetValue(u"", value), S_OK) << "a file without configurations is asked so";
+    EXPECT_EQ(value, Value(u"Mesh; of part"));
+    EXPECT_EQ(titleValue->GetValue(u"Default", value), S_FALSE);
     EXPECT_EQ(file("src/part.zenprt")->GetVersionInfo(Value(1), source.folderId, values, configurations, info), S_OK);
     EXPECT_EQ(toUtf8(info.revision + u"/" + info.workflowState), "B/Approved");
     EXPECT_EQ(file("src/part.zenprt")->GetVersionInfo(Value(2), source.folderId, values, configurations, info),
