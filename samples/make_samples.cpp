@@ -45,8 +45,8 @@ PartDocument bracketPart()
     };
     for (const Size& size :
         {Size{u"Small", 40, u"B-040"}, Size{u"Medium", 80, u"B-080"}, Size{u"Large", 160, u"B-160"}})
-        part.configurations.push_back(
-            {size.name, {{u"Bracket", bracket(size.length), Color{0.2, 0.4, 0.8}, {}}}, {{u"Number", size.number}}});
+        part.configurations.push_back({size.name, {{u"Bracket", bracket(size.length), Color{0.2, 0.4, 0.8}, {}, true}},
+            {{u"Number", size.number}}});
     return part;
 }
 
@@ -55,7 +55,7 @@ PartDocument pinPart()
     PartDocument part;
     part.properties = {{u"Description", u"Pin"}};
     part.configurations.push_back(
-        {u"Default", {{u"Pin", BRepPrimAPI_MakeCylinder(9.5, 60).Shape(), Color{0.8, 0.5, 0.1}, {}}}, {}});
+        {u"Default", {{u"Pin", BRepPrimAPI_MakeCylinder(9.5, 60).Shape(), Color{0.8, 0.5, 0.1}, {}, true}}, {}});
     return part;
 }
 
@@ -74,8 +74,21 @@ AssemblyDocument standAssembly(const fs::path& bracketFile)
     return assembly;
 }
 
+/// What is marked as sound must be so.
+void requireSound(const PartDocument& part)
+{
+    for (const PartConfiguration& configuration : part.configurations) {
+        for (const Body& body : configuration.bodies) {
+            if (!isSound(body.shape))
+                throw DocumentError(ErrorKind::Kernel, "The body '" + zn::toUtf8(body.name) + "' isn't sound.");
+        }
+    }
+}
+
 void makeSamples(const fs::path& folder)
 {
+    requireSound(bracketPart());
+    requireSound(pinPart());
     writeDocument(bracketPart(), folder / "Bracket.zenprt");
     writeDocument(standAssembly(folder / "Bracket.zenprt"), folder / "Stand.zenasm");
     draw(folder / "Чертёж.zendrw",

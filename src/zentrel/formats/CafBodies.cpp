@@ -82,6 +82,7 @@ private:
             return;
         Body& body = m_bodies.emplace_back();
         body.shape = shape.Moved(location);
+        body.sound = isSound(shape);
         const TDF_Label* label = subShape(shape);
         const Text* own = m_names.Seek(shape.Located(TopLoc_Location()));
         body.name = own ? *own : name;

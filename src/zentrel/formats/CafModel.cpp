@@ -176,6 +176,16 @@ TopoDS_Shape edgesOf(const TopoDS_Shape& shape)
     return compound;
 }
 
+std::size_t countFaces(const Model& model)
+{
+    std::size_t count = 0;
+    for (const PlacedBody& placed : placedBodies(model)) {
+        for (TopExp_Explorer faces(placed.body->shape, TopAbs_FACE); faces.More(); faces.Next())
+            ++count;
+    }
+    return count;
+}
+
 void requireSurfaces(const Model& model, const char* format, const std::filesystem::path& file)
 {
     for (const PlacedBody& placed : placedBodies(model)) {

@@ -17,6 +17,9 @@ Handle(TDocStd_Document) cafDocumentOf(const Model& model, const BodyFilter& fil
 /// All edges of a shape, each once, as one compound; null if it has none.
 TopoDS_Shape edgesOf(const TopoDS_Shape& shape);
 
+/// Faces of all bodies as they are placed.
+std::size_t countFaces(const Model& model);
+
 /// Raises `Unsupported` if a body has faces with a tessellation and no surface, which `format` can't hold.
 void requireSurfaces(const Model& model, const char* format, const std::filesystem::path& file);
 

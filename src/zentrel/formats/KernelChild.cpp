@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <fstream>
 #include <iostream>
 #include <Standard_Failure.hxx>
 #include <sys/prctl.h>
@@ -45,6 +46,19 @@ std::string readAll(int pipe)
     }
 }
 
+/// The address space of this process, in bytes.
+rlim_t memoryInUse()
+{
+    rlim_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
+}
+
+rlim_t largestGrowth()
+{
+    return static_cast<rlim_t>(sysconf(_SC_PHYS_PAGES)) / 2 * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
+}
+
 /// A child neither outlives its parent nor leaves a core file, and handles no signal as the parent does.
 void limitChild(pid_t parent, std::chrono::seconds limit)
 {
@@ -55,6 +69,9 @@ void limitChild(pid_t parent, std::chrono::seconds limit)
         std::signal(signal, SIG_DFL);
     const rlimit noCore{0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
+    const rlim_t memory = memoryInUse() + largestGrowth();
+    const rlimit space{memory, memory};
+    setrlimit(RLIMIT_AS, &space);
     const auto seconds = static_cast<rlim_t>(limit.count());
     const rlimit time{seconds, seconds + 60};
     setrlimit(RLIMIT_CPU, &time);

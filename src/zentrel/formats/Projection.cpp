@@ -155,7 +155,7 @@ std::vector<Stroke> project(const Model& model, const gp_Dir& direction, const g
                 throw;
         }
     }
-    return strokesBy(projectMesh, projection, longestComputing, file);
+    return strokesBy(projectMesh, projection, computingLimit(projection.faces), file);
 }
 
 } // namespace zentrel

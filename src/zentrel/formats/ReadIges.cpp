@@ -33,11 +33,23 @@ bool isSolidType(int type) { return isOneOf(type, {186, 150, 152, 154, 156, 158,
 /// Bounded and trimmed surfaces and faces of shells.
 bool isFaceType(int type) { return isOneOf(type, {143, 144, 510}); }
 
-/// Surfaces, which count as faces where nothing else uses them.
+/// Surfaces, which count as faces where no face stands on them.
 bool isSurfaceType(int type) { return isOneOf(type, {108, 114, 118, 120, 122, 128, 140, 190, 192, 194, 196, 198}); }
 
 /// Curves and the points and directions that geometry stands on.
 bool isCurveType(int type) { return isOneOf(type, {100, 102, 104, 106, 110, 112, 126, 130, 141, 142}); }
+
+/// Whether a face or another surface stands on the entity. Groups and labels that name it are no use.
+bool isUsedByGeometry(const Interface_Graph& graph, const Handle(IGESData_IGESEntity) & entity)
+{
+    Interface_EntityIterator users = graph.Sharings(entity);
+    for (; users.More(); users.Next()) {
+        const Handle(IGESData_IGESEntity) user = Handle(IGESData_IGESEntity)::DownCast(users.Value());
+        if (!user.IsNull() && (isFaceType(user->TypeNumber()) || isSurfaceType(user->TypeNumber())))
+            return true;
+    }
+    return false;
+}
 
 ReadCount countIges(const Handle(XSControl_WorkSession) & session)
 {
@@ -51,7 +63,7 @@ ReadCount countIges(const Handle(XSControl_WorkSession) & session)
             continue;
         const int type = entity->TypeNumber();
         const bool isSolid = isSolidType(type);
-        const bool isFace = isFaceType(type) || (isSurfaceType(type) && graph.Sharings(entity).NbEntities() == 0);
+        const bool isFace = isFaceType(type) || (isSurfaceType(type) && !isUsedByGeometry(graph, entity));
         const bool isMissing = (isSolid || isFace) && TransferBRep::ShapeResult(process, entity).IsNull();
         count.solids += isSolid;
         count.missingSolids += isSolid && isMissing;
@@ -62,6 +74,9 @@ ReadCount countIges(const Handle(XSControl_WorkSession) & session)
     }
     return count;
 }
+
+/// Of a file, for the limit of computing.
+constexpr std::uintmax_t bytesAPiece = 20000;
 
 PartDocument readHere(const std::filesystem::path& file)
 {
@@ -83,7 +98,9 @@ PartDocument readHere(const std::filesystem::path& file)
 PartDocument readIges(const std::filesystem::path& file)
 {
     checkIgesContent(file);
-    return unpackPart(runInChild("reading", file, [&] { return packPart(readHere(file)); }));
+    return unpackPart(runInChild(
+        "reading", file, [&] { return packPart(readHere(file)); },
+        computingLimit(std::filesystem::file_size(file) / bytesAPiece)));
 }
 
 } // namespace zentrel

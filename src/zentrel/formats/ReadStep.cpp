@@ -69,6 +69,9 @@ SolidNames solidNamesOf(const Handle(XSControl_WorkSession) & session)
     return names;
 }
 
+/// Of a file, for the limit of computing.
+constexpr std::uintmax_t bytesAPiece = 20000;
+
 PartDocument readHere(const std::filesystem::path& file)
 {
     STEPCAFControl_Reader reader;
@@ -91,7 +94,9 @@ PartDocument readHere(const std::filesystem::path& file)
 PartDocument readStep(const std::filesystem::path& file)
 {
     checkStepContent(file);
-    return unpackPart(runInChild("reading", file, [&] { return packPart(readHere(file)); }));
+    return unpackPart(runInChild(
+        "reading", file, [&] { return packPart(readHere(file)); },
+        computingLimit(std::filesystem::file_size(file) / bytesAPiece)));
 }
 
 } // namespace zentrel

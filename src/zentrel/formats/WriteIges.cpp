@@ -78,7 +78,9 @@ std::string igesText(const Model& model, const std::filesystem::path& file, cons
 void writeIges(const Model& model, const std::filesystem::path& file, const IgesOptions& options)
 {
     requireSurfaces(model, "IGES", file);
-    writeWhole(file, runInChild("writing", file, [&] { return igesText(model, file, options); }));
+    writeWhole(file,
+        runInChild(
+            "writing", file, [&] { return igesText(model, file, options); }, computingLimit(countFaces(model))));
 }
 
 } // namespace zentrel

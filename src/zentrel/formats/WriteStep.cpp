@@ -82,7 +82,9 @@ std::string stepText(const Model& model, const std::filesystem::path& file, cons
 void writeStep(const Model& model, const std::filesystem::path& file, const StepOptions& options)
 {
     requireSurfaces(model, "STEP", file);
-    writeWhole(file, runInChild("writing", file, [&] { return stepText(model, file, options); }));
+    writeWhole(file,
+        runInChild(
+            "writing", file, [&] { return stepText(model, file, options); }, computingLimit(countFaces(model))));
 }
 
 } // namespace zentrel

@@ -41,7 +41,13 @@ struct Body {
     /// Colours of single faces, which win over `color`. The number counts the body's distinct faces from 1,
     /// in the order of the kernel's `TopExp::MapShapes`.
     std::map<int, Color> faceColors;
+    /// Whether the kernel's check (`isSound`) found the shape without a fault. A sound shape is meshed within the
+    /// program, any other one in a child process, as meshing it may crash, never end or eat all memory.
+    bool sound = false;
 };
+
+/// The kernel's check of a shape's geometry and topology. Takes about as long as meshing it.
+bool isSound(const TopoDS_Shape& shape);
 
 struct PartConfiguration {
     Text name;

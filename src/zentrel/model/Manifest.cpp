@@ -92,6 +92,8 @@ gp_Trsf placementFrom(const Json& json)
 Json bodyJson(const Body& body, ShapeStreams& shapes)
 {
     Json result = {{"name", textJson(body.name)}, {"shape", shapes.nameOf(body.shape)}};
+    if (body.sound)
+        result["sound"] = true;
     if (body.color)
         result["color"] = colorJson(*body.color);
     if (!body.faceColors.empty()) {
@@ -107,6 +109,7 @@ Body bodyFrom(const Json& json, ShapeSource& shapes)
     Body body;
     body.name = textFrom(json.at("name"));
     body.shape = shapes.shape(json.at("shape").get<std::string>());
+    body.sound = json.value("sound", false);
     if (json.contains("color"))
         body.color = colorFrom(json.at("color"));
     if (json.contains("faceColors")) {

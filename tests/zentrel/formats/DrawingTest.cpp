@@ -34,7 +34,7 @@ TopoDS_Shape plate()
 void writePlate(const fs::path& file, std::optional<Color> color = {})
 {
     PartDocument part;
-    part.configurations = {{u"Default", {{u"Platte", plate(), color, {}}}, {}}};
+    part.configurations = {{u"Default", {{u"Platte", plate(), color, {}, true}}, {}}};
     writeDocument(part, file);
 }
 
@@ -102,7 +102,7 @@ std::size_t countOf(const std::vector<Entity>& entities, const std::string& type
 TEST(Projection, aPlateFromAboveAndFromTheFront)
 {
     Model model;
-    model.bodies = {{u"Platte", plate(), {}, {}}};
+    model.bodies = {{u"Platte", plate(), {}, {}, true}};
     const std::vector<Stroke> top = project(model, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0), 0.01, false, "p.zenprt");
     std::vector<Arc> circles;
     double length = 0.0;
@@ -129,7 +129,7 @@ TEST(Projection, aPlateFromAboveAndFromTheFront)
 
     // Without its surfaces the plate shows the sharp edges of its mesh: those of the box, and the hole's two rims.
     Model meshed;
-    meshed.bodies = {{u"Platte", plate(), {}, {}}};
+    meshed.bodies = {{u"Platte", plate(), {}, {}, true}};
     ASSERT_EQ(mesh(meshed.bodies[0].shape, MeshQuality::Fine), 0u);
     BRepTools::CleanGeometry(meshed.bodies[0].shape);
     double visible = 0.0;

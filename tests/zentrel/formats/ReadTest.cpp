@@ -5,6 +5,7 @@
 #include "zentrel/model/Describe.h"
 #include "zentrel/model/DocumentError.h"
 
+#include <atomic>
 #include <csignal>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -133,7 +134,8 @@ TEST(KernelGuard, aFaultCostsTheCallOnly)
         return std::string();
     };
     const auto child = [](const char* doing, const char* file, auto fault) {
-        runInChild(doing, file, [&] { return fault(), std::string(); });
+        runInChild(
+            doing, file, [&] { return fault(), std::string(); }, std::chrono::seconds(1));
     };
     const auto guarded = [](const char* doing, const char* file, auto fault) { runGuarded(doing, file, fault); };
     const auto fail = [] { throw Standard_Failure("too thin"); };
@@ -157,5 +159,18 @@ TEST(KernelGuard, aFaultCostsTheCallOnly)
         EXPECT_THAT(sentence(child, overrun), HasSubstr("crashed"));
         EXPECT_THAT(sentence(guarded, overrun), HasSubstr("crashed"));
     }
-    EXPECT_EQ(runInChild("reading", "a.step", [] { return std::string(300000, 'x'); }).size(), 300000u);
+    std::atomic<bool> ended = false;
+    const auto endless = [&] {
+        while (!ended) { }
+    };
+    EXPECT_EQ(sentence(child, endless),
+        "The geometry kernel came to no end within 1 seconds of computing while reading the file 'a.step'.");
+    const auto greedy = [] {
+        std::vector<std::unique_ptr<char[]>> blocks;
+        for (;;)
+            blocks.push_back(std::make_unique_for_overwrite<char[]>(std::size_t{1} << 30));
+    };
+    EXPECT_EQ(sentence(child, greedy), "The geometry kernel ran out of memory while reading the file 'a.step'.");
+    const auto large = [] { return std::string(300000, 'x'); };
+    EXPECT_EQ(runInChild("reading", "a.step", large, std::chrono::seconds(1)).size(), 300000u);
 }

@@ -40,7 +40,7 @@ ModelRef modelOf(std::vector<Body> bodies, const Text& name = u"Teil")
 
 ModelRef boxModel(double x, double y, double z)
 {
-    return modelOf({{u"Box", BRepPrimAPI_MakeBox(x, y, z).Shape(), {}, {}}});
+    return modelOf({{u"Box", BRepPrimAPI_MakeBox(x, y, z).Shape(), {}, {}, true}});
 }
 
 gp_Trsf moved(double x, double y, double z)
@@ -53,9 +53,10 @@ gp_Trsf moved(double x, double y, double z)
 /// A red box with one blue face twice, and a sphere without a colour.
 ModelRef assemblyModel()
 {
-    const ModelRef box = modelOf(
-        {{u"Kiste", BRepPrimAPI_MakeBox(10, 20, 30).Shape(), Color{1, 0, 0}, {{3, Color{0, 0, 1}}}}}, u"Kiste Ящик");
-    const ModelRef ball = modelOf({{u"Ball", BRepPrimAPI_MakeSphere(5).Shape(), {}, {}}}, u"Ball");
+    const ModelRef box
+        = modelOf({{u"Kiste", BRepPrimAPI_MakeBox(10, 20, 30).Shape(), Color{1, 0, 0}, {{3, Color{0, 0, 1}}}, true}},
+            u"Kiste Ящик");
+    const ModelRef ball = modelOf({{u"Ball", BRepPrimAPI_MakeSphere(5).Shape(), {}, {}, true}}, u"Ball");
     auto model = std::make_shared<Model>();
     model->name = u"Gruppe";
     model->children
@@ -152,8 +153,8 @@ TEST(WriteStl, resolutionFollowsTheModelsSize)
 {
     zn::test::TemporaryFolder folder;
     const auto facets = [&](double radius, MeshQuality quality) {
-        writeStl(
-            *modelOf({{u"B", BRepPrimAPI_MakeSphere(radius).Shape(), {}, {}}}), folder / "s.stl", {.quality = quality});
+        writeStl(*modelOf({{u"B", BRepPrimAPI_MakeSphere(radius).Shape(), {}, {}, true}}), folder / "s.stl",
+            {.quality = quality});
         return readBinaryStl(folder / "s.stl").count;
     };
     const auto coarse = facets(10.0, MeshQuality::Coarse);
@@ -193,8 +194,8 @@ TEST(WriteStep, bodiesOfOnePartKeepTheirNames)
 {
     zn::test::TemporaryFolder folder;
     const TopoDS_Shape far = BRepPrimAPI_MakeBox(1, 1, 1).Shape().Moved(moved(5, 0, 0));
-    writeStep(*modelOf({{u"Eins", BRepPrimAPI_MakeBox(1, 1, 1).Shape(), Color{0, 1, 0}, {}},
-                  {u"Zwei", far, Color{0, 0, 1}, {{1, Color{1, 1, 0}}}}}),
+    writeStep(*modelOf({{u"Eins", BRepPrimAPI_MakeBox(1, 1, 1).Shape(), Color{0, 1, 0}, {}, true},
+                  {u"Zwei", far, Color{0, 0, 1}, {{1, Color{1, 1, 0}}}, true}}),
         folder / "b.step");
     const std::vector<Body> bodies = readStep(folder / "b.step").configurations[0].bodies;
     ASSERT_EQ(bodies.size(), 2u);
@@ -268,7 +269,8 @@ TEST(ComponentFiles, oneForEachPlacedPart)
 TEST(Write, bodiesGoToWhatCanHoldThem)
 {
     zn::test::TemporaryFolder folder;
-    const ModelRef curve = modelOf({{u"K", BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 2, 3)).Shape(), {}, {}}});
+    const ModelRef curve
+        = modelOf({{u"K", BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 2, 3)).Shape(), {}, {}, true}});
     expectError(ErrorKind::Unsupported, "no faces", [&] { writeStl(*curve, folder / "k.stl"); });
     writeStep(*curve, folder / "k.step");
     EXPECT_EQ(readStep(folder / "k.step").configurations[0].bodies.size(), 1u);
@@ -277,14 +279,14 @@ TEST(Write, bodiesGoToWhatCanHoldThem)
     const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(5).Shape();
     ASSERT_EQ(mesh(ball, MeshQuality::Coarse), 0u);
     BRepTools::CleanGeometry(ball);
-    const ModelRef tessellation = modelOf({{u"T", ball, {}, {}}});
+    const ModelRef tessellation = modelOf({{u"T", ball, {}, {}, false}});
     writeStl(*tessellation, folder / "t.stl", {.keepPosition = true});
     EXPECT_NEAR(readBinaryStl(folder / "t.stl").volume, 4.0 / 3 * M_PI * 125, 15);
     expectError(ErrorKind::Unsupported, "only a tessellation", [&] { writeStep(*tessellation, folder / "t.step"); });
     expectError(ErrorKind::Unsupported, "only a tessellation", [&] { writeIges(*tessellation, folder / "t.igs"); });
 
     const TopoDS_Shape face = TopExp_Explorer(BRepPrimAPI_MakeBox(1, 1, 1).Shape(), TopAbs_FACE).Current();
-    const ModelRef surface = modelOf({{u"F", face, {}, {}}});
+    const ModelRef surface = modelOf({{u"F", face, {}, {}, false}});
     writeStl(*surface, folder / "f.stl");
     EXPECT_EQ(readBinaryStl(folder / "f.stl").count, 2u);
     writeStep(*surface, folder / "f.step");

@@ -15,8 +15,8 @@ namespace {
 void writeBoxes(const fs::path& file)
 {
     PartDocument part;
-    part.configurations = {{u"S", {{u"B", BRepPrimAPI_MakeBox(10, 10, 10).Shape(), {}, {}}}, {}},
-        {u"L", {{u"B", BRepPrimAPI_MakeBox(100, 50, 20).Shape(), {}, {}}}, {}}};
+    part.configurations = {{u"S", {{u"B", BRepPrimAPI_MakeBox(10, 10, 10).Shape(), {}, {}, true}}, {}},
+        {u"L", {{u"B", BRepPrimAPI_MakeBox(100, 50, 20).Shape(), {}, {}, true}}, {}}};
     writeDocument(part, file);
 }
 

@@ -1,0 +1,9 @@
+#include "zentrel/model/Document.h"
+
+#include <BRepCheck_Analyzer.hxx>
+
+namespace zentrel {
+
+bool isSound(const TopoDS_Shape& shape) { return !shape.IsNull() && BRepCheck_Analyzer(shape).IsValid(); }
+
+} // namespace zentrel
