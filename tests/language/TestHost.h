@@ -52,6 +52,8 @@ public:
             return Value::arrayOf({Value(u"Default"), Value(u"Large")}, ValueType::String);
         if (is(u"GetNames"))
             throw StatusError(DISP_E_BADPARAMCOUNT);
+        if (is(u"Zentrel"))
+            return Value(self.lock());
         if (is(u"_NewEnum"))
             return Value::arrayOf({Value(u"one"), Value(u"two")});
         if (is(u"Describe"))
@@ -69,6 +71,7 @@ public:
     }
 
     std::map<Text, Value> properties;
+    std::weak_ptr<TestObject> self; ///< what its member "Zentrel" answers
 
 private:
     static Value describe(const MemberCall& call)
@@ -118,6 +121,8 @@ public:
     double now() override { return dayCount({2018, 3, 5, 14, 7, 9}); }
 
     std::shared_ptr<TestObject> application = std::make_shared<TestObject>();
+    TestHost() { application->self = application; }
+
     std::vector<Text> lines;
     int stopAfter = 0; ///< number of questions until the host wants the end; 0 for never
 };
