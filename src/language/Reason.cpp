@@ -20,7 +20,7 @@ constexpr auto reasons = std::to_array<NumberReason>({
     {error::outOfMemory, Reason::OutOfMemory},
     {error::subscript, Reason::InvalidIndex},
     {error::typeMismatch, Reason::TypeMismatch},
-    {14, Reason::OutOfMemory},
+    {error::outOfTextSpace, Reason::OutOfMemory},
     {error::outOfStack, Reason::OutOfMemory},
     {error::procedureMissing, Reason::ProcedureExpected},
     {error::badFileNumber, Reason::OpenFailed},

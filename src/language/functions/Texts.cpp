@@ -84,11 +84,19 @@ Value trimRight(RunContext&, std::span<Value> a)
     return ofText(a[0], [](const Text& text) { return withoutBlanks(text, false, true); });
 }
 
-Value space(RunContext&, std::span<Value> a) { return Text(countAt(a, 0, 0), u' '); }
+std::size_t lengthAt(std::span<Value> a)
+{
+    const std::size_t count = countAt(a, 0, 0);
+    if (count > longestText)
+        raise(error::outOfTextSpace);
+    return count;
+}
+
+Value space(RunContext&, std::span<Value> a) { return Text(lengthAt(a), u' '); }
 
 Value repeated(RunContext&, std::span<Value> a)
 {
-    const std::size_t count = countAt(a, 0, 0);
+    const std::size_t count = lengthAt(a);
     if (isNull(a[1]))
         return a[1];
     if (const auto* text = a[1].get<Text>()) {

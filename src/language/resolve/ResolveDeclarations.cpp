@@ -91,7 +91,7 @@ std::int32_t Resolver::constantNumber(ExprRef& expr)
 
 void Resolver::resolveVariable(Variable& variable)
 {
-    constexpr std::int64_t mostElements = 100'000'000;
+    constexpr std::int64_t mostElements = 25'000'000;
     std::int64_t elements = 1;
     for (BoundsExpr& bound : variable.boundExprs) {
         FixedBound fixed;

@@ -151,6 +151,8 @@ Value Evaluator::evaluateConcatenation(const Concatenation& run)
                 continue;
             text += textOf(plain);
         }
+        if (text.size() > longestText)
+            raise(error::outOfTextSpace);
         allNull = false;
     }
     if (allNull)

@@ -7,7 +7,8 @@ namespace zn::language {
 
 namespace {
 
-constexpr std::uint64_t mostElements = 100'000'000;
+// About 1 GB; what goes beyond is a macro's mistake, and must not cost the application its life.
+constexpr std::uint64_t mostElements = 25'000'000;
 
 Text fixedText(Text text, std::int32_t length)
 {

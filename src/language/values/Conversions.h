@@ -37,6 +37,9 @@ Text typeNameOf(const Value& value);
 /// Position of an element by its subscripts. Raises 9 when one is outside its bounds or their number is wrong.
 std::size_t elementIndex(const ValueArray& array, std::span<const std::int32_t> subscripts);
 
+/// The longest text, in units. Beyond, 14 is raised: the macro has run away.
+inline constexpr std::size_t longestText = 256'000'000;
+
 /// How an argument that the call leaves out travels.
 Value missingArgument();
 bool isMissingArgument(const Value& value);

@@ -22,6 +22,7 @@ inline constexpr std::int32_t subscript = 9;
 inline constexpr std::int32_t arrayLocked = 10;
 inline constexpr std::int32_t divisionByZero = 11;
 inline constexpr std::int32_t typeMismatch = 13;
+inline constexpr std::int32_t outOfTextSpace = 14;
 inline constexpr std::int32_t interrupted = 18;
 inline constexpr std::int32_t resumeWithoutError = 20;
 inline constexpr std::int32_t outOfStack = 28;
