@@ -32,16 +32,18 @@ Text asFileName(Text name)
 }
 
 /// The document name of a virtual component: its name without the running number, unless that would name the document
-/// of another one.
-Text documentName(const AssemblyDocument& assembly, std::size_t index)
+/// of another one, with the assembly's name if it isn't there already ("Bolt^Rack").
+Text documentName(const AssemblyDocument& assembly, std::size_t index, const Text& assemblyName)
 {
     const Component& component = assembly.components[index];
-    const Text plain = withoutInstance(component.name);
+    Text name = withoutInstance(component.name);
     for (const Component& other : assembly.components)
         if (other.isVirtual() && other.embedded != component.embedded
-            && zn::equalNoCase(withoutInstance(other.name), plain))
-            return component.name;
-    return plain;
+            && zn::equalNoCase(withoutInstance(other.name), name)) {
+            name = component.name;
+            break;
+        }
+    return name.find(u'^') == Text::npos ? name + u"^" + assemblyName : name;
 }
 
 } // namespace
@@ -61,7 +63,7 @@ Text AssemblyDoc::componentPath(std::size_t index)
         return files.fromMachine(component.path);
     Text& path = m_extracted[index];
     if (path.empty()) {
-        const Text name = documentName(m_assembly, index) + u"^" + zn::pathStem(identity().title);
+        const Text name = documentName(m_assembly, index, zn::pathStem(identity().title));
         const auto file = application().newWorkFolder() / (zn::toUtf8(asFileName(name)) + ".zenprt");
         writeDocument(*component.embedded, file);
         path = files.fromMachine(file);

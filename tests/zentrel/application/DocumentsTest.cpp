@@ -120,6 +120,14 @@ TEST(Documents, AVirtualComponentIsADocumentWhileTheApplicationLives)
     EXPECT_EQ(bolt->call(u"GetConfigurationCount").toInt32(), 2);
     const auto file = shop->platform.files().toMachine(path);
     EXPECT_TRUE(std::filesystem::exists(file));
+
+    // Its name may hold the assembly's already.
+    std::filesystem::copy_file(ZN_SOURCE_DIR "/samples/Stand.zenasm", shop->file("Other.zenasm"));
+    const auto other = shop->open(shop->path("Other.zenasm"), DocumentKind::Assembly);
+    const Value parts = other->call(u"GetComponents", {true});
+    const auto pin = zn::query<DispatchObject>((*parts.get<ArrayRef>())->elements.back().toObject());
+    EXPECT_TRUE(pin->call(u"GetPathName").toText().ends_with(u"\\Pin^Stand.zenprt"));
+
     shop->application.reset();
     EXPECT_FALSE(std::filesystem::exists(file));
 }
