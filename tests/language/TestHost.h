@@ -58,6 +58,8 @@ public:
             return Value::arrayOf({Value(u"one"), Value(u"two")});
         if (is(u"Describe"))
             return describe(call);
+        if (call.name.empty() && call.arguments.size() == 1) // the default member: a property by its name
+            return properties[foldCase(call.arguments[0].toText())];
         if (call.use != MemberUse::Call) {
             properties[foldCase(call.name)] = call.arguments.back();
             return {};

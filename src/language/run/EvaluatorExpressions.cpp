@@ -202,7 +202,6 @@ Operand Evaluator::elementOperand(const Expr& expr, const Element& element)
         out.temporary = callDefault(objectOf(base.value()), element.subscripts);
         return out;
     }
-    const ArrayRef array = arrayOf(base.value());
     std::array<std::int32_t, mostDimensions> subscripts;
     const std::size_t count = element.subscripts.size();
     if (count > mostDimensions || count == 0)
@@ -214,6 +213,7 @@ Operand Evaluator::elementOperand(const Expr& expr, const Element& element)
         subscripts[i] = longOf(peek(*element.subscripts[i].value, scratch));
     }
     m_position = expr.position;
+    const ArrayRef array = arrayOf(base.value()); // only now: a subscript's function may have resized it
     out.at = &array->elements[elementIndex(*array, std::span(subscripts).first(count))];
     // An array that was declared knows its elements better (records, fixed texts) than its value does.
     const bool declared = element.array->type.array;

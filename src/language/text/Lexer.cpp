@@ -175,7 +175,8 @@ private:
         }
         while (isLetter(peek()) || isDigit(peek()))
             ++m_at;
-        const bool isMember = !m_tokens.empty() && m_tokens.back().symbol == Symbol::Dot;
+        const bool isMember
+            = !m_tokens.empty() && (m_tokens.back().symbol == Symbol::Dot || m_tokens.back().symbol == Symbol::Bang);
         Token& token = finish(TokenKind::Identifier);
         token.suffix = typeSuffix();
         token.word = isMember || (token.suffix != 0 && token.suffix != u'$') ? Word::None : wordNamed(token.text);
