@@ -107,7 +107,8 @@ template <class Element> void takeRaw(std::string_view& bytes, std::vector<Eleme
     std::size_t count = 0;
     std::memcpy(&count, bytes.data(), sizeof count);
     elements.resize(count);
-    std::memcpy(elements.data(), bytes.data() + sizeof count, count * sizeof(Element));
+    if (count > 0)
+        std::memcpy(elements.data(), bytes.data() + sizeof count, count * sizeof(Element));
     bytes.remove_prefix(sizeof count + count * sizeof(Element));
 }
 

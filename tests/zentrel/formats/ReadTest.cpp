@@ -165,12 +165,14 @@ TEST(KernelGuard, aFaultCostsTheCallOnly)
     };
     EXPECT_EQ(sentence(child, endless),
         "The geometry kernel came to no end within 1 seconds of computing while reading the file 'a.step'.");
+#ifndef __SANITIZE_ADDRESS__ // which ends a process that runs out of memory
     const auto greedy = [] {
         std::vector<std::unique_ptr<char[]>> blocks;
         for (;;)
             blocks.push_back(std::make_unique_for_overwrite<char[]>(std::size_t{1} << 30));
     };
     EXPECT_EQ(sentence(child, greedy), "The geometry kernel ran out of memory while reading the file 'a.step'.");
+#endif
     const auto large = [] { return std::string(300000, 'x'); };
     EXPECT_EQ(runInChild("reading", "a.step", large, std::chrono::seconds(1)).size(), 300000u);
 }
