@@ -50,7 +50,7 @@ protected:
     TemporaryFolder folder;
     ServerProcess server{folder / "run"};
     std::unique_ptr<SocketRunningObjects> table = std::make_unique<SocketRunningObjects>(
-        folder / "run", automation::ClientSession::Limits{.hello = 1000ms, .call = 1000ms});
+        folder / "run", automation::ClientSession::Limits{.hello = 2500ms, .call = 2500ms});
     DispatchRef root = connect();
 };
 
