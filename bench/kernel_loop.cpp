@@ -4,13 +4,13 @@
 #include "zentrel/formats/Mesh.h"
 #include "zentrel/model/Container.h"
 
-#include <BRepMesh_IncrementalMesh.hxx>
 #include <BRep_Builder.hxx>
-#include <StlAPI_Writer.hxx>
-#include <TopoDS_Compound.hxx>
+#include <BRepMesh_IncrementalMesh.hxx>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <StlAPI_Writer.hxx>
+#include <TopoDS_Compound.hxx>
 
 namespace {
 
