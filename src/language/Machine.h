@@ -41,6 +41,7 @@ public:
     ~Machine();
 
     /// Runs a procedure and gives its result, Empty for a `Sub`. Raises `RuntimeFault`.
+    /// Not to be called while a run of the same machine goes on.
     /// Files that the macro left open are closed, written out, when it ends.
     Value run(TextView procedure, std::vector<Value> arguments = {});
 
