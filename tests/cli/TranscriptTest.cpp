@@ -67,15 +67,15 @@ TEST_P(TranscriptTest, ShowsWhatAUserSees)
 {
     std::filesystem::create_directory(work);
     std::istringstream lines(contentOf(ZN_SOURCE_DIR "/tests/cli/" + GetParam() + ".txt"));
-    std::string wanted, seen, command;
+    std::vector<std::pair<std::string, std::string>> steps;
     for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("#"))
-            continue;
-        wanted += line + "\n";
         if (line.starts_with("$ "))
-            seen += line + "\n" + run(line.substr(2));
+            steps.emplace_back(line.substr(2), "");
+        else if (!line.starts_with("#"))
+            steps.at(steps.size() - 1).second += line + "\n";
     }
-    EXPECT_EQ(seen, wanted);
+    for (const auto& [command, wanted] : steps)
+        EXPECT_EQ(run(command), wanted) << "$ " << command;
 }
 
 namespace {

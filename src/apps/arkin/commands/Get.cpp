@@ -14,7 +14,7 @@ public:
     void declare(CLI::App& app) override
     {
         app.add_option("FILE", m_file, "File of the vault")->required();
-        app.add_option("--version", m_version, "Version to bring; else the latest")->check(CLI::PositiveNumber);
+        app.add_option("--version", m_version, "Version to bring; else the latest")->check(CLI::Range(1, INT32_MAX));
         app.add_flag("--references", m_references, "Bring the files that it refers to, too");
         app.add_flag("--discard", m_discard, "Overwrite local changes that the vault doesn't have");
     }

@@ -12,7 +12,7 @@ public:
     void declare(CLI::App& app) override
     {
         app.add_option("FILE", m_file, "File of the vault")->required();
-        app.add_option("--version", m_version, "Version of the file; else the latest")->check(CLI::PositiveNumber);
+        app.add_option("--version", m_version, "Version of the file; else the latest")->check(CLI::Range(1, INT32_MAX));
     }
 
     int run(Session& session) override

@@ -19,7 +19,7 @@ public:
         app.add_option("NAME", m_name, "Name of the task")->required();
         app.add_option("PATH", m_paths, "Files and folders of the vault");
         app.add_option("--version", m_version, "Version of the files; else the latest when the run gets to them")
-            ->check(CLI::PositiveNumber);
+            ->check(CLI::Range(1, INT32_MAX));
         app.add_option("--configuration", m_configuration, "Configuration or sheet of the files");
         app.add_flag("--wait", m_wait, "Carry the run out here and wait for its end");
     }
