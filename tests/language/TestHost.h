@@ -124,6 +124,8 @@ public:
 
     std::shared_ptr<TestObject> application = std::make_shared<TestObject>();
     TestHost() { application->self = application; }
+    /// Objects that a macro has put into each other would keep each other.
+    ~TestHost() override { application->properties.clear(); }
 
     std::vector<Text> lines;
     int stopAfter = 0; ///< number of questions until the host wants the end; 0 for never
