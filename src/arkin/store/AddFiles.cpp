@@ -4,6 +4,7 @@
 #include "base/Paths.h"
 
 #include <fcntl.h>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace arkin {
@@ -13,14 +14,21 @@ namespace {
 /// What a new file's workflow begins with.
 constexpr const char* firstState = "In Work";
 
+/// A folder into which files go, settled once for all of them.
+struct TargetFolder {
+    zn::Text relative; ///< below the root
+    Failure failure{zn::S_OK, {}};
+};
+
 /// One request on its way.
 struct Addition {
     const AddRequest* request = nullptr;
     AddOutcome* outcome = nullptr;
-    zn::Text relativeFolder;
+    TargetFolder* folder = nullptr;
     std::filesystem::path source;
     std::filesystem::path target; ///< in the local view
     bool isInPlace = false;       ///< the source is the local copy
+    bool isWritable = false;      ///< the local copy, already
     LocalCopy copy;
     bool wroteTarget = false;
 
@@ -82,6 +90,7 @@ public:
 
 private:
     void resolve(Addition& addition);
+    void settle(const zn::Text& path, TargetFolder& folder);
     void refuseTakenNames();
     void takeContent(Addition& addition);
     void writeMissingCopies();
@@ -92,6 +101,7 @@ private:
     Vault& m_vault;
     std::vector<AddOutcome> m_outcomes;
     std::vector<Addition> m_additions;
+    std::unordered_map<zn::Text, TargetFolder> m_folders;
     ArchiveBatch m_batch;
 };
 
@@ -99,21 +109,42 @@ void Adder::resolve(Addition& addition)
 {
     const AddRequest& request = *addition.request;
     addition.outcome->path = zn::pathAppend(zn::withoutTrailingSeparators(request.folder), request.name);
-    const auto relative = m_vault.local().relativePath(request.folder);
-    if (!relative)
-        throw zn::StatusError(E_ARK_NOT_IN_VAULT,
-            "The folder " + zn::toUtf8(request.folder) + " is not in the vault's folder "
-                + zn::toUtf8(m_vault.local().root()) + ".");
+    const auto [folder, isNew] = m_folders.try_emplace(request.folder);
+    if (isNew)
+        settle(folder->first, folder->second);
+    addition.folder = &folder->second;
+    if (zn::failed(addition.folder->failure.status)) {
+        addition.fail(addition.folder->failure);
+        return;
+    }
     requireGoodName(request.name);
-    for (const zn::Text& part : pathParts(*relative))
-        requireGoodName(part);
-    addition.relativeFolder = *relative;
     addition.source = m_vault.local().toMachine(request.source);
-    addition.target = m_vault.local().toMachine(addition.outcome->path);
-    std::error_code error;
-    addition.isInPlace
-        = addition.source == addition.target || std::filesystem::equivalent(addition.source, addition.target, error);
-    m_vault.permissions().require(m_vault.folders().findNearest(*relative), Right::Add);
+    addition.isInPlace = request.source == addition.outcome->path;
+    if (addition.isInPlace) {
+        addition.target = addition.source;
+    } else {
+        addition.target = m_vault.local().toMachine(addition.outcome->path);
+        std::error_code error;
+        addition.isInPlace = std::filesystem::equivalent(addition.source, addition.target, error);
+    }
+}
+
+/// Rights are asked for again inside the transaction.
+void Adder::settle(const zn::Text& path, TargetFolder& folder)
+{
+    try {
+        const auto relative = m_vault.local().relativePath(path);
+        if (!relative)
+            throw zn::StatusError(E_ARK_NOT_IN_VAULT,
+                "The folder " + zn::toUtf8(path) + " is not in the vault's folder " + zn::toUtf8(m_vault.local().root())
+                    + ".");
+        for (const zn::Text& part : pathParts(*relative))
+            requireGoodName(part);
+        folder.relative = *relative;
+        m_vault.permissions().require(m_vault.folders().findNearest(*relative), Right::Add);
+    } catch (const zn::StatusError& error) {
+        folder.failure = {error.status(), error.what()};
+    }
 }
 
 /// Also inside the batch: the second of two files for one place is refused. Asked once before the contents are copied
@@ -139,6 +170,7 @@ void Adder::takeContent(Addition& addition)
 {
     LocalFile source(addition.source);
     addition.copy.modifiedNs = addition.isInPlace ? source.settledTime() : 0;
+    addition.isWritable = addition.isInPlace && source.isWritable();
     addition.copy.content = m_batch.put(source);
     if (addition.isInPlace)
         return;
@@ -156,7 +188,8 @@ void Adder::writeMissingCopies()
             continue;
         forOne(addition, [&] {
             if (addition.isInPlace) {
-                m_vault.local().setReadOnly(addition.target, false);
+                if (!addition.isWritable)
+                    m_vault.local().setReadOnly(addition.target, false);
                 return;
             }
             addition.copy = m_vault.local().write({}, addition.copy.content, addition.target, false);
@@ -179,19 +212,20 @@ void Adder::store()
     Transaction transaction(m_vault.database());
     refuseTakenNames();
     m_vault.permissions().refresh();
+    for (auto& [path, folder] : m_folders)
+        settle(path, folder);
     std::vector<Addition*> rows;
     for (Addition& addition : m_additions) {
+        if (addition.good() && zn::failed(addition.folder->failure.status))
+            addition.fail(addition.folder->failure);
         if (addition.good())
-            forOne(addition, [&] {
-                m_vault.permissions().require(m_vault.folders().findNearest(addition.relativeFolder), Right::Add);
-                rows.push_back(&addition);
-            });
+            rows.push_back(&addition);
     }
     if (rows.empty())
         return;
     std::int32_t fileId = m_vault.database().allocateIds("files", static_cast<std::int32_t>(rows.size()));
     for (Addition* addition : rows) {
-        addition->outcome->place = {fileId++, m_vault.folders().ensure(addition->relativeFolder)};
+        addition->outcome->place = {fileId++, m_vault.folders().ensure(addition->folder->relative)};
         addition->copy.place = addition->outcome->place;
     }
     insertRows();

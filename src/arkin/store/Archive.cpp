@@ -16,6 +16,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t bufferSize = 256 * 1024;
+constexpr mode_t contentMode = 0444;
 /// From this number on, one sync of the file system is cheaper than one for each file.
 constexpr std::size_t manyFiles = 16;
 
@@ -182,15 +183,13 @@ Content ArchiveBatch::put(FileHandle& source)
 {
     const fs::path path = m_archive.m_folder / "incoming" / (m_name + "-" + std::to_string(++m_count));
     m_arrivals.push_back({path, {}});
-    FileHandle destination(path, O_WRONLY | O_CREAT | O_EXCL, E_ARK_ARCHIVE);
+    FileHandle destination(path, O_WRONLY | O_CREAT | O_EXCL, E_ARK_ARCHIVE, contentMode);
     const Content content = copyAndHash(source, &destination, m_buffer);
     if (holdsWhole(m_archive.pathOf(content.hash), content.size)) {
         unlink(path.c_str());
         m_arrivals.pop_back();
         m_sharedFolders.insert(shardOf(content.hash));
     } else {
-        if (fchmod(destination.get(), 0444) != 0)
-            throwFileFailure(E_ARK_ARCHIVE, "Could not write-protect", path);
         m_arrivals.back().hash = content.hash;
     }
     return content;

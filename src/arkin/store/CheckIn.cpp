@@ -4,6 +4,7 @@
 #include "arkin/store/Codes.h"
 
 #include <algorithm>
+#include <unistd.h>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -73,20 +74,21 @@ void CheckInWork::takeContents()
         places.push_back({arrival.checkOut.fileId, arrival.checkOut.folderId});
     const auto copies = m_vault.local().copies(places);
     const auto rows = m_vault.files().rows(m_ids);
+    LocalView::MachineFolders folders;
     for (std::size_t i = 0; i < m_arrivals.size(); ++i) {
         Arrival& arrival = m_arrivals[i];
         if (!rows[i] || rows[i]->deleted)
             throw zn::StatusError(E_ARK_NOT_IN_VAULT);
         arrival.name = rows[i]->name;
-        arrival.path = m_vault.local().toMachine(m_vault.local().pathOf(places[i].folderId, arrival.name));
-        if (!std::filesystem::exists(arrival.path))
+        arrival.path = m_vault.local().toMachine(places[i].folderId, arrival.name, folders);
+        if (access(arrival.path.c_str(), F_OK) != 0)
             throw zn::StatusError(E_ARK_LOCAL_FILE_MISSING,
                 "The local copy " + arrival.path.string()
                     + " is missing, so there is nothing to check in. Get the file again or undo its check-out.");
         LocalFile file(arrival.path);
         const std::int64_t settled = file.settledTime();
         const bool unchanged = copies[i] && settled != 0 && copies[i]->modifiedNs == settled
-            && copies[i]->content.size == file.status().st_size && m_vault.archive().holds(copies[i]->content.hash);
+            && copies[i]->content.size == file.size() && m_vault.archive().holds(copies[i]->content.hash);
         // A known content may be one that only this check-out refers to, which the batch keeps from being cleared away.
         arrival.copy = {places[i], unchanged ? copies[i]->content : m_batch.put(file), settled};
     }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <soci/session.h>
 #include <soci/soci.h>
 #include <string>
@@ -36,6 +37,7 @@ public:
 
 private:
     friend class Transaction;
+    friend class ReadScope;
     std::string m_connection;
     soci::session m_session;
     bool m_inTransaction = false;
@@ -66,6 +68,20 @@ private:
 
     Database& m_database;
     bool m_open = false;
+};
+
+/// One state of the database for many small reads, without asking for the database's locks at each of them. Does
+/// nothing inside a transaction.
+class ReadScope {
+public:
+    explicit ReadScope(Database& database)
+    {
+        if (!database.m_inTransaction)
+            m_transaction.emplace(database, Transaction::Kind::Read);
+    }
+
+private:
+    std::optional<Transaction> m_transaction;
 };
 
 } // namespace arkin

@@ -9,12 +9,6 @@
 
 namespace arkin {
 
-namespace {
-
-constexpr mode_t newFileMode = 0644;
-
-} // namespace
-
 void throwFileFailure(zn::Status failure, const char* what, const std::filesystem::path& path)
 {
     const int reason = errno;
@@ -28,10 +22,10 @@ std::int64_t modifiedNanoseconds(const struct stat& status)
     return std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec;
 }
 
-FileHandle::FileHandle(const std::filesystem::path& path, int flags, zn::Status failure)
+FileHandle::FileHandle(const std::filesystem::path& path, int flags, zn::Status failure, mode_t mode)
     : m_path(path)
     , m_failure(failure)
-    , m_descriptor(open(path.c_str(), flags | O_CLOEXEC, newFileMode))
+    , m_descriptor(open(path.c_str(), flags | O_CLOEXEC, mode))
 {
     if (m_descriptor < 0)
         throwFileFailure(failure, "Could not open", path);

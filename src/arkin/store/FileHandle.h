@@ -13,8 +13,8 @@ namespace arkin {
 /// or E_ARK_LOCAL_FILE_FAILED), or E_ARK_DISK_FULL, and a sentence that names the file and the system's reason.
 class FileHandle {
 public:
-    /// Opens with the flags of `open(2)`; close-on-exec is added.
-    FileHandle(const std::filesystem::path& path, int flags, zn::Status failure);
+    /// Opens with the flags of `open(2)`; close-on-exec is added. `mode` is for a file that this creates.
+    FileHandle(const std::filesystem::path& path, int flags, zn::Status failure, mode_t mode = 0644);
     FileHandle(const FileHandle&) = delete;
     FileHandle& operator=(const FileHandle&) = delete;
     ~FileHandle();

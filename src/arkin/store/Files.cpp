@@ -38,6 +38,7 @@ const char* const versionColumns
 
 std::vector<std::optional<FileRow>> Files::rows(std::span<const std::int32_t> fileIds)
 {
+    const ReadScope scope(m_database);
     RawFile file;
     std::int32_t id = 0;
     soci::statement statement = (m_database.session().prepare
@@ -57,6 +58,7 @@ std::optional<FileRow> Files::row(std::int32_t fileId) { return rows({&fileId, 1
 
 std::vector<std::optional<VersionRow>> Files::versions(std::span<const FileVersion> asked)
 {
+    const ReadScope scope(m_database);
     RawVersion version;
     FileVersion key;
     soci::statement statement
@@ -96,6 +98,7 @@ std::vector<VersionRow> Files::history(std::int32_t fileId)
 
 std::vector<std::optional<CheckOutRow>> Files::checkOuts(std::span<const std::int32_t> fileIds)
 {
+    const ReadScope scope(m_database);
     CheckOutRow row;
     std::int32_t id = 0;
     int cardOpen = 0, referencesOpen = 0;
@@ -122,6 +125,7 @@ std::optional<CheckOutRow> Files::checkOut(std::int32_t fileId) { return checkOu
 
 std::vector<std::int32_t> Files::find(std::span<const NameInFolder> asked)
 {
+    const ReadScope scope(m_database);
     std::int32_t folderId = 0, fileId = 0;
     std::string key;
     soci::statement statement

@@ -58,10 +58,11 @@ bool isKnownContent(Vault& vault, std::int32_t fileId, const Content& content)
 }
 
 /// Brings one file; the copy to record, or none if nothing is new.
-std::optional<LocalCopy> bring(Vault& vault, const Wanted& wanted, LocalChanges changes)
+std::optional<LocalCopy> bring(
+    Vault& vault, const Wanted& wanted, LocalChanges changes, LocalView::MachineFolders& folders)
 {
     LocalView& local = vault.local();
-    const auto path = local.toMachine(local.pathOf(wanted.place.folderId, wanted.file.name));
+    const auto path = local.toMachine(wanted.place.folderId, wanted.file.name, folders);
     const bool isCheckedOutHere
         = wanted.checkOut && vault.isMine(*wanted.checkOut) && wanted.checkOut->folderId == wanted.place.folderId;
     const auto standing = local.contentAt(path, wanted.known);
@@ -86,6 +87,7 @@ std::optional<LocalCopy> bring(Vault& vault, const Wanted& wanted, LocalChanges 
 void getChunk(Vault& vault, std::span<const GetRequest> requests, LocalChanges changes)
 {
     std::vector<LocalCopy> copies;
+    LocalView::MachineFolders folders;
     const auto record = [&] {
         if (copies.empty())
             return;
@@ -95,7 +97,7 @@ void getChunk(Vault& vault, std::span<const GetRequest> requests, LocalChanges c
     };
     try {
         for (const Wanted& wanted : lookUp(vault, requests)) {
-            if (auto copy = bring(vault, wanted, changes))
+            if (auto copy = bring(vault, wanted, changes, folders))
                 copies.push_back(std::move(*copy));
         }
     } catch (...) {

@@ -101,8 +101,19 @@ zn::Text LocalView::pathOf(std::int32_t folderId, zn::TextView name)
     return path;
 }
 
+fs::path LocalView::toMachine(std::int32_t folderId, zn::TextView name, MachineFolders& folders)
+{
+    const auto [folder, isNew] = folders.try_emplace(folderId);
+    if (isNew)
+        folder->second = toMachine(pathOf(folderId, u""));
+    fs::path path = folder->second / zn::toUtf8(name);
+    // Another spelling of the name is looked for only when this one isn't there.
+    return access(path.c_str(), F_OK) == 0 ? path : toMachine(pathOf(folderId, name));
+}
+
 std::vector<std::optional<LocalCopy>> LocalView::copies(std::span<const Place> places)
 {
+    const ReadScope scope(m_database);
     LocalCopy copy;
     long long size = 0, modified = 0;
     soci::statement statement
@@ -194,13 +205,14 @@ LocalFile::LocalFile(const fs::path& path)
     // Opening a named pipe would wait for its writer without O_NONBLOCK.
     : FileHandle(path, O_RDONLY | O_NONBLOCK, E_ARK_LOCAL_FILE_FAILED)
 {
-    if (!S_ISREG(status().st_mode))
+    m_status = status();
+    if (!S_ISREG(m_status.st_mode))
         throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED, path.string() + " is not a file. Only files go into a vault.");
 }
 
 std::int64_t LocalFile::settledTime() const
 {
-    const std::int64_t modified = modifiedNanoseconds(status());
+    const std::int64_t modified = modifiedNanoseconds(m_status);
     return modified + timeStepNs < nowNs() ? modified : 0;
 }
 

@@ -4,6 +4,8 @@
 #include "arkin/store/Folders.h"
 #include "platform/FileSystem.h"
 
+#include <unordered_map>
+
 namespace arkin {
 
 /// What this system knows of a file that it has put to, or read from, the local disk.
@@ -27,6 +29,10 @@ public:
     std::optional<zn::Text> relativePath(zn::TextView path) const;
     zn::Text pathOf(std::int32_t folderId, zn::TextView name);
     std::filesystem::path toMachine(zn::TextView path) { return m_files.toMachine(path); }
+    /// The machine's path of a file in a folder, for many files one after the other: `folders` keeps what was found for
+    /// their folders.
+    using MachineFolders = std::unordered_map<std::int32_t, std::filesystem::path>;
+    std::filesystem::path toMachine(std::int32_t folderId, zn::TextView name, MachineFolders& folders);
 
     std::vector<std::optional<LocalCopy>> copies(std::span<const Place> places);
     /// Inside a write transaction.
@@ -56,6 +62,12 @@ public:
     explicit LocalFile(const std::filesystem::path& path);
     /// The file's time of change for `LocalCopy`, taken before its bytes are read.
     std::int64_t settledTime() const;
+    std::int64_t size() const { return m_status.st_size; }
+    bool isWritable() const { return (m_status.st_mode & S_IWUSR) != 0; }
+
+private:
+    /// As the file was found.
+    struct stat m_status;
 };
 
 /// The hash and the size of what an open file still holds.

@@ -4,6 +4,7 @@ namespace arkin {
 
 std::vector<std::vector<ReferenceRow>> References::from(std::span<const FileVersion> asked)
 {
+    const ReadScope scope(m_database);
     ReferenceRow row;
     soci::statement statement
         = (m_database.session().prepare << "SELECT to_file_id, to_folder_id, to_version FROM file_references "

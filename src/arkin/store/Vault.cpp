@@ -59,12 +59,16 @@ std::optional<Place> Vault::find(TextView path)
 std::vector<Place> Vault::findAll(std::span<const Text> paths)
 {
     std::vector<Files::NameInFolder> names(paths.size());
+    std::unordered_map<Text, std::int32_t> folders;
     for (std::size_t i = 0; i < paths.size(); ++i) {
         const auto relative = m_local.relativePath(paths[i]);
         if (!relative || relative->empty())
             continue;
         const std::size_t name = relative->rfind(u'\\') + 1;
-        names[i] = {m_folders.find(TextView(*relative).substr(0, name)).value_or(0), relative->substr(name)};
+        const auto [folder, isNew] = folders.try_emplace(relative->substr(0, name), 0);
+        if (isNew)
+            folder->second = m_folders.find(folder->first).value_or(0);
+        names[i] = {folder->second, relative->substr(name)};
     }
     const std::vector<std::int32_t> ids = m_files.find(names);
     std::vector<Place> places(paths.size());

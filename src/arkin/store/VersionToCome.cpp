@@ -10,12 +10,20 @@ namespace arkin {
 
 namespace {
 
-/// The check-outs of files that are the caller's here, read once for each file.
+/// The check-outs of files that are the caller's here, read in one go.
 class OwnCheckOuts {
 public:
-    explicit OwnCheckOuts(Vault& vault)
+    template <class Items>
+    OwnCheckOuts(Vault& vault, const Items& items)
         : m_vault(vault)
     {
+        std::vector<std::int32_t> ids;
+        for (const auto& item : items)
+            ids.push_back(item.fileId);
+        for (const auto& row : vault.files().checkOuts(ids)) {
+            if (row && vault.isMine(*row))
+                m_rows.emplace(row->fileId, *row);
+        }
     }
 
     /// Raises as `requireMine`.
@@ -72,7 +80,7 @@ std::vector<zn::Status> writeCards(Vault& vault, std::span<const CardWrite> writ
     std::unordered_set<std::int32_t> variables;
     for (const Variable& variable : vault.cards().variables())
         variables.insert(variable.id);
-    OwnCheckOuts checkOuts(vault);
+    OwnCheckOuts checkOuts(vault, writes);
     std::vector<zn::Status> statuses;
     bool refused = false;
     for (const CardWrite& write : writes) {
@@ -95,7 +103,7 @@ std::vector<zn::Status> writeCards(Vault& vault, std::span<const CardWrite> writ
 void addReferences(Vault& vault, std::span<const NewReference> references)
 {
     Transaction transaction(vault.database());
-    OwnCheckOuts checkOuts(vault);
+    OwnCheckOuts checkOuts(vault, references);
     std::unordered_map<std::int32_t, std::int32_t> latestVersions;
     std::vector<ReferenceRow> rows;
     for (const NewReference& reference : references) {
