@@ -60,7 +60,11 @@ RunInfo requestCancel(RunStore& store, std::int32_t runId, std::int64_t now)
         if (!run.taken())
             endCancelled(store, run, "The run was cancelled before it started.", now);
         else if (workerDied(run, now))
-            endCancelled(store, run, "The run was cancelled after its worker had died.", now);
+            endCancelled(store, run,
+                "The run was cancelled after its worker had died. Files that it took stay checked out; 'arkin undo' "
+                "gives "
+                "them up.",
+                now);
         else
             setState(store, runId, TaskRunState::CancelRequested);
     });
