@@ -57,23 +57,35 @@ bool isKnownContent(Vault& vault, std::int32_t fileId, const Content& content)
         history.begin(), history.end(), [&](const VersionRow& version) { return version.content == content; });
 }
 
+bool isCheckedOutHere(Vault& vault, const Place& place, const std::optional<CheckOutRow>& checkOut)
+{
+    return checkOut && vault.isMine(*checkOut) && checkOut->folderId == place.folderId;
+}
+
+/// Whether there is nothing to do: the copy is what is wanted, protected, and recorded.
+bool isInOrder(const Wanted& wanted, const std::optional<Content>& standing, const std::filesystem::path& path)
+{
+    return standing && *standing == wanted.version.content && !wanted.checkOut && wanted.known
+        && wanted.known->content == *standing && wanted.known->modifiedNs != 0 && !LocalFile(path).isWritable();
+}
+
 /// Brings one file; the copy to record, or none if nothing is new.
 std::optional<LocalCopy> bring(
     Vault& vault, const Wanted& wanted, LocalChanges changes, LocalView::MachineFolders& folders)
 {
     LocalView& local = vault.local();
     const auto path = local.toMachine(wanted.place.folderId, wanted.file.name, folders);
-    const bool isCheckedOutHere
-        = wanted.checkOut && vault.isMine(*wanted.checkOut) && wanted.checkOut->folderId == wanted.place.folderId;
     const auto standing = local.contentAt(path, wanted.known);
-    if (standing && isCheckedOutHere) {
+    if (isInOrder(wanted, standing, path))
+        return std::nullopt;
+    // Looked up again, because another program may have checked the file out while others of the chunk were written.
+    const bool isWork = isCheckedOutHere(vault, wanted.place, vault.files().checkOut(wanted.place.fileId));
+    if (standing && isWork) {
         local.setReadOnly(path, false);
         return std::nullopt;
     }
     if (standing && *standing == wanted.version.content) {
         local.setReadOnly(path, true);
-        if (wanted.known && wanted.known->content == *standing && wanted.known->modifiedNs != 0)
-            return std::nullopt;
         return LocalCopy{wanted.place, *standing, LocalFile(path).settledTime()};
     }
     if (standing && changes == LocalChanges::Refuse && !isKnownContent(vault, wanted.place.fileId, *standing))
@@ -81,7 +93,7 @@ std::optional<LocalCopy> bring(
             "The local file " + path.string()
                 + " holds changes that the vault does not know, and it was left as it is. Move it away or check it in "
                   "first.");
-    return local.write(wanted.place, wanted.version.content, path, !isCheckedOutHere);
+    return local.write(wanted.place, wanted.version.content, path, !isWork);
 }
 
 void getChunk(Vault& vault, std::span<const GetRequest> requests, LocalChanges changes)

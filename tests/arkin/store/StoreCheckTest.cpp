@@ -1,0 +1,140 @@
+#include "arkin/store/StoreCheck.h"
+
+#include "arkin/store/DeleteFile.h"
+#include "arkin/VaultFixture.h"
+
+namespace arkin {
+namespace {
+
+using namespace test;
+using zn::test::TemporaryFolder;
+
+/// A vault with a bit of everything: file 1 with a card and two versions, file 2 that refers to it, file 3 deleted,
+/// file 4 checked out with an open card.
+class StoreCheckTest : public ::testing::Test {
+protected:
+    StoreCheckTest()
+    {
+        const Place one = test.addReleased("one", "1");
+        const std::int32_t title = test.vault.cards().addVariable(u"Title");
+        checkOut(test.vault, one);
+        const CardWrite write{one.fileId, title, u"@", zn::Value(u"x")};
+        writeCards(test.vault, {&write, 1});
+        writeFile(test.local("one"), "1 again");
+        test.checkInAll({one});
+        const Place two = test.add("sub/two", "2").place;
+        const NewReference reference{two.fileId, one};
+        addReferences(test.vault, {&reference, 1});
+        test.checkInAll({two});
+        deleteFile(test.vault, test.addReleased("three", "3"));
+        const Place four = test.addReleased("four", "4");
+        checkOut(test.vault, four);
+        const CardWrite open{four.fileId, title, u"@", zn::Value(u"y")};
+        writeCards(test.vault, {&open, 1});
+    }
+
+    TemporaryFolder folder;
+    TestVault test{folder.path()};
+};
+
+TEST_F(StoreCheckTest, CountsASoundStoreAndRemovesLeftovers)
+{
+    {
+        ArchiveBatch batch(test.store.archive());
+        writeFile(folder / "orphan", "no version holds me");
+        LocalFile orphan(folder / "orphan");
+        batch.put(orphan);
+        batch.publish();
+    }
+    std::string progress;
+    const CheckReport report = checkStore(test.store, [&](std::int64_t done, std::int64_t total) {
+        progress += std::to_string(done) + "/" + std::to_string(total) + " ";
+    });
+    EXPECT_EQ(report.problems, std::vector<std::string>());
+    EXPECT_EQ(report.notes,
+        std::vector<std::string>{"1 leftover contents of interrupted work were removed from the archive."});
+    EXPECT_EQ(progress, "1/5 2/5 3/5 4/5 5/5 ");
+    EXPECT_EQ(report.files, 3);
+    EXPECT_EQ(report.deletedFiles, 1);
+    EXPECT_EQ(report.versions, 5);
+    EXPECT_EQ(report.bytes, 11);
+    EXPECT_EQ(report.checkedOut, 1);
+    EXPECT_TRUE(checkStore(test.store).notes.empty());
+}
+
+TEST_F(StoreCheckTest, SaysInWordsWhatIsWrong)
+{
+    const struct {
+        const char* damage;
+        const char* sentence;
+    } cases[] = {
+        {"DELETE FROM versions WHERE file_id = 2", "The file \"two\" (number 2) has no version."},
+        {"UPDATE files SET latest_version = 3 WHERE id = 1",
+            "The file \"one\" (number 1) counts version 3 as its latest, which it isn't."},
+        {"DELETE FROM versions WHERE file_id = 1 AND version = 1",
+            "The file \"one\" (number 1) has 1 versions, but their numbers don't run from 1."},
+        {"DELETE FROM files WHERE id = 2", "The folder number 2 shows the file number 2, which doesn't exist."},
+        {"DELETE FROM files WHERE id = 3", "Version 1 belongs to the file number 3, which doesn't exist."},
+        {"DELETE FROM file_folders WHERE file_id = 1",
+            "The file \"one\" (number 1) stands in no folder and isn't deleted."},
+        {"UPDATE files SET deleted_at = 0 WHERE id = 3",
+            "The file \"three\" (number 3) stands in no folder and isn't deleted."},
+        {"UPDATE files SET deleted_at = 1 WHERE id = 1",
+            "The file \"one\" (number 1) is deleted, but the folder number 1 shows it."},
+        {"UPDATE folders SET parent_id = 77 WHERE id = 2",
+            "The folder \"sub\" (number 2) lies in the folder number 77, which doesn't exist."},
+        {"UPDATE check_outs SET base_version = 4",
+            "anna has the file number 4 checked out in version 4, which isn't its latest."},
+        {"UPDATE check_outs SET card_open = 0",
+            "Card values belong to version 2 of the file number 4, which doesn't exist."},
+        {"UPDATE file_references SET version = 9",
+            "Version 9 of the file number 2, which doesn't exist, refers to other files."},
+        {"UPDATE file_references SET to_version = 9",
+            "A file refers to version 9 of the file number 1, which doesn't exist."},
+        {"UPDATE file_folders SET name_key = 'ONE' WHERE file_id = 1",
+            "The file \"one\" can't be found under its name."},
+    };
+    soci::session& session = test.store.database().session();
+    session << "PRAGMA foreign_keys = OFF";
+    for (const auto& damage : cases) {
+        // The check can't run inside a transaction, so each damage is done to a copy of the database.
+        const auto copy = folder / "copy.db";
+        std::filesystem::remove(copy);
+        session << "VACUUM INTO '" << copy.string() << "'";
+        {
+            Database database(Database::sqliteConnection(copy));
+            database.session() << "PRAGMA foreign_keys = OFF";
+            database.session() << damage.damage;
+        }
+        TemporaryFolder scratch;
+        zn::SqliteRegistry registry(scratch / "registry");
+        zn::LinuxFileSystem files(registry);
+        Store store(Database::sqliteConnection(copy), folder / "archive", files, test.clock);
+        const CheckReport report = checkStore(store);
+        EXPECT_TRUE(std::find(report.problems.begin(), report.problems.end(), damage.sentence) != report.problems.end())
+            << damage.damage << "\n"
+            << ::testing::PrintToString(report.problems);
+    }
+}
+
+TEST_F(StoreCheckTest, FindsDamagedAndMissingContents)
+{
+    const auto pathOf = [&](std::int32_t fileId, std::int32_t version) {
+        return test.store.archive().pathOf(test.vault.files().version(fileId, version)->content.hash);
+    };
+    std::filesystem::remove(pathOf(1, 1));
+    std::filesystem::remove(pathOf(3, 1));
+    writeFile(pathOf(3, 1), "X");
+    const CheckReport report = checkStore(test.store);
+    ASSERT_EQ(report.problems.size(), 2u);
+    EXPECT_EQ(report.problems[0],
+        "\"three\", version 1: its content is damaged in the archive: " + pathOf(3, 1).string() + ".");
+    EXPECT_EQ(report.problems[1],
+        "\"one\", version 1: its content is missing in the archive: " + pathOf(1, 1).string() + ".");
+    const GetRequest damaged{{1, test.vault.folders().rootId()}, 1};
+    expectStatus(E_ARK_ARCHIVE, [&] { getFiles(test.vault, {&damaged, 1}); });
+    EXPECT_EQ(readFile(test.local("one")), "1 again") << "the local copy is kept when the archive's is gone";
+}
+
+} // namespace
+} // namespace arkin
