@@ -100,7 +100,7 @@ const MemberTable& Application::members() const
         {u"GetOpenDocSpec", MemberUse::Call, u"FileName", member<&Application::getOpenDocSpec>},
         {u"OpenDoc6", MemberUse::Call, u"FileName Type Options Configuration Errors Warnings",
             member<&Application::openDoc6>},
-        {u"OpenDoc7", MemberUse::Call, u"Specification", member<&Application::openDoc7>},
+        {u"OpenDoc7", MemberUse::Call, u"DocumentSpec", member<&Application::openDoc7>},
         {u"LoadFile4", MemberUse::Call, u"FileName ArgString ImportData Errors", member<&Application::loadFile4>},
         {u"ActivateDoc2", MemberUse::Call, u"Name Silent Errors", member<&Application::activateDoc2>},
         {u"ActiveDoc", MemberUse::Call, u"", member<&Application::activeDoc>},

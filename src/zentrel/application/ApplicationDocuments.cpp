@@ -189,13 +189,13 @@ Value Application::openDoc6(Arguments& arguments)
 
 Value Application::openDoc7(Arguments& arguments)
 {
-    const auto specification = arguments.object<DocumentSpecification>(0);
-    if (!specification)
-        throw StatusError(zn::DISP_E_TYPEMISMATCH, "OpenDoc7 needs a document specification.");
-    const Opened opened = openDocument(specification->fileName, static_cast<DocumentKind>(specification->documentType),
-        specification->readOnly, specification->configurationName);
-    specification->error = opened.errors;
-    specification->warning = 0;
+    const auto documentSpec = arguments.object<DocumentSpecification>(0);
+    if (!documentSpec)
+        throw StatusError(zn::DISP_E_TYPEMISMATCH, "OpenDoc7 needs a document documentSpec.");
+    const Opened opened = openDocument(documentSpec->fileName, static_cast<DocumentKind>(documentSpec->documentType),
+        documentSpec->readOnly, documentSpec->configurationName);
+    documentSpec->error = opened.errors;
+    documentSpec->warning = 0;
     return opened.document;
 }
 

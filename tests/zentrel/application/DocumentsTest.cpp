@@ -83,11 +83,11 @@ TEST(Documents, WhatCannotBeOpenedHasANumberAndASentence)
                 *shop.application, u"LoadFile4", {Value(shop.path(one.name)), u"", ObjectRef(), 0}, &document)[3]
                          .toInt32();
         } else {
-            const auto specification = objectOf(*shop.application, u"GetOpenDocSpec", {Value(shop.path(one.name))});
-            specification->put(u"DocumentType", one.type);
-            specification->put(u"ConfigurationName", one.configuration);
-            document = shop.application->call(u"OpenDoc7", {Value(specification)});
-            errors = specification->call(u"Error").toInt32();
+            const auto documentSpec = objectOf(*shop.application, u"GetOpenDocSpec", {Value(shop.path(one.name))});
+            documentSpec->put(u"DocumentType", one.type);
+            documentSpec->put(u"ConfigurationName", one.configuration);
+            document = shop.application->call(u"OpenDoc7", {Value(documentSpec)});
+            errors = documentSpec->call(u"Error").toInt32();
         }
         EXPECT_EQ(document.toObject(), nullptr) << one.name;
         EXPECT_EQ(errors, one.errors) << one.name;

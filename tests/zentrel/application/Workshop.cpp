@@ -67,10 +67,10 @@ std::filesystem::path Workshop::makeDrawing(const std::string& name, const std::
 
 DispatchRef Workshop::open(const Text& path, DocumentKind kind)
 {
-    const auto specification = objectOf(*application, u"GetOpenDocSpec", {Value(path)});
-    specification->put(u"DocumentType", static_cast<std::int32_t>(kind));
-    specification->put(u"ReadOnly", true);
-    auto document = objectOf(*application, u"OpenDoc7", {Value(specification)});
+    const auto documentSpec = objectOf(*application, u"GetOpenDocSpec", {Value(path)});
+    documentSpec->put(u"DocumentType", static_cast<std::int32_t>(kind));
+    documentSpec->put(u"ReadOnly", true);
+    auto document = objectOf(*application, u"OpenDoc7", {Value(documentSpec)});
     if (!document)
         throw std::runtime_error("not opened: " + zn::toUtf8(path));
     return document;
