@@ -48,8 +48,12 @@ protected:
         std::ofstream(script) << command << "\n";
         const auto home = (folder / "home").string();
         auto text = outputOf("cd '" + work.string() + "' && ARKIN_HOME='" + home
-            + "' PATH='" ZN_BIN_DIR ":/usr/bin:/bin' BIN='" ZN_BIN_DIR "' TZ=UTC sh '" + script.string() + "' 2>&1");
+            + "' PATH='" ZN_BIN_DIR ":/usr/bin:/bin' BIN='" ZN_BIN_DIR "' SOURCE='" ZN_SOURCE_DIR "' TZ=UTC sh '"
+            + script.string() + "' 2>&1");
         replaceAll(text, work.string(), "T");
+        auto backslashed = work.string();
+        replaceAll(backslashed, "/", "\\");
+        replaceAll(text, backslashed, "T");
         replaceAll(text, home, "HOME");
         replaceAll(text, ZN_BIN_DIR, "BIN");
         text = std::regex_replace(text, std::regex(R"(\d{4}-\d\d-\d\d[ T]\d\d:\d\d:\d\dZ?)"), "TIME");

@@ -4,8 +4,8 @@
 
 namespace arkin {
 
-/// While it lives, the first Ctrl-C (or SIGTERM) sets a flag and the second ends the process at once. The worker's
-/// children end with it.
+/// While it lives, the first Ctrl-C (or SIGTERM) sets a flag and the second, half a second later or more, ends
+/// the process at once. The worker's children end with it.
 class Interrupt {
 public:
     Interrupt();

@@ -19,7 +19,7 @@ int printEnd(Session& session, const RunInfo& run)
     if (session.json())
         printJson(toJson(session, run));
     else
-        std::cout << endLine(run, session.platform().clock().now()) << "\n";
+        std::cout << endLine(session, run) << "\n";
     return run.state == zn::TaskRunState::Finished ? commandDone : commandFailed;
 }
 

@@ -104,12 +104,15 @@ void printRun(Session& session, const RunInfo& run)
         line("log", session.shown(log));
 }
 
-std::string endLine(const RunInfo& run, std::int64_t now)
+std::string endLine(Session& session, const RunInfo& run)
 {
-    auto text = "Run " + std::to_string(run.id) + " of '" + zn::toUtf8(run.taskName)
-        + "': " + zn::toUtf8(stateText(run, now)) + ".";
+    const auto number = std::to_string(run.id);
+    auto text = "Run " + number + " of '" + zn::toUtf8(run.taskName)
+        + "': " + zn::toUtf8(stateText(run, session.platform().clock().now())) + ".";
     if (!run.resultText.empty())
         text += " " + zn::toUtf8(run.resultText);
+    if (const auto log = logPath(session, run); !log.empty() && session.platform().files().fileExists(log))
+        text += " It wrote a log: 'arkin task log " + number + "' prints it.";
     return text;
 }
 

@@ -14,8 +14,9 @@ std::string kindWord(zn::TaskKind kind);
 Json toJson(Session& session, const RunInfo& run);
 /// What a person wants to know of one run, several lines.
 void printRun(Session& session, const RunInfo& run);
-/// One line for a run that has ended: "Run 3 of 'Convert': finished.", with the reported text.
-std::string endLine(const RunInfo& run, std::int64_t now);
+/// One line for a run that has ended: "Run 3 of 'Convert': finished.", with the reported text, and where to look if it
+/// wrote a log: a run can finish without errors of its own and yet have something to say about single files.
+std::string endLine(Session& session, const RunInfo& run);
 /// A progress text is a path of the vault's files, or a plain text.
 std::string shownProgress(Session& session, const zn::Text& text);
 /// Full path of a run's log as its task settles it; empty if the task keeps none.

@@ -10,6 +10,12 @@ namespace arkin {
 
 namespace {
 
+std::string withTerminalLineEnds(std::string text)
+{
+    std::erase(text, '\r');
+    return text;
+}
+
 class TaskLog : public Command {
 public:
     void declare(CLI::App& app) override { app.add_option("ID", m_id, "The run's number or identifier")->required(); }
@@ -24,7 +30,7 @@ public:
             printJson({{"run", run.id}, {"path", path.empty() ? Json(nullptr) : Json(session.shown(path))},
                 {"text", text ? Json(*text) : Json(nullptr)}});
         else if (text)
-            std::cout << *text;
+            std::cout << withTerminalLineEnds(*text);
         else if (path.empty())
             std::cerr << "The task keeps no log: it has no ErrorLogPath.\n";
         else

@@ -39,7 +39,7 @@ public:
             [&](const RunProgress& progress) {
                 line.show(progress.position, progress.total, shownProgress(session, progress.text));
             },
-            [&](const RunInfo& run) { told(run, endLine(run, session.platform().clock().now())); },
+            [&](const RunInfo& run) { told(run, endLine(session, run)); },
             [&](const RunInfo& run, const std::string& sentence) { told(run, sentence); },
         };
         const auto tally = Worker(session.taskHost(), listener, interrupt.flag()).work(m_once);
