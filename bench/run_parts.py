@@ -7,6 +7,7 @@ Build first: scripts/build bench. Usage: bench/run_parts.py [COUNT]
 import shutil
 import subprocess
 import sys
+from pathlib import Path
 
 from bench_vault import BIN, SOURCE, BenchVault
 
@@ -16,11 +17,13 @@ def main():
     vault = BenchVault()
     parts = vault.path / "Parts"
     parts.mkdir()
-    screw = vault.path / "screw.zenprt"
-    vault.run("zentrel", "import", "/usr/share/opencascade/data/step/screw.step", screw)
+    sources = [SOURCE / "samples" / "Bracket.zenprt"]
+    for name in ("step/screw.step", "iges/bearing.iges", "iges/hammer.iges"):
+        sources.append((vault.path / name).with_suffix(".zenprt"))
+        sources[-1].parent.mkdir(exist_ok=True)
+        vault.run("zentrel", "import", Path("/usr/share/opencascade/data") / name, sources[-1])
     for number in range(count):
-        source = screw if number % 2 else SOURCE / "samples" / "Bracket.zenprt"
-        shutil.copy(source, parts / f"part{number:04}.zenprt")
+        shutil.copy(sources[number % len(sources)], parts / f"part{number:04}.zenprt")
     vault.run("arkin", "add", parts)
     vault.run("arkin", "task", "create", "STL", "--kind", "convert", "--set", "FileFormat=STL (*.stl)",
               "--set", r"OutputPath=<VaultPath>\Out\<Filename>", "--set", "OutputConfs=4", "--set", "FileConfs=4")
