@@ -62,6 +62,21 @@ void showProgress(IArkTaskInstance& instance, std::int32_t index, std::int32_t t
     checkStatus(index == 0 ? instance.SetProgressRange(total, 0, path) : instance.SetProgressPos(index, path));
 }
 
+/// A macro that fails ends the run, whose report doesn't name the file; the log does.
+void runMacro(TaskContext& context, const OutputRecord& record, const Text& revision)
+{
+    const Text macro = context.macroBuilder.Build(revision);
+    try {
+        context.session.RunMacro(macro);
+    } catch (const StatusError&) {
+        Text line = u"Error while processing file '" + record.path + u"': " + context.session.GetLastError();
+        if (record.path.find(u'"') != Text::npos)
+            line += u" A double quote in a file's name breaks the macro: rename the file.";
+        context.macroBuilder.AppendToLog(line + u"\r\n");
+        throw;
+    }
+}
+
 void runFile(Run& run, std::int32_t index, const Text& revision)
 {
     TaskContext& context = run.context;
@@ -80,7 +95,7 @@ void runFile(Run& run, std::int32_t index, const Text& revision)
     context.macroBuilder.SetFile(
         record.path, record.selConfiguration, record.docId, record.projId, effectiveVersion(record));
     context.fileLogic.SetCurrentSource(&record);
-    context.session.RunMacro(context.macroBuilder.Build(revision));
+    runMacro(context, record, revision);
     context.session.AfterMacro();
 }
 

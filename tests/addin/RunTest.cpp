@@ -130,10 +130,16 @@ TEST_F(Run, FailedMacroEndsTheLoopAndStillClosesTheRun)
         return false;
     });
     host.taskVariables[u"FileFormat"] = u"STL (*.stl)";
-    select(11, "a.zenprt");
+    host.taskVariables[u"ErrorLogPath"] = u"Logs";
+    select(11, "a\".zenprt");
     select(12, "b.zenprt");
     EXPECT_EQ(run(1), E_FAIL);
     EXPECT_EQ(macros, 1);
+    Text guid;
+    host.task()->GetInstanceGuid(guid);
+    EXPECT_EQ(platform.machine.files().readBytes(platform.path("vault/Logs/" + toUtf8(guid) + ".log")),
+        "Error while processing file '" + pathText("a\".zenprt")
+            + "': Failed to run Zentrel macro. A double quote in a file's name breaks the macro: rename the file.\r\n");
     EXPECT_EQ(host.runCalls.back(), "state 9, code 80004005, 'Failed to run Zentrel macro.', 11/7 v0, 12/7 v0");
     EXPECT_TRUE(host.taskVariables.contains(u"__output_list"));
 }
