@@ -31,9 +31,13 @@ class CountingClock : public QuickClock {
 public:
     bool wait(WaitEvent& event, std::chrono::milliseconds duration) override
     {
-        if (duration.count() > 0 && ++rounds == stopInRound)
+        const int round = rounds + (duration.count() > 0 ? 1 : 0);
+        if (round == stopInRound)
             event.set();
-        return event.waitFor(std::chrono::milliseconds(0));
+        // Counted once the wait is over, so that whoever sees the last round can't stop it any more.
+        const bool stopped = event.waitFor(std::chrono::milliseconds(0));
+        rounds = round;
+        return stopped;
     }
 
     std::atomic<int> rounds = 0;
