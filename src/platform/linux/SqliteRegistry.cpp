@@ -126,13 +126,29 @@ private:
     {
         sqlite3_extended_result_codes(m_database, 1);
         sqlite3_busy_timeout(m_database, busyMilliseconds);
-        sqliteExecute(m_database, "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;");
+        chooseJournal();
         // A registry that exists needs no write lock on opening.
         if (hasTables())
             return;
         SqliteTransaction transaction(m_database);
         sqliteExecute(m_database, schema);
         transaction.commit();
+    }
+
+    /// Processes that open a new database at once get in each other's way here, where the busy state isn't waited for.
+    void chooseJournal()
+    {
+        constexpr int pause = 10;
+        for (int waited = 0;; waited += pause) {
+            try {
+                sqliteExecute(m_database, "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;");
+                return;
+            } catch (const StatusError&) {
+                if ((sqlite3_errcode(m_database) & 0xFF) != SQLITE_BUSY || waited >= busyMilliseconds)
+                    throw;
+            }
+            sqlite3_sleep(pause);
+        }
     }
 
     bool hasTables()
