@@ -15,6 +15,19 @@ public:
     virtual Status GetValue(TextView name, Value& value) = 0;
     /// Creates or replaces the variable.
     virtual Status SetValue(TextView name, const Value& value) = 0;
+    virtual Status GetTaskName(Text& name) = 0;
+    /// Hands over the pages that the host's property dialog is to show, in this order.
+    virtual Status SetSetupPages(const std::vector<ArkTaskPage>& pages) = 0;
+    /// The task's entries in a file's menu; none for a task that has not been set up yet.
+    virtual Status GetMenuCmds(std::vector<ArkMenuCmd>& entries) = 0;
+    /// Replaces all entries.
+    virtual Status SetMenuCmds(const std::vector<ArkMenuCmd>& entries) = 0;
+    /// What the add-in takes over of the task's commands, a bit set.
+    virtual Status SetTaskFlags(std::int32_t flags) = 0;
+    /// A card variable that the task has declared, so that its runs may read it. The same statuses as `GetValue`.
+    virtual Status GetVariable(std::int32_t variableId, Value& value) = 0;
+    /// Declares a card variable with a value.
+    virtual Status SetVariable(std::int32_t variableId, const Value& value) = 0;
 };
 
 /// One run of a task, at launch and on the worker. It sees the definition's variables;

@@ -77,6 +77,8 @@ public:
 class IArkFolder : public Object {
 public:
     virtual Status GetId(std::int32_t& id) = 0;
+    /// The folder's path in the local view.
+    virtual Status GetLocalPath(Text& path) = 0;
     virtual Status GetFirstFilePosition(std::shared_ptr<IArkPosition>& position) = 0;
     virtual Status GetNextFile(IArkPosition& position, std::shared_ptr<IArkFile>& file) = 0;
     virtual Status GetFirstSubFolderPosition(std::shared_ptr<IArkPosition>& position) = 0;
@@ -100,6 +102,14 @@ public:
     /// 0 when the folder is in the vault, 1 when it isn't.
     virtual Status GetFolderFromPath(TextView path, std::shared_ptr<IArkFolder>& folder) = 0;
     virtual Status CreateUtility(ArkUtility kind, ObjectRef& utility) = 0;
+    /// Lets a person pick files of the vault in a window of the host. `filter` is pairs of a label and patterns, all
+    /// separated by "|"; `flags` is the host's (10: several files that exist). `paths` are paths of the local view, in
+    /// the order of the choice. 1 when the person cancels; `E_ARK_NO_DESKTOP` when there is nowhere to ask.
+    virtual Status BrowseForFile(
+        std::int32_t window, std::int32_t flags, TextView title, TextView filter, std::vector<Text>& paths)
+        = 0;
+    /// Likewise one folder of the vault.
+    virtual Status BrowseForFolder(std::int32_t window, TextView title, std::shared_ptr<IArkFolder>& folder) = 0;
     /// The name ("E_ARK_PERMISSION_DENIED") and a sentence for a status. 1 if the vault knows nothing of it.
     virtual Status GetErrorText(Status code, Text& name, Text& description) = 0;
 };

@@ -12,6 +12,8 @@ namespace zn {
 inline constexpr Status E_ARK_PERMISSION_DENIED = statusCode(0x80040203);
 /// A file of that name stands in the folder.
 inline constexpr Status E_ARK_NAME_ALREADY_EXISTS = statusCode(0x8004020F);
+/// There is no window to ask a person in.
+inline constexpr Status E_ARK_NO_DESKTOP = statusCode(0x8004030D);
 
 /// The host's task commands.
 enum TaskCommand : std::int32_t {
@@ -49,8 +51,10 @@ enum ArkUtility : std::int32_t {
     ArkUtil_BatchCardUpdate = 2,
     ArkUtil_BatchUnlock = 6,
     ArkUtil_BatchReference = 8,
+    ArkUtil_VariableMgr = 9,
     ArkUtil_BatchFetch = 12,
     ArkUtil_BatchQuery = 13,
+    ArkUtil_BatchList = 14,
     ArkUtil_BatchAdd = 16,
 };
 

@@ -5,6 +5,7 @@
 #include "base/Value.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 /// Records that cross between the vault host and the add-in. Arrays of them are plain vectors.
@@ -67,6 +68,29 @@ struct ArkCmd {
     Text text;                     ///< in and out: a button's name; the title of a page
     ObjectRef taskObject;          ///< in and out: `IArkTaskProperties` on setup commands, else `IArkTaskInstance`
     std::int16_t cancel = 0;       ///< out: -1 tells the host to stop
+};
+
+/// A property page that an add-in hands to the host.
+struct ArkTaskPage {
+    Text title;
+    std::int32_t window = 0; ///< a child of the host's dialog
+    ObjectRef callback;      ///< the add-in itself
+};
+
+/// One entry of a task in a file's menu. A text that is none leaves the reader's own.
+struct ArkMenuCmd {
+    std::int32_t identifier = 0; ///< the task's kind
+    std::optional<Text> menuText;
+    std::int32_t flags = 0x4001;
+    std::optional<Text> statusText;
+    bool operator==(const ArkMenuCmd&) const = default;
+};
+
+/// One row of a batch list: a file at one place of the tree of references, with the texts of the columns asked for.
+struct ArkListRow {
+    std::int32_t fileId = 0;
+    std::int32_t folderId = 0;
+    std::vector<Text> columns;
 };
 
 struct ArkAddInInfo {

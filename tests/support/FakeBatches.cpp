@@ -181,6 +181,9 @@ Status FakeHost::makeUtility(ArkUtility kind, ObjectRef& utility)
     case ArkUtil_BatchAdd:
         utility = std::make_shared<BatchAdd>(*this);
         break;
+    case ArkUtil_VariableMgr:
+    case ArkUtil_BatchList:
+        return E_NOTIMPL; // only windows ask for them, and those are tested with the real vault
     }
     return status;
 }

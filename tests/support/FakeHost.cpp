@@ -150,6 +150,11 @@ public:
         id = m_host.folders.at(m_path);
         return S_OK;
     }
+    Status GetLocalPath(Text& path) override
+    {
+        path = m_path;
+        return S_OK;
+    }
     Status GetFirstFilePosition(std::shared_ptr<IArkPosition>& position) override
     {
         m_files.clear();
@@ -262,6 +267,11 @@ public:
         return S_OK;
     }
     Status CreateUtility(ArkUtility kind, ObjectRef& utility) override { return m_host.makeUtility(kind, utility); }
+    Status BrowseForFile(std::int32_t, std::int32_t, TextView, TextView, std::vector<Text>&) override
+    {
+        return E_ARK_NO_DESKTOP;
+    }
+    Status BrowseForFolder(std::int32_t, TextView, std::shared_ptr<IArkFolder>&) override { return E_ARK_NO_DESKTOP; }
     Status GetErrorText(Status code, Text& name, Text& description) override
     {
         name = formatText("E_%08X", static_cast<std::uint32_t>(code));

@@ -44,6 +44,7 @@ const Row rows[] = {
     {E_ARK_BAD_NAME, {"E_ARK_BAD_NAME", "The vault cannot hold a file or folder of that name."}},
     {E_ARK_ARCHIVE, {"E_ARK_ARCHIVE", "The archive of the vault could not be read or written."}},
     {E_ARK_DISK_FULL, {"E_ARK_DISK_FULL", "The disk is full."}},
+    {zn::E_ARK_NO_DESKTOP, {"E_ARK_NO_DESKTOP", "There is no window here in which the vault could ask."}},
     {E_ARK_LOCAL_FILE_FAILED, {"E_ARK_LOCAL_FILE_FAILED", "The local copy of the file could not be read or written."}},
 };
 

@@ -29,4 +29,58 @@ zn::Status TaskProperties::SetValue(zn::TextView name, const zn::Value& value)
     }
 }
 
+zn::Status TaskProperties::GetTaskName(zn::Text& name)
+{
+    name = m_task.name;
+    return zn::S_OK;
+}
+
+zn::Status TaskProperties::SetSetupPages(const std::vector<zn::ArkTaskPage>& pages)
+{
+    m_pages = pages;
+    return zn::S_OK;
+}
+
+zn::Status TaskProperties::GetMenuCmds(std::vector<zn::ArkMenuCmd>& entries)
+{
+    entries.clear();
+    for (const auto& entry : m_task.menu)
+        entries.push_back({entry.identifier, entry.menuText, entry.flags, entry.statusText});
+    return zn::S_OK;
+}
+
+zn::Status TaskProperties::SetMenuCmds(const std::vector<zn::ArkMenuCmd>& entries)
+{
+    try {
+        std::vector<MenuEntry> menu;
+        for (const auto& entry : entries)
+            menu.push_back({entry.identifier, entry.menuText.value_or(zn::Text()),
+                entry.statusText.value_or(zn::Text()), entry.flags});
+        m_store.setMenu(m_task.id, menu);
+        m_task.menu = std::move(menu);
+        return zn::S_OK;
+    } catch (...) {
+        return currentFailure().status;
+    }
+}
+
+zn::Status TaskProperties::SetTaskFlags(std::int32_t flags)
+{
+    m_flags = flags;
+    return zn::S_OK;
+}
+
+zn::Status TaskProperties::GetVariable(std::int32_t variableId, zn::Value& value)
+{
+    const auto found = m_declared.find(variableId);
+    value = found == m_declared.end() ? zn::Value() : found->second;
+    return found == m_declared.end() ? zn::S_FALSE : zn::S_OK;
+}
+
+zn::Status TaskProperties::SetVariable(std::int32_t variableId, const zn::Value& value)
+{
+    m_declared[variableId] = value;
+    return zn::S_OK;
+}
+
 } // namespace arkin

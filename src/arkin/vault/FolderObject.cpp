@@ -23,6 +23,14 @@ Status FolderObject::GetId(std::int32_t& id)
     return S_OK;
 }
 
+Status FolderObject::GetLocalPath(zn::Text& path)
+{
+    return guarded(*m_context, [&] {
+        path = m_context->vault.local().pathOf(m_folderId, u"");
+        return S_OK;
+    });
+}
+
 Status FolderObject::GetFirstFilePosition(std::shared_ptr<zn::IArkPosition>& position)
 {
     return guarded(*m_context, [&] {

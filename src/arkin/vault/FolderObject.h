@@ -15,6 +15,7 @@ public:
     }
 
     zn::Status GetId(std::int32_t& id) override;
+    zn::Status GetLocalPath(zn::Text& path) override;
     zn::Status GetFirstFilePosition(std::shared_ptr<zn::IArkPosition>& position) override;
     zn::Status GetNextFile(zn::IArkPosition& position, std::shared_ptr<zn::IArkFile>& file) override;
     zn::Status GetFirstSubFolderPosition(std::shared_ptr<zn::IArkPosition>& position) override;

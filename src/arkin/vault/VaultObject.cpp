@@ -86,6 +86,16 @@ Status VaultObject::CreateUtility(zn::ArkUtility kind, zn::ObjectRef& utility)
     });
 }
 
+Status VaultObject::BrowseForFile(std::int32_t, std::int32_t, zn::TextView, zn::TextView, std::vector<zn::Text>&)
+{
+    return zn::E_ARK_NO_DESKTOP;
+}
+
+Status VaultObject::BrowseForFolder(std::int32_t, zn::TextView, std::shared_ptr<zn::IArkFolder>&)
+{
+    return zn::E_ARK_NO_DESKTOP;
+}
+
 Status VaultObject::GetErrorText(Status code, zn::Text& name, zn::Text& description)
 {
     try {

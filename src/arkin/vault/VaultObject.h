@@ -23,6 +23,11 @@ public:
         zn::TextView path, std::shared_ptr<zn::IArkFolder>* folder, std::shared_ptr<zn::IArkFile>& file) override;
     zn::Status GetFolderFromPath(zn::TextView path, std::shared_ptr<zn::IArkFolder>& folder) override;
     zn::Status CreateUtility(zn::ArkUtility kind, zn::ObjectRef& utility) override;
+    /// This vault object has no desktop: `E_ARK_NO_DESKTOP`.
+    zn::Status BrowseForFile(std::int32_t window, std::int32_t flags, zn::TextView title, zn::TextView filter,
+        std::vector<zn::Text>& paths) override;
+    zn::Status BrowseForFolder(
+        std::int32_t window, zn::TextView title, std::shared_ptr<zn::IArkFolder>& folder) override;
     /// The sentence of the last failed operation if it failed with this status, because it names the file and the
     /// reason; else the one of the table.
     zn::Status GetErrorText(zn::Status code, zn::Text& name, zn::Text& description) override;

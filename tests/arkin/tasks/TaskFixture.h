@@ -22,6 +22,14 @@ public:
     }
     zn::Status GetFolderFromPath(zn::TextView, std::shared_ptr<zn::IArkFolder>&) override { return zn::S_FALSE; }
     zn::Status CreateUtility(zn::ArkUtility, zn::ObjectRef&) override { return zn::E_NOTIMPL; }
+    zn::Status BrowseForFile(std::int32_t, std::int32_t, zn::TextView, zn::TextView, std::vector<zn::Text>&) override
+    {
+        return zn::E_ARK_NO_DESKTOP;
+    }
+    zn::Status BrowseForFolder(std::int32_t, zn::TextView, std::shared_ptr<zn::IArkFolder>&) override
+    {
+        return zn::E_ARK_NO_DESKTOP;
+    }
     zn::Status GetErrorText(zn::Status, zn::Text&, zn::Text&) override { return zn::S_FALSE; }
 
 private:
