@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zentrel/application/Enumerations.h"
+#include "typelibrary/Enumerations.h"
 #include "zentrel/application/ScriptObject.h"
 
 /// Objects that carry the arguments of a save or an open.

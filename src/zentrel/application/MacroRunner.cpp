@@ -1,10 +1,10 @@
 #include "zentrel/application/MacroRunner.h"
 
 #include "language/Program.h"
+#include "typelibrary/TypeLibrary.h"
 #include "zentrel/application/Application.h"
 #include "zentrel/application/MacroFiles.h"
 #include "zentrel/application/MacroHost.h"
-#include "zentrel/application/TypeLibrary.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #include "zentrel/application/Preferences.h"
 
-#include "zentrel/application/Enumerations.h"
+#include "typelibrary/Enumerations.h"
 
 #include <fmt/format.h>
 

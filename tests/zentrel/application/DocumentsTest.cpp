@@ -1,6 +1,6 @@
 #include "zentrel/application/Workshop.h"
 
-#include "zentrel/application/Enumerations.h"
+#include "typelibrary/Enumerations.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "zentrel/application/Workshop.h"
 
-#include "zentrel/application/Enumerations.h"
+#include "typelibrary/Enumerations.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/model/Container.h"
 

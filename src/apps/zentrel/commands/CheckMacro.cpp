@@ -1,6 +1,6 @@
 #include "apps/zentrel/commands/Command.h"
 
-#include "zentrel/application/TypeLibrary.h"
+#include "typelibrary/TypeLibrary.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,7 +1,7 @@
-#include "zentrel/application/TypeLibrary.h"
+#include "typelibrary/TypeLibrary.h"
 
 #include "language/Library.h"
-#include "zentrel/application/Enumerations.h"
+#include "typelibrary/Enumerations.h"
 
 #include <algorithm>
 

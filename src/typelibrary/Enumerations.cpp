@@ -1,4 +1,4 @@
-#include "zentrel/application/Enumerations.h"
+#include "typelibrary/Enumerations.h"
 
 #include <unordered_map>
 #include <unordered_set>
