@@ -2,6 +2,7 @@
 
 #include "host/Module.h"
 #include "addin/DisplayScaling.h"
+#include "addin/PagesLibrary.h"
 #include "addin/Registration.h"
 #include "addin/ZNTaskAddIn.h"
 #include "automation/SocketRunningObjects.h"
@@ -18,28 +19,42 @@ using namespace zn;
 /// Objects that are alive: the library may not be unloaded before they are gone.
 std::atomic<int> liveObjects = 0;
 
-/// The add-in together with the machine that it runs on.
-class AddInOnThisMachine : public IArkAddIn5 {
-public:
-    AddInOnThisMachine()
+std::filesystem::path ownLibrary()
+{
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void*>(&ownLibrary), &info) == 0 || !info.dli_fname)
+        throw StatusError(E_UNEXPECTED, "The library doesn't know its own path.");
+    return std::filesystem::canonical(info.dli_fname);
+}
+
+/// The ports of this machine; a base, so that they outlive the add-in object that uses them.
+class ThisMachine {
+protected:
+    ThisMachine()
         : m_machine(Home::open())
         , m_runningObjects(m_machine.home().runtimeFolder())
-        , m_addIn(m_machine.with(m_runningObjects))
+        , m_platform(m_machine.with(m_runningObjects))
     {
         ++liveObjects;
     }
-    ~AddInOnThisMachine() override { --liveObjects; }
+    ~ThisMachine() { --liveObjects; }
 
-    Status GetAddInInfo(ArkAddInInfo* info, IArkCmdMgr* commandManager) override
-    {
-        return m_addIn.GetAddInInfo(info, commandManager);
-    }
-    Status OnCmd(ArkCmd* cmd, ArkSelection* selection) override { return m_addIn.OnCmd(cmd, selection); }
+    const Platform& platform() const { return m_platform; }
 
 private:
     LinuxPlatform m_machine;
     automation::SocketRunningObjects m_runningObjects;
-    CZNTaskAddIn m_addIn;
+    Platform m_platform;
+};
+
+/// The add-in together with the machine that it runs on.
+class AddInOnThisMachine : private ThisMachine, public CZNTaskAddIn {
+public:
+    AddInOnThisMachine()
+        : CZNTaskAddIn(ThisMachine::platform(),
+            [this] { return loadPages(ownLibrary().parent_path() / pagesLibraryName, ThisMachine::platform()); })
+    {
+    }
 };
 
 class ClassFactory : public IClassFactory {
@@ -54,14 +69,6 @@ public:
         }
     }
 };
-
-std::filesystem::path ownLibrary()
-{
-    Dl_info info{};
-    if (dladdr(reinterpret_cast<void*>(&ownLibrary), &info) == 0 || !info.dli_fname)
-        throw StatusError(E_UNEXPECTED, "The library doesn't know its own path.");
-    return std::filesystem::canonical(info.dli_fname);
-}
 
 template <class Step> Status onThisMachine(Step&& step)
 {

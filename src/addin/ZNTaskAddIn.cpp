@@ -1,7 +1,9 @@
 #include "addin/ZNTaskAddIn.h"
 
+#include "addin/DetailsFlow.h"
 #include "addin/LaunchFlow.h"
 #include "addin/RunFlow.h"
+#include "addin/SetupFlow.h"
 #include "base/Format.h"
 
 namespace zn {
@@ -18,19 +20,22 @@ constexpr std::int32_t lowestHostMajorVersion = 18;
 constexpr std::int32_t hookedCommands[]
     = {TaskCmdSetup, TaskCmdSetupButton, TaskCmdDetails, TaskCmdLaunch, TaskCmdLaunchButton, TaskCmdRun};
 
-Status dispatch(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, ArkSelection& selection)
+Status dispatch(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, ArkSelection& selection,
+    const ObjectRef& self)
 {
     switch (cmd.command) {
     case TaskCmdRun:
         return runTask(context, vault, cmd, selection);
     case TaskCmdLaunch:
-        return launchTask(context, vault, cmd, selection);
+        return launchTask(context, vault, cmd, selection, self);
     case TaskCmdLaunchButton:
         return launchButton(context, cmd);
     case TaskCmdSetup:
+        return setupTask(context, vault, cmd, self);
     case TaskCmdSetupButton:
+        return setupButton(context, cmd);
     case TaskCmdDetails:
-        return E_NOTIMPL;
+        return showDetails(context, vault, cmd, self);
     default:
         return S_OK;
     }
@@ -38,17 +43,18 @@ Status dispatch(TaskContext& context, const std::shared_ptr<IArkVault>& vault, A
 
 } // namespace
 
-TaskContext::TaskContext(const Platform& machine)
+TaskContext::TaskContext(const Platform& machine, PagesSource windows)
     : platform(machine)
     , fileLogic(machine)
     , session(machine)
     , macroBuilder(machine)
+    , pages(std::move(windows))
 {
 }
 
-CZNTaskAddIn::CZNTaskAddIn(const Platform& platform)
+CZNTaskAddIn::CZNTaskAddIn(const Platform& platform, PagesSource windows)
     : m_platform(platform)
-    , m_context(m_platform)
+    , m_context(m_platform, std::move(windows))
 {
 }
 
@@ -79,7 +85,11 @@ Status CZNTaskAddIn::OnCmd(ArkCmd* cmd, ArkSelection* selection)
         const auto vault = query<IArkVault>(cmd->vault);
         if (!vault)
             return cmd->vault ? E_NOINTERFACE : E_POINTER;
-        return dispatch(m_context, vault, *cmd, *selection);
+        return dispatch(m_context, vault, *cmd, *selection, weak_from_this().lock());
+    } catch (const StatusError& error) {
+        if (*error.what())
+            cmd->text = toText(error.what());
+        return error.status();
     } catch (...) {
         return currentExceptionStatus();
     }

@@ -65,7 +65,7 @@ struct ArkCmd {
     std::int32_t command = 0;
     std::int32_t parentWindow = 0; ///< in and out: a flow that supplies a page writes the page's handle
     ObjectRef vault;               ///< the open vault
-    Text text;                     ///< in and out: a button's name; the title of a page
+    Text text; ///< in and out: a button's name; the title of a page; the sentence of a failure or a refused launch
     ObjectRef taskObject;          ///< in and out: `IArkTaskProperties` on setup commands, else `IArkTaskInstance`
     std::int16_t cancel = 0;       ///< out: -1 tells the host to stop
 };

@@ -283,6 +283,11 @@ TEST_F(Run, LaunchWritesTheSelectionOrSaysWhatIsMissing)
 
     cmd.cancel = 0;
     select(11, "a&b.zenprt", 2);
+    host.taskVariables[u"FileFormat"] = u"STEP (*.step)";
+    host.taskVariables[u"PromptOutput"] = false;
+    host.taskVariables[u"SourceRefs"] = 2;
+    host.taskVariables[u"OutputConfs"] = 2;
+    host.taskVariables[u"OutputSheets"] = 2;
     EXPECT_EQ(addIn.OnCmd(&cmd, &selection), S_OK);
     EXPECT_EQ(cmd.cancel, 0);
     EXPECT_EQ(toUtf8(host.taskVariables[u"__selection_list"].toText()),
@@ -290,8 +295,12 @@ TEST_F(Run, LaunchWritesTheSelectionOrSaysWhatIsMissing)
             + "</path><ver>2</ver></sel></sels>");
 
     host.taskVariables[u"FileFormat"] = u"<Prompt the user>";
+    host.taskVariables.erase(u"OutputSheets");
     EXPECT_EQ(addIn.OnCmd(&cmd, &selection), S_OK);
     EXPECT_EQ(cmd.cancel, -1);
+    EXPECT_EQ(cmd.text,
+        u"The task leaves settings to the user, who cannot be asked here: the output format (FileFormat), the sheets "
+        u"(OutputSheets). Settle them in the task.");
 }
 
 TEST_F(Run, HostCommandsAndArgumentsAreChecked)

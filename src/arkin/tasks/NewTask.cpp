@@ -1,5 +1,6 @@
 #include "arkin/tasks/NewTask.h"
 
+#include "addin/OutputFormats.h"
 #include "addin/TaskVariables.h"
 
 #include <algorithm>
@@ -14,32 +15,6 @@ using zn::toUtf8;
 using zn::Value;
 
 namespace {
-
-/// The texts that the variable `FileFormat` may hold.
-constexpr TextView formats[] = {
-    u"3D PDF - MBD (*.pdf)",
-    u"3D LATTICE (*.3dlat)",
-    u"ACIS (*.sat)",
-    u"Adobe Illustrator (*.ai)",
-    u"Adobe PDF (*.pdf)",
-    u"Adobe Photoshop (*.psd)",
-    u"Astria Graphics (*.agr)",
-    u"DXF (*.dxf)",
-    u"DWG (*.dwg)",
-    u"Viewpane (*.vprt; *.vasm; *.vdrw)",
-    u"HCG-File (*.hcg)",
-    u"HOOPS HSF (*.hsf)",
-    u"IGES (*.igs)",
-    u"JPEG (*.jpg)",
-    u"Microsoft XAML (*.xaml)",
-    u"Parasolid (*.x_t)",
-    u"Parasolid Binary (*.x_b)",
-    u"STEP (*.step)",
-    u"STL (*.stl)",
-    u"TIF (*.tif)",
-    u"VDAFS (*.vda)",
-    u"VRML (*.wrl)",
-};
 
 struct KindRow {
     TaskKind kind;
@@ -149,11 +124,12 @@ void requireFormat(const Variables& variables, TaskKind kind)
     if (kind != TaskKind::Conversion)
         return;
     const auto format = textOf(variables, u"FileFormat");
-    if (std::find(std::begin(formats), std::end(formats), TextView(format)) != std::end(formats))
+    const auto* known = zn::findOutputFormat(format);
+    if (known && known->code != zn::promptFormatCode)
         return;
     std::string list;
-    for (const auto& each : formats)
-        list += (list.empty() ? "" : ", ") + ("\"" + toUtf8(each) + "\"");
+    for (const auto& each : zn::outputFormats().subspan(1))
+        list += (list.empty() ? "" : ", ") + ("\"" + toUtf8(each.label) + "\"");
     throw zn::StatusError(zn::E_INVALIDARG,
         (format.empty() ? std::string("A conversion needs the variable 'FileFormat'")
                         : "The variable 'FileFormat' doesn't take \"" + toUtf8(format) + "\"")

@@ -1,0 +1,69 @@
+#include "pages/Pages.h"
+
+#include "pages/frame/MessageBoxes.h"
+#include "pages/frame/Page.h"
+#include "pages/frame/Strings.h"
+#include "pages/menu/MenuCommandDlg.h"
+
+namespace zn {
+
+namespace {
+
+class MenuCommandHandle final : public PageHandle<MenuCommandPage, CMenuCommandDlg> {
+public:
+    using PageHandle::PageHandle;
+    MenuChoice choice() const override { return present().choice(); }
+};
+
+[[noreturn]] void notThere(const char* what)
+{
+    throw StatusError(E_NOTIMPL, std::string("This build has no ") + what + ".");
+}
+
+} // namespace
+
+Pages::Pages(const Platform& platform)
+    : m_environment(platform)
+{
+    m_environment.lex();
+}
+
+bool Pages::isWindow(std::int32_t handle) const { return windowOf(handle) != nullptr; }
+
+Text Pages::text(std::int32_t number, const char16_t* defaultText)
+{
+    return typed(m_environment.text(number, defaultText));
+}
+
+void Pages::tell(std::int32_t window, const Text& sentence) { zn::tell(windowOf(window), shown(sentence)); }
+
+Text Pages::takeUnspoken() { return typed(zn::takeUnspoken()); }
+
+std::unique_ptr<MenuCommandPage> Pages::makeMenuCommandPage(const PageSetting& setting)
+{
+    return std::make_unique<MenuCommandHandle>(
+        new CMenuCommandDlg(m_environment, windowOf(setting.parentWindow), setting.kind));
+}
+
+std::unique_ptr<ConversionPage> Pages::makeConversionPage(const PageSetting&, bool)
+{
+    notThere("page for conversion settings");
+}
+
+std::unique_ptr<TaskPage> Pages::makeOutputFileDetailsPage(const PageSetting&, ConversionPage&)
+{
+    notThere("page for output files");
+}
+
+std::unique_ptr<TaskPage> Pages::makeFileDetailsPage(const PageSetting&, bool) { notThere("page for a run's files"); }
+
+std::unique_ptr<TaskPage> Pages::makePage(PageName, const PageSetting&) { notThere("page of this name"); }
+
+bool Pages::askSelection(const PageSetting&, const Text&, ArkSelection&) { notThere("dialog for the selection"); }
+
+bool Pages::showPrintDialog(const std::shared_ptr<IArkVault>&, ArkCmd*, ArkSelection&, bool)
+{
+    notThere("print dialog");
+}
+
+} // namespace zn

@@ -1,0 +1,83 @@
+#include "pages/frame/MessageBoxes.h"
+
+#include "base/Format.h"
+#include "base/Status.h"
+#include "pages/frame/Strings.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace zn {
+
+namespace {
+
+const char* const productName = "ZENTREL Task Add-in";
+
+QString& unspoken()
+{
+    static QString sentences;
+    return sentences;
+}
+
+QString titleOr(const QString& title) { return title.isEmpty() ? QString::fromLatin1(productName) : title; }
+
+void keep(const QString& sentence)
+{
+    unspoken() += (unspoken().isEmpty() ? QString() : QStringLiteral(" ")) + sentence;
+}
+
+QString sentenceOf(Status status)
+{
+    return shown(formatText("The operation failed with the status 0x%08X.", static_cast<std::uint32_t>(status)));
+}
+
+QString currentSentence()
+{
+    try {
+        throw;
+    } catch (const StatusError& error) {
+        const QString sentence = QString::fromUtf8(error.what());
+        return sentence.isEmpty() ? sentenceOf(error.status()) : sentence;
+    } catch (...) {
+        return sentenceOf(currentExceptionStatus());
+    }
+}
+
+} // namespace
+
+bool attended() { return !qApp->property("unattended").toBool(); }
+
+QString takeUnspoken() { return std::exchange(unspoken(), QString()); }
+
+void tell(QWidget* parent, const QString& sentence, const QString& title)
+{
+    if (!attended())
+        return keep(sentence);
+    QMessageBox box(QMessageBox::Warning, titleOr(title), sentence, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+bool ask(QWidget* parent, const QString& question, const QString& title)
+{
+    if (!attended()) {
+        keep(question);
+        return false;
+    }
+    QMessageBox box(QMessageBox::Question, titleOr(title), question, QMessageBox::Yes | QMessageBox::No, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
+}
+
+void tellCurrentFailure(QWidget* parent, const QString& title) noexcept
+{
+    try {
+        tell(parent, currentSentence(), title);
+    } catch (...) {
+        // Not even the sentence could be made: memory is exhausted, and a box would not open either.
+        qCritical("A window's failure couldn't be shown.");
+    }
+}
+
+} // namespace zn

@@ -1,0 +1,51 @@
+#include "pages/frame/PageEnvironment.h"
+
+#include "lexmgr/LexMgr.h"
+#include "pages/frame/ClosedLibrary.h"
+#include "pages/frame/MessageBoxes.h"
+#include "pages/frame/SettingsLight.h"
+#include "pages/frame/Strings.h"
+#include "platform/FileSystem.h"
+#include "platform/Platform.h"
+
+namespace zn {
+
+namespace {
+
+lexmgr::Settings settingsOf(SettingsLight& settings, FileSystem& files)
+{
+    lexmgr::Settings result;
+    if (const Text strings = settings.getPath(PathStringFiles); !strings.empty())
+        result.stringFolder = files.toMachine(strings);
+    result.language = toUtf8(settings.getLanguage());
+    if (const Text help = settings.getPath(PathInstallation); !help.empty())
+        result.helpFolder = files.toMachine(help + u"Help");
+    return result;
+}
+
+} // namespace
+
+PageEnvironment::PageEnvironment(const Platform& platform)
+    : m_platform(platform)
+{
+}
+
+PageEnvironment::~PageEnvironment() = default;
+
+lexmgr::Library& PageEnvironment::lex()
+{
+    if (!m_lex) {
+        SettingsLight settings(m_platform.registry, m_platform.files, processEnvironment());
+        const auto entry
+            = libraryFunction<lexmgr::LibraryEntry>(settings, m_platform.files, u"LexMgr.dll", lexmgr::libraryEntry);
+        m_lex.reset(entry(settingsOf(settings, m_platform.files)));
+    }
+    return *m_lex;
+}
+
+QString PageEnvironment::text(int number, const char16_t* defaultText, const char16_t* section, const char16_t* file)
+{
+    return shown(lex().TSS_internal(number, section, file, defaultText));
+}
+
+} // namespace zn

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/Text.h"
+
+#include <memory>
+#include <QString>
+
+namespace lexmgr {
+class Library;
+}
+
+namespace zn {
+
+struct Platform;
+class SettingsLight;
+
+/// What all pages and dialogs of one add-in object share: the machine, and the product's closed libraries, each loaded
+/// on first use. Outlives every page.
+class PageEnvironment {
+public:
+    /// `platform` outlives the environment. Loads nothing yet.
+    explicit PageEnvironment(const Platform& platform);
+    PageEnvironment(const PageEnvironment&) = delete;
+    PageEnvironment& operator=(const PageEnvironment&) = delete;
+    ~PageEnvironment();
+
+    const Platform& platform() const { return m_platform; }
+    /// The library of texts and windows. Raises `StatusError` with a sentence that names what is missing.
+    lexmgr::Library& lex();
+
+    /// A looked-up text; the default file is the product's own. Without an entry of the language the default text.
+    QString text(int number, const char16_t* defaultText, const char16_t* section = u"TS",
+        const char16_t* file = u"ZNTaskAddIn");
+
+private:
+    const Platform& m_platform;
+    std::unique_ptr<lexmgr::Library> m_lex;
+};
+
+} // namespace zn
