@@ -1,0 +1,42 @@
+#pragma once
+
+#include "pages/script/MacroChecker.h"
+#include "pages/script/MacroEditorTexts.h"
+
+#include <QWidget>
+
+class QLabel;
+
+namespace zn {
+
+class FindBar;
+class MacroEdit;
+
+/// The macro's text control with its find bar (Ctrl+F, F3, Shift+F3) and, below, a line about its mistakes: the one at
+/// the caret, or else the first. Mistakes are only shown; they never keep anybody from saving.
+class MacroEditor : public QWidget {
+public:
+    explicit MacroEditor(QWidget* parent = nullptr);
+    ~MacroEditor() override;
+
+    void setTexts(const MacroEditorTexts& texts);
+    MacroEdit& edit() { return *m_edit; }
+
+private:
+    void addShortcut(const QKeySequence& keys, void (MacroEditor::*action)());
+    void openFind();
+    void findNext();
+    void findPrevious();
+    void showProblems(const std::vector<TemplateProblem>* problems);
+    void updateStatus();
+
+    MacroEditorTexts m_texts;
+    MacroEdit* m_edit;
+    FindBar* m_findBar;
+    QLabel* m_status;
+    std::vector<TemplateProblem> m_problems;
+    enum class State { Waiting, Checked, Failed } m_state = State::Waiting;
+    MacroChecker m_checker;
+};
+
+} // namespace zn
