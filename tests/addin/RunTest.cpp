@@ -70,8 +70,8 @@ protected:
     {
         host.taskVariables[u"__type"] = kind;
         Platform ports = platform.ports();
-        CZNTaskAddIn addIn(
-            {ports.registry, ports.files, ports.processes, running, ports.windows, ports.pipe, ports.clock});
+        CZNTaskAddIn addIn({ports.registry, ports.files, ports.processes, running, ports.windows, ports.pipe,
+            ports.clock, ports.printers, ports.products});
         cmd = {};
         cmd.command = TaskCmdRun;
         cmd.vault = host.vault();

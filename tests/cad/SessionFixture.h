@@ -199,7 +199,7 @@ protected:
     Platform ports()
     {
         const Platform real = machine.ports();
-        return {real.registry, real.files, processes, running, windows, real.pipe, clock};
+        return {real.registry, real.files, processes, running, windows, real.pipe, clock, real.printers, real.products};
     }
     /// A status that was raised, or 0.
     template <class Work> Status raised(const Work& work)

@@ -49,7 +49,8 @@ protected:
     Platform ports()
     {
         const Platform real = machine.ports();
-        return {real.registry, real.files, real.processes, real.runningObjects, windows, real.pipe, clock};
+        return {real.registry, real.files, real.processes, real.runningObjects, windows, real.pipe, clock,
+            real.printers, real.products};
     }
     void watchToTheEnd(int rounds)
     {

@@ -53,7 +53,8 @@ public:
     Platform ports()
     {
         Platform all = machine.with(running);
-        return {all.registry, all.files, all.processes, all.runningObjects, all.windows, pipe, clock};
+        return {all.registry, all.files, all.processes, all.runningObjects, all.windows, pipe, clock, all.printers,
+            all.products};
     }
     /// The backslash path of a name in the temporary folder.
     Text path(const std::string& name) { return machine.files().fromMachine(folder / name); }

@@ -2,7 +2,9 @@
 
 #include "platform/Home.h"
 #include "platform/linux/LinuxFileSystem.h"
+#include "platform/linux/LinuxPrinters.h"
 #include "platform/linux/LinuxProcesses.h"
+#include "platform/linux/RegistryProducts.h"
 #include "platform/linux/SocketPipe.h"
 #include "platform/linux/SqliteRegistry.h"
 #include "platform/linux/SystemClock.h"
@@ -22,6 +24,8 @@ public:
     LinuxProcesses& processes() { return m_processes; }
     XcbTopWindows& windows() { return m_windows; }
     SystemClock& clock() { return m_clock; }
+    LinuxPrinters& printers() { return m_printers; }
+    RegistryProducts& products() { return m_products; }
 
     /// References to the ports of this object, which must outlive the result, and to `runningObjects`.
     Platform with(RunningObjects& runningObjects);
@@ -34,6 +38,8 @@ private:
     XcbTopWindows m_windows;
     SocketPipe m_pipe;
     SystemClock m_clock;
+    LinuxPrinters m_printers;
+    RegistryProducts m_products;
 };
 
 } // namespace zn
