@@ -76,9 +76,11 @@ class IArkBatchList : public Object {
 public:
     /// Notes files and folders (with their subfolders).
     virtual Status AddSelection(IArkVault& vault, const ArkSelection& selection) = 0;
-    /// One row for each place of a noted file or of a file that it refers to, directly or not, parents first.
-    /// `columns` are the names of the columns, each on a line of its own. `flag` 1: references in the version to which
-    /// the file refers ("as built"); 0: in their latest. Files that the caller may not read are left out.
+    /// The noted files and all that they refer to, directly or not, parents first; below a part or assembly stand its
+    /// drawings too. A file has a row for each parent (and each sheet that a drawing is known to have), but is a parent
+    /// itself only once for each configuration, so that neither sharing nor a cycle makes the list long. `columns` are
+    /// the names of the columns, each on a line of its own. `flag` 1: references in the version to which the file
+    /// refers ("as built"); 0: in their latest. Files that the caller may not read, or that are gone, are left out.
     virtual Status GetRows(TextView columns, std::int32_t flag, std::vector<ArkListRow>& rows) = 0;
 };
 

@@ -103,6 +103,11 @@ void Folders::forget()
     m_byName.clear();
 }
 
+void Folders::keep(std::int32_t folderId, std::int32_t parentId, TextView name)
+{
+    m_byId[folderId] = {parentId, Text(name)};
+}
+
 std::optional<std::int32_t> Folders::child(std::int32_t parentId, TextView name)
 {
     const std::string key = nameKey(name);

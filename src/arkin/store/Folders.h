@@ -35,6 +35,8 @@ public:
     /// In the order of their names.
     std::vector<std::int32_t> children(std::int32_t folderId);
     void forget();
+    /// Keeps what a larger query has read of a folder, so that nobody asks for it again.
+    void keep(std::int32_t folderId, std::int32_t parentId, zn::TextView name);
 
 private:
     struct Folder {

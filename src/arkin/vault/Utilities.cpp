@@ -15,6 +15,7 @@ zn::ObjectRef makeUtility(const ContextRef& context, zn::ArkUtility kind)
         {zn::ArkUtil_BatchReference, makeBatchReference},
         {zn::ArkUtil_BatchFetch, makeBatchFetch},
         {zn::ArkUtil_BatchQuery, makeBatchQuery},
+        {zn::ArkUtil_BatchList, makeBatchList},
         {zn::ArkUtil_BatchAdd, makeBatchAdd},
     };
     for (const auto& maker : makers) {

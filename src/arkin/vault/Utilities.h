@@ -12,6 +12,7 @@ zn::ObjectRef makeUtility(const ContextRef& context, zn::ArkUtility kind);
 zn::ObjectRef makeBatchAdd(const ContextRef& context);
 zn::ObjectRef makeBatchCardUpdate(const ContextRef& context);
 zn::ObjectRef makeBatchFetch(const ContextRef& context);
+zn::ObjectRef makeBatchList(const ContextRef& context);
 zn::ObjectRef makeBatchQuery(const ContextRef& context);
 zn::ObjectRef makeBatchReference(const ContextRef& context);
 zn::ObjectRef makeBatchUnlock(const ContextRef& context);
