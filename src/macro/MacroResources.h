@@ -6,7 +6,7 @@
 namespace zn {
 
 /// The macro template with which a task of this kind begins, and which a reset brings back, with its placeholders.
-/// A value that is no kind gets the general stub. Raises `E_NOTIMPL` for printing, whose default isn't written yet.
+/// A value that is no kind gets the general stub.
 Text defaultMacro(TaskKind kind);
 
 } // namespace zn

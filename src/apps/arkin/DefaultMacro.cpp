@@ -2,6 +2,7 @@
 
 #include "base/Status.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 
@@ -16,7 +17,7 @@ struct MacroRow {
 
 constexpr MacroRow macros[] = {
     {zn::TaskKind::Conversion, "ConvertFiles.bas"},
-    {zn::TaskKind::General, "ExecuteScript.bas"},
+    {zn::TaskKind::Printing, "PrintFiles.bas"},
 };
 
 } // namespace
@@ -32,16 +33,11 @@ zn::Text readMacro(const std::filesystem::path& file)
 
 zn::Text defaultMacro(zn::TaskKind kind)
 {
-    for (const auto& row : macros) {
-        if (row.kind != kind)
-            continue;
-        const auto program = std::filesystem::read_symlink("/proc/self/exe");
-        const auto installed = program.parent_path().parent_path() / "share/zntask/macros" / row.file;
-        return readMacro(
-            std::filesystem::exists(installed) ? installed : std::filesystem::path(ARKIN_MACRO_FOLDER) / row.file);
-    }
-    throw zn::StatusError(
-        zn::E_NOTIMPL, "This build has no default macro for printing; name your own as 'script' in the task's file.");
+    const auto row = std::ranges::find(macros, kind, &MacroRow::kind);
+    const char* file = row != std::end(macros) ? row->file : "ExecuteScript.bas";
+    const auto program = std::filesystem::read_symlink("/proc/self/exe");
+    const auto installed = program.parent_path().parent_path() / "share/zntask/macros" / file;
+    return readMacro(std::filesystem::exists(installed) ? installed : std::filesystem::path(ARKIN_MACRO_FOLDER) / file);
 }
 
 } // namespace arkin

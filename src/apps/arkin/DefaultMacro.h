@@ -11,8 +11,8 @@ namespace arkin {
 zn::Text readMacro(const std::filesystem::path& file);
 
 /// The macro that a task of this kind starts with, from the product's macro folder: "../share/zntask/macros" beside
-/// the program's folder, or where this build's sources lie. Raises `StatusError` with a sentence for a kind that has
-/// none, or if the file isn't there.
+/// the program's folder, or where this build's sources lie. Raises `StatusError` with a sentence if the file isn't
+/// there.
 zn::Text defaultMacro(zn::TaskKind kind);
 
 } // namespace arkin
