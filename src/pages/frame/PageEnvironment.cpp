@@ -7,6 +7,7 @@
 #include "pages/frame/Strings.h"
 #include "platform/FileSystem.h"
 #include "platform/Platform.h"
+#include "tokenctrl/TokenCtrl.h"
 
 namespace zn {
 
@@ -41,6 +42,14 @@ lexmgr::Library& PageEnvironment::lex()
         m_lex.reset(entry(settingsOf(settings, m_platform.files)));
     }
     return *m_lex;
+}
+
+std::unique_ptr<tokenctrl::TokenBox> PageEnvironment::makeTokenBox()
+{
+    SettingsLight settings(m_platform.registry, m_platform.files, processEnvironment());
+    const auto entry = libraryFunction<tokenctrl::LibraryEntry>(
+        settings, m_platform.files, u"TokenCtrl.dll", tokenctrl::libraryEntry);
+    return std::unique_ptr<tokenctrl::TokenBox>(entry(0));
 }
 
 QString PageEnvironment::text(int number, const char16_t* defaultText, const char16_t* section, const char16_t* file)

@@ -8,6 +8,9 @@
 namespace lexmgr {
 class Library;
 }
+namespace tokenctrl {
+class TokenBox;
+}
 
 namespace zn {
 
@@ -27,6 +30,8 @@ public:
     const Platform& platform() const { return m_platform; }
     /// The library of texts and windows. Raises `StatusError` with a sentence that names what is missing.
     lexmgr::Library& lex();
+    /// A new token edit, not bound to a window yet. Raises the same.
+    std::unique_ptr<tokenctrl::TokenBox> makeTokenBox();
 
     /// A looked-up text; the default file is the product's own. Without an entry of the language the default text.
     QString text(int number, const char16_t* defaultText, const char16_t* section = u"TS",
