@@ -1,8 +1,10 @@
 #include "pages/frame/LexWnd.h"
 
+#include "pages/frame/MessageBoxes.h"
 #include "pages/frame/Strings.h"
 
 #include <QLabel>
+#include <QTimer>
 
 namespace zn {
 
@@ -60,6 +62,16 @@ void LexWnd::mbInitLexWnd(const char16_t* title)
         QWidget* buddy = label->buddy();
         if (buddy && buddy->accessibleName().isEmpty())
             buddy->setAccessibleName(spoken(label->text()));
+    }
+    tellProblems();
+}
+
+/// Says what was wrong with the string files, when the window has come up.
+void LexWnd::tellProblems()
+{
+    for (const Text& problem : m_environment.lex().takeProblems()) {
+        QTimer::singleShot(
+            0, &m_window, [parent = &m_window, problem] { inSlot(parent, [&] { tell(parent, shown(problem)); }); });
     }
 }
 

@@ -59,6 +59,8 @@ protected:
     QString ts(int number, const char16_t* defaultText) const { return m_environment.text(number, defaultText); }
 
 private:
+    void tellProblems();
+
     PageEnvironment& m_environment;
     QWidget& m_window;
     const char16_t* m_name;

@@ -1,7 +1,7 @@
 #include "pages/frame/MessageBoxes.h"
 
-#include "base/Format.h"
 #include "base/Status.h"
+#include "pages/frame/ErrorTexts.h"
 #include "pages/frame/Strings.h"
 
 #include <QApplication>
@@ -19,6 +19,13 @@ QString& unspoken()
     return sentences;
 }
 
+/// Where the sentences of status codes are looked up; null before the library is loaded.
+lexmgr::Library*& strings()
+{
+    static lexmgr::Library* library = nullptr;
+    return library;
+}
+
 QString titleOr(const QString& title) { return title.isEmpty() ? QString::fromLatin1(productName) : title; }
 
 void keep(const QString& sentence)
@@ -26,10 +33,7 @@ void keep(const QString& sentence)
     unspoken() += (unspoken().isEmpty() ? QString() : QStringLiteral(" ")) + sentence;
 }
 
-QString sentenceOf(Status status)
-{
-    return shown(formatText("The operation failed with the status 0x%08X.", static_cast<std::uint32_t>(status)));
-}
+QString sentenceOf(Status status) { return shown(errorText(status, strings())); }
 
 QString currentSentence()
 {
@@ -44,6 +48,8 @@ QString currentSentence()
 }
 
 } // namespace
+
+void speakBy(lexmgr::Library* library) { strings() = library; }
 
 bool attended() { return !qApp->property("unattended").toBool(); }
 

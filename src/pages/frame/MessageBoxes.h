@@ -4,6 +4,10 @@
 
 class QWidget;
 
+namespace lexmgr {
+class Library;
+}
+
 /// How pages speak: plain message boxes over the page's window.
 ///
 /// A host that runs without a person says so by the application's boolean property "unattended". Then no box opens,
@@ -11,6 +15,8 @@ class QWidget;
 namespace zn {
 
 bool attended();
+/// Looks the sentences of status codes up in this library from now on; null: they are English.
+void speakBy(lexmgr::Library* library);
 /// The sentences that found nobody since the last call, separated by blanks.
 QString takeUnspoken();
 

@@ -31,7 +31,11 @@ PageEnvironment::PageEnvironment(const Platform& platform)
 {
 }
 
-PageEnvironment::~PageEnvironment() = default;
+PageEnvironment::~PageEnvironment()
+{
+    if (m_lex)
+        speakBy(nullptr);
+}
 
 lexmgr::Library& PageEnvironment::lex()
 {
@@ -40,6 +44,7 @@ lexmgr::Library& PageEnvironment::lex()
         const auto entry
             = libraryFunction<lexmgr::LibraryEntry>(settings, m_platform.files, u"LexMgr.dll", lexmgr::libraryEntry);
         m_lex.reset(entry(settingsOf(settings, m_platform.files)));
+        speakBy(m_lex.get());
     }
     return *m_lex;
 }
