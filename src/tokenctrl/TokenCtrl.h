@@ -60,6 +60,7 @@ public:
 
     /// Shows the menu under the button (none: under the edit) and returns at once; the pattern that a person chooses is
     /// put at the caret, in place of what is selected. False if there is nothing to show. `parentMenu` is none.
+    /// A dialog with a menu of its own inserts with the edit's `QTextEdit::insertPlainText`.
     virtual bool mbShowMenu(QWidget* button, TokenBoxParentMenu* parentMenu) = 0;
 };
 

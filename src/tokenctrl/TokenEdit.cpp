@@ -136,16 +136,22 @@ void TokenEdit::edit(const std::function<void()>& change, bool continuesLast)
     m_isEditing = false;
     if (std::exchange(m_hasChanged, false)) {
         ensureCursorVisible();
-        textWasChanged();
+        notify();
     }
 }
 
 void TokenEdit::textWasChanged()
 {
-    if (m_isEditing) {
+    if (m_isEditing)
         m_hasChanged = true;
-        return;
-    }
+    else if (document()->isRedoAvailable())
+        notify(); // somebody goes through the steps of undo, each of which has its tokens
+    else
+        edit([this] { m_hasChanged = true; }, true); // a change from outside, such as one of the context menu
+}
+
+void TokenEdit::notify()
+{
     // The callback may set the text, which is a change of which it is told in turn.
     const bool wasNotifying = std::exchange(m_isNotifying, true);
     if (onChanged)

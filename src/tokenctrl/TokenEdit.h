@@ -55,6 +55,7 @@ private:
     /// `change` does and the tokens that come of it. Then it is told.
     void edit(const std::function<void()>& change, bool continuesLast = false);
     void textWasChanged();
+    void notify();
     /// Turns each pattern of the document's text into a token.
     void tokenise();
     void replaceByTyped(const QString& text);

@@ -103,6 +103,19 @@ TEST(TokenEditing, UndoAndRedoGoOverTokens)
     EXPECT_EQ(window.told.back(), "x<Path>");
 }
 
+TEST(TokenEditing, AMenuOfTheDialogInsertsATokenThatCanBeUndone)
+{
+    BoxWindow window;
+    window.box->mvSetText(u"ab");
+    window.key(Qt::Key_Left);
+    window.told.clear();
+    window.edit->insertPlainText("<Path>");
+    EXPECT_EQ(window.shown(), "a#|b");
+    EXPECT_EQ(window.told, std::vector<QString>{"a<Path>b"});
+    window.key(Qt::Key_Z, Qt::ControlModifier, 2);
+    EXPECT_EQ(window.text(), "ab");
+}
+
 TEST(TokenEditing, TheCallbackMayReplaceWhatWasTypedAndUndoTakesBothBack)
 {
     BoxWindow window;
