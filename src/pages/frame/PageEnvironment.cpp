@@ -1,5 +1,6 @@
 #include "pages/frame/PageEnvironment.h"
 
+#include "flowicons/FlowIcons.h"
 #include "lexmgr/LexMgr.h"
 #include "pages/frame/ClosedLibrary.h"
 #include "pages/frame/MessageBoxes.h"
@@ -35,6 +36,25 @@ PageEnvironment::~PageEnvironment()
 {
     if (m_lex)
         speakBy(nullptr);
+}
+
+template <class Entry> Entry PageEnvironment::entryOf(const char16_t* library, const char* name)
+{
+    SettingsLight settings(m_platform.registry, m_platform.files, processEnvironment());
+    return libraryFunction<Entry>(settings, m_platform.files, library, name);
+}
+
+std::unique_ptr<tokenctrl::TokenBox> PageEnvironment::makeTokenBox()
+{
+    const auto entry = entryOf<tokenctrl::LibraryEntry>(u"TokenCtrl.dll", tokenctrl::libraryEntry);
+    return std::unique_ptr<tokenctrl::TokenBox>(entry(0));
+}
+
+QIcon PageEnvironment::flowIcon(flowicons::Picture picture)
+{
+    if (!m_flowIcons)
+        m_flowIcons.reset(entryOf<flowicons::LibraryEntry>(u"FlowIcons.dll", flowicons::libraryEntry)());
+    return m_flowIcons->icon(picture);
 }
 
 lexmgr::Library& PageEnvironment::lex()

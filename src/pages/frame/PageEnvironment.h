@@ -5,6 +5,12 @@
 #include <memory>
 #include <QString>
 
+class QIcon;
+
+namespace flowicons {
+class Library;
+enum class Picture;
+}
 namespace lexmgr {
 class Library;
 }
@@ -37,8 +43,17 @@ public:
     QString text(int number, const char16_t* defaultText, const char16_t* section = u"TS",
         const char16_t* file = u"ZNTaskAddIn");
 
+    /// A token edit, which belongs to the caller. Raises `StatusError` like `lex`.
+    std::unique_ptr<tokenctrl::TokenBox> makeTokenBox();
+    /// An icon of the library of shared icons. Raises `StatusError` like `lex`.
+    QIcon flowIcon(flowicons::Picture picture);
+
 private:
+    /// The exported function of one of the closed libraries, which is loaded when it isn't yet.
+    template <class Entry> Entry entryOf(const char16_t* library, const char* name);
+
     const Platform& m_platform;
+    std::unique_ptr<flowicons::Library> m_flowIcons;
     std::unique_ptr<lexmgr::Library> m_lex;
 };
 
