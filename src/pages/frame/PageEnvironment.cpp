@@ -69,14 +69,6 @@ lexmgr::Library& PageEnvironment::lex()
     return *m_lex;
 }
 
-std::unique_ptr<tokenctrl::TokenBox> PageEnvironment::makeTokenBox()
-{
-    SettingsLight settings(m_platform.registry, m_platform.files, processEnvironment());
-    const auto entry = libraryFunction<tokenctrl::LibraryEntry>(
-        settings, m_platform.files, u"TokenCtrl.dll", tokenctrl::libraryEntry);
-    return std::unique_ptr<tokenctrl::TokenBox>(entry(0));
-}
-
 QString PageEnvironment::text(int number, const char16_t* defaultText, const char16_t* section, const char16_t* file)
 {
     return shown(lex().TSS_internal(number, section, file, defaultText));

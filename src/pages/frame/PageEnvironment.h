@@ -38,15 +38,12 @@ public:
     lexmgr::Library& lex();
     /// A new token edit, not bound to a window yet. Raises the same.
     std::unique_ptr<tokenctrl::TokenBox> makeTokenBox();
+    /// An icon of the library of shared icons. Raises the same.
+    QIcon flowIcon(flowicons::Picture picture);
 
     /// A looked-up text; the default file is the product's own. Without an entry of the language the default text.
     QString text(int number, const char16_t* defaultText, const char16_t* section = u"TS",
         const char16_t* file = u"ZNTaskAddIn");
-
-    /// A token edit, which belongs to the caller. Raises `StatusError` like `lex`.
-    std::unique_ptr<tokenctrl::TokenBox> makeTokenBox();
-    /// An icon of the library of shared icons. Raises `StatusError` like `lex`.
-    QIcon flowIcon(flowicons::Picture picture);
 
 private:
     /// The exported function of one of the closed libraries, which is loaded when it isn't yet.
