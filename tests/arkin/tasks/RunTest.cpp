@@ -3,6 +3,7 @@
 #include "arkin/tasks/AddInModule.h"
 #include "arkin/tasks/Launch.h"
 #include "arkin/tasks/Worker.h"
+#include "classstore/ClassLibrary.h"
 
 #include <gmock/gmock.h>
 
@@ -89,7 +90,7 @@ TEST_F(RunTest, SaysWhyAnAddInIsNotLoaded)
     } rows[] = {
         {u"Test.Nobody",
             "The add-in 'Test.Nobody' isn't registered here; 'arkin addin register LIBRARY' registers it."},
-        {u"Test.Gone", "The add-in's library /nowhere/gone.so isn't there; build it or register it anew."},
+        {u"Test.Gone", "The library /nowhere/gone.so isn't there; build it or register it anew."},
         {u"Test.Unknown", "doesn't offer the class {UNKNOWN} (0x80040111)"},
         {u"Test.Stranger", "is refused: its object isn't a vault add-in."},
     };
@@ -97,8 +98,8 @@ TEST_F(RunTest, SaysWhyAnAddInIsNotLoaded)
         EXPECT_THAT(sentenceOf([&] { loadAddIn(here.registry, here.files, row.programId); }), HasSubstr(row.sentence));
     const std::filesystem::path text = folder / "text.so";
     std::ofstream(text) << "no library";
-    EXPECT_THAT(sentenceOf([&] { AddInModule module(text); }), HasSubstr("can't be loaded"));
-    EXPECT_THAT(sentenceOf([] { AddInModule(ZN_BIN_DIR "/libTestAddIn.so").unregisterServer(); }),
+    EXPECT_THAT(sentenceOf([&] { zn::ClassLibrary module(text); }), HasSubstr("can't be loaded"));
+    EXPECT_THAT(sentenceOf([] { zn::ClassLibrary(ZN_BIN_DIR "/libTestAddIn.so").unregisterServer(); }),
         HasSubstr("couldn't be unregistered (0x80070005)"));
 }
 

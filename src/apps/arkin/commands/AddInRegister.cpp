@@ -1,7 +1,7 @@
 #include "Factories.h"
 #include "Output.h"
 
-#include "arkin/tasks/AddInModule.h"
+#include "classstore/ClassLibrary.h"
 
 #include <iostream>
 
@@ -12,7 +12,7 @@ namespace {
 /// Registering and unregistering differ in the library's function alone.
 class AddInRegistration : public Command {
 public:
-    using Function = void (AddInModule::*)() const;
+    using Function = void (zn::ClassLibrary::*)() const;
     AddInRegistration(Function function, const char* done)
         : m_function(function)
         , m_done(done)
@@ -25,7 +25,7 @@ public:
     {
         session.platform(); // the library writes to the registry of this home
         const auto path = std::filesystem::absolute(m_path);
-        (AddInModule(path).*m_function)();
+        (zn::ClassLibrary(path).*m_function)();
         if (session.json())
             printJson({{"library", path.string()}, {"done", m_done}});
         else
@@ -43,12 +43,12 @@ private:
 
 MadeCommand addInRegisterCommand()
 {
-    return std::make_unique<AddInRegistration>(&AddInModule::registerServer, "registered");
+    return std::make_unique<AddInRegistration>(&zn::ClassLibrary::registerServer, "registered");
 }
 
 MadeCommand addInUnregisterCommand()
 {
-    return std::make_unique<AddInRegistration>(&AddInModule::unregisterServer, "unregistered");
+    return std::make_unique<AddInRegistration>(&zn::ClassLibrary::unregisterServer, "unregistered");
 }
 
 } // namespace arkin

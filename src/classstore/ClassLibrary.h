@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/Object.h"
+#include "base/Text.h"
+
+#include <filesystem>
+
+namespace zn {
+
+/// A library of classes on this machine (host/Module.h) that stays loaded as long as this object lives, and beyond
+/// when it says itself that objects of it are left.
+class ClassLibrary {
+public:
+    /// Raises `StatusError` with a sentence if the library isn't there, can't be loaded, or lacks an export.
+    explicit ClassLibrary(const std::filesystem::path& library);
+    ClassLibrary(const ClassLibrary&) = delete;
+    ClassLibrary& operator=(const ClassLibrary&) = delete;
+    ~ClassLibrary();
+
+    /// Makes an object of a class. Raises `StatusError` with a sentence.
+    ObjectRef create(const Text& classId) const;
+    /// Calls `DllRegisterServer` or `DllUnregisterServer`. Raises `StatusError` with a sentence.
+    void registerServer() const;
+    void unregisterServer() const;
+
+private:
+    void* symbol(const char* name) const;
+    void callFunction(const char* name, const char* what) const;
+
+    std::filesystem::path m_library;
+    void* m_handle = nullptr;
+};
+
+} // namespace zn
