@@ -9,6 +9,15 @@ namespace arkin {
 
 namespace {
 
+/// The host's own control, which add-ins make through the class store, is registered along with them. It isn't part of
+/// an installation without windows.
+void registerControls()
+{
+    const auto library = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "libarkin-reftree.so";
+    if (std::filesystem::exists(library))
+        zn::ClassLibrary(library).registerServer();
+}
+
 /// Registering and unregistering differ in the library's function alone.
 class AddInRegistration : public Command {
 public:
@@ -26,6 +35,8 @@ public:
         session.platform(); // the library writes to the registry of this home
         const auto path = std::filesystem::absolute(m_path);
         (zn::ClassLibrary(path).*m_function)();
+        if (m_function == &zn::ClassLibrary::registerServer)
+            registerControls();
         if (session.json())
             printJson({{"library", path.string()}, {"done", m_done}});
         else
