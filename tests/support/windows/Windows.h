@@ -1,0 +1,23 @@
+#pragma once
+
+#include "support/windows/Desk.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zn::test {
+
+/// What is done with a window that stands there as a person would see it.
+using Look = std::function<void(QWidget& window)>;
+
+/// One state of a page or dialog of the product.
+struct WindowCase {
+    std::string name; ///< a file name: "MenuCommandDlg", "ConversionSettingsPageDlg-3dpdf"
+    /// Opens the window, lets `look` at it and closes it.
+    std::function<void(Desk& desk, const Look& look)> open;
+};
+
+const std::vector<WindowCase>& allWindows();
+
+} // namespace zn::test
