@@ -1,5 +1,10 @@
 #include "addin/TaskVariables.h"
 
+#include "addin/FormatOptions.h"
+
+#include <algorithm>
+#include <array>
+
 namespace zn {
 
 namespace {
@@ -13,7 +18,7 @@ constexpr ValueType String = ValueType::String;
 constexpr std::monostate none{};
 constexpr TextView noText = u"";
 
-constexpr TaskVariable table[] = {
+constexpr TaskVariable ownVariables[] = {
     // name, type, owner, assumed if absent, stored for a new task
     {u"__type", Integer, ScriptPage, 3, none},
     {u"__script", String, ScriptPage, none, none}, // a missing one ends the run
@@ -66,48 +71,30 @@ constexpr TaskVariable table[] = {
     {u"__printer_autoselectrefstype", Integer, PrintPages, 1, 1},
     {u"__printer_refversiontype", Integer, PrintPages, none, 2}, // the launch's tests assume 2, its buttons 0
     {u"__printer_copycount", Integer, PrintPages, 1, none},      // written at launch only
-
-    {u"AcisGeometry", Integer, FormatOptions, none, 0}, {u"AcisVersion", Integer, FormatOptions, none, 18},
-    {u"AcisOutputAsUnit", Integer, FormatOptions, none, 0}, {u"StepGeometry", Integer, FormatOptions, none, 0},
-    {u"StepVersion", Integer, FormatOptions, none, 203}, {u"ParasolidVersion", Integer, FormatOptions, none, 17},
-    {u"ParasolidFlattenHierarchy", Boolean, FormatOptions, none, false},
-    {u"PdfInColor", Boolean, FormatOptions, none, true}, {u"PdfEmbedFonts", Boolean, FormatOptions, none, true},
-    {u"PdfHighQuality", Boolean, FormatOptions, none, false},
-    {u"PdfPrintHeaderFooter", Boolean, FormatOptions, none, false},
-    {u"PdfUsePrinterLineWeights", Boolean, FormatOptions, none, true},
-    {u"IgesExportSolidSurface", Boolean, FormatOptions, none, true},
-    {u"IgesRepresentation", Integer, FormatOptions, none, 0},
-    {u"IgesExportWireframe", Boolean, FormatOptions, none, false},
-    {u"IgesCurveRepresentation", Integer, FormatOptions, none, 0}, {u"IgesSystem", Integer, FormatOptions, none, 0},
-    {u"IgesExportFreeCurves", Boolean, FormatOptions, none, true},
-    {u"IgesExportSketchEntities", Boolean, FormatOptions, none, false},
-    {u"IgesHighCurveAccuracy", Boolean, FormatOptions, none, true},
-    {u"IgesComponentsIntoOneFile", Boolean, FormatOptions, none, true},
-    {u"IgesFlattenAssemblyHierarchy", Boolean, FormatOptions, none, true},
-    {u"StlOutputAs", Boolean, FormatOptions, none, true}, // true is binary
-    {u"StlOutputAsUnit", Integer, FormatOptions, none, 0}, {u"StlQuality", Integer, FormatOptions, none, 1},
-    {u"StlDontTranslatePositive", Boolean, FormatOptions, none, false},
-    {u"StlComponentsIntoOneFile", Boolean, FormatOptions, none, false},
-    {u"StlCheckForInterferences", Boolean, FormatOptions, none, false},
-    {u"TifImageType", Integer, FormatOptions, none, 1}, {u"TifCompressionScheme", Integer, FormatOptions, none, 0},
-    {u"VrmlOutputAsUnit", Integer, FormatOptions, none, 0}, // the dialog's reset stores other values than a new task
-    {u"VrmlSaveAssemblyAsOneFile", Boolean, FormatOptions, none, false},
-    {u"VwpnOkayToMeasure", Boolean, FormatOptions, none, false},
-    {u"VwpnAllowExportOfSTL", Boolean, FormatOptions, none, false},
-    {u"VwpnSaveShadedData", Boolean, FormatOptions, none, true}, {u"VwpnSaveBOM", Boolean, FormatOptions, none, true},
-    {u"VwpnSaveMotionStudies", Boolean, FormatOptions, none, true},
-    {u"VwpnSaveMotionStudiesToAllConfs", Boolean, FormatOptions, none, false},
-    {u"VwpnRecalcMotionStudies", Boolean, FormatOptions, none, true},
-    {u"SheetMetalGeometry", Integer, FormatOptions, none, 1}, // check boxes stored as integers
-    {u"SheetMetalHiddenEdges", Integer, FormatOptions, none, 1},
-    {u"SheetMetalBendLines", Integer, FormatOptions, none, 1}, {u"SheetMetalSketches", Integer, FormatOptions, none, 1},
-    {u"SheetMetalLibraryFeatures", Integer, FormatOptions, none, 1},
-    {u"SheetMetalFormingTools", Integer, FormatOptions, none, 1},
-    {u"SheetMetalBoundingBox", Integer, FormatOptions, none, 1},
-    {u"SheetMetalMergeCoplanar", Integer, FormatOptions, none, 0},
-    {u"SheetMetalExportAs", Boolean, FormatOptions, none, true}, // true is a single file
-    {u"SheetMetalOptions", Integer, FormatOptions, none, 2175},  // computed from the eight settings above
 };
+
+constexpr std::size_t formatOptionCount()
+{
+    std::size_t count = 0;
+    for (const std::span<const FormatOption> options : formatOptionTables)
+        count += options.size();
+    return count;
+}
+
+constexpr TaskVariable variableOf(const FormatOption& option)
+{
+    const VariableDefault initial
+        = option.type == Boolean ? VariableDefault(option.initial != 0) : VariableDefault(option.initial);
+    return {option.name, option.type, FormatOptions, none, initial};
+}
+
+constexpr auto table = [] {
+    std::array<TaskVariable, std::size(ownVariables) + formatOptionCount()> all{};
+    auto* next = std::copy(std::begin(ownVariables), std::end(ownVariables), all.begin());
+    for (const std::span<const FormatOption> options : formatOptionTables)
+        next = std::transform(options.begin(), options.end(), next, variableOf);
+    return all;
+}();
 
 bool isStored(VariableOwner owner, TaskKind kind)
 {
