@@ -4,6 +4,7 @@
 #include "pages/frame/Page.h"
 #include "pages/frame/Strings.h"
 #include "pages/menu/MenuCommandDlg.h"
+#include "pages/script/ScriptPageDlg.h"
 
 namespace zn {
 
@@ -57,7 +58,17 @@ std::unique_ptr<TaskPage> Pages::makeOutputFileDetailsPage(const PageSetting&, C
 
 std::unique_ptr<TaskPage> Pages::makeFileDetailsPage(const PageSetting&, bool) { notThere("page for a run's files"); }
 
-std::unique_ptr<TaskPage> Pages::makePage(PageName, const PageSetting&) { notThere("page of this name"); }
+std::unique_ptr<TaskPage> Pages::makePage(PageName name, const PageSetting& setting)
+{
+    QWidget* parent = windowOf(setting.parentWindow);
+    switch (name) {
+    case PageName::Script:
+        return std::make_unique<PageHandle<TaskPage, CScriptPageDlg>>(
+            new CScriptPageDlg(m_environment, parent, CScriptPageDlg::Form::Page));
+    default:
+        notThere("page of this name");
+    }
+}
 
 bool Pages::askSelection(const PageSetting&, const Text&, ArkSelection&) { notThere("dialog for the selection"); }
 

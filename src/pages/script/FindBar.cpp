@@ -64,8 +64,8 @@ void FindBar::setTexts(const MacroEditorTexts& texts)
     m_next->setText(texts.next);
     m_previous->setText(texts.previous);
     m_matchCase->setText(texts.matchCase);
-    m_close->setToolTip(texts.close);
-    m_close->setAccessibleName(texts.close);
+    m_close->setToolTip(texts.closeFind);
+    m_close->setAccessibleName(texts.closeFind);
     m_notFound = texts.notFound;
     m_wrapped = texts.wrapped;
 }

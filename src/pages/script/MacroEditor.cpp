@@ -37,7 +37,7 @@ MacroEditor::MacroEditor(QWidget* parent)
     addShortcut(QKeySequence::FindPrevious, &MacroEditor::findPrevious);
     connect(m_edit, &QPlainTextEdit::textChanged, this, [this] { m_checker.sourceChanged(); });
     connect(m_edit, &QPlainTextEdit::cursorPositionChanged, this, [this] { updateStatus(); });
-    setTexts({});
+    setTexts(englishEditorTexts());
     m_checker.sourceChanged();
 }
 
@@ -53,7 +53,6 @@ void MacroEditor::addShortcut(const QKeySequence& keys, void (MacroEditor::*acti
 void MacroEditor::setTexts(const MacroEditorTexts& texts)
 {
     m_texts = texts;
-    m_edit->setAccessibleName(texts.editorName);
     m_edit->setAccessibleDescription(texts.leaveHint);
     m_findBar->setTexts(texts);
     updateStatus();
@@ -86,7 +85,7 @@ void MacroEditor::updateStatus()
     const TemplateProblem& told = here == m_problems.end() ? m_problems.front() : *here;
     QString text = m_texts.problem.arg(told.line).arg(shown(told.message));
     if (m_problems.size() > 1)
-        text += QLatin1Char(' ') + m_texts.moreProblems.arg(m_problems.size());
+        text += QLatin1Char(' ') + m_texts.severalProblems.arg(m_problems.size());
     m_status->setText(text);
 }
 
