@@ -13,6 +13,7 @@ zn::ObjectRef makeUtility(const ContextRef& context, zn::ArkUtility kind)
         {zn::ArkUtil_BatchCardUpdate, makeBatchCardUpdate},
         {zn::ArkUtil_BatchUnlock, makeBatchUnlock},
         {zn::ArkUtil_BatchReference, makeBatchReference},
+        {zn::ArkUtil_VariableMgr, makeVariableMgr},
         {zn::ArkUtil_BatchFetch, makeBatchFetch},
         {zn::ArkUtil_BatchQuery, makeBatchQuery},
         {zn::ArkUtil_BatchList, makeBatchList},

@@ -5,7 +5,7 @@
 
 namespace arkin {
 
-/// Makes a batch utility of the vault. Raises E_INVALIDARG for a kind that the vault doesn't have.
+/// Makes a utility of the vault. Raises E_INVALIDARG for a kind that the vault doesn't have.
 zn::ObjectRef makeUtility(const ContextRef& context, zn::ArkUtility kind);
 
 // One maker for each utility, beside its class.
@@ -16,6 +16,8 @@ zn::ObjectRef makeBatchList(const ContextRef& context);
 zn::ObjectRef makeBatchQuery(const ContextRef& context);
 zn::ObjectRef makeBatchReference(const ContextRef& context);
 zn::ObjectRef makeBatchUnlock(const ContextRef& context);
+/// The vault object itself, which lists the card variables.
+zn::ObjectRef makeVariableMgr(const ContextRef& context);
 
 /// Raises E_INVALIDARG unless the object that came from outside is the vault of the context.
 void requireSameVault(ObjectContext& context, zn::IArkVault& vault);

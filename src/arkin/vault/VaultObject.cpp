@@ -86,6 +86,8 @@ Status VaultObject::CreateUtility(zn::ArkUtility kind, zn::ObjectRef& utility)
     });
 }
 
+zn::ObjectRef makeVariableMgr(const ContextRef& context) { return std::make_shared<VaultObject>(context); }
+
 Status VaultObject::BrowseForFile(std::int32_t, std::int32_t, zn::TextView, zn::TextView, std::vector<zn::Text>&)
 {
     return zn::E_ARK_NO_DESKTOP;

@@ -11,7 +11,12 @@ class VaultObject final : public zn::IArkVault, public zn::IArkVariableMgr {
 public:
     /// `vault` outlives this object and everything that it gives out.
     explicit VaultObject(Vault& vault)
-        : m_context(std::make_shared<ObjectContext>(vault))
+        : VaultObject(std::make_shared<ObjectContext>(vault))
+    {
+    }
+    /// Another object for the same open vault.
+    explicit VaultObject(ContextRef context)
+        : m_context(std::move(context))
     {
     }
 
