@@ -60,8 +60,11 @@ void AdvancedConvOpFrame::placeControls(QWidget* child)
     if (child)
         rows->addWidget(child);
     rows->addStretch();
+    rows->addSpacing(rows->spacing());
     rows->addLayout(buttons);
-    setMinimumWidth(environment().lex().dpi().scaleX(leastWidth));
+    // Not the window's own minimum, which would replace that of its contents.
+    const QMargins margins = rows->contentsMargins();
+    rows->addStrut(environment().lex().dpi().scaleX(leastWidth) - margins.left() - margins.right());
 }
 
 void AdvancedConvOpFrame::resetAll()

@@ -131,6 +131,7 @@ QComboBox* CConvOpDlg::addList(
     int number, const char* role, TextView name, std::span<const ListRow> rows, ListOrder order, const char16_t* spoken)
 {
     auto* list = m_window->control<QComboBox>(number, role, spoken);
+    list->setSizeAdjustPolicy(QComboBox::AdjustToContents); // the rows come when the window has its size already
     std::int32_t* value = &setting(name);
     QObject::connect(list, &QComboBox::activated, list, [list, value](int row) {
         if (row >= 0)
