@@ -4,6 +4,7 @@
 #include "support/windows/Windows.h"
 
 #include <gmock/gmock.h>
+#include <QImage>
 
 namespace zn::test {
 namespace {
@@ -53,8 +54,35 @@ TEST_P(LayoutTest, ShowsEveryControlWholeAtTwiceTheSize)
 
 TEST_P(LayoutTest, NamesEveryControl)
 {
-    Desk desk;
-    GetParam().open(desk, [&](QWidget& shown) { EXPECT_THAT(namingFaults(shown), IsEmpty()) << GetParam().name; });
+    for (const char16_t* language : {u"GB", u"DE"}) {
+        Desk desk(language);
+        GetParam().open(desk, [&](QWidget& shown) {
+            EXPECT_THAT(namingFaults(shown), IsEmpty()) << GetParam().name << " in " << toUtf8(language);
+        });
+    }
+}
+
+/// How light a picture is on average, from 0 to 255.
+int lightness(QWidget& window)
+{
+    const QImage picture = window.window()->grab().toImage().scaled(64, 64);
+    int sum = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            sum += qGray(picture.pixel(x, y));
+    }
+    return sum / (picture.width() * picture.height());
+}
+
+TEST_P(LayoutTest, TakesItsColoursFromThePalette)
+{
+    const QPalette before = QApplication::palette();
+    for (const auto& [ground, dark] : {std::pair(QColor(40, 40, 44), true), std::pair(QColor(239, 239, 239), false)}) {
+        QApplication::setPalette(QPalette(ground));
+        Desk desk;
+        GetParam().open(desk, [&](QWidget& shown) { EXPECT_EQ(lightness(shown) < 128, dark) << GetParam().name; });
+    }
+    QApplication::setPalette(before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Windows, LayoutTest, ::testing::ValuesIn(allWindows()), [](const auto& window) {

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -19,6 +20,7 @@
 #include <QTextEdit>
 
 #include <algorithm>
+#include <map>
 
 namespace zn::test {
 
@@ -199,6 +201,20 @@ void checkNames(const QWidget& parent, Faults& faults)
     }
 }
 
+/// The letters that Alt reaches, by the control that has each first.
+void checkMnemonics(const QWidget& parent, std::map<QString, std::string>& taken, Faults& faults)
+{
+    for (const QWidget* child : visibleChildren(parent)) {
+        const QString letter = QKeySequence::mnemonic(textOf(*child)).toString();
+        if (!letter.isEmpty()) {
+            const auto [first, fresh] = taken.emplace(letter, nameOf(*child));
+            if (!fresh)
+                faults.push_back(nameOf(*child) + " has the same key as " + first->second);
+        }
+        checkMnemonics(*child, taken, faults);
+    }
+}
+
 } // namespace
 
 Faults layoutFaults(const QWidget& window)
@@ -212,6 +228,8 @@ Faults namingFaults(const QWidget& window)
 {
     Faults faults;
     checkNames(window, faults);
+    std::map<QString, std::string> taken;
+    checkMnemonics(window, taken, faults);
     return faults;
 }
 

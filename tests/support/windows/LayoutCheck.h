@@ -11,7 +11,8 @@ namespace zn::test {
 /// neighbour or that sticks out of its parent. One sentence each, naming the control.
 std::vector<std::string> layoutFaults(const QWidget& window);
 
-/// Controls that neither show a text nor tell a screen reader a name, and those without an object name.
+/// Controls that neither show a text nor tell a screen reader a name, those without an object name, and those that
+/// share the key of another one.
 std::vector<std::string> namingFaults(const QWidget& window);
 
 } // namespace zn::test

@@ -1,0 +1,64 @@
+// Takes a picture of every window of the product.
+//
+//   screenshots FOLDER [LANGUAGE [WINDOW...]]
+
+#include "support/windows/Windows.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QPixmap>
+
+#include <algorithm>
+#include <iostream>
+
+namespace {
+
+using namespace zn;
+
+/// A picture with a palette is a fraction of the size, and these have few colours.
+bool savePicture(QWidget& window, const std::filesystem::path& file)
+{
+    const QImage picture = window.window()->grab().toImage();
+    const QImage small = picture.convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither | Qt::AvoidDither);
+    return small.save(QString::fromStdString(file.string()), "PNG", 0);
+}
+
+int takePictures(
+    const std::filesystem::path& folder, const std::string& language, const std::vector<std::string>& names)
+{
+    std::filesystem::create_directories(folder);
+    int failures = 0;
+    for (const test::WindowCase& each : test::allWindows()) {
+        if (!names.empty() && std::find(names.begin(), names.end(), each.name) == names.end())
+            continue;
+        const std::filesystem::path file = folder / (each.name + ".png");
+        bool saved = false;
+        test::Desk desk(toText(language));
+        each.open(desk, [&](QWidget& window) { saved = savePicture(window, file); });
+        std::cout << (saved ? "" : "not saved: ") << file.string() << '\n';
+        failures += saved ? 0 : 1;
+    }
+    return failures;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.empty()) {
+        std::cerr << "usage: screenshots FOLDER [LANGUAGE [WINDOW...]]\n";
+        return 2;
+    }
+    try {
+        const std::string language = arguments.size() > 1 ? arguments[1] : "GB";
+        const std::vector<std::string> names(
+            arguments.begin() + std::min<std::ptrdiff_t>(2, std::ssize(arguments)), arguments.end());
+        return takePictures(arguments[0], language, names) == 0 ? 0 : 1;
+    } catch (const std::exception& error) {
+        std::cerr << "screenshots: " << error.what() << '\n';
+        return 1;
+    }
+}
