@@ -1,5 +1,6 @@
 #include "pages/Pages.h"
 
+#include "pages/conversion/ConversionSettingsPageDlg.h"
 #include "pages/frame/MessageBoxes.h"
 #include "pages/frame/Page.h"
 #include "pages/frame/Strings.h"
@@ -14,6 +15,18 @@ class MenuCommandHandle final : public PageHandle<MenuCommandPage, CMenuCommandD
 public:
     using PageHandle::PageHandle;
     MenuChoice choice() const override { return present().choice(); }
+};
+
+class ConversionHandle final : public PageHandle<ConversionPage, CConversionSettingsPageDlg> {
+public:
+    using PageHandle::PageHandle;
+    void loadForLaunch(const ObjectRef& instance, std::int32_t selectedKinds) override
+    {
+        present().LoadSettings(instance, selectedKinds);
+    }
+    bool isPageNeeded() const override { return present().isPageNeeded(); }
+    Text formatLabel() const override { return present().formatLabel(); }
+    std::int32_t formatCode() const override { return present().formatCode(); }
 };
 
 [[noreturn]] void notThere(const char* what)
@@ -46,9 +59,10 @@ std::unique_ptr<MenuCommandPage> Pages::makeMenuCommandPage(const PageSetting& s
         new CMenuCommandDlg(m_environment, windowOf(setting.parentWindow), setting.kind));
 }
 
-std::unique_ptr<ConversionPage> Pages::makeConversionPage(const PageSetting&, bool)
+std::unique_ptr<ConversionPage> Pages::makeConversionPage(const PageSetting& setting, bool launch)
 {
-    notThere("page for conversion settings");
+    return std::make_unique<ConversionHandle>(
+        new CConversionSettingsPageDlg(m_environment, windowOf(setting.parentWindow), setting, launch));
 }
 
 std::unique_ptr<TaskPage> Pages::makeOutputFileDetailsPage(const PageSetting&, ConversionPage&)

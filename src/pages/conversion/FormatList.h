@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+class QComboBox;
+class QString;
+
+namespace zn {
+
+class PageEnvironment;
+
+/// Fills an image combo box with the output formats; each row's data is the format's code. At a launch the row
+/// "<Prompt the user>" is missing, so that positions and codes differ. The first row is selected.
+void fillFormatList(QComboBox& list, PageEnvironment& environment, bool launch);
+
+/// The code of the selected row.
+std::int32_t selectedFormat(const QComboBox& list);
+
+/// Selects the row of that label, compared without regard to case. If there is none it selects the first row and
+/// returns false.
+bool selectFormat(QComboBox& list, const QString& label);
+
+} // namespace zn

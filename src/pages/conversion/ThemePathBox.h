@@ -1,0 +1,42 @@
+#pragma once
+
+#include "tokenctrl/TokenCtrl.h"
+
+#include <functional>
+#include <memory>
+#include <QObject>
+
+class QLabel;
+class QToolButton;
+class QWidget;
+
+namespace zn {
+
+class IArkVault;
+class PageEnvironment;
+
+/// The edit of a theme's folder: a path that knows the vault's root as its one token, with the line that shows the path
+/// resolved. The widgets belong to the page.
+class ThemePathBox final : public QObject, private tokenctrl::TokenBoxCallback {
+public:
+    ThemePathBox(PageEnvironment& environment, std::shared_ptr<IArkVault> vault, QWidget* place,
+        QToolButton* menuButton, QLabel* example);
+    ~ThemePathBox() override;
+
+    std::u16string text() const { return m_box->moGetText(); }
+    void setText(std::u16string_view text) { m_box->mvSetText(text); }
+
+private:
+    void OnTokenTextChanged(tokenctrl::TokenBox& box) override;
+    void showMenu();
+    void insertVaultPath();
+
+    PageEnvironment& m_environment;
+    std::shared_ptr<IArkVault> m_vault;
+    QWidget* m_place;
+    QToolButton* m_menuButton;
+    QLabel* m_example;
+    std::unique_ptr<tokenctrl::TokenBox> m_box;
+};
+
+} // namespace zn
