@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QLabel>
 #include <QTextDocument>
 
 namespace tokenctrl {
@@ -29,10 +28,7 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        if (kind == QAccessible::Value)
-            return edit().plainText();
-        const QString own = QAccessibleWidget::text(kind);
-        return kind == QAccessible::Name && own.isEmpty() ? nameOfPlace() : own;
+        return kind == QAccessible::Value ? edit().plainText() : QAccessibleWidget::text(kind);
     }
 
     void setText(QAccessible::Text kind, const QString& text) override
@@ -102,21 +98,6 @@ public:
 private:
     TokenEdit& edit() const { return *static_cast<TokenEdit*>(widget()); }
     int plainOffset(int position) const { return static_cast<int>(edit().plainBetween(0, position).size()); }
-
-    /// The edit stands in a place that a label names.
-    QString nameOfPlace() const
-    {
-        const QWidget* place = edit().parentWidget();
-        if (!place)
-            return {};
-        if (!place->accessibleName().isEmpty())
-            return place->accessibleName();
-        for (const QLabel* label : edit().window()->findChildren<QLabel*>()) {
-            if (label->buddy() == place)
-                return label->text().remove(QLatin1Char('&'));
-        }
-        return {};
-    }
 };
 
 QAccessibleInterface* make(const QString&, QObject* object)

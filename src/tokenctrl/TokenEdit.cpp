@@ -7,6 +7,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
@@ -297,6 +298,26 @@ bool TokenEdit::viewportEvent(QEvent* event)
         }
     }
     return QTextEdit::viewportEvent(event);
+}
+
+void TokenEdit::showEvent(QShowEvent* event)
+{
+    // By now the dialog has named the place in its language.
+    if (accessibleName().isEmpty())
+        setAccessibleName(nameOfPlace());
+    QTextEdit::showEvent(event);
+}
+
+QString TokenEdit::nameOfPlace() const
+{
+    const QWidget* place = parentWidget();
+    if (!place || !place->accessibleName().isEmpty())
+        return place ? place->accessibleName() : QString();
+    for (const QLabel* label : window()->findChildren<QLabel*>()) {
+        if (label->buddy() == place)
+            return label->text().remove(QLatin1Char('&'));
+    }
+    return {};
 }
 
 void TokenEdit::paintEvent(QPaintEvent* event)

@@ -43,6 +43,7 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
@@ -61,6 +62,8 @@ private:
     void replaceByTyped(const QString& text);
     /// What is typed without a pause in another place is one step of undo.
     void type(const QString& text);
+    /// What the dialog calls the place in which the edit stands.
+    QString nameOfPlace() const;
     /// Sets lines and margins for the present font.
     void layOut();
     /// Height in pixels of that many lines that hold tokens.

@@ -1,8 +1,10 @@
 #include "pages/paths/PathTokens.h"
 
 #include "base/Format.h"
+#include "host/ArkVault.h"
 #include "pages/frame/PageEnvironment.h"
 #include "pages/frame/Strings.h"
+#include "pages/paths/CardVariables.h"
 #include "tokenctrl/TokenCtrl.h"
 
 #include <algorithm>
@@ -69,26 +71,9 @@ void AddPathTokens(PageEnvironment& environment, tokenctrl::TokenBox& box)
 
 std::vector<Text> ReadVaultVariables(const std::shared_ptr<IArkVault>& vault)
 {
-    if (!vault)
-        throw StatusError(E_POINTER);
-    ObjectRef utility;
-    checkStatus(vault->CreateUtility(ArkUtil_VariableMgr, utility));
-    const auto manager = query<IArkVariableMgr>(utility);
-    if (!manager)
-        throw StatusError(E_NOINTERFACE, "The vault doesn't list its card variables.");
-    std::shared_ptr<IArkPosition> position;
-    checkStatus(manager->GetFirstVariablePosition(position));
-
     std::vector<Text> names;
-    bool isNull = false;
-    while (position && position->IsNull(isNull) == S_FALSE) {
-        std::shared_ptr<IArkVariable> variable;
-        if (failed(manager->GetNextVariable(*position, variable)) || !variable)
-            break;
-        Text name;
-        checkStatus(variable->GetName(name));
-        names.push_back(std::move(name));
-    }
+    for (CardVariable& variable : readCardVariables(vault))
+        names.push_back(std::move(variable.name));
     return names;
 }
 

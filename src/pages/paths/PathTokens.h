@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ArkVault.h"
+#include "base/Text.h"
 
 #include <memory>
 #include <unordered_map>
@@ -13,13 +13,13 @@ class TokenBox;
 /// The tokens of path templates: which ones a box offers, and which of them a template uses.
 namespace zn {
 
+class IArkVault;
 class PageEnvironment;
 
 /// Makes the nine tokens of output paths known to the box, at the first level of its menu.
 void AddPathTokens(PageEnvironment& environment, tokenctrl::TokenBox& box);
 
-/// The names of all card variables, in the vault's order. Raises the vault's failure, `E_POINTER` without a vault, and
-/// `E_NOINTERFACE` for a vault that doesn't list its variables. A variable that can't be read ends the list.
+/// The names of all card variables, in the vault's order; raises what `readCardVariables` raises.
 std::vector<Text> ReadVaultVariables(const std::shared_ptr<IArkVault>& vault);
 
 /// Makes submenus of a list of names: neighbours with the same initial form a group, whose label is the beginning of

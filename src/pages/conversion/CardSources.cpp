@@ -1,0 +1,91 @@
+#include "pages/conversion/CardSources.h"
+
+#include "flowicons/FlowIcons.h"
+#include "pages/frame/Images.h"
+#include "pages/frame/PageEnvironment.h"
+#include "pages/frame/Strings.h"
+
+#include <algorithm>
+
+namespace zn {
+
+namespace {
+
+struct Source {
+    CardSourceKind kind;
+    int string;
+    const char16_t* label;
+    const char* image; ///< null for the shared folder icon
+};
+
+constexpr Source sources[] = {
+    {CardSourceKind::SourcePath, 23, u"Source File Name", "PNG_FILE"},
+    {CardSourceKind::SourceFolder, 81, u"Source File Path", nullptr},
+    {CardSourceKind::Configuration, 82, u"Source Configuration", "PNG_CONFIG_SELECTED"},
+    {CardSourceKind::Revision, 83, u"Source Revision Number", "PNG_CHECK_MARK"},
+    {CardSourceKind::Version, 84, u"Source Version Number", "PNG_VERSION_NUMBER"},
+    {CardSourceKind::WorkflowState, 85, u"Source Workflow State", "PNG_WORKFLOW"},
+    {CardSourceKind::Now, 86, u"Conversion Date and Time", "PNG_DATE_TIME"},
+    {CardSourceKind::FreeText, 87, u"Free Text", "PNG_FILE_MODIFIED"},
+};
+
+} // namespace
+
+void CardChoices::fill(std::vector<CardChoice> choices)
+{
+    beginResetModel();
+    m_choices = std::move(choices);
+    endResetModel();
+}
+
+int CardChoices::rowOf(const QString& text) const
+{
+    const auto found = std::find_if(
+        m_choices.begin(), m_choices.end(), [&](const CardChoice& choice) { return choice.text == text; });
+    return found == m_choices.end() ? -1 : static_cast<int>(found - m_choices.begin());
+}
+
+int CardChoices::rowOf(CardSourceKind kind) const
+{
+    const auto found = std::find_if(
+        m_choices.begin(), m_choices.end(), [&](const CardChoice& choice) { return choice.kind == kind; });
+    return found == m_choices.end() ? -1 : static_cast<int>(found - m_choices.begin());
+}
+
+int CardChoices::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_choices.size());
+}
+
+QVariant CardChoices::data(const QModelIndex& index, int role) const
+{
+    const CardChoice& choice = at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return choice.text;
+    case Qt::DecorationRole:
+        return choice.icon;
+    case Qt::UserRole:
+        return static_cast<int>(choice.kind);
+    default:
+        return {};
+    }
+}
+
+std::vector<CardChoice> fixedCardSources(PageEnvironment& environment)
+{
+    std::vector<CardChoice> choices;
+    for (const Source& source : sources) {
+        choices.push_back({environment.text(source.string, source.label),
+            source.image ? image(QLatin1String(source.image)) : environment.flowIcon(flowicons::Picture::Folder),
+            source.kind});
+    }
+    return choices;
+}
+
+CardChoice cardVariableChoice(TextView name)
+{
+    return {shown(name), image(QStringLiteral("PNG_ALL_CARD")), CardSourceKind::Variable};
+}
+
+} // namespace zn
