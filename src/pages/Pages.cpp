@@ -1,6 +1,8 @@
 #include "pages/Pages.h"
 
 #include "pages/conversion/ConversionSettingsPageDlg.h"
+#include "pages/conversion/FileCardPageDlg.h"
+#include "pages/conversion/OutputFileDetailsPageDlg.h"
 #include "pages/frame/MessageBoxes.h"
 #include "pages/frame/Page.h"
 #include "pages/frame/Strings.h"
@@ -65,9 +67,10 @@ std::unique_ptr<ConversionPage> Pages::makeConversionPage(const PageSetting& set
         new CConversionSettingsPageDlg(m_environment, windowOf(setting.parentWindow), setting, launch));
 }
 
-std::unique_ptr<TaskPage> Pages::makeOutputFileDetailsPage(const PageSetting&, ConversionPage&)
+std::unique_ptr<TaskPage> Pages::makeOutputFileDetailsPage(const PageSetting& setting, ConversionPage& conversion)
 {
-    notThere("page for output files");
+    return std::make_unique<PageHandle<TaskPage, COutputFileDetailsPageDlg>>(
+        new COutputFileDetailsPageDlg(m_environment, windowOf(setting.parentWindow), setting, conversion));
 }
 
 std::unique_ptr<TaskPage> Pages::makeFileDetailsPage(const PageSetting&, bool) { notThere("page for a run's files"); }
@@ -76,6 +79,9 @@ std::unique_ptr<TaskPage> Pages::makePage(PageName name, const PageSetting& sett
 {
     QWidget* parent = windowOf(setting.parentWindow);
     switch (name) {
+    case PageName::FileCard:
+        return std::make_unique<PageHandle<TaskPage, CFileCardPageDlg>>(
+            new CFileCardPageDlg(m_environment, parent, setting.vault));
     case PageName::Script:
         return std::make_unique<PageHandle<TaskPage, CScriptPageDlg>>(
             new CScriptPageDlg(m_environment, parent, CScriptPageDlg::Form::Page));
