@@ -3,11 +3,13 @@
 #include "pages/conversion/ConversionSettingsPageDlg.h"
 #include "pages/conversion/FileCardPageDlg.h"
 #include "pages/conversion/OutputFileDetailsPageDlg.h"
+#include "pages/details/FileDetailsPageDlg.h"
 #include "pages/frame/MessageBoxes.h"
 #include "pages/frame/Page.h"
 #include "pages/frame/Strings.h"
 #include "pages/menu/MenuCommandDlg.h"
 #include "pages/script/ScriptPageDlg.h"
+#include "pages/selection/SelectionDlg.h"
 
 namespace zn {
 
@@ -73,7 +75,11 @@ std::unique_ptr<TaskPage> Pages::makeOutputFileDetailsPage(const PageSetting& se
         new COutputFileDetailsPageDlg(m_environment, windowOf(setting.parentWindow), setting, conversion));
 }
 
-std::unique_ptr<TaskPage> Pages::makeFileDetailsPage(const PageSetting&, bool) { notThere("page for a run's files"); }
+std::unique_ptr<TaskPage> Pages::makeFileDetailsPage(const PageSetting& setting, bool finished)
+{
+    return std::make_unique<PageHandle<TaskPage, CFileDetailsPageDlg>>(
+        new CFileDetailsPageDlg(m_environment, windowOf(setting.parentWindow), setting, finished));
+}
 
 std::unique_ptr<TaskPage> Pages::makePage(PageName name, const PageSetting& setting)
 {
@@ -90,7 +96,14 @@ std::unique_ptr<TaskPage> Pages::makePage(PageName name, const PageSetting& sett
     }
 }
 
-bool Pages::askSelection(const PageSetting&, const Text&, ArkSelection&) { notThere("dialog for the selection"); }
+bool Pages::askSelection(const PageSetting& setting, const Text& taskName, ArkSelection& selection)
+{
+    CSelectionDlg dialog(m_environment, windowOf(setting.parentWindow), setting.vault, taskName);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    selection = dialog.GetSelection();
+    return true;
+}
 
 bool Pages::showPrintDialog(const std::shared_ptr<IArkVault>&, ArkCmd*, ArkSelection&, bool)
 {

@@ -1,17 +1,10 @@
 #include "pages/lists/IconCache.h"
 
 #include "base/Paths.h"
-
-#include <QApplication>
-#include <QStyle>
+#include "pages/frame/Images.h"
+#include "pages/frame/Strings.h"
 
 namespace zn {
-
-namespace {
-
-QIcon typeIcon(TextView) { return QApplication::style()->standardIcon(QStyle::SP_FileIcon); }
-
-} // namespace
 
 IconCache::IconCache(int size)
     : m_images(new ImageList(size))
@@ -23,14 +16,14 @@ int IconCache::fileImage(TextView path)
     const Text extension = toLower(pathExtension(path));
     const auto [entry, isNew] = m_files.try_emplace(extension, ImageList::noImage);
     if (isNew)
-        entry->second = m_images->add(typeIcon(extension));
+        entry->second = m_images->add(fileTypeIcon(shown(extension)));
     return entry->second;
 }
 
 int IconCache::folderImage()
 {
     if (m_folder == ImageList::noImage)
-        m_folder = m_images->add(QApplication::style()->standardIcon(QStyle::SP_DirIcon));
+        m_folder = m_images->add(image("PNG_FOLDER_VAULT"));
     return m_folder;
 }
 
