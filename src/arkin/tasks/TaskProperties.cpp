@@ -2,11 +2,12 @@
 
 #include "arkin/store/Codes.h"
 
+#include <utility>
+
 namespace arkin {
 
-TaskProperties::TaskProperties(TaskStore& store, TaskDefinition task)
-    : m_store(store)
-    , m_task(std::move(task))
+TaskProperties::TaskProperties(TaskDefinition task)
+    : m_task(std::move(task))
 {
 }
 
@@ -21,11 +22,16 @@ zn::Status TaskProperties::SetValue(zn::TextView name, const zn::Value& value)
 {
     try {
         const zn::Text key(name);
-        m_store.setVariables(m_task.id, {{key, value}});
-        m_task.variables[key] = value;
+        // In the form in which the database gives it back, so that a reader can't tell the difference.
+        const auto kept = fromStoredVariable(toStoredVariable(value));
+        m_change.variables[key] = kept;
+        m_task.variables[key] = kept;
         return zn::S_OK;
     } catch (...) {
-        return currentFailure().status;
+        const auto failure = currentFailure();
+        if (m_refusal.empty())
+            m_refusal = "The variable '" + zn::toUtf8(name) + "' couldn't be written: " + failure.sentence;
+        return failure.status;
     }
 }
 
@@ -56,7 +62,7 @@ zn::Status TaskProperties::SetMenuCmds(const std::vector<zn::ArkMenuCmd>& entrie
         for (const auto& entry : entries)
             menu.push_back({entry.identifier, entry.menuText.value_or(zn::Text()),
                 entry.statusText.value_or(zn::Text()), entry.flags});
-        m_store.setMenu(m_task.id, menu);
+        m_change.menu = menu;
         m_task.menu = std::move(menu);
         return zn::S_OK;
     } catch (...) {
@@ -82,5 +88,7 @@ zn::Status TaskProperties::SetVariable(std::int32_t variableId, const zn::Value&
     m_declared[variableId] = value;
     return zn::S_OK;
 }
+
+std::string TaskProperties::takeRefusal() { return std::exchange(m_refusal, {}); }
 
 } // namespace arkin

@@ -7,11 +7,12 @@
 
 namespace arkin {
 
-/// A task's definition as its add-in sees it while an administrator sets it up. Writes reach the store at once.
-/// Card variables that the task declares are kept in memory only, and so are the pages and flags.
+/// A task's definition as its add-in sees it while an administrator sets it up. What is written is gathered here and
+/// read back from here; nothing of it is in the database before the change is given to a `TaskStore`, so whoever
+/// gives up leaves the task as it was. Card variables that the task declares, pages and flags are kept in memory only.
 class TaskProperties final : public zn::IArkTaskProperties {
 public:
-    TaskProperties(TaskStore& store, TaskDefinition task);
+    explicit TaskProperties(TaskDefinition task);
 
     zn::Status GetValue(zn::TextView name, zn::Value& value) override;
     zn::Status SetValue(zn::TextView name, const zn::Value& value) override;
@@ -23,16 +24,24 @@ public:
     zn::Status GetVariable(std::int32_t variableId, zn::Value& value) override;
     zn::Status SetVariable(std::int32_t variableId, const zn::Value& value) override;
 
+    /// As it would be with all that was written.
     const TaskDefinition& task() const { return m_task; }
+    /// What was written: variables, and the menu if it was set. User and time are left to the caller.
+    const TaskChange& change() const { return m_change; }
     const std::vector<zn::ArkTaskPage>& pages() const { return m_pages; }
     std::int32_t flags() const { return m_flags; }
 
+    /// The first write that was refused since the last call, as a sentence; empty if there was none. An add-in may
+    /// pass a failed status over, the host may not.
+    std::string takeRefusal();
+
 private:
-    TaskStore& m_store;
     TaskDefinition m_task;
+    TaskChange m_change;
     std::vector<zn::ArkTaskPage> m_pages;
     std::int32_t m_flags = 0;
     std::map<std::int32_t, zn::Value> m_declared;
+    std::string m_refusal;
 };
 
 } // namespace arkin

@@ -83,8 +83,17 @@ const char* const firstStep[] = {
         PRIMARY KEY (run_id, position)))",
 };
 
+// `revision` counts the changes of a definition: who writes on the ground of what he has read finds out that somebody
+// else was quicker.
+const char* const revisionStep[] = {
+    "ALTER TABLE tasks ADD COLUMN revision INTEGER NOT NULL DEFAULT 0",
+    "ALTER TABLE tasks ADD COLUMN changed_by VARCHAR(260) NOT NULL DEFAULT ''",
+    "ALTER TABLE tasks ADD COLUMN changed_at BIGINT NOT NULL DEFAULT 0",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
+    {revisionStep},
 };
 
 } // namespace

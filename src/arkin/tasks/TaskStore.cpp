@@ -52,17 +52,20 @@ std::optional<TaskDefinition> TaskStore::find(TextView name)
 {
     TaskDefinition task;
     const auto key = toUtf8(zn::foldCase(name));
-    std::string foundName, addIn, user;
-    long long created = 0;
-    m_database.session() << "SELECT id, name, add_in, created_by, created_at FROM tasks "
-                            "WHERE vault_id = :vault AND name_key = :key",
-        use(m_vaultId), use(key), into(task.id), into(foundName), into(addIn), into(user), into(created);
+    std::string foundName, addIn, user, changedBy;
+    long long created = 0, changed = 0;
+    m_database.session() << "SELECT id, name, add_in, created_by, created_at, revision, changed_by, changed_at "
+                            "FROM tasks WHERE vault_id = :vault AND name_key = :key",
+        use(m_vaultId), use(key), into(task.id), into(foundName), into(addIn), into(user), into(created),
+        into(task.revision), into(changedBy), into(changed);
     if (!m_database.session().got_data())
         return {};
     task.name = toText(foundName);
     task.addIn = toText(addIn);
     task.createdBy = toText(user);
     task.createdAt = created;
+    task.changedBy = toText(changedBy);
+    task.changedAt = changed;
     task.variables = readVariables(task.id);
     task.menu = readMenu(task.id);
     return task;
@@ -105,18 +108,29 @@ std::vector<TaskDefinition> TaskStore::list()
     return tasks;
 }
 
-void TaskStore::setVariables(std::int32_t taskId, const Variables& variables)
+std::optional<TaskConflict> TaskStore::change(
+    std::int32_t taskId, const TaskChange& change, std::optional<std::int32_t> revision)
 {
     Transaction transaction(m_database);
-    writeVariables(taskId, variables);
+    auto& session = m_database.session();
+    std::int32_t standing = 0;
+    std::string user;
+    long long at = 0;
+    session << "SELECT revision, changed_by, changed_at FROM tasks WHERE id = :id", use(taskId), into(standing),
+        into(user), into(at);
+    if (!session.got_data())
+        throw zn::StatusError(zn::E_INVALIDARG, "The task was deleted in the meantime.");
+    if (revision && *revision != standing)
+        return TaskConflict{toText(user), at};
+    writeVariables(taskId, change.variables);
+    if (change.menu)
+        writeMenu(taskId, *change.menu);
+    user = toUtf8(change.user);
+    at = change.at;
+    session << "UPDATE tasks SET revision = revision + 1, changed_by = :user, changed_at = :at WHERE id = :id",
+        use(user), use(at), use(taskId);
     transaction.commit();
-}
-
-void TaskStore::setMenu(std::int32_t taskId, const std::vector<MenuEntry>& entries)
-{
-    Transaction transaction(m_database);
-    writeMenu(taskId, entries);
-    transaction.commit();
+    return {};
 }
 
 void TaskStore::remove(std::int32_t taskId)

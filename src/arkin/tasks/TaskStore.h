@@ -27,6 +27,9 @@ struct TaskDefinition {
     zn::Text addIn = defaultAddIn; ///< program identifier
     zn::Text createdBy;
     std::int64_t createdAt = 0;
+    std::int32_t revision = 0; ///< how often it was changed
+    zn::Text changedBy;        ///< empty before the first change
+    std::int64_t changedAt = 0;
     Variables variables;
     std::vector<MenuEntry> menu;
 
@@ -34,7 +37,21 @@ struct TaskDefinition {
     zn::TaskKind kind() const;
 };
 
-/// The task definitions of one vault. Names are compared without regard to case. Every change is one transaction.
+/// A change of a definition: what isn't named stays.
+struct TaskChange {
+    Variables variables;
+    std::optional<std::vector<MenuEntry>> menu; ///< replaces all entries
+    zn::Text user;
+    std::int64_t at = 0;
+};
+
+/// The last change of a definition that somebody else made in the meantime.
+struct TaskConflict {
+    zn::Text user;
+    std::int64_t at = 0;
+};
+
+/// The task definitions of one vault. Names are compared without regard to case. Every operation is one transaction.
 class TaskStore {
 public:
     /// Brings the task tables to their last step. The database must have the vault's tables.
@@ -48,9 +65,11 @@ public:
     TaskDefinition get(zn::TextView name);
     /// All tasks in the order of their names, without variables and menu but with `__type`.
     std::vector<TaskDefinition> list();
-    /// Creates or replaces variables. Runs that were launched before keep what they took over.
-    void setVariables(std::int32_t taskId, const Variables& variables);
-    void setMenu(std::int32_t taskId, const std::vector<MenuEntry>& entries);
+    /// Makes the change. With a `revision`, only if the definition still has that one: else nothing is written and
+    /// the conflict is returned. Raises `StatusError` E_INVALIDARG with a sentence if the task is gone. Runs that were
+    /// launched before keep what they took over.
+    std::optional<TaskConflict> change(
+        std::int32_t taskId, const TaskChange& change, std::optional<std::int32_t> revision = {});
     /// The runs of the task stay.
     void remove(std::int32_t taskId);
 

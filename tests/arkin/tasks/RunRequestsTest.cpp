@@ -1,7 +1,6 @@
 #include "TaskFixture.h"
 
 #include "arkin/tasks/RunRequests.h"
-#include "arkin/tasks/TaskProperties.h"
 
 #include <gmock/gmock.h>
 
@@ -66,22 +65,6 @@ TEST_F(RunRequestsTest, RunsAreFoundByNumberAndIdentifier)
     EXPECT_EQ(runs.get(bare).id, run.id);
     EXPECT_THAT(sentenceOf([&] { runs.get(u"2"); }), ::testing::StartsWith("There is no run 2;"));
     EXPECT_THAT(sentenceOf([&] { runs.get(u"x'y"); }), ::testing::StartsWith("There is no run 'x'y';"));
-}
-
-TEST_F(RunRequestsTest, ADefinitionKeepsWhatItsPropertiesAreTold)
-{
-    TaskProperties properties(tasks, define(u"Set up", u"finish"));
-    zn::Value value(1);
-    EXPECT_EQ(properties.GetValue(u"plan", value), zn::S_FALSE); // names are compared exactly
-    EXPECT_TRUE(value.isEmpty());
-    const zn::Value texts[] = {u"", u"a\r\n'b' %[é]", zn::Text(100'000, u'x'), true, -7, 0.1F};
-    for (const auto& text : texts) {
-        EXPECT_EQ(properties.SetValue(u"Value", text), zn::S_OK);
-        EXPECT_EQ(properties.GetValue(u"Value", value), zn::S_OK);
-        EXPECT_EQ(value, text);
-        EXPECT_EQ(tasks.get(u"SET UP").variables.at(u"Value"), text);
-    }
-    EXPECT_EQ(properties.SetValue(u"Value", zn::Value(zn::ObjectRef())), zn::DISP_E_TYPEMISMATCH);
 }
 
 } // namespace arkin::test

@@ -28,7 +28,7 @@ TEST_F(RunTest, ReportsWhatTheAddInReports)
     const auto task = define(u"Convert", u"finish", {{u"Mark", Value(u"")}, {u"Width", Value(2.1F)}});
     const auto id = launchTask(host, task, oneFile()).id;
     // A run keeps the variables that its task had at the launch.
-    tasks.setVariables(task.id, {{u"Plan", Value(u"errors")}});
+    tasks.change(task.id, {{{u"Plan", Value(u"errors")}}, {}, u"anna", 1});
     std::vector<std::string> seen;
     const auto run = runNow(id, [&](const RunProgress& progress) {
         seen.push_back(

@@ -32,7 +32,8 @@ public:
         }
         requireFormat(variables, task.kind());
         deriveVariables(variables, task.kind(), session.variableNames());
-        tasks.setVariables(task.id, variables);
+        const auto user = zn::toText(session.vault().caller().user);
+        tasks.change(task.id, {variables, {}, user, session.platform().clock().now()});
         if (session.json())
             printJson({{"task", zn::toUtf8(task.name)}, {"set", m_settings.size()}});
         else

@@ -1,0 +1,79 @@
+#include "arkin/tasks/LaunchFlow.h"
+
+#include "arkin/tasks/AddInModule.h"
+
+namespace arkin {
+
+using zn::Status;
+using zn::StatusError;
+using zn::toUtf8;
+
+namespace {
+
+std::shared_ptr<LaunchInstance> makeInstance(const TaskHost& host, const TaskDefinition& task, const zn::Text& guid)
+{
+    auto setting = settingOf(host);
+    setting.guid = guid;
+    setting.taskName = task.name;
+    return std::make_shared<LaunchInstance>(task, setting);
+}
+
+} // namespace
+
+LaunchFlow::LaunchFlow(TaskHost host, TaskDefinition task, zn::ArkSelection selection)
+    : m_host(std::move(host))
+    , m_task(std::move(task))
+    , m_selection(std::move(selection))
+    , m_guid(newGuid())
+    , m_addIn(loadAddIn(m_host.registry, m_host.files, m_task.addIn))
+    , m_instance(makeInstance(m_host, m_task, m_guid))
+{
+}
+
+LaunchFlow::~LaunchFlow() { close(); }
+
+void LaunchFlow::close() { m_addIn.reset(); }
+
+Status LaunchFlow::send(zn::TaskCommand command, zn::ArkCmd& cmd)
+{
+    cmd.command = command;
+    cmd.parentWindow = m_window;
+    cmd.vault = m_host.vault;
+    cmd.taskObject = m_instance;
+    const auto status = m_addIn->OnCmd(&cmd, &m_selection);
+    if (zn::failed(status))
+        throw StatusError(status,
+            "The task '" + toUtf8(m_task.name) + "' couldn't be launched: " + describeStatus(m_host, status) + ".");
+    return status;
+}
+
+LaunchStep LaunchFlow::prepare(std::int32_t parentWindow)
+{
+    m_window = parentWindow;
+    zn::ArkCmd cmd;
+    send(zn::TaskCmdLaunch, cmd);
+    m_text = cmd.text;
+    if (cmd.cancel != 0)
+        return LaunchStep::Stopped;
+    if (cmd.taskObject == m_instance)
+        return LaunchStep::Ready;
+    m_pageWindow = cmd.parentWindow;
+    return LaunchStep::Page;
+}
+
+void LaunchFlow::accept()
+{
+    zn::ArkCmd cmd;
+    cmd.text = u"OK";
+    send(zn::TaskCmdLaunchButton, cmd);
+}
+
+RunInfo LaunchFlow::enqueue()
+{
+    RunStore runs(m_host.database, m_host.vaultId);
+    const auto id
+        = runs.enqueue(m_task, {m_guid, m_host.userName, m_selection, m_instance->ownVariables()}, m_host.clock.now());
+    return runs.get(id);
+}
+
+} // namespace arkin
