@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <type_traits>
 
 namespace zn {
 
@@ -127,6 +128,23 @@ template <class Use> Status onEither(const ObjectRef& object, const Use& use)
     throw StatusError(E_POINTER, "The object is neither a task's definition nor a run of a task.");
 }
 
+/// Reads a variable and changes it by `change`; a failed change is raised with a sentence that names the variable.
+template <class Change>
+auto readAs(const ObjectRef& object, TextView name, const char* wanted, const Change& change)
+    -> std::optional<std::invoke_result_t<Change, const Value&>>
+{
+    Value value;
+    if (!readVariable(object, name, value))
+        return std::nullopt;
+    try {
+        return change(value);
+    } catch (const StatusError& error) {
+        throw StatusError(error.status(),
+            "The task variable \"" + toUtf8(name) + "\" must hold " + wanted
+                + ", but holds something else. Correct its value in the task.");
+    }
+}
+
 } // namespace
 
 std::span<const TaskVariable> taskVariables() { return table; }
@@ -199,28 +217,23 @@ bool readVariable(const ObjectRef& object, TextView name, Value& value)
 
 std::optional<std::int32_t> readInteger(const ObjectRef& object, TextView name)
 {
-    Value value;
-    return readVariable(object, name, value) ? std::optional(value.toInt32()) : std::nullopt;
+    return readAs(object, name, "a whole number", [](const Value& value) { return value.toInt32(); });
 }
 
 std::optional<bool> readBoolean(const ObjectRef& object, TextView name)
 {
-    Value value;
-    return readVariable(object, name, value) ? std::optional(value.toBool()) : std::nullopt;
+    return readAs(object, name, "yes or no (-1 or 0)", [](const Value& value) { return value.toBool(); });
 }
 
 std::optional<float> readFloat(const ObjectRef& object, TextView name)
 {
-    Value value;
-    if (!readVariable(object, name, value))
-        return std::nullopt;
-    return *value.changedTo(ValueType::Float32).get<float>();
+    return readAs(
+        object, name, "a number", [](const Value& value) { return *value.changedTo(ValueType::Float32).get<float>(); });
 }
 
 std::optional<Text> readText(const ObjectRef& object, TextView name)
 {
-    Value value;
-    return readVariable(object, name, value) ? std::optional(value.toText()) : std::nullopt;
+    return readAs(object, name, "a text", [](const Value& value) { return value.toText(); });
 }
 
 void writeVariable(const ObjectRef& object, TextView name, const Value& value)
