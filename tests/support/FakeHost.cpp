@@ -344,6 +344,8 @@ public:
     }
     Status SetValue(TextView name, const Value& value) override
     {
+        if (const auto failure = m_host.failures.find("SetValue " + toUtf8(name)); failure != m_host.failures.end())
+            return failure->second;
         m_host.taskVariables[Text(name)] = value;
         return S_OK;
     }

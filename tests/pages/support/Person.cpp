@@ -48,6 +48,7 @@ void Answers::look()
     if (!modal || modal == m_dealtWith)
         return;
     m_dealtWith = modal;
+    m_timer.start(1); // a new timer: this one stays silent until its answer returns, which may open a further window
     const auto* box = qobject_cast<QMessageBox*>(modal);
     m_shown << (box ? box->text() : modal->windowTitle());
     if (m_next < m_answers.size()) {
