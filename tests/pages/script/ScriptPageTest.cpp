@@ -25,16 +25,16 @@ using Form = CScriptPageDlg::Form;
 
 class ScriptPageTest : public test::PageFixture {
 protected:
-    /// A task with these variables, which writes through to the vault's store.
+    /// The definition of a new task with these variables.
     std::shared_ptr<arkin::TaskProperties> makeTask(const Variables& before)
     {
         arkin::TaskDefinition definition;
         definition.name = u"Task " + numberText(++m_tasksMade);
         definition.variables = before;
         tasks.create(definition);
-        return std::make_shared<arkin::TaskProperties>(tasks, tasks.get(definition.name));
+        return std::make_shared<arkin::TaskProperties>(tasks.get(definition.name));
     }
-    Variables storedOf(const arkin::TaskProperties& made) { return tasks.get(made.task().name).variables; }
+    Variables storedOf(const arkin::TaskProperties& made) { return made.task().variables; }
     PageEnvironment& environment() { return pages().environment(); }
 
     void install(std::initializer_list<const char16_t*> names)

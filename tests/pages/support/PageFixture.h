@@ -40,9 +40,17 @@ protected:
         reopenTask();
     }
     /// As the next administrator gets it, from the database.
-    void reopenTask() { task = std::make_shared<arkin::TaskProperties>(tasks, tasks.get(u"Nightly")); }
+    void reopenTask()
+    {
+        storeChange();
+        task = std::make_shared<arkin::TaskProperties>(tasks.get(u"Nightly"));
+    }
     /// What the database holds, each as "name=value", without those that begin with "__" unless named.
-    arkin::Variables stored() { return tasks.get(u"Nightly").variables; }
+    arkin::Variables stored()
+    {
+        storeChange();
+        return tasks.get(u"Nightly").variables;
+    }
 
     Pages& pages()
     {
@@ -61,6 +69,13 @@ protected:
     QWidget window;
 
 private:
+    /// What the pages wrote reaches the database, as when the host accepts.
+    void storeChange()
+    {
+        if (task)
+            tasks.change(task->task().id, task->change());
+    }
+
     std::unique_ptr<Pages> m_pages;
 };
 

@@ -44,7 +44,7 @@ PageSetting Desk::setting(TaskKind kind, const arkin::Variables& variables)
     definition.variables = variables;
     definition.variables[u"__type"] = static_cast<std::int32_t>(kind);
     tasks.create(definition);
-    return {vaultObject, std::make_shared<arkin::TaskProperties>(tasks, tasks.get(definition.name)), kind,
+    return {vaultObject, std::make_shared<arkin::TaskProperties>(tasks.get(definition.name)), kind,
         static_cast<std::int32_t>(host.winId())};
 }
 
