@@ -38,18 +38,27 @@ FindBar::FindBar(QPlainTextEdit& edit, QWidget* parent)
     setObjectName("findBar");
     m_label->setBuddy(m_text);
     m_text->setClearButtonEnabled(true);
+    m_note->setWordWrap(true);
     m_close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     m_close->setAutoRaise(true);
     // Enter finds; it must not press the buttons of a dialog around.
     m_next->setAutoDefault(false);
     m_previous->setAutoDefault(false);
 
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(m_label);
-    row->addWidget(m_text, 1);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_next, m_previous, m_matchCase, m_note, m_close})
-        row->addWidget(widget);
+    // Two rows, so that the bar is no wider than the narrowest page.
+    auto* text = new QHBoxLayout;
+    text->addWidget(m_label);
+    text->addWidget(m_text, 1);
+    text->addWidget(m_close);
+    auto* actions = new QHBoxLayout;
+    actions->addWidget(m_next);
+    actions->addWidget(m_previous);
+    actions->addWidget(m_matchCase);
+    actions->addWidget(m_note, 1);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addLayout(text);
+    rows->addLayout(actions);
 
     connect(m_text, &QLineEdit::textEdited, this, [this] { findFrom(m_edit.textCursor().selectionStart(), {}); });
     connect(m_next, &QPushButton::clicked, this, [this] { find(); });

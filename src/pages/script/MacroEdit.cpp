@@ -3,6 +3,7 @@
 #include "pages/frame/Strings.h"
 #include "pages/script/MacroHighlighter.h"
 
+#include <algorithm>
 #include <QFontDatabase>
 #include <QHelpEvent>
 #include <QPainter>
@@ -133,6 +134,18 @@ Text MacroEdit::problemAt(int position) const
             return mark.message;
     }
     return {};
+}
+
+void MacroEdit::goToNextProblem()
+{
+    if (m_marks.empty())
+        return;
+    const int caretPosition = textCursor().position();
+    const auto next = std::ranges::find_if(
+        m_marks, [caretPosition](const Mark& mark) { return mark.selection.cursor.selectionStart() > caretPosition; });
+    QTextCursor caret = textCursor();
+    caret.setPosition((next == m_marks.end() ? m_marks.front() : *next).selection.cursor.selectionStart());
+    setTextCursor(caret);
 }
 
 // --- marks

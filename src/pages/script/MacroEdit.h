@@ -34,6 +34,8 @@ public:
     void insertAtCaret(TextView text);
     /// Marks these mistakes, which stand in `plainText()`.
     void setProblems(const std::vector<TemplateProblem>& problems);
+    /// Moves the caret to the next marked mistake, from the last one to the first.
+    void goToNextProblem();
     /// The message of a mistake at a place in the document, or empty.
     Text problemAt(int position) const;
 

@@ -35,6 +35,7 @@ MacroEditor::MacroEditor(QWidget* parent)
     addShortcut(QKeySequence::Find, &MacroEditor::openFind);
     addShortcut(QKeySequence::FindNext, &MacroEditor::findNext);
     addShortcut(QKeySequence::FindPrevious, &MacroEditor::findPrevious);
+    addShortcut(Qt::Key_F8, &MacroEditor::goToNextProblem);
     connect(m_edit, &QPlainTextEdit::textChanged, this, [this] { m_checker.sourceChanged(); });
     connect(m_edit, &QPlainTextEdit::cursorPositionChanged, this, [this] { updateStatus(); });
     setTexts(englishEditorTexts());
@@ -61,6 +62,8 @@ void MacroEditor::setTexts(const MacroEditorTexts& texts)
 void MacroEditor::openFind() { m_findBar->open(); }
 void MacroEditor::findNext() { m_findBar->find(); }
 void MacroEditor::findPrevious() { m_findBar->find(QTextDocument::FindBackward); }
+
+void MacroEditor::goToNextProblem() { m_edit->goToNextProblem(); }
 
 void MacroEditor::showProblems(const std::vector<TemplateProblem>* problems)
 {

@@ -12,8 +12,9 @@ namespace zn {
 class FindBar;
 class MacroEdit;
 
-/// The macro's text control with its find bar (Ctrl+F, F3, Shift+F3) and, below, a line about its mistakes: the one at
-/// the caret, or else the first. Mistakes are only shown; they never keep anybody from saving.
+/// The macro's text control with its find bar (Ctrl+F, F3, Shift+F3) and, below, a line about its mistakes: the one in
+/// the caret's line, or else the first. F8 goes from mistake to mistake. They are only shown, and never keep anybody
+/// from saving.
 class MacroEditor : public QWidget {
 public:
     explicit MacroEditor(QWidget* parent = nullptr);
@@ -27,6 +28,7 @@ private:
     void openFind();
     void findNext();
     void findPrevious();
+    void goToNextProblem();
     void showProblems(const std::vector<TemplateProblem>* problems);
     void updateStatus();
 

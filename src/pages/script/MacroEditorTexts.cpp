@@ -11,7 +11,8 @@ struct TextRow {
 };
 
 constexpr TextRow rows[] = {
-    {&MacroEditorTexts::leaveHint, 1001, u"Ctrl+Tab leaves the macro, Ctrl+F finds text in it."},
+    {&MacroEditorTexts::leaveHint, 1001,
+        u"Ctrl+Tab leaves the macro, Ctrl+F finds text in it, F8 goes to the next mistake."},
     {&MacroEditorTexts::find, 1002, u"&Find:"},
     {&MacroEditorTexts::next, 1003, u"&Next"},
     {&MacroEditorTexts::previous, 1004, u"&Previous"},

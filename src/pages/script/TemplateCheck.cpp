@@ -88,12 +88,28 @@ bool concernsValue(const NeutralTemplate& neutral, std::size_t position)
     return neutral.isValue(position) || (next != Text::npos && neutral.isValue(next));
 }
 
-} // namespace
-
-std::vector<TemplateProblem> checkTemplate(TextView source)
+/// A run writes the macro in the single-byte code page, which turns any other character into "?".
+bool isLostInCodePage(char16_t unit)
 {
-    Report report(source);
-    const NeutralTemplate neutral(source);
+    constexpr char16_t firstToAsk = 0x80;
+    return unit >= firstToAsk && toCodePage(TextView(&unit, 1)) == "?";
+}
+
+void addLostCharacters(const NeutralTemplate& neutral, Report& report)
+{
+    const TextView text = neutral.text();
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (!isLostInCodePage(text[at]))
+            continue;
+        report.add(neutral.sourcePosition(at),
+            formatText("A macro can't hold this character, a run writes \"?\" for it. Please use ChrW(%d) instead.",
+                static_cast<int>(text[at])));
+        at = std::min(text.find_first_of(lineEnds, at), text.size()); // one a line is enough
+    }
+}
+
+void addUnclosed(TextView source, const NeutralTemplate& neutral, Report& report)
+{
     for (const std::size_t position : neutral.unclosed()) {
         const bool square = source[position] == u'[';
         report.add(position,
@@ -101,6 +117,10 @@ std::vector<TemplateProblem> checkTemplate(TextView source)
                        "name of a placeholder. Please close or remove it.",
                 square ? "[" : "{", square ? "]" : "}", square ? "]" : "}"));
     }
+}
+
+void addLanguageErrors(const NeutralTemplate& neutral, Report& report)
+{
     const std::vector<std::size_t> starts = lineStarts(neutral.text());
     for (const language::Diagnostic& error : language::check(neutral.text(), zentrel::macroCompileOptions())) {
         const auto line = std::clamp<std::size_t>(static_cast<std::size_t>(std::max(error.line, 1)), 1, starts.size());
@@ -108,6 +128,17 @@ std::vector<TemplateProblem> checkTemplate(TextView source)
         if (!concernsValue(neutral, position))
             report.add(neutral.sourcePosition(position), error.message);
     }
+}
+
+} // namespace
+
+std::vector<TemplateProblem> checkTemplate(TextView source)
+{
+    Report report(source);
+    const NeutralTemplate neutral(source);
+    addUnclosed(source, neutral, report);
+    addLostCharacters(neutral, report);
+    addLanguageErrors(neutral, report);
     return report.take();
 }
 

@@ -16,7 +16,8 @@ struct TemplateProblem {
 
 /// The mistakes that the macro language's checker finds in a template, in its order, with the names of the CAD
 /// application's object model known. Placeholders count as values of the kind that fits: a mistake that begins at one
-/// is left out, since only a run knows its value. A "[" or "{" that is not closed in its line is a mistake too.
+/// is left out, since only a run knows its value. A "[" or "{" that is not closed in its line is a mistake too, and so
+/// is a character that the macro's code page doesn't have (the first of each line).
 /// Does not raise for a faulty template. Safe on any thread.
 std::vector<TemplateProblem> checkTemplate(TextView source);
 

@@ -108,7 +108,8 @@ void CSelectionDlg::makeControls()
     whole->addLayout(middle, 1);
     whole->addWidget(buttons);
     setSizeGripEnabled(true);
-    setTabOrder(m_list, files);
+    const QFontMetrics metrics(font());
+    resize(metrics.averageCharWidth() * 90, metrics.height() * 24); // room for paths
 
     connect(files, &QPushButton::clicked, this, [this] { inSlot(this, [this] { AddFiles(); }); });
     connect(folder, &QPushButton::clicked, this, [this] { inSlot(this, [this] { AddFolder(); }); });

@@ -127,6 +127,10 @@ TEST_F(MacroEditorTest, MistakesAreMarkedAndTold)
     edit().setMacroText(u"Option Explicit\r\nSub main()\r\n    x = \"[OutputPath]\"\r\nEnd Sub\r\n");
     ASSERT_TRUE(waitForStatus("Line 3"));
     EXPECT_EQ(marked(QTextCharFormat::WaveUnderline), QStringList({"3:x"}));
+    for (int i = 0; i < 2; ++i) { // the only one comes again
+        QTest::keyClick(&edit(), Qt::Key_F8);
+        EXPECT_EQ(edit().textCursor().blockNumber(), 2);
+    }
 
     caretTo("x =");
     const QPoint place = edit().cursorRect().center() + QPoint(2, 0);

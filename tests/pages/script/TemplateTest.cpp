@@ -55,8 +55,8 @@ TEST(Placeholders, AreFoundWhereARunFindsThem)
 
 TEST(TemplateCheck, TheDefaultMacrosHaveNoMistakes)
 {
-    EXPECT_THAT(mistakesIn(product("ConvertFiles.bas")), IsEmpty());
-    EXPECT_THAT(mistakesIn(product("ExecuteScript.bas")), IsEmpty());
+    for (const char* name : {"ConvertFiles.bas", "PrintFiles.bas", "ExecuteScript.bas"})
+        EXPECT_THAT(mistakesIn(product(name)), IsEmpty()) << name;
 }
 
 TEST(TemplateCheck, PlaceholdersCountAsValuesAndPlacesStay)
@@ -75,12 +75,14 @@ TEST(TemplateCheck, PlaceholdersCountAsValuesAndPlacesStay)
         {"Sub a()\r  b = [LongName] +\r\n  c = \"open\rEnd Sub", {"2:18:+", "3:7:\"open"}},
         {"Sub a()\n  b = %Weight% * 2\n  c = znDocPART\nEnd Sub", {}},
         {"Sub a()\n  ' don't [touch\n  b = 1\nEnd Sub ' {", {"2:11:[", "4:11:{"}},
+        {"' \u2013 [\u65E5]\nSub a()\n  b = \"x\u65E5\u672C\"\nEnd Sub", {"3:9:\u65E5\u672C"}},
         {"", {}},
         {"[A]", {}},
         {"If", {"1:1:If"}},
     };
     for (const Row& row : rows)
         EXPECT_EQ(mistakesIn(toText(row.source)), row.mistakes) << row.source;
+    EXPECT_THAT(toUtf8(checkTemplate(u"' \u65E5").front().message), HasSubstr("ChrW(26085)"));
     EXPECT_THAT(toUtf8(checkTemplate(u"' [x").front().message), HasSubstr("no \"]\" in its line"));
 }
 
