@@ -34,11 +34,13 @@ std::int32_t effectiveVersion(const OutputRecord& record)
 
 bool isCadFile(TextView path) { return isOneOf(path, cadExtensions); }
 
+bool hasConvertibleExtension(TextView path) { return isOneOf(path, convertibleExtensions); }
+
 bool isConvertibleFile(const OutputRecord& record, TaskKind kind)
 {
     if (kind != TaskKind::Conversion && kind != TaskKind::Printing)
         return true;
-    return isOneOf(record.path, convertibleExtensions);
+    return hasConvertibleExtension(record.path);
 }
 
 } // namespace zn

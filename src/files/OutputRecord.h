@@ -37,6 +37,9 @@ std::int32_t effectiveVersion(const OutputRecord& record);
 /// Whether the text behind the last "." is zenprt, zenasm or zendrw, without regard to case.
 bool isCadFile(TextView path);
 
+/// Whether the text behind the last "." is one of those that can be converted and printed, without regard to case.
+bool hasConvertibleExtension(TextView path);
+
 /// Whether a folder's file takes part in a task of that kind. Kinds other than conversion and printing take all.
 bool isConvertibleFile(const OutputRecord& record, TaskKind kind);
 

@@ -32,9 +32,12 @@ enum class FileRefCheck : std::int32_t {
     On,
 };
 
+// What else a row may tell; its object may have any of these interfaces too.
+
 /// What a row shows beside its file. A row without this interface has no box.
-class IFileRefItem2 : public Object {
+class IFileRefItem2 {
 public:
+    virtual ~IFileRefItem2() = default;
     virtual Status GetCheck(FileRefCheck& check) = 0;
     /// What is to say about the file, such as why it can't be ticked; mostly empty.
     virtual Status GetStateText(Text& text) = 0;
@@ -43,13 +46,15 @@ public:
 };
 
 /// Rows that remember how they were shown. Asked once, when the row comes into being.
-class IFileRefItem3 : public Object {
+class IFileRefItem3 {
 public:
+    virtual ~IFileRefItem3() = default;
     virtual Status GetExpanded(bool& expanded) = 0;
 };
 
-class IFileRefItemIcon : public Object {
+class IFileRefItemIcon {
 public:
+    virtual ~IFileRefItemIcon() = default;
     /// The extension of the file type whose icon the row bears, with its dot. Asked when the row is painted.
     virtual Status GetIconType(Text& extension) = 0;
 };

@@ -8,6 +8,7 @@
 #include "pages/frame/Page.h"
 #include "pages/frame/Strings.h"
 #include "pages/menu/MenuCommandDlg.h"
+#include "pages/print/PrintUIDlg.h"
 #include "pages/script/ScriptPageDlg.h"
 #include "pages/selection/SelectionDlg.h"
 
@@ -105,9 +106,9 @@ bool Pages::askSelection(const PageSetting& setting, const Text& taskName, ArkSe
     return true;
 }
 
-bool Pages::showPrintDialog(const std::shared_ptr<IArkVault>&, ArkCmd*, ArkSelection&, bool)
+bool Pages::showPrintDialog(const std::shared_ptr<IArkVault>& vault, ArkCmd* cmd, ArkSelection& selection, bool show)
 {
-    notThere("print dialog");
+    return zn::showPrintDialog(m_environment, vault, cmd, selection, show);
 }
 
 } // namespace zn

@@ -85,6 +85,23 @@ public:
         return outcome.place;
     }
 
+    /// A checked-in file that refers to others.
+    Place addReferring(const std::string& relative, const std::vector<Place>& targets)
+    {
+        const Place place = add(relative, relative).place;
+        refer(place, targets);
+        checkInAll({place});
+        return place;
+    }
+    /// Lets a checked-out file refer to others.
+    void refer(const Place& from, const std::vector<Place>& targets)
+    {
+        for (const Place& target : targets) {
+            const NewReference reference{from.fileId, target};
+            addReferences(vault, {&reference, 1});
+        }
+    }
+
     std::vector<FileVersion> checkInAll(const std::vector<Place>& places, zn::TextView comment = u"done")
     {
         return checkIn(vault, planCheckIn(vault, places), comment);

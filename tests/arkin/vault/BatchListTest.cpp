@@ -18,24 +18,16 @@ constexpr const char16_t* shortColumns
 
 class BatchListTest : public ::testing::Test {
 protected:
-    /// A checked-in file that refers to others.
     Place addReferring(const std::string& relative, const std::vector<Place>& targets)
     {
-        const Place place = test.add(relative, relative).place;
-        for (const Place& target : targets) {
-            const NewReference reference{place.fileId, target};
-            addReferences(test.vault, {&reference, 1});
-        }
-        test.checkInAll({place});
-        return place;
+        return test.addReferring(relative, targets);
     }
-
+    /// A new version that refers to a further file.
     void refer(const Place& from, const std::string& relative, const Place& to)
     {
         checkOut(test.vault, from);
         writeFile(test.local(relative), relative + " again");
-        const NewReference reference{from.fileId, to};
-        addReferences(test.vault, {&reference, 1});
+        test.refer(from, {to});
         test.checkInAll({from});
     }
 
@@ -140,8 +132,7 @@ TEST_F(BatchListTest, ListsTheDrawingsOfPartsAndTheirSheets)
     const Place bolt = test.addReleased("bolt.zenprt", "bolt");
     const Place assembly = addReferring("asm.zenasm", {bolt});
     const Place drawing = test.add("bolt.zendrw", "drawing").place;
-    const NewReference reference{drawing.fileId, bolt};
-    addReferences(test.vault, {&reference, 1});
+    test.refer(drawing, {bolt});
     const CardWrite writes[] = {{drawing.fileId, title, u"Sheet2", Value(u"b")},
         {drawing.fileId, title, u"Sheet1", Value(u"a")}, {drawing.fileId, title, u"@", Value(u"c")}};
     writeCards(test.vault, writes);
