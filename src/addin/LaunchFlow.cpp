@@ -39,17 +39,6 @@ void settleSelection(Launch& launch, const Text& taskName)
     launch.cmd.cancel = picked ? 0 : -1;
 }
 
-/// Cancels the launch of a conversion that leaves something to a user who isn't there.
-void requireNoQuestion(Launch& launch)
-{
-    if (launch.cmd.cancel != 0 || launch.context.kind != TaskKind::Conversion)
-        return;
-    const Text open = openQuestions(launch.cmd.taskObject);
-    if (!open.empty())
-        cancelLaunch(launch.cmd,
-            u"The task leaves settings to the user, who cannot be asked here: " + open + u". Settle them in the task.");
-}
-
 std::int32_t kindBit(const OutputRecord& record)
 {
     if (!record.isCadFile)
@@ -70,6 +59,19 @@ Status writeSelection(Launch& launch, std::int32_t& kinds)
     for (const auto& record : records)
         kinds |= kindBit(*record);
     return context.fileLogic.WriteList(launch.instance, TaskKind::Unknown, &records);
+}
+
+/// Writes the selection, and cancels the launch of a conversion that leaves something to a user who isn't there.
+Status requireNoQuestion(Launch& launch)
+{
+    std::int32_t kinds = 0;
+    if (const Status status = writeSelection(launch, kinds); failed(status))
+        return status;
+    const Text open = openQuestions(launch.cmd.taskObject, kinds);
+    if (!open.empty())
+        cancelLaunch(launch.cmd,
+            u"The task leaves settings to the user, who cannot be asked here: " + open + u". Settle them in the task.");
+    return S_OK;
 }
 
 /// Hands the page to the host if it leaves the user anything to decide.
@@ -119,12 +121,9 @@ Status launchTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault,
 
     Launch launch{context, vault, instance, cmd, selection};
     settleSelection(launch, taskName);
-    if (!launch.canAsk()) {
-        requireNoQuestion(launch);
-        if (cmd.cancel != 0)
-            return S_OK;
-    }
-    if (context.kind == TaskKind::Conversion && launch.canAsk()) {
+    if (context.kind == TaskKind::Conversion && !launch.canAsk())
+        return cmd.cancel == 0 ? requireNoQuestion(launch) : S_OK;
+    if (context.kind == TaskKind::Conversion) {
         // Also after a cancelled selection: the page is there for whoever asks the add-in object next.
         if (const Status status = prepareConversionPage(launch, self); failed(status))
             return status;

@@ -23,28 +23,43 @@ constexpr Question outputQuestions[] = {
     {u"OutputConfs", mayChange, u"the configurations (OutputConfs)"},
     {u"OutputSheets", mayChange, u"the sheets (OutputSheets)"},
 };
-constexpr Question pdf3dQuestions[] = {
-    {u"AsmThemeAndViewsChecks", mayChangeTheme, u"theme and views of assemblies (AsmThemeAndViewsChecks)"},
-    {u"PartThemeAndViewsChecks", mayChangeTheme, u"theme and views of parts (PartThemeAndViewsChecks)"},
-};
+
+constexpr Question assemblyThemeQuestion{
+    u"AsmThemeAndViewsChecks", mayChangeTheme, u"theme and views of assemblies (AsmThemeAndViewsChecks)"};
+constexpr Question partThemeQuestion{
+    u"PartThemeAndViewsChecks", mayChangeTheme, u"theme and views of parts (PartThemeAndViewsChecks)"};
+
+constexpr std::int32_t assemblySelected = 4;
+constexpr std::int32_t partSelected = 8;
+
+bool isOpen(const ObjectRef& instance, const Question& question)
+{
+    return readInteger(instance, question.variable).value_or(question.bits) & question.bits;
+}
 
 class Words {
 public:
     void add(const char16_t* words) { m_text.append(m_text.empty() ? u"" : u", ").append(words); }
-    void addIfOpen(const ObjectRef& instance, const Question& question)
-    {
-        if (readInteger(instance, question.variable).value_or(question.bits) & question.bits)
-            add(question.words);
-    }
     Text take() { return std::move(m_text); }
 
 private:
     Text m_text;
 };
 
+/// A theme that only one kind may change counts if that kind is selected; two that may be changed always count.
+void addThemes(Words& words, const ObjectRef& instance, std::int32_t selectedKinds)
+{
+    const bool assembly = isOpen(instance, assemblyThemeQuestion);
+    const bool part = isOpen(instance, partThemeQuestion);
+    if (assembly && (part || (selectedKinds & assemblySelected)))
+        words.add(assemblyThemeQuestion.words);
+    if (part && (assembly || (selectedKinds & partSelected)))
+        words.add(partThemeQuestion.words);
+}
+
 } // namespace
 
-Text openQuestions(const ObjectRef& instance)
+Text openQuestions(const ObjectRef& instance, std::int32_t selectedKinds)
 {
     Words words;
     const OutputFormat* format = findOutputFormat(readText(instance, u"FileFormat").value_or(Text()));
@@ -52,10 +67,16 @@ Text openQuestions(const ObjectRef& instance)
         words.add(u"the output format (FileFormat)");
     if (readBoolean(instance, u"PromptOutput").value_or(true))
         words.add(u"the output path (PromptOutput)");
-    words.addIfOpen(instance, versionQuestion);
-    const bool is3dPdf = format && format->code == pdf3dFormatCode;
-    for (const Question& question : is3dPdf ? pdf3dQuestions : outputQuestions)
-        words.addIfOpen(instance, question);
+    if (isOpen(instance, versionQuestion))
+        words.add(versionQuestion.words);
+    if (format && format->code == pdf3dFormatCode) {
+        addThemes(words, instance, selectedKinds);
+        return words.take();
+    }
+    for (const Question& question : outputQuestions) {
+        if (isOpen(instance, question))
+            words.add(question.words);
+    }
     return words.take();
 }
 

@@ -18,9 +18,12 @@ inline std::vector<std::string> lines(const arkin::Variables& variables)
 /// The conversion settings page over the real vault, at setup and at launch.
 class SettingsFixture : public PageFixture {
 protected:
-    /// The page at setup, of a task with these variables.
+    /// The page at setup, of a task with these variables. An earlier task and its page go.
     void setUp(arkin::Variables variables = {})
     {
+        if (task)
+            tasks.remove(task->task().id);
+        page.reset();
         openTask(TaskKind::Conversion, std::move(variables));
         page = pages().makeConversionPage(setting(TaskKind::Conversion), false);
         page->load(task);
