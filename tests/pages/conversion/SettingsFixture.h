@@ -23,6 +23,7 @@ protected:
     {
         if (task)
             tasks.remove(task->task().id);
+        task.reset();
         page.reset();
         openTask(TaskKind::Conversion, std::move(variables));
         page = pages().makeConversionPage(setting(TaskKind::Conversion), false);
