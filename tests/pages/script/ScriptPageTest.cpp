@@ -34,7 +34,12 @@ protected:
         tasks.create(definition);
         return std::make_shared<arkin::TaskProperties>(tasks.get(definition.name));
     }
-    Variables storedOf(const arkin::TaskProperties& made) { return made.task().variables; }
+    /// What the vault has once the host has accepted what was written.
+    Variables storedOf(const arkin::TaskProperties& made)
+    {
+        tasks.change(made.task().id, made.change());
+        return tasks.get(made.task().name).variables;
+    }
     PageEnvironment& environment() { return pages().environment(); }
 
     void install(std::initializer_list<const char16_t*> names)
