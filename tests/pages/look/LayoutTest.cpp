@@ -1,9 +1,9 @@
-#include "support/OffscreenApplication.h"
 #include "support/windows/LayoutCheck.h"
 #include "support/windows/LongTexts.h"
 #include "support/windows/Windows.h"
 
 #include <gmock/gmock.h>
+#include <QApplication>
 #include <QImage>
 
 namespace zn::test {

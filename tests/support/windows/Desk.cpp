@@ -27,9 +27,6 @@ Desk::Desk(const Text& language, const std::filesystem::path& stringFolder)
     arkin::Cards cards(vault.store.database(), vault.vault.info().id);
     for (const char16_t* name : {u"Author", u"Description", u"Number", u"Project"})
         cards.addVariable(name);
-    vault.addReleased("Gearbox/Housing.zenprt", "part");
-    vault.addReleased("Gearbox/Gearbox.zenasm", "assembly");
-    vault.addReleased("Gearbox/Gearbox.zendrw", "drawing");
     pages.environment().lex().observe([this](const lexmgr::Lookup& lookup) {
         asked[{Text(lookup.file), Text(lookup.section), lookup.id}] = {Text(lookup.defaultText), lookup.found};
     });

@@ -3,6 +3,7 @@
 #include "support/windows/Desk.h"
 
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,9 @@ struct WindowCase {
     /// Opens the window, lets `look` at it and closes it.
     std::function<void(Desk& desk, const Look& look)> open;
 };
+
+/// How a failing test names the case.
+inline void PrintTo(const WindowCase& window, std::ostream* out) { *out << window.name; }
 
 const std::vector<WindowCase>& allWindows();
 

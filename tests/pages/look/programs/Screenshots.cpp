@@ -2,11 +2,14 @@
 //
 //   screenshots FOLDER [LANGUAGE [WINDOW...]]
 
+#include "support/windows/Screen.h"
 #include "support/windows/Windows.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QImage>
 #include <QPixmap>
+#include <QTimer>
 
 #include <algorithm>
 #include <iostream>
@@ -14,6 +17,14 @@
 namespace {
 
 using namespace zn;
+
+/// Until what a window does by itself, such as checking a macro, is done.
+void settle()
+{
+    QEventLoop wait;
+    QTimer::singleShot(800, &wait, &QEventLoop::quit);
+    wait.exec();
+}
 
 /// A picture with a palette is a fraction of the size, and these have few colours.
 bool savePicture(QWidget& window, const std::filesystem::path& file)
@@ -34,7 +45,10 @@ int takePictures(
         const std::filesystem::path file = folder / (each.name + ".png");
         bool saved = false;
         test::Desk desk(toText(language));
-        each.open(desk, [&](QWidget& window) { saved = savePicture(window, file); });
+        each.open(desk, [&](QWidget& window) {
+            settle();
+            saved = savePicture(window, file);
+        });
         std::cout << (saved ? "" : "not saved: ") << file.string() << '\n';
         failures += saved ? 0 : 1;
     }
@@ -45,7 +59,7 @@ int takePictures(
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    test::useOwnScreen();
     QApplication application(argc, argv);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.empty()) {
