@@ -33,7 +33,7 @@ void CConversionSettingsPageDlg::LoadSettings(const ObjectRef& task, std::int32_
     m_selectedKinds = selectedKinds;
     m_sheetsInFront = false;
     const std::optional<Text> format = readText(task, u"FileFormat");
-    const bool formatIsFixed = format && selectFormat(*m_formats, shown(*format));
+    const bool formatIsFixed = format && selectFormat(*m_formats, *format);
 
     m_sheets->setFormat(formatCode());
     m_confs->setFormat(formatCode());
@@ -83,7 +83,11 @@ bool CConversionSettingsPageDlg::isPageNeeded() const
     return m_confs->mayChangeOutput() || m_sheets->mayChangeOutput();
 }
 
-Text CConversionSettingsPageDlg::formatLabel() const { return typed(m_formats->currentText()); }
+/// The English label in every language, because the task is read on machines that speak another one.
+Text CConversionSettingsPageDlg::formatLabel() const
+{
+    return outputFormats()[static_cast<std::size_t>(formatCode())].label;
+}
 
 std::int32_t CConversionSettingsPageDlg::formatCode() const { return selectedFormat(*m_formats); }
 

@@ -47,9 +47,10 @@ void fillFormatList(QComboBox& list, PageEnvironment& environment, bool launch)
 
 std::int32_t selectedFormat(const QComboBox& list) { return list.currentData().toInt(); }
 
-bool selectFormat(QComboBox& list, const QString& label)
+bool selectFormat(QComboBox& list, TextView label)
 {
-    const int row = list.findText(label, Qt::MatchFixedString);
+    const OutputFormat* format = findOutputFormat(label);
+    const int row = format ? list.findData(format->code) : -1;
     list.setCurrentIndex(row < 0 ? 0 : row);
     return row >= 0;
 }

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "base/Text.h"
+
 #include <cstdint>
 
 class QComboBox;
-class QString;
 
 namespace zn {
 
@@ -16,8 +17,8 @@ void fillFormatList(QComboBox& list, PageEnvironment& environment, bool launch);
 /// The code of the selected row.
 std::int32_t selectedFormat(const QComboBox& list);
 
-/// Selects the row of that label, compared without regard to case. If there is none it selects the first row and
-/// returns false.
-bool selectFormat(QComboBox& list, const QString& label);
+/// Selects the row of the format with that English label, compared without regard to case. If there is none it selects
+/// the first row and returns false.
+bool selectFormat(QComboBox& list, TextView label);
 
 } // namespace zn

@@ -90,7 +90,10 @@ QSize neededByCombo(const QComboBox& combo)
         const int icon = combo.itemIcon(row).isNull() ? 0 : combo.iconSize().width() + 4;
         widest = std::max(widest, icon + combo.fontMetrics().horizontalAdvance(combo.itemText(row)));
     }
-    return {combo.width() - field + widest, combo.minimumSizeHint().height()};
+    const int width = combo.width() - field + widest;
+    // The toolkit counts a pixel or two less where the list is as wide as its rows.
+    const bool asWideAsRows = combo.sizeAdjustPolicy() != QComboBox::AdjustToMinimumContentsLengthWithIcon;
+    return {asWideAsRows ? std::min(width, combo.sizeHint().width()) : width, combo.minimumSizeHint().height()};
 }
 
 QSize neededSize(const QWidget& control)

@@ -6,7 +6,9 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QTabWidget>
 #include <QTimer>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace zn::test {
@@ -14,6 +16,15 @@ namespace zn::test {
 namespace {
 
 using Prepare = std::function<void(QWidget& page)>;
+
+/// Until all layouts know the sizes that they give each other: a box of tokens grows when it knows its width.
+void settle()
+{
+    for (int round = 0; round < 5; ++round) {
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    }
+}
 
 /// Shows a page in a window of the size that it asks for, as the host's property dialog does.
 void showPage(Desk& desk, TaskPage& page, const Look& look, const Prepare& prepare = {})
@@ -28,7 +39,7 @@ void showPage(Desk& desk, TaskPage& page, const Look& look, const Prepare& prepa
     widget->show();
     desk.host.show();
     desk.host.resize(desk.host.sizeHint().expandedTo({480, 360}));
-    QApplication::processEvents();
+    settle();
     look(*widget);
     desk.host.hide();
 }
@@ -50,6 +61,7 @@ void showModal(const Look& look, const std::function<void()>& run)
         if (!dialog || !dialog->isVisible())
             return;
         timer.stop();
+        settle();
         look(*dialog);
         dialog->reject();
     });
@@ -65,6 +77,58 @@ WindowCase pageCase(const std::string& name, PageName page, TaskKind kind)
                 made->load(setting.task);
                 showPage(desk, *made, look);
             }};
+}
+
+using arkin::Variables;
+
+/// The conversion page as an administrator sees it.
+WindowCase conversionCase(const std::string& name, const Variables& variables, const Prepare& prepare = {})
+{
+    return {name, [=](Desk& desk, const Look& look) {
+                const PageSetting setting = desk.setting(TaskKind::Conversion, variables);
+                const auto page = desk.pages.makeConversionPage(setting, false);
+                page->load(setting.task);
+                showPage(desk, *page, look, prepare);
+            }};
+}
+
+/// The conversion page as a user sees it who launches the task on these kinds of files.
+WindowCase launchCase(const std::string& name, const Variables& variables, std::int32_t selectedKinds)
+{
+    return {name, [=](Desk& desk, const Look& look) {
+                const PageSetting setting = desk.setting(TaskKind::Conversion, variables);
+                const auto page = desk.pages.makeConversionPage(setting, true);
+                page->loadForLaunch(setting.task, selectedKinds);
+                showPage(desk, *page, look);
+            }};
+}
+
+void selectLastTab(QWidget& page, const char* tabs)
+{
+    auto* widget = page.findChild<QTabWidget*>(tabs);
+    widget->setCurrentIndex(widget->count() - 1);
+}
+
+void showOutputFileDetailsPage(Desk& desk, const Look& look)
+{
+    const PageSetting setting = desk.setting(TaskKind::Conversion);
+    const auto conversion = desk.pages.makeConversionPage(setting, false);
+    conversion->load(setting.task);
+    const auto page = desk.pages.makeOutputFileDetailsPage(setting, *conversion);
+    page->load(setting.task);
+    showPage(desk, *page, look);
+}
+
+void showFileCardPage(Desk& desk, const Look& look)
+{
+    const PageSetting setting = desk.setting(
+        TaskKind::Conversion, {{u"FileCardData", Text(u"Number;1;\nProject;100;Project\nDescription;8;Converted\n")}});
+    const auto page = desk.pages.makePage(PageName::FileCard, setting);
+    page->load(setting.task);
+    showPage(desk, *page, look, [](QWidget& shown) {
+        auto* list = shown.findChild<QTreeWidget*>("cardVariables");
+        list->setCurrentItem(list->topLevelItem(2));
+    });
 }
 
 void showScriptDialog(Desk& desk, const Look& look)
@@ -90,6 +154,18 @@ const std::vector<WindowCase>& allWindows()
 {
     static const std::vector<WindowCase> cases = {
         {"MenuCommandDlg", showMenuCommandPage},
+        conversionCase("ConversionSettingsPageDlg", {{u"FileFormat", Text(u"Adobe PDF (*.pdf)")}}),
+        conversionCase("ConversionSettingsPageDlg-sheets",
+            {{u"FileFormat", Text(u"Viewpane (*.vprt; *.vasm; *.vdrw)")}},
+            [](QWidget& page) { selectLastTab(page, "outputTabs"); }),
+        conversionCase("ConversionSettingsPageDlg-3dpdf", {{u"FileFormat", Text(u"3D PDF - MBD (*.pdf)")}}),
+        conversionCase("ConversionSettingsPageDlg-3dpdf-part", {{u"FileFormat", Text(u"3D PDF - MBD (*.pdf)")}},
+            [](QWidget& page) { selectLastTab(page, "themeTabs"); }),
+        launchCase("ConversionSettingsPageDlg-launch", {}, 4 | 8 | 16),
+        launchCase("ConversionSettingsPageDlg-launch-pdf",
+            {{u"FileFormat", Text(u"Adobe PDF (*.pdf)")}, {u"PromptOutput", false}, {u"SourceRefs", 2}}, 16),
+        {"FileCardPageDlg", showFileCardPage},
+        {"OutputFileDetailsPageDlg", showOutputFileDetailsPage},
         pageCase("ScriptPageDlg", PageName::Script, TaskKind::General),
         {"ScriptDlg", showScriptDialog},
         optionCase("ConvOpACISDlg", 3),
