@@ -78,22 +78,25 @@ int widestWord(const QLabel& label)
     return widest;
 }
 
+int widthOfRow(const QComboBox& combo, int row)
+{
+    const int icon = combo.itemIcon(row).isNull() ? 0 : combo.iconSize().width() + 4;
+    return icon + combo.fontMetrics().horizontalAdvance(combo.itemText(row));
+}
+
+/// A list that is as wide as its rows must show each of them whole, one of a fixed width at least the chosen one.
 QSize neededByCombo(const QComboBox& combo)
 {
+    const int height = combo.minimumSizeHint().height();
+    if (combo.isEditable() || combo.currentIndex() < 0)
+        return {0, height};
+    if (combo.sizeAdjustPolicy() != QComboBox::AdjustToMinimumContentsLengthWithIcon)
+        return {combo.sizeHint().width(), height};
     QStyleOptionComboBox option;
     option.initFrom(&combo);
-    option.editable = combo.isEditable();
     const int field
         = combo.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &combo).width();
-    int widest = 0;
-    for (int row = 0; row < combo.count() && !combo.isEditable(); ++row) {
-        const int icon = combo.itemIcon(row).isNull() ? 0 : combo.iconSize().width() + 4;
-        widest = std::max(widest, icon + combo.fontMetrics().horizontalAdvance(combo.itemText(row)));
-    }
-    const int width = combo.width() - field + widest;
-    // The toolkit counts a pixel or two less where the list is as wide as its rows.
-    const bool asWideAsRows = combo.sizeAdjustPolicy() != QComboBox::AdjustToMinimumContentsLengthWithIcon;
-    return {asWideAsRows ? std::min(width, combo.sizeHint().width()) : width, combo.minimumSizeHint().height()};
+    return {combo.width() - field + widthOfRow(combo, combo.currentIndex()), height};
 }
 
 QSize neededSize(const QWidget& control)

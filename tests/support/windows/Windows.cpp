@@ -11,6 +11,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace zn::test {
 
 namespace {
@@ -39,6 +41,9 @@ void showPage(Desk& desk, TaskPage& page, const Look& look, const Prepare& prepa
     widget->show();
     desk.host.show();
     desk.host.resize(desk.host.sizeHint().expandedTo({480, 360}));
+    settle();
+    // Texts that wrap need more than the least height at this width.
+    desk.host.resize(desk.host.width(), std::max(desk.host.height(), rows.totalHeightForWidth(desk.host.width())));
     settle();
     look(*widget);
     desk.host.hide();
