@@ -8,6 +8,10 @@
 #include "pages/frame/Page.h"
 #include "pages/frame/Strings.h"
 #include "pages/menu/MenuCommandDlg.h"
+#include "pages/print/FilesDlg.h"
+#include "pages/print/MarginsDlg.h"
+#include "pages/print/PaperSizeDlg.h"
+#include "pages/print/PrinterDlg.h"
 #include "pages/print/PrintUIDlg.h"
 #include "pages/script/ScriptPageDlg.h"
 #include "pages/selection/SelectionDlg.h"
@@ -89,12 +93,19 @@ std::unique_ptr<TaskPage> Pages::makePage(PageName name, const PageSetting& sett
     case PageName::FileCard:
         return std::make_unique<PageHandle<TaskPage, CFileCardPageDlg>>(
             new CFileCardPageDlg(m_environment, parent, setting.vault));
+    case PageName::Printer:
+        return std::make_unique<PageHandle<TaskPage, CPrinterDlg>>(new CPrinterDlg(m_environment, parent));
+    case PageName::PaperSize:
+        return std::make_unique<PageHandle<TaskPage, CPaperSizeDlg>>(new CPaperSizeDlg(m_environment, parent));
+    case PageName::Margins:
+        return std::make_unique<PageHandle<TaskPage, CMarginsDlg>>(new CMarginsDlg(m_environment, parent));
+    case PageName::Files:
+        return std::make_unique<PageHandle<TaskPage, CFilesDlg>>(new CFilesDlg(m_environment, parent, setting));
     case PageName::Script:
         return std::make_unique<PageHandle<TaskPage, CScriptPageDlg>>(
             new CScriptPageDlg(m_environment, parent, CScriptPageDlg::Form::Page));
-    default:
-        notThere("page of this name");
     }
+    notThere("page of this name");
 }
 
 bool Pages::askSelection(const PageSetting& setting, const Text& taskName, ArkSelection& selection)
