@@ -267,6 +267,7 @@ TEST_F(OptionDialogs, GreyWhatDependsOnAnotherControl)
         act(frame, "cancel");
     });
     open(Acis, [](QWidget& frame) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&frame)); // only then keys move the focus
         auto* surfaces = find<QWidget>(frame, "surfaceGeometry");
         surfaces->setFocus();
         press(surfaces, Qt::Key_Down);
