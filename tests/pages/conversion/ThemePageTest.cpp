@@ -86,6 +86,7 @@ TEST_F(ThemePage, ChoosesViewsByMouseAndKeys)
 {
     setUp(theme(u"theme.xml", 4 | 2, 16));
     EXPECT_TRUE(ofAssembly<QToolButton>("viewTop")->isChecked());
+    EXPECT_EQ(ofAssembly<QToolButton>("viewTop")->toolTip(), "Top");
     click(ofAssembly<QToolButton>("viewTop"));
     auto* front = ofAssembly<QToolButton>("viewFront");
     front->setFocus();
