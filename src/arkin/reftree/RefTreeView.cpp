@@ -14,7 +14,7 @@ namespace {
 constexpr int mostExpandedAtOnce = 5000;
 
 /// Widths of the columns in average characters; the last one takes the rest.
-constexpr int columnCharacters[] = {36, 22, 9, 16};
+constexpr int columnCharacters[] = {40, 28, 9, 18};
 
 } // namespace
 

@@ -2,7 +2,41 @@
 
 #include "base/Paths.h"
 
+#include <unordered_set>
+
 namespace zn {
+
+namespace {
+
+/// Deeper rows are left to the user to open.
+constexpr int deepestExpanded = 64;
+
+/// Expands the rows below `file`, which stands in `place`, that lead to a ticked file. Whether there are any.
+bool expandBelow(const FileInfo& file, PrintUIPos& place, std::unordered_set<const FileInfo*>& seen, int depth)
+{
+    if (depth > deepestExpanded || !seen.insert(&file).second)
+        return false;
+    bool leadsToTicked = false;
+    PrintUIPos below;
+    for (const auto* side : {&file.drawings, &file.parts}) {
+        for (const FileInfo* child : *side)
+            leadsToTicked |= expandBelow(*child, below, seen, depth + 1) || child->selected;
+    }
+    if (leadsToTicked)
+        place.expand(file) = std::move(below);
+    return leadsToTicked;
+}
+
+} // namespace
+
+void FileRefRows::expandToTicked()
+{
+    std::unordered_set<const FileInfo*> seen;
+    for (const FileInfo* file : files.roots()) {
+        expandBelow(*file, expanded, seen, 0);
+        expanded.expand(*file);
+    }
+}
 
 FileRefItemImp::FileRefItemImp(
     std::shared_ptr<FileRefRows> rows, FileInfo& file, std::shared_ptr<FileRefItemImp> parent)

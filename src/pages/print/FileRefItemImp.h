@@ -12,6 +12,10 @@ namespace zn {
 struct FileRefRows {
     PrintFileList files;
     PrintUIPos expanded; ///< the first level's
+
+    /// Opens the first level and whatever leads to a ticked file, so that all that will print is in sight. A file that
+    /// has many places is opened at one of them.
+    void expandToTicked();
 };
 
 /// The host tree's view of one row: a file at one place.

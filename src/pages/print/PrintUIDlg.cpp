@@ -103,8 +103,7 @@ void PrintUIDlg::readFiles()
     readRows(rows);
     m_rows->files = PrintFileList(
         m_selection, rows, {m_settings.autoSelect, typed(message(UnsupportedText, u"Unsupported File Format"))});
-    for (const FileInfo* file : m_rows->files.roots())
-        m_rows->expanded.expand(*file);
+    m_rows->expandToTicked();
     showFiles();
 }
 

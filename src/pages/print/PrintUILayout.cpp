@@ -26,7 +26,7 @@ namespace {
 constexpr int mostCopies = 999'999;
 
 /// First size of the window in average characters and lines.
-constexpr int charactersWide = 110;
+constexpr int charactersWide = 130;
 constexpr int linesHigh = 34;
 
 } // namespace

@@ -97,7 +97,7 @@ TEST_F(PrintLaunchTest, TicksByKeysAndTheSameFileAtAllItsPlaces)
     Answers person({[](QWidget& dialog) {
         auto* tree = find<QWidget>(dialog, "fileTree");
         EXPECT_EQ(outline(dialog),
-            (Lines{"[x] top.zenasm 1", "  [x] top.zendrw 1", "  [ ] bolt.zenprt 1",
+            (Lines{"[x] top.zenasm 1", "  [x] top.zendrw 1", "  [ ] bolt.zenprt 1", "    [x] bolt.zendrw 1",
                 "   -  notes.txt 1 Unsupported File Format", "  [ ] sub.zenasm 1"}));
         go(dialog, {"top.zenasm", "notes.txt"});
         press(tree, Qt::Key_Space);
@@ -106,13 +106,13 @@ TEST_F(PrintLaunchTest, TicksByKeysAndTheSameFileAtAllItsPlaces)
         press(tree, Qt::Key_Down);
         press(tree, Qt::Key_Space);
         EXPECT_EQ(outline(dialog),
-            (Lines{"[x] top.zenasm 1", "  [x] top.zendrw 1", "  [x] bolt.zenprt 1",
+            (Lines{"[x] top.zenasm 1", "  [x] top.zendrw 1", "  [x] bolt.zenprt 1", "    [x] bolt.zendrw 1",
                 "   -  notes.txt 1 Unsupported File Format", "  [ ] sub.zenasm 1", "    [x] bolt.zenprt 1",
                 "    [ ] washer.zenprt 1"}));
         EXPECT_EQ(find<QLabel>(dialog, "total")->text(), "Total: 4");
         click(find<QAbstractButton>(dialog, "latestVersion"));
         EXPECT_EQ(outline(dialog),
-            (Lines{"[x] top.zenasm 1", "  [x] top.zendrw 1", "  [x] bolt.zenprt 2",
+            (Lines{"[x] top.zenasm 1", "  [x] top.zendrw 1", "  [x] bolt.zenprt 2", "    [x] bolt.zendrw 1",
                 "   -  notes.txt 1 Unsupported File Format", "  [ ] sub.zenasm 1", "    [x] bolt.zenprt 2",
                 "    [ ] washer.zenprt 1"}))
             << "ticks and open rows stay";
