@@ -39,7 +39,7 @@ constexpr struct {
 } marginRows[] = {
     {u"__printer_margintop", "marginTop", u"&Top:"},
     {u"__printer_marginbottom", "marginBottom", u"&Bottom:"},
-    {u"__printer_marginleft", "marginLeft", u"Le&ft:"},
+    {u"__printer_marginleft", "marginLeft", u"L&eft:"},
     {u"__printer_marginright", "marginRight", u"Ri&ght:"},
 };
 
