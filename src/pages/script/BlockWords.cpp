@@ -89,6 +89,8 @@ private:
             return;
         if (word() == Word::End && closeNamed(stack))
             return;
+        if (word() == Word::EndIf)
+            return close(stack, Word::If, m_at);
         for (const BlockKind& kind : blockKinds()) {
             if (directive && kind.open != Word::If)
                 continue;
@@ -153,12 +155,18 @@ private:
             blockKinds(), [this](const BlockKind& one) { return one.close == Word::None && one.open == word(1); });
         if (kind == blockKinds().end())
             return false;
-        if (toInnermost(stack, kind->open)) {
-            stack.back().block.words.push_back(rangeOf(m_at, m_at + 1));
-            finishInnermost(stack, true);
-        }
+        close(stack, kind->open, m_at + 1);
         ++m_at;
         return true;
+    }
+
+    /// Ends the innermost block of a kind by the words up to the token `last`.
+    void close(Stack& stack, Word kind, std::size_t last)
+    {
+        if (!toInnermost(stack, kind))
+            return;
+        stack.back().block.words.push_back(rangeOf(m_at, last));
+        finishInnermost(stack, true);
     }
 
     /// `Next j, i` closes a loop for each name.

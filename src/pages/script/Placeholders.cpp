@@ -21,6 +21,8 @@ class LineReader {
 public:
     explicit LineReader(TextView line)
         : m_line(line)
+        , m_lastCurly(line.rfind(u'}'))
+        , m_lastSquare(line.rfind(u']'))
     {
     }
 
@@ -49,9 +51,9 @@ private:
     {
         switch (m_line[m_at]) {
         case u'{':
-            return bracketed(PlaceholderKind::Host, u'}');
+            return bracketed(PlaceholderKind::Host, u'}', m_lastCurly);
         case u'[':
-            return bracketed(PlaceholderKind::Task, u']');
+            return bracketed(PlaceholderKind::Task, u']', m_lastSquare);
         case u'<':
             return fileValue();
         case u'%':
@@ -67,11 +69,11 @@ private:
         return length;
     }
 
-    std::size_t bracketed(PlaceholderKind kind, char16_t close)
+    std::size_t bracketed(PlaceholderKind kind, char16_t close, std::size_t lastClose)
     {
-        const std::size_t end = m_line.find(close, m_at);
-        if (end != TextView::npos)
-            return found(kind, end - m_at + 1);
+        // Known beforehand, so that a line full of opening brackets isn't searched to its end for each.
+        if (lastClose != TextView::npos && lastClose > m_at)
+            return found(kind, m_line.find(close, m_at) - m_at + 1);
         m_out.unclosed.push_back(m_at);
         return 0;
     }
@@ -100,6 +102,8 @@ private:
     }
 
     TextView m_line;
+    std::size_t m_lastCurly; ///< the last closing bracket of the line
+    std::size_t m_lastSquare;
     std::size_t m_at = 0;
     bool m_inText = false;
     bool m_inComment = false;

@@ -2,6 +2,7 @@
 
 #include "addin/TaskVariables.h"
 #include "macro/MacroResources.h"
+#include "pages/frame/Images.h"
 #include "pages/frame/MessageBoxes.h"
 #include "pages/frame/Strings.h"
 #include "pages/script/InstalledVersions.h"
@@ -281,6 +282,7 @@ CScriptDlg::CScriptDlg(PageEnvironment& environment, QWidget* parent)
     whole->addWidget(m_page, 1);
     whole->addWidget(buttons);
     mbInitLexWnd(u"Advanced Scripting Options");
+    setWindowIcon(image("PNG_FILE"));
     setSizeGripEnabled(true);
     const QFontMetrics metrics(font());
     resize(metrics.averageCharWidth() * 110, metrics.height() * 40);

@@ -58,11 +58,12 @@ public:
             const std::size_t last = m_source.substr(0, marked).find_last_not_of(u" \t\r\n");
             marked = last == TextView::npos ? 0 : last;
         }
-        const std::size_t lineEnd = std::min(m_source.find_first_of(lineEnds, marked), m_source.size());
         const auto next = std::ranges::upper_bound(m_starts, marked);
+        TextView rest = m_source.substr(marked, next == m_starts.end() ? TextView::npos : *next - marked);
+        rest = rest.substr(0, rest.find_last_not_of(lineEnds) + 1);
         TemplateProblem problem;
         problem.position = marked;
-        problem.length = markedLength(m_source.substr(marked, lineEnd - marked));
+        problem.length = markedLength(rest);
         problem.line = static_cast<int>(next - m_starts.begin());
         problem.column = static_cast<int>(marked - *std::prev(next)) + 1;
         problem.message = std::move(message);

@@ -132,6 +132,7 @@ TEST(BlockWords, WordsOfABlockBelongTogether)
     EXPECT_EQ(wordsAt(source, u"If VBA7"), "If;Else;End If;closed");
     EXPECT_EQ(wordsAt(source, u"End Function"), "Function;End Function;closed");
     EXPECT_EQ(wordsAt(source, u"Declare"), "");
+    EXPECT_EQ(wordsAt(u"If a Then\nEndIf\nNext\nEnd Sub", u"If a"), "If;EndIf;closed");
     EXPECT_TRUE(opensBlock(u"  Else") && opensBlock(u"Case 1") && opensBlock(u"With x"));
     EXPECT_FALSE(opensBlock(u"If a Then b") || opensBlock(u"End Sub") || opensBlock(u"x = 1"));
 }
