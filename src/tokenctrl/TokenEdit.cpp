@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <QAbstractTextDocumentLayout>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -79,8 +80,10 @@ TokenEdit::TokenEdit(const TokenPatterns& patterns)
     setTabChangesFocus(true);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setInputMethodHints(Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText);
     connect(this, &QTextEdit::textChanged, this, &TokenEdit::textWasChanged);
     connect(document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
@@ -300,6 +303,12 @@ bool TokenEdit::viewportEvent(QEvent* event)
     return QTextEdit::viewportEvent(event);
 }
 
+void TokenEdit::resizeEvent(QResizeEvent* event)
+{
+    QTextEdit::resizeEvent(event);
+    updateHeight();
+}
+
 void TokenEdit::showEvent(QShowEvent* event)
 {
     // By now the dialog has named the place in its language.
@@ -361,23 +370,37 @@ int TokenEdit::heightFor(int lines) const
 
 void TokenEdit::updateHeight()
 {
-    const int height = static_cast<int>(std::ceil(document()->size().height()));
-    const bool isHigher = height > heightFor(mostLines);
-    setVerticalScrollBarPolicy(isHigher ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-    m_textHeight = std::clamp(height, heightFor(1), heightFor(mostLines));
-    updateGeometry();
+    const qreal height = document()->size().height();
+    setVerticalScrollBarPolicy(height > heightFor(mostLines) ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    const int wanted = boxHeight(height);
+    if (std::exchange(m_height, wanted) != wanted)
+        updateGeometry();
 }
 
-QSize TokenEdit::sizeHint() const
+int TokenEdit::boxHeight(qreal textHeight) const
 {
-    const QSize least = minimumSizeHint();
-    return {least.width() * 3, least.height()};
+    const int bounded = std::clamp(static_cast<int>(std::ceil(textHeight)), heightFor(1), heightFor(mostLines));
+    return bounded + 2 * frameWidth();
 }
+
+int TokenEdit::heightForWidth(int width) const
+{
+    // Asked before the edit has that width, so a copy of the text is laid out in it.
+    const std::unique_ptr<QTextDocument> copy(document()->clone());
+    copy->documentLayout()->registerHandler(tokenFormat(QString()).objectType(), const_cast<TokenChip*>(&m_chip));
+    copy->setDefaultFont(document()->defaultFont());
+    copy->setDefaultTextOption(document()->defaultTextOption());
+    copy->documentLayout()->setPaintDevice(viewport());
+    copy->setTextWidth(width - 2 * frameWidth());
+    return boxHeight(copy->size().height());
+}
+
+QSize TokenEdit::sizeHint() const { return {minimumSizeHint().width() * 3, m_height}; }
 
 QSize TokenEdit::minimumSizeHint() const
 {
-    const int width = fontMetrics().averageCharWidth() * narrowestInCharacters + 2 * frameWidth();
-    return {width, std::max(m_textHeight, heightFor(1)) + 2 * frameWidth()};
+    // The height that a text needs depends on the width; layouts ask for it by `heightForWidth`.
+    return {fontMetrics().averageCharWidth() * narrowestInCharacters + 2 * frameWidth(), boxHeight(0)};
 }
 
 } // namespace tokenctrl

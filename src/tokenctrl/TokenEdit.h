@@ -12,7 +12,8 @@ namespace tokenctrl {
 class TokenPatterns;
 
 /// The edit itself: one paragraph of text in which a token is one character of the document. It is one line high and
-/// grows with its text up to a few lines. Enter and Tab stay with the dialog.
+/// grows with its text up to a few lines; what is longer scrolls. Enter and Tab stay
+/// with the dialog.
 class TokenEdit : public QTextEdit {
     Q_OBJECT
 public:
@@ -32,6 +33,7 @@ public:
     /// `behindToken`, its end.
     int documentPosition(qsizetype plainPosition, bool behindToken) const;
 
+    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -43,6 +45,7 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -68,11 +71,13 @@ private:
     void layOut();
     /// Height in pixels of that many lines that hold tokens.
     int heightFor(int lines) const;
+    /// Height in pixels of the edit for a text of that height.
+    int boxHeight(qreal textHeight) const;
     void updateHeight();
 
     const TokenPatterns& m_patterns;
     TokenChip m_chip;
-    int m_textHeight = 0; ///< in pixels, within the bounds of one line and the most lines
+    int m_height = 0; ///< of the whole edit for the present text, in pixels
     bool m_isEditing = false;
     bool m_hasChanged = false;
     bool m_isNotifying = false;

@@ -39,7 +39,7 @@ constexpr int destinationColumn = 1;
 constexpr int kindRole = Qt::UserRole;
 
 constexpr const char16_t* mappingVariable = u"FileCardData";
-constexpr int shortestChoice = 26; ///< characters that a closed list shows at least
+constexpr int shortestChoice = 30; ///< characters that a closed list shows at least
 
 CardSourceKind kindOf(const QTreeWidgetItem& row)
 {
