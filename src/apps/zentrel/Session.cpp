@@ -10,6 +10,7 @@ Session::Session(const std::filesystem::path& home, Hooks hooks)
 {
     m_application = std::make_shared<Application>(Surroundings{
         .files = m_platform.files(),
+        .printers = m_platform.printers(),
         .workFolder = processWorkFolder(std::filesystem::temp_directory_path()),
         .log = [this](const std::string& line) { m_log.write(line); },
         .stopRequested = std::move(hooks.stopRequested),

@@ -23,4 +23,7 @@ inline constexpr std::int32_t partSavingExchange = 26;
 inline constexpr std::int32_t assemblySavingExchange = 31;
 inline constexpr std::int32_t drawingSavingExchange = 23;
 
+/// "ModelViewEvents": the view has been printed, told once the printer has the whole job.
+inline constexpr std::int32_t viewPrinted = 10;
+
 } // namespace zentrel

@@ -22,6 +22,8 @@ public:
     bool showConfiguration(const Text&) override { return false; }
 
     const DrawingDocument& drawing() const { return m_drawing; }
+    /// Makes the sheet at that place the current one.
+    void showSheet(std::size_t index) { m_drawing.active = index; }
 
 protected:
     Text eventInterface() const override { return u"DrawingDocEvents"; }

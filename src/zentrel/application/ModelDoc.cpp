@@ -4,9 +4,11 @@
 #include "zentrel/application/ConfigurationManager.h"
 #include "zentrel/application/DocumentEvents.h"
 #include "zentrel/application/ModelDocExtension.h"
+#include "zentrel/application/PageSetup.h"
 #include "zentrel/application/SaveAs.h"
 
 #include "base/Paths.h"
+#include "platform/Printers.h"
 
 #include <fmt/format.h>
 
@@ -22,6 +24,8 @@ constexpr Status objectEnded = zn::statusCode(0x80010114);
 ModelDoc::ModelDoc(Application& application, Identity identity)
     : m_application(&application)
     , m_identity(std::move(identity))
+    , m_view(std::make_shared<ModelView>())
+    , m_pageSetup(std::make_shared<PageSetup>())
 {
 }
 
@@ -80,6 +84,9 @@ const MemberTable& ModelDoc::modelMembers()
         {u"ShowConfiguration2", MemberUse::Call, u"Name", member<&ModelDoc::showConfigurationMember>},
         {u"GetFirstModelView", MemberUse::Call, u"", member<&ModelDoc::getFirstModelView>},
         {u"SaveAs", MemberUse::Call, u"Name", member<&ModelDoc::saveAs>},
+        {u"PageSetup", MemberUse::Call, u"", member<&ModelDoc::getPageSetup>},
+        {u"Printer", MemberUse::Call, u"", member<&ModelDoc::getPrinter>},
+        {u"Printer", MemberUse::Put, u"Name", member<&ModelDoc::putPrinter>},
     };
     static const MemberTable table(rows);
     return table;
@@ -132,12 +139,31 @@ Value ModelDoc::showConfigurationMember(Arguments& arguments)
 Value ModelDoc::getFirstModelView(Arguments&)
 {
     application();
-    if (!m_view)
-        m_view = std::make_shared<ModelView>();
     return m_view;
 }
 
 Value ModelDoc::saveAs(Arguments& arguments) { return saveDocument(*this, {.path = arguments.text(0)}).errors == 0; }
+
+Value ModelDoc::getPageSetup(Arguments&)
+{
+    application();
+    return m_pageSetup;
+}
+
+Value ModelDoc::getPrinter(Arguments&)
+{
+    application();
+    return m_printer;
+}
+
+/// A printer that this machine doesn't have leaves the present one, which is how a macro finds out.
+Value ModelDoc::putPrinter(Arguments& arguments)
+{
+    const Text name = arguments.text(0);
+    if (name.empty() || application().surroundings().printers.find(name))
+        m_printer = name;
+    return {};
+}
 
 const MemberTable& ModelView::members() const
 {

@@ -10,6 +10,7 @@ class Application;
 class ConfigurationManager;
 class ModelDocExtension;
 class ModelView;
+class PageSetup;
 
 /// "ModelDoc2": an open document. `PartDoc`, `AssemblyDoc` and `DrawingDoc` are the three kinds.
 ///
@@ -48,6 +49,12 @@ public:
     /// Whether the name is the document's title, path or source, without regard to case.
     bool isNamed(TextView name) const;
 
+    PageSetup& pageSetup() { return *m_pageSetup; }
+    /// The name of a printer of this machine; empty until one is chosen.
+    const Text& printer() const { return m_printer; }
+    /// The one window of the document.
+    const std::shared_ptr<ModelView>& view() const { return m_view; }
+
     /// Fires the event that the document ends, and lets go of the application.
     void close();
 
@@ -69,12 +76,17 @@ private:
     Value showConfigurationMember(Arguments& arguments);
     Value getFirstModelView(Arguments&);
     Value saveAs(Arguments& arguments);
+    Value getPageSetup(Arguments&);
+    Value getPrinter(Arguments&);
+    Value putPrinter(Arguments& arguments);
 
     Application* m_application;
     Identity m_identity;
     std::shared_ptr<ModelDocExtension> m_extension;
     std::shared_ptr<ConfigurationManager> m_configurations;
     std::shared_ptr<ModelView> m_view;
+    std::shared_ptr<PageSetup> m_pageSetup;
+    Text m_printer;
 };
 
 using ModelDocRef = std::shared_ptr<ModelDoc>;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zentrel/application/ModelDoc.h"
+#include "zentrel/application/PrintOut.h"
 
 namespace zentrel {
 
@@ -21,8 +21,12 @@ private:
     Value getMbd3DPdfData(Arguments&);
     Value get3DViewNames(Arguments&);
     Value publishTo3DPdf(Arguments& arguments);
+    Value getUsePageSetup(Arguments&);
+    Value putUsePageSetup(Arguments& arguments);
+    Value printOut2(Arguments& arguments);
 
     std::weak_ptr<ModelDoc> m_document;
+    PageSetupInUse m_usePageSetup = PageSetupInUse::OfDocument;
 };
 
 } // namespace zentrel

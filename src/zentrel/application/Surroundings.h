@@ -6,11 +6,16 @@
 #include <filesystem>
 #include <functional>
 
+namespace zn {
+class Printers;
+}
+
 namespace zentrel {
 
 /// What the application needs of the process around it. The references outlive the application.
 struct Surroundings {
     zn::FileSystem& files;
+    zn::Printers& printers;
     /// For files of this process's own (documents of virtual components); made when needed, removed at the end.
     std::filesystem::path workFolder;
     /// Takes one line for a person, as nobody sits in front of a window.

@@ -1,5 +1,8 @@
 #include "zentrel/formats/SheetPicture.h"
 
+#include "zentrel/model/Bounds.h"
+#include "zentrel/model/DocumentError.h"
+
 #include <algorithm>
 #include <cmath>
 #include <fmt/format.h>
@@ -78,6 +81,16 @@ Extent extentOf(const std::vector<Stroke>& strokes)
     return extent;
 }
 
+void move(Stroke& stroke, const Point2& by, double factor)
+{
+    const auto place = [&](Point2& point) { point = {by[0] + factor * point[0], by[1] + factor * point[1]}; };
+    std::for_each(stroke.points.begin(), stroke.points.end(), place);
+    if (stroke.arc) {
+        place(stroke.arc->center);
+        stroke.arc->radius *= factor;
+    }
+}
+
 } // namespace
 
 std::string scaleText(double scale)
@@ -104,17 +117,43 @@ void SheetPainter::paintView(const View& view, double scale, SheetPicture& pictu
         = project(*model, view.direction, view.up, m_tolerance / scale, view.hiddenLines, view.model);
     const Extent extent = extentOf(strokes);
     const Point2 middle{(extent.low[0] + extent.high[0]) / 2, (extent.low[1] + extent.high[1]) / 2};
-    const auto place = [&](Point2& point) {
-        point = {view.x + scale * (point[0] - middle[0]), view.y + scale * (point[1] - middle[1])};
-    };
     for (Stroke& stroke : strokes) {
-        std::for_each(stroke.points.begin(), stroke.points.end(), place);
-        if (stroke.arc) {
-            place(stroke.arc->center);
-            stroke.arc->radius *= scale;
-        }
+        move(stroke, {view.x - scale * middle[0], view.y - scale * middle[1]}, scale);
         picture.strokes.push_back(std::move(stroke));
     }
+}
+
+SheetPicture scaled(SheetPicture picture, double factor)
+{
+    picture.width *= factor;
+    picture.height *= factor;
+    for (Stroke& stroke : picture.strokes)
+        move(stroke, {}, factor);
+    for (Label& label : picture.labels) {
+        label.position = {factor * label.position[0], factor * label.position[1]};
+        label.height *= factor;
+    }
+    return picture;
+}
+
+SheetPicture pictureOfModel(const Model& model, const std::filesystem::path& file)
+{
+    // Of the model's size; fine enough for the largest paper.
+    constexpr double deviation = 1.0 / 20000;
+    // Of the larger side, as a window leaves it around a model.
+    constexpr double borderOfView = 0.04;
+    const double diagonal = diagonalOf(boundsOf(model));
+    if (!(diagonal > 0.0))
+        throw DocumentError(ErrorKind::InvalidArgument, quoted(file) + " has no geometry to be shown.");
+    SheetPicture picture;
+    picture.strokes = project(model, gp_Dir(1, -1, 1), gp_Dir(0, 0, 1), diagonal * deviation, false, file);
+    const Extent extent = extentOf(picture.strokes);
+    const double border = borderOfView * std::max(extent.high[0] - extent.low[0], extent.high[1] - extent.low[1]);
+    picture.width = extent.high[0] - extent.low[0] + 2 * border;
+    picture.height = extent.high[1] - extent.low[1] + 2 * border;
+    for (Stroke& stroke : picture.strokes)
+        move(stroke, {border - extent.low[0], border - extent.low[1]}, 1.0);
+    return picture;
 }
 
 std::vector<const Sheet*> sheetsNamed(

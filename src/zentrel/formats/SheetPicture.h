@@ -20,6 +20,13 @@ struct SheetPicture {
     std::vector<Label> labels;
 };
 
+/// The picture that many times as large: line weights aside, all of it.
+SheetPicture scaled(SheetPicture picture, double factor);
+
+/// A model as an isometric view shows it, without hidden lines, in its own size with a little room around it. Raises
+/// `Kernel`; `InvalidArgument` for a model without anything to be seen. `file` is for sentences.
+SheetPicture pictureOfModel(const Model& model, const std::filesystem::path& file);
+
 /// Draws sheets: the views at their places, a frame and a title block with document, sheet, scale and paper.
 class SheetPainter {
 public:

@@ -31,6 +31,7 @@ Workshop::Workshop(std::function<bool()> stopRequested)
 {
     application = std::make_shared<Application>(Surroundings{
         .files = platform.files(),
+        .printers = platform.printers(),
         .workFolder = folder / "work",
         .log = [this](const std::string& line) { log.push_back(line); },
         .stopRequested = std::move(stopRequested),

@@ -1,0 +1,171 @@
+#include "zentrel/formats/PdfCanvas.h"
+
+#include "zentrel/model/DocumentError.h"
+
+#include <cairo-pdf.h>
+#include <utility>
+
+namespace zentrel {
+
+namespace {
+
+constexpr double pointsPerMillimeter = 72.0 / 25.4;
+/// Of the em square, in fonts of the common kind: a label's height is that of its capitals.
+constexpr double capitalFraction = 0.72;
+constexpr double dashes[] = {2.0, 1.0};
+
+struct Pen {
+    double width; // mm
+    Color color;
+};
+
+/// A colour that can be told from white paper: a light one is darkened.
+Color onPaper(Color color)
+{
+    const double light = 0.299 * color.red + 0.587 * color.green + 0.114 * color.blue;
+    constexpr double lightest = 0.5;
+    if (light > lightest) {
+        const double factor = lightest / light;
+        color = {color.red * factor, color.green * factor, color.blue * factor};
+    }
+    return color;
+}
+
+Pen penOf(const Stroke& stroke, const Ink& ink)
+{
+    constexpr double uniform = 0.25;
+    const double weight = stroke.kind == LineKind::Frame ? 0.5 : stroke.kind == LineKind::Visible ? 0.35 : 0.18;
+    const bool colored = ink.color && stroke.color;
+    return {ink.lineWeights ? weight : uniform, colored ? onPaper(*stroke.color) : Color{}};
+}
+
+cairo_status_t appendBytes(void* closure, const unsigned char* data, unsigned int length)
+{
+    static_cast<std::string*>(closure)->append(reinterpret_cast<const char*>(data), length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+} // namespace
+
+PdfCanvas::PdfCanvas(const std::string& title)
+    : m_pdf(cairo_pdf_surface_create_for_stream(appendBytes, &m_bytes, 1.0, 1.0))
+    , m_pages(cairo_create(m_pdf))
+{
+    cairo_pdf_surface_set_metadata(m_pdf, CAIRO_PDF_METADATA_TITLE, title.c_str());
+    cairo_pdf_surface_set_metadata(m_pdf, CAIRO_PDF_METADATA_CREATOR, "ZENTREL");
+}
+
+PdfCanvas::~PdfCanvas()
+{
+    // The last bytes are written when the surface ends.
+    cairo_destroy(m_page);
+    for (const Content& content : m_contents)
+        cairo_surface_destroy(content.surface);
+    cairo_destroy(m_pages);
+    cairo_surface_destroy(m_pdf);
+}
+
+void PdfCanvas::noteStatus(cairo_status_t status)
+{
+    if (m_failure == CAIRO_STATUS_SUCCESS)
+        m_failure = status;
+}
+
+void PdfCanvas::beginPage(double width, double height)
+{
+    const cairo_rectangle_t extents{0.0, 0.0, width * pointsPerMillimeter, height * pointsPerMillimeter};
+    m_contents.push_back(
+        {cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents), extents.width, extents.height});
+    m_page = cairo_create(m_contents.back().surface);
+    cairo_translate(m_page, 0.0, extents.height);
+    cairo_scale(m_page, pointsPerMillimeter, -pointsPerMillimeter);
+    cairo_set_line_cap(m_page, CAIRO_LINE_CAP_ROUND);
+    cairo_set_line_join(m_page, CAIRO_LINE_JOIN_ROUND);
+}
+
+std::size_t PdfCanvas::endPage()
+{
+    noteStatus(cairo_status(m_page));
+    cairo_destroy(std::exchange(m_page, nullptr));
+    return m_contents.size() - 1;
+}
+
+void PdfCanvas::addPage(std::size_t content)
+{
+    const Content& page = m_contents[content];
+    // A page's size counts from its first mark on.
+    cairo_pdf_surface_set_size(m_pdf, page.width, page.height);
+    cairo_set_source_surface(m_pages, page.surface, 0.0, 0.0);
+    cairo_paint(m_pages);
+    cairo_show_page(m_pages);
+}
+
+void PdfCanvas::drawStroke(const Stroke& stroke, const Ink& ink)
+{
+    const Pen pen = penOf(stroke, ink);
+    cairo_set_source_rgb(m_page, pen.color.red, pen.color.green, pen.color.blue);
+    cairo_set_line_width(m_page, pen.width);
+    cairo_set_dash(m_page, dashes, stroke.kind == LineKind::Hidden ? 2 : 0, 0.0);
+    cairo_new_path(m_page);
+    if (stroke.arc) {
+        const Arc& arc = *stroke.arc;
+        cairo_arc(m_page, arc.center[0], arc.center[1], arc.radius, arc.start, arc.end);
+    }
+    for (const Point2& point : stroke.points) {
+        if (!stroke.arc)
+            cairo_line_to(m_page, point[0], point[1]);
+    }
+    cairo_stroke(m_page);
+}
+
+void PdfCanvas::drawPicture(const SheetPicture& picture, const Ink& ink, Point2 corner)
+{
+    cairo_save(m_page);
+    cairo_translate(m_page, corner[0], corner[1]);
+    for (const Stroke& stroke : picture.strokes)
+        drawStroke(stroke, ink);
+    for (const Label& label : picture.labels)
+        drawText(label.position, label.height, label.text);
+    cairo_restore(m_page);
+}
+
+void PdfCanvas::drawText(Point2 position, double height, const Text& text, Align align, double widest)
+{
+    const std::string utf8 = zn::toUtf8(text);
+    cairo_save(m_page);
+    cairo_set_source_rgb(m_page, 0.0, 0.0, 0.0);
+    cairo_translate(m_page, position[0], position[1]);
+    cairo_scale(m_page, 1.0, -1.0); // letters stand upright where the page's Y goes up
+    cairo_select_font_face(m_page, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_set_font_size(m_page, height / capitalFraction);
+    cairo_text_extents_t extents;
+    cairo_text_extents(m_page, utf8.c_str(), &extents);
+    if (widest > 0.0 && extents.x_advance > widest) {
+        const double factor = widest / extents.x_advance;
+        cairo_scale(m_page, factor, factor);
+    }
+    const double part = align == Align::Left ? 0.0 : align == Align::Center ? 0.5 : 1.0;
+    cairo_move_to(m_page, -part * extents.x_advance, 0.0);
+    cairo_show_text(m_page, utf8.c_str());
+    cairo_restore(m_page);
+}
+
+void PdfCanvas::clip(Point2 corner, double width, double height)
+{
+    cairo_new_path(m_page);
+    cairo_rectangle(m_page, corner[0], corner[1], width, height);
+    cairo_clip(m_page);
+}
+
+std::string PdfCanvas::finish(const std::filesystem::path& file)
+{
+    noteStatus(cairo_status(m_pages));
+    cairo_surface_finish(m_pdf);
+    noteStatus(cairo_surface_status(m_pdf));
+    if (m_failure != CAIRO_STATUS_SUCCESS)
+        throw DocumentError(ErrorKind::Kernel,
+            "The file " + quoted(file) + " can't be written: " + cairo_status_to_string(m_failure) + ".");
+    return std::move(m_bytes);
+}
+
+} // namespace zentrel
