@@ -2,6 +2,7 @@
 
 #include "arkin/reftree/RefTreeModel.h"
 
+#include <algorithm>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QQueue>
@@ -34,7 +35,7 @@ void RefTreeView::setTreeModel(RefTreeModel& model)
     setModel(&model);
     const int character = fontMetrics().averageCharWidth();
     for (int column = 0; column < static_cast<int>(std::size(columnCharacters)); ++column)
-        setColumnWidth(column, columnCharacters[column] * character);
+        setColumnWidth(column, std::max(columnCharacters[column] * character, header()->sectionSizeHint(column)));
 }
 
 void RefTreeView::expandMarked(const QModelIndex& parent)

@@ -3,6 +3,7 @@
 #include "addin/TaskVariables.h"
 #include "pages/frame/Strings.h"
 
+#include <algorithm>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -122,7 +123,8 @@ QWidget* PrintUIMarginsDlg::makeBand(Band& band, int firstNumber, const char* ro
         auto* label = control<QLabel>(firstNumber + 1 + i, (section + "Label").constData(), sectionLabels[i]);
         auto* edit = control<QPlainTextEdit>(firstNumber + 4 + i, section.constData(), texts.spoken[i]);
         edit->setTabChangesFocus(true);
-        edit->setMinimumHeight((visibleLines + 1) * edit->fontMetrics().lineSpacing());
+        edit->setMinimumHeight(
+            std::max(edit->minimumSizeHint().height(), (visibleLines + 1) * edit->fontMetrics().lineSpacing()));
         edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
         label->setBuddy(edit);
         grid->addWidget(label, 1, i);
