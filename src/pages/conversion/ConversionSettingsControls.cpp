@@ -55,9 +55,6 @@ CConversionSettingsPageDlg::CConversionSettingsPageDlg(
 
     fillFormatList(*m_formats, environment, launch);
     m_latest->setChecked(true);
-    if (launch)
-        m_path = new OutputPathRow(environment, setting.vault, findChild<QWidget*>("outputPath"),
-            findChild<QToolButton*>("outputPathMenu"), findChild<QLabel*>("example"));
     refreshForFormat();
     connectControls();
 }
@@ -87,8 +84,10 @@ QWidget* CConversionSettingsPageDlg::makePathRow()
     row->setObjectName("pathRow");
     auto* label = control<QLabel>(PathLabel, "outputPathLabel", u"Output file pat&h:");
     auto* place = control<QWidget>(PathEdit, "outputPath");
+    m_path = new OutputPathRow(environment(), m_setting.vault, place);
     auto* menu = control<QToolButton>(PathMenu, "outputPathMenu", u">");
     auto* example = control<ExampleLine>(Example, "example");
+    m_path->attach(menu, example);
     label->setBuddy(place);
     menu->setAccessibleName(ts(620, u"Insert a part of the path"));
     auto* grid = new QGridLayout(row);

@@ -11,24 +11,27 @@
 
 namespace zn {
 
-OutputPathRow::OutputPathRow(PageEnvironment& environment, std::shared_ptr<IArkVault> vault, QWidget* place,
-    QToolButton* menuButton, QLabel* example)
+OutputPathRow::OutputPathRow(PageEnvironment& environment, std::shared_ptr<IArkVault> vault, QWidget* place)
     : QObject(place)
     , m_environment(environment)
     , m_vault(std::move(vault))
     , m_place(place)
-    , m_example(example)
     , m_box(environment.makeTokenBox())
 {
     m_box->mvDDX_Control(place);
     AddPathTokens(environment, *m_box);
     m_variables = ReadVaultVariables(m_vault);
     AddVariableTokens(environment, *m_box, m_variables);
-    m_box->mvRegisterCallback(this);
-    connect(menuButton, &QToolButton::clicked, this, [this, menuButton] { m_box->mbShowMenu(menuButton, nullptr); });
 }
 
 OutputPathRow::~OutputPathRow() { m_box->mvRegisterCallback(nullptr); }
+
+void OutputPathRow::attach(QToolButton* menuButton, QLabel* example)
+{
+    m_example = example;
+    connect(menuButton, &QToolButton::clicked, this, [this, menuButton] { m_box->mbShowMenu(menuButton, nullptr); });
+    m_box->mvRegisterCallback(this);
+}
 
 void OutputPathRow::setFormat(Text label, std::int32_t code)
 {

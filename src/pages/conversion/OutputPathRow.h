@@ -19,9 +19,12 @@ class PageEnvironment;
 /// the example for the format chosen. The widgets belong to the page, and this to the edit's place.
 class OutputPathRow final : public QObject, private tokenctrl::TokenBoxCallback {
 public:
-    OutputPathRow(PageEnvironment& environment, std::shared_ptr<IArkVault> vault, QWidget* place,
-        QToolButton* menuButton, QLabel* example);
+    /// Puts the edit into `place`. In the order of the keyboard it stands where it is made.
+    OutputPathRow(PageEnvironment& environment, std::shared_ptr<IArkVault> vault, QWidget* place);
     ~OutputPathRow() override;
+
+    /// Once, before the text is set: the button of the menu and the line of the example.
+    void attach(QToolButton* menuButton, QLabel* example);
 
     Text text() const { return m_box->moGetText(); }
     void setText(TextView text) { m_box->mvSetText(text); }
@@ -40,7 +43,7 @@ private:
     PageEnvironment& m_environment;
     std::shared_ptr<IArkVault> m_vault;
     QWidget* m_place;
-    QLabel* m_example;
+    QLabel* m_example = nullptr;
     std::unique_ptr<tokenctrl::TokenBox> m_box;
     std::vector<Text> m_variables;
     std::vector<Text> m_usedVariables;

@@ -21,25 +21,28 @@ constexpr const char16_t* vaultPathToken = u"<VaultPath>";
 
 } // namespace
 
-ThemePathBox::ThemePathBox(PageEnvironment& environment, std::shared_ptr<IArkVault> vault, QWidget* place,
-    QToolButton* menuButton, QLabel* example)
+ThemePathBox::ThemePathBox(PageEnvironment& environment, std::shared_ptr<IArkVault> vault, QWidget* place)
     : QObject(place)
     , m_environment(environment)
     , m_vault(std::move(vault))
     , m_place(place)
-    , m_menuButton(menuButton)
-    , m_example(example)
     , m_box(environment.makeTokenBox())
 {
     m_box->mvDDX_Control(place);
     const QString name = m_environment.text(27, u"Vault Root Folder Path");
     m_box->mvAddPattern(vaultPathToken, false, typed(name).c_str(), nullptr, nullptr);
-    m_box->mvRegisterCallback(this);
-    connect(menuButton, &QToolButton::clicked, this, [this] { inSlot(m_place, [this] { showMenu(); }); });
-    setText({});
 }
 
 ThemePathBox::~ThemePathBox() { m_box->mvRegisterCallback(nullptr); }
+
+void ThemePathBox::attach(QToolButton* menuButton, QLabel* example)
+{
+    m_menuButton = menuButton;
+    m_example = example;
+    connect(menuButton, &QToolButton::clicked, this, [this] { inSlot(m_place, [this] { showMenu(); }); });
+    m_box->mvRegisterCallback(this);
+    setText({});
+}
 
 void ThemePathBox::OnTokenTextChanged(tokenctrl::TokenBox& box)
 {

@@ -19,9 +19,12 @@ class PageEnvironment;
 /// resolved. The widgets belong to the page.
 class ThemePathBox final : public QObject, private tokenctrl::TokenBoxCallback {
 public:
-    ThemePathBox(PageEnvironment& environment, std::shared_ptr<IArkVault> vault, QWidget* place,
-        QToolButton* menuButton, QLabel* example);
+    /// Puts the edit into `place`. In the order of the keyboard it stands where it is made.
+    ThemePathBox(PageEnvironment& environment, std::shared_ptr<IArkVault> vault, QWidget* place);
     ~ThemePathBox() override;
+
+    /// Once, before the text is set: the button of the menu and the line of the example.
+    void attach(QToolButton* menuButton, QLabel* example);
 
     std::u16string text() const { return m_box->moGetText(); }
     void setText(std::u16string_view text) { m_box->mvSetText(text); }
@@ -34,8 +37,8 @@ private:
     PageEnvironment& m_environment;
     std::shared_ptr<IArkVault> m_vault;
     QWidget* m_place;
-    QToolButton* m_menuButton;
-    QLabel* m_example;
+    QToolButton* m_menuButton = nullptr;
+    QLabel* m_example = nullptr;
     std::unique_ptr<tokenctrl::TokenBox> m_box;
 };
 

@@ -69,7 +69,7 @@ ThemeTemplateDlg::ThemeTemplateDlg(PageEnvironment& environment, QWidget* parent
     , m_launch(launch)
 {
     auto* whole = new QVBoxLayout(this);
-    QGroupBox* themeBox = makeThemeBox();
+    QGroupBox* themeBox = makeThemeBox(vault);
     QGroupBox* viewsBox = makeViewsBox();
     whole->addWidget(themeBox);
     whole->addWidget(viewsBox);
@@ -79,8 +79,6 @@ ThemeTemplateDlg::ThemeTemplateDlg(PageEnvironment& environment, QWidget* parent
     mvAddControl(ViewsGroup, viewsBox);
     mvAddControl(PictureGroup, m_picker);
 
-    m_path = new ThemePathBox(environment, vault, findChild<QWidget*>("themePath"),
-        findChild<QToolButton*>("themePathMenu"), findChild<QLabel*>("themeExample"));
     for (QCheckBox* box : {m_allowTheme, m_views3d, m_allowViews})
         box->setChecked(true);
     if (launch) {
@@ -93,13 +91,15 @@ ThemeTemplateDlg::ThemeTemplateDlg(PageEnvironment& environment, QWidget* parent
 
 ThemeTemplateDlg::~ThemeTemplateDlg() = default;
 
-QGroupBox* ThemeTemplateDlg::makeThemeBox()
+QGroupBox* ThemeTemplateDlg::makeThemeBox(const std::shared_ptr<IArkVault>& vault)
 {
     auto* box = control<QGroupBox>(m_texts.titleNumber, "themeBox", m_texts.title);
     auto* label = control<QLabel>(PathLabel, "themePathLabel", u"3D PDF &Theme path:");
     auto* place = control<QWidget>(PathEdit, "themePath");
+    m_path = new ThemePathBox(environment(), vault, place);
     auto* menu = control<QToolButton>(PathMenu, "themePathMenu", u">");
     auto* example = control<ExampleLine>(Example, "themeExample");
+    m_path->attach(menu, example);
     m_allowTheme = control<QCheckBox>(AllowTheme, "allowTheme", u"Allow the user to c&hange the theme path");
     label->setBuddy(place);
     menu->setAccessibleName(ts(620, u"Insert a part of the path"));

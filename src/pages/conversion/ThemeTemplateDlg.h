@@ -39,7 +39,7 @@ protected:
         const ThemeTemplate& texts, bool launch);
 
 private:
-    QGroupBox* makeThemeBox();
+    QGroupBox* makeThemeBox(const std::shared_ptr<IArkVault>& vault);
     QGroupBox* makeViewsBox();
     void primaryViewsClicked();
 

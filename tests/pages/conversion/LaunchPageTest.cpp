@@ -220,5 +220,20 @@ TEST_F(LaunchPage, StoresThePathAndTheVariablesOfBothPaths)
     EXPECT_FALSE(stored().contains(u"OutputPath")) << "a launch has changed the task";
 }
 
+TEST_F(LaunchPage, LeadsTheKeyboardFromTopToBottom)
+{
+    openTask(TaskKind::Conversion);
+    launch({{u"AsmThemeAndViewsChecks", 15}}, parts | assemblies);
+    on<QComboBox>("outputFormat")->setFocus();
+    QStringList stops;
+    for (int i = 0; i < 11; ++i) {
+        press(window.focusWidget(), Qt::Key_Tab);
+        stops << window.focusWidget()->objectName();
+    }
+    EXPECT_EQ(stops.join(' ').toStdString(),
+        "outputPathEdit outputPathMenu qt_tabwidget_tabbar themePathEdit themePathMenu views3d primaryViews viewFront "
+        "referencedVersion outputFormat outputPathEdit");
+}
+
 } // namespace
 } // namespace zn::test
