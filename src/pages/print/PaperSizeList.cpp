@@ -68,7 +68,7 @@ void PaperSizeList::setPrinter(int row, const Text& printer)
 
 void PaperSizeList::finishEdit()
 {
-    if (auto* edit = viewport()->findChild<QLineEdit*>("focusEdit")) {
+    if (QWidget* edit = indexWidget(currentIndex())) {
         commitData(edit);
         closeEditor(edit, QAbstractItemDelegate::NoHint);
     }
