@@ -1,14 +1,30 @@
 #include "support/windows/Desk.h"
 
-#include "arkin/store/Cards.h"
+#include "arkin/reftree/RefTreeRegistration.h"
+#include "arkin/store/AddFiles.h"
+#include "arkin/store/CheckIn.h"
+#include "arkin/store/CheckOut.h"
+#include "arkin/tasks/TaskProperties.h"
+#include "lexmgr/LexMgr.h"
 #include "platform/Registry.h"
+
+#include <fstream>
 
 namespace zn::test {
 
 namespace {
 
+constexpr const char16_t* root = u"C:\\Vault";
+
+/// The drive of the vault, the host's control and the string files.
 Platform installedPlatform(InstalledPlatform& installed, const std::filesystem::path& stringFolder)
 {
+    std::filesystem::create_directories(installed.folder / "drive/Vault");
+    Registry& registry = installed.machine.registry();
+    registry.write(RegistryRoot::User, u"Software\\Arkin\\Drives", u"C",
+        RegistryValue::text(toText((installed.folder / "drive").string())));
+    arkin::registerRefTree(
+        registry, installed.machine.files().fromMachine(std::string(ZN_BIN_DIR) + "/libarkin-reftree.so"));
     if (!stringFolder.empty())
         installed.write(u"LanFileDir", installed.machine.files().fromMachine(stringFolder));
     return installed.ports();
@@ -19,18 +35,17 @@ Platform installedPlatform(InstalledPlatform& installed, const std::filesystem::
 Desk::Desk(const Text& language, const std::filesystem::path& stringFolder)
     : installed(language)
     , platform(installedPlatform(installed, stringFolder))
-    , vault(installed.folder.path())
-    , vaultObject(std::make_shared<arkin::VaultObject>(vault.vault))
-    , tasks(vault.store.database(), vault.vault.info().id)
+    , store(arkin::Database::sqliteConnection(installed.folder / "vault.db"), installed.folder / "archive",
+          platform.files, platform.clock)
+    , vault(store, store.createVault(u"Demo", root), arkin::Caller{"anna", "bench"})
+    , vaultObject(std::make_shared<arkin::VaultObject>(vault))
     , pages(platform)
 {
-    arkin::Cards cards(vault.store.database(), vault.vault.info().id);
     for (const char16_t* name : {u"Author", u"Description", u"Number", u"Project"})
-        cards.addVariable(name);
+        vault.cards().addVariable(name);
     pages.environment().lex().observe([this](const lexmgr::Lookup& lookup) {
         asked[{Text(lookup.file), Text(lookup.section), lookup.id}] = {Text(lookup.defaultText), lookup.found};
     });
-    host.winId();
 }
 
 PageSetting Desk::setting(TaskKind kind, const arkin::Variables& variables)
@@ -40,9 +55,31 @@ PageSetting Desk::setting(TaskKind kind, const arkin::Variables& variables)
     definition.createdBy = u"anna";
     definition.variables = variables;
     definition.variables[u"__type"] = static_cast<std::int32_t>(kind);
-    tasks.create(definition);
-    return {vaultObject, std::make_shared<arkin::TaskProperties>(tasks.get(definition.name)), kind,
-        static_cast<std::int32_t>(host.winId())};
+    return {vaultObject, std::make_shared<arkin::TaskProperties>(definition), kind, window()};
+}
+
+Text Desk::path(const std::string& relative)
+{
+    Text name = toText(relative);
+    replaceAll(name, u"/", u"\\");
+    return Text(root) + u"\\" + name;
+}
+
+arkin::Place Desk::addFile(const std::string& relative, const std::vector<arkin::Place>& targets)
+{
+    const std::filesystem::path local = installed.folder.path() / "drive/Vault" / relative;
+    std::filesystem::create_directories(local.parent_path());
+    std::ofstream(local) << relative;
+    const std::filesystem::path whole(relative);
+    const arkin::AddRequest request{
+        path(relative), path(whole.parent_path().string()), toText(whole.filename().string())};
+    const arkin::Place place = arkin::addFiles(vault, {&request, 1}).front().place;
+    for (const arkin::Place& target : targets) {
+        const arkin::NewReference reference{place.fileId, target};
+        arkin::addReferences(vault, {&reference, 1});
+    }
+    arkin::checkIn(vault, arkin::planCheckIn(vault, {&place, 1}), u"");
+    return place;
 }
 
 } // namespace zn::test

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "arkin/tasks/TaskProperties.h"
+#include "arkin/store/References.h"
+#include "arkin/store/Vault.h"
+#include "arkin/tasks/TaskStore.h"
 #include "arkin/vault/VaultObject.h"
-#include "arkin/VaultFixture.h"
-#include "lexmgr/LexMgr.h"
 #include "pages/Pages.h"
 #include "support/InstalledPlatform.h"
 
@@ -23,8 +23,8 @@ struct AskedText {
 };
 using AskedTexts = std::map<TextKey, AskedText>;
 
-/// All that the product's windows need to open: an installation in a language, a vault with some files and card
-/// variables, a task of each kind, and a host's window for the pages.
+/// All that the product's windows need to open: an installation in a language, a vault "Demo" at "C:\Vault" with some
+/// card variables, tasks, and a host's window for the pages.
 class Desk {
 public:
     /// `stringFolder` is for string files of the test's own; empty for the installed ones.
@@ -32,14 +32,19 @@ public:
 
     /// A page's setting on a new task of that kind.
     PageSetting setting(TaskKind kind, const arkin::Variables& variables = {});
+    /// Adds a file that refers to others, and checks it in.
+    arkin::Place addFile(const std::string& relative, const std::vector<arkin::Place>& targets = {});
+    /// The path of a file of the vault.
+    static Text path(const std::string& relative);
+    std::int32_t window() const { return static_cast<std::int32_t>(host.winId()); }
 
     InstalledPlatform installed;
     Platform platform;
-    arkin::test::TestVault vault;
+    arkin::Store store;
+    arkin::Vault vault;
     std::shared_ptr<arkin::VaultObject> vaultObject;
-    arkin::TaskStore tasks;
     Pages pages;
-    /// Where pages stand. Its handle is valid.
+    /// Where pages stand.
     QWidget host;
     AskedTexts asked;
 

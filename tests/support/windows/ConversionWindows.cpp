@@ -1,0 +1,82 @@
+#include "support/windows/Show.h"
+
+#include <QTabWidget>
+#include <QTreeWidget>
+
+namespace zn::test {
+
+namespace {
+
+using arkin::Variables;
+
+/// The conversion page as an administrator sees it.
+WindowCase conversionCase(const std::string& name, const Variables& variables, const Prepare& prepare = {})
+{
+    return {name, [=](Desk& desk, const Look& look) {
+                const PageSetting setting = desk.setting(TaskKind::Conversion, variables);
+                const auto page = desk.pages.makeConversionPage(setting, false);
+                page->load(setting.task);
+                showPage(desk, *page, look, prepare);
+            }};
+}
+
+/// The conversion page as a user sees it who launches the task on these kinds of files.
+WindowCase launchCase(const std::string& name, const Variables& variables, std::int32_t selectedKinds)
+{
+    return {name, [=](Desk& desk, const Look& look) {
+                const PageSetting setting = desk.setting(TaskKind::Conversion, variables);
+                const auto page = desk.pages.makeConversionPage(setting, true);
+                page->loadForLaunch(setting.task, selectedKinds);
+                showPage(desk, *page, look);
+            }};
+}
+
+void selectLastTab(QWidget& page, const char* tabs)
+{
+    auto* widget = page.findChild<QTabWidget*>(tabs);
+    widget->setCurrentIndex(widget->count() - 1);
+}
+
+void showOutputFileDetailsPage(Desk& desk, const Look& look)
+{
+    const PageSetting setting = desk.setting(TaskKind::Conversion);
+    const auto conversion = desk.pages.makeConversionPage(setting, false);
+    conversion->load(setting.task);
+    const auto page = desk.pages.makeOutputFileDetailsPage(setting, *conversion);
+    page->load(setting.task);
+    showPage(desk, *page, look);
+}
+
+void showFileCardPage(Desk& desk, const Look& look)
+{
+    const PageSetting setting = desk.setting(
+        TaskKind::Conversion, {{u"FileCardData", Text(u"Number;1;\nProject;100;Project\nDescription;8;Converted\n")}});
+    const auto page = desk.pages.makePage(PageName::FileCard, setting);
+    page->load(setting.task);
+    showPage(desk, *page, look, [](QWidget& shown) {
+        auto* list = shown.findChild<QTreeWidget*>("cardVariables");
+        list->setCurrentItem(list->topLevelItem(2));
+    });
+}
+
+} // namespace
+
+std::vector<WindowCase> conversionWindows()
+{
+    return {
+        conversionCase("ConversionSettingsPageDlg", {{u"FileFormat", Text(u"Adobe PDF (*.pdf)")}}),
+        conversionCase("ConversionSettingsPageDlg-sheets",
+            {{u"FileFormat", Text(u"Viewpane (*.vprt; *.vasm; *.vdrw)")}},
+            [](QWidget& page) { selectLastTab(page, "outputTabs"); }),
+        conversionCase("ConversionSettingsPageDlg-3dpdf", {{u"FileFormat", Text(u"3D PDF - MBD (*.pdf)")}}),
+        conversionCase("ConversionSettingsPageDlg-3dpdf-part", {{u"FileFormat", Text(u"3D PDF - MBD (*.pdf)")}},
+            [](QWidget& page) { selectLastTab(page, "themeTabs"); }),
+        launchCase("ConversionSettingsPageDlg-launch", {}, 4 | 8 | 16),
+        launchCase("ConversionSettingsPageDlg-launch-pdf",
+            {{u"FileFormat", Text(u"Adobe PDF (*.pdf)")}, {u"PromptOutput", false}, {u"SourceRefs", 2}}, 16),
+        {"FileCardPageDlg", showFileCardPage},
+        {"OutputFileDetailsPageDlg", showOutputFileDetailsPage},
+    };
+}
+
+} // namespace zn::test

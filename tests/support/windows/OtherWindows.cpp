@@ -1,0 +1,73 @@
+#include "arkin/tasks/LaunchInstance.h"
+#include "files/FileLogic.h"
+#include "pages/script/ScriptPageDlg.h"
+#include "support/windows/Show.h"
+
+namespace zn::test {
+
+namespace {
+
+void showMenuCommandPage(Desk& desk, const Look& look)
+{
+    const PageSetting setting = desk.setting(TaskKind::Conversion);
+    const auto page = desk.pages.makeMenuCommandPage(setting);
+    page->load(setting.task);
+    showPage(desk, *page, look);
+}
+
+void showScriptDialog(Desk& desk, const Look& look)
+{
+    const PageSetting setting = desk.setting(TaskKind::Conversion);
+    showModal(look, [&] { editScript(desk.pages.environment(), nullptr, setting.task); });
+}
+
+void showScriptPage(Desk& desk, const Look& look)
+{
+    const PageSetting setting = desk.setting(TaskKind::General);
+    const auto page = desk.pages.makePage(PageName::Script, setting);
+    page->load(setting.task);
+    showPage(desk, *page, look);
+}
+
+void showSelectionDialog(Desk& desk, const Look& look)
+{
+    ArkSelection selection;
+    showModal(
+        look, [&] { desk.pages.askSelection(desk.setting(TaskKind::Conversion), u"Drawings to PDF", selection); });
+}
+
+/// A finished conversion of two files.
+void showFileDetailsPage(Desk& desk, const Look& look)
+{
+    const auto run = std::make_shared<arkin::LaunchInstance>(arkin::TaskDefinition{}, arkin::RunSetting{});
+    FileLogic logic(desk.platform);
+    checkStatus(logic.Initialize(desk.vaultObject, TaskKind::Conversion, false));
+    for (const char* name : {"Housing", "Bolt"}) {
+        const arkin::Place place = desk.addFile("Gearbox/" + std::string(name) + ".zenprt");
+        OutputRecord source;
+        source.path = Desk::path("Gearbox/" + std::string(name) + ".zenprt");
+        source.docId = place.fileId;
+        source.projId = place.folderId;
+        logic.SetCurrentSource(&source);
+        logic.NoteSavedFile(Desk::path("Gearbox/" + std::string(name) + ".step"), u"Default", false);
+    }
+    checkStatus(logic.WriteList(run, TaskKind::Conversion, nullptr));
+    const auto page
+        = desk.pages.makeFileDetailsPage({desk.vaultObject, run, TaskKind::Conversion, desk.window()}, true);
+    showPage(desk, *page, look);
+}
+
+} // namespace
+
+std::vector<WindowCase> otherWindows()
+{
+    return {
+        {"MenuCommandDlg", showMenuCommandPage},
+        {"ScriptPageDlg", showScriptPage},
+        {"ScriptDlg", showScriptDialog},
+        {"SelectionDlg", showSelectionDialog},
+        {"FileDetailsPageDlg", showFileDetailsPage},
+    };
+}
+
+} // namespace zn::test

@@ -1,0 +1,67 @@
+#include "arkin/tasks/LaunchInstance.h"
+#include "platform/linux/FolderPrinters.h"
+#include "platform/Registry.h"
+#include "support/windows/Show.h"
+
+#include <QTabWidget>
+#include <QTreeView>
+
+namespace zn::test {
+
+namespace {
+
+WindowCase pageCase(const std::string& name, PageName page, TaskKind kind)
+{
+    return {name, [=](Desk& desk, const Look& look) {
+                const PageSetting setting = desk.setting(kind);
+                const auto made = desk.pages.makePage(page, setting);
+                made->load(setting.task);
+                showPage(desk, *made, look);
+            }};
+}
+
+void addPrinter(Desk& desk, const Text& name)
+{
+    desk.platform.registry.write(RegistryRoot::Machine, Text(folderPrintersKey) + u"\\" + name, printerFolderValue,
+        RegistryValue::text(desk.installed.path("prints")));
+}
+
+/// The launch of a print of an assembly with its drawing and parts.
+WindowCase printCase(const std::string& name, const Prepare& prepare = {})
+{
+    return {name, [=](Desk& desk, const Look& look) {
+                addPrinter(desk, u"Office");
+                addPrinter(desk, u"Plotter A0");
+                const arkin::Place bolt = desk.addFile("Gearbox/Parts/Bolt.zenprt");
+                const arkin::Place housing = desk.addFile("Gearbox/Parts/Housing.zenprt");
+                const arkin::Place notes = desk.addFile("Gearbox/Notes.txt");
+                const arkin::Place gearbox = desk.addFile("Gearbox/Gearbox.zenasm", {housing, bolt, notes});
+                desk.addFile("Gearbox/Gearbox.zendrw", {gearbox});
+                arkin::TaskDefinition task;
+                task.variables = {{u"__printer_prseltype", 1}, {u"__printer_prnamelist", Text(u"Office\nPlotter A0")},
+                    {u"__printer_prname", Text(u"Office")}, {u"__printer_refversiontype", 2},
+                    {u"__printer_autoselectrefstype", 3}};
+                ArkCmd cmd;
+                cmd.parentWindow = desk.window();
+                cmd.taskObject = std::make_shared<arkin::LaunchInstance>(task, arkin::RunSetting{});
+                ArkSelection selection = {{gearbox.fileId, gearbox.folderId, u"", u"", ArkItemType::File, -1}};
+                showModal(
+                    look, [&] { desk.pages.showPrintDialog(desk.vaultObject, &cmd, selection, true); }, prepare);
+            }};
+}
+
+} // namespace
+
+std::vector<WindowCase> printWindows()
+{
+    return {
+        pageCase("PrinterDlg", PageName::Printer, TaskKind::Printing),
+        pageCase("PaperSizeDlg", PageName::PaperSize, TaskKind::Printing),
+        pageCase("MarginsDlg", PageName::Margins, TaskKind::Printing),
+        pageCase("FilesDlg", PageName::Files, TaskKind::Printing),
+        printCase("PrintUIDlg", [](QWidget& dialog) { dialog.findChild<QTreeView*>("fileTree")->expandAll(); }),
+        printCase("PrintUIDlg-margins", [](QWidget& dialog) { dialog.findChild<QTabWidget*>()->setCurrentIndex(1); }),
+    };
+}
+
+} // namespace zn::test
