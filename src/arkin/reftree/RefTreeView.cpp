@@ -7,6 +7,8 @@
 #include <QKeyEvent>
 #include <QQueue>
 
+#include <algorithm>
+
 namespace arkin {
 
 namespace {
@@ -14,7 +16,7 @@ namespace {
 /// Files that share sub-assemblies have more places than anybody could look at, so opening all of them has an end.
 constexpr int mostExpandedAtOnce = 5000;
 
-/// Widths of the columns in average characters; the last one takes the rest.
+/// Least widths of the columns in average characters; the last one takes the rest.
 constexpr int columnCharacters[] = {40, 28, 9, 18};
 
 } // namespace

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QSizeGrip>
 #include <QStyleOptionComboBox>
@@ -115,6 +116,10 @@ QSize neededSize(const QWidget& control)
     if (const auto* edit = qobject_cast<const QLineEdit*>(&control)) {
         constexpr int characters = 4;
         return {characters * edit->fontMetrics().averageCharWidth(), edit->minimumSizeHint().height()};
+    }
+    if (qobject_cast<const QTextEdit*>(&control) || qobject_cast<const QPlainTextEdit*>(&control)) {
+        constexpr int margins = 8;
+        return {control.fontMetrics().averageCharWidth() * 8, control.fontMetrics().lineSpacing() + margins};
     }
     if (const auto* tabs = qobject_cast<const QTabBar*>(&control))
         return {tabs->count() == 0 ? 0 : tabs->tabRect(tabs->count() - 1).right() + 1, 0};
