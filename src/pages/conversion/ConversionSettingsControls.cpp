@@ -144,10 +144,10 @@ QWidget* CConversionSettingsPageDlg::makeReferenceBox()
 /// A launch may come up for settings that have no tab of their own then; the page says that it may be accepted.
 QWidget* CConversionSettingsPageDlg::makeEmptyNote()
 {
-    m_emptyNote = control<QLabel>(
+    auto* note = control<QLabel>(
         EmptyNote, "emptyNote", u"The settings of this task can't be changed for the selected files.");
-    m_emptyNote->setWordWrap(true);
-    return m_emptyNote;
+    note->setWordWrap(true);
+    return note;
 }
 
 void CConversionSettingsPageDlg::connectControls()

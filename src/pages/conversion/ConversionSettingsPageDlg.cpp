@@ -30,7 +30,6 @@ constexpr std::uint32_t formatsWithOptions[] = {5, 10, 22, 3, 16, 17, 13, 18, 19
 
 void CConversionSettingsPageDlg::LoadSettings(const ObjectRef& task, std::int32_t selectedKinds)
 {
-    m_selectedKinds = selectedKinds;
     m_sheetsInFront = false;
     const std::optional<Text> format = readText(task, u"FileFormat");
     const bool formatIsFixed = format && selectFormat(*m_formats, *format);
@@ -43,7 +42,7 @@ void CConversionSettingsPageDlg::LoadSettings(const ObjectRef& task, std::int32_
     refreshForFormat();
     loadReferences(task);
     if (m_launch)
-        loadForLaunch(task, !formatIsFixed);
+        loadForLaunch(task, !formatIsFixed, selectedKinds);
 }
 
 void CConversionSettingsPageDlg::loadReferences(const ObjectRef& task)
@@ -54,7 +53,7 @@ void CConversionSettingsPageDlg::loadReferences(const ObjectRef& task)
     m_allowReferences->setChecked(stored.value_or(userMayChangeVersions) & userMayChangeVersions);
 }
 
-void CConversionSettingsPageDlg::loadForLaunch(const ObjectRef& task, bool formatIsOpen)
+void CConversionSettingsPageDlg::loadForLaunch(const ObjectRef& task, bool formatIsOpen, std::int32_t selectedKinds)
 {
     const bool pathIsOpen = readBoolean(task, u"PromptOutput").value_or(true);
     const std::optional<Text> path = readText(task, u"OutputPath");
@@ -66,7 +65,7 @@ void CConversionSettingsPageDlg::loadForLaunch(const ObjectRef& task, bool forma
     m_userHasChoices = formatIsOpen || pathIsOpen || referencesAreOpen;
 
     if (formatCode() == pdf3dFormatCode)
-        showThemeTabs(themeTabs(m_themes, m_selectedKinds));
+        showThemeTabs(themeTabs(m_themes, selectedKinds));
     else
         showOutputTabs(outputTabsForFixedFormat(outputFreedom(), formatCode()));
     showEmptyNote();

@@ -8,7 +8,6 @@
 
 class QCheckBox;
 class QComboBox;
-class QLabel;
 class QPushButton;
 class QRadioButton;
 class QTabWidget;
@@ -78,7 +77,7 @@ private:
     QWidget* makeEmptyNote();
     void connectControls();
 
-    void loadForLaunch(const ObjectRef& task, bool formatIsOpen);
+    void loadForLaunch(const ObjectRef& task, bool formatIsOpen, std::int32_t selectedKinds);
     void loadReferences(const ObjectRef& task);
     void persistOptions(const ObjectRef& task);
     void savePaths(const ObjectRef& task);
@@ -99,7 +98,6 @@ private:
     const bool m_launch;
     bool m_userHasChoices = false;
     bool m_sheetsInFront = false;
-    std::int32_t m_selectedKinds = 0;
     ThemeFreedom m_themes;
     ThemeTemplateDlg* m_themePage = nullptr; ///< the one in front
     QPointer<QWidget> m_launchParent;
@@ -118,7 +116,6 @@ private:
     QRadioButton* m_asBuilt = nullptr;
     QRadioButton* m_latest = nullptr;
     QCheckBox* m_allowReferences = nullptr;
-    QLabel* m_emptyNote = nullptr;
 };
 
 } // namespace zn

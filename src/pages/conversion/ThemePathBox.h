@@ -2,7 +2,6 @@
 
 #include "tokenctrl/TokenCtrl.h"
 
-#include <functional>
 #include <memory>
 #include <QObject>
 

@@ -161,6 +161,26 @@ TEST_F(SettingsPage, NamesAVariableThatHoldsSomethingElse)
     }
 }
 
+TEST_F(SettingsPage, NamesALibraryThatIsMissing)
+{
+    openTask(TaskKind::Conversion);
+    const std::filesystem::path installation = platform.folder / "product";
+    std::filesystem::create_directory(installation);
+    for (const char* missing : {"LexMgr.dll", "TokenCtrl.dll", "FlowIcons.dll"}) {
+        ports.registry.write(RegistryRoot::Machine, productKey, u"Location",
+            RegistryValue::text(platform.machine.files().fromMachine(installation)));
+        try {
+            Pages(ports).makeConversionPage(setting(TaskKind::Conversion), false);
+            ADD_FAILURE() << "the page opened without " << missing;
+        } catch (const StatusError& error) {
+            EXPECT_THAT(error.what(), ::testing::HasSubstr(missing));
+        }
+        EXPECT_TRUE(window.findChildren<QWidget*>().isEmpty()) << "a part of the page was left behind";
+        std::filesystem::create_symlink(std::filesystem::path(ZN_BIN_DIR) / missing, installation / missing);
+    }
+    EXPECT_NO_THROW(Pages(ports).makeConversionPage(setting(TaskKind::Conversion), false));
+}
+
 /// A definition whose host refuses one write.
 class RefusingTask final : public IArkTaskProperties {
 public:
