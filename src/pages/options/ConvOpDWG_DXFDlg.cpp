@@ -8,7 +8,6 @@
 #include <QGroupBox>
 #include <QRadioButton>
 #include <QVBoxLayout>
-#include <string>
 
 namespace zn {
 
@@ -47,17 +46,24 @@ void CConvOpDWG_DXFDlg::RegisterOptions(OptionMap& map, bool reset)
 {
     CConvOpDlg::RegisterOptions(map, reset);
     const bool geometry = isOn(u"SheetMetalGeometry");
-    const auto digit = [](bool on) { return on ? "1" : "0"; };
-    const std::string bits = std::string(digit(isOn(u"SheetMetalBoundingBox"))) // the most significant
-        + "0000"                                                                // never used
-        + digit(isOn(u"SheetMetalFormingTools") && geometry)                    //
-        + digit(isOn(u"SheetMetalLibraryFeatures") && geometry)                 //
-        + digit(setting(u"SheetMetalMergeCoplanar") == 0)                       //
-        + digit(isOn(u"SheetMetalSketches"))                                    //
-        + digit(isOn(u"SheetMetalBendLines"))                                   //
-        + digit(isOn(u"SheetMetalHiddenEdges") && geometry)                     //
-        + digit(geometry);
-    setting(u"SheetMetalOptions") = std::stoi(bits, nullptr, 2);
+    const bool digits[] = {
+        isOn(u"SheetMetalBoundingBox"), // the most significant
+        false,
+        false,
+        false,
+        false,
+        isOn(u"SheetMetalFormingTools") && geometry,
+        isOn(u"SheetMetalLibraryFeatures") && geometry,
+        setting(u"SheetMetalMergeCoplanar") == 0,
+        isOn(u"SheetMetalSketches"),
+        isOn(u"SheetMetalBendLines"),
+        isOn(u"SheetMetalHiddenEdges") && geometry,
+        geometry,
+    };
+    std::int32_t options = 0;
+    for (const bool digit : digits)
+        options = 2 * options + (digit ? 1 : 0);
+    setting(u"SheetMetalOptions") = options;
 }
 
 void CConvOpDWG_DXFDlg::makeControls(OptionWindow& window)

@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QTextBrowser>
 
 namespace zn::test {
 
@@ -360,6 +361,43 @@ TEST_F(OptionDialogs, TellARefusedWriteAndClose)
     EXPECT_EQ(host.taskVariables, (std::map<Text, Value>{{u"PdfEmbedFonts", true}})); // as far as it came
     EXPECT_FALSE(dialog.PersistOptions());
     EXPECT_TRUE(answers.allUsed());
+}
+
+TEST_F(OptionDialogs, ComputeTheSheetMetalNumber)
+{
+    const std::pair<const char16_t*, std::int32_t> withoutOne[]
+        = {{u"SheetMetalHiddenEdges", 2175 - 2}, {u"SheetMetalBendLines", 2175 - 4}, {u"SheetMetalSketches", 2175 - 8},
+            {u"SheetMetalLibraryFeatures", 2175 - 32}, {u"SheetMetalFormingTools", 2175 - 64},
+            {u"SheetMetalBoundingBox", 127}, {u"SheetMetalGeometry", 2076}};
+    const auto computed = [this] {
+        CAdvancedConvOpDlg(pages().environment(), task, Dxf, {}, nullptr, false).PersistOptions();
+        return stored().at(u"SheetMetalOptions");
+    };
+    store({{u"SheetMetalOptions", 4711}}); // what is stored doesn't count
+    EXPECT_EQ(computed(), Value(2175));
+    for (const auto& [name, expected] : withoutOne) {
+        store({{name, 0}});
+        EXPECT_EQ(computed(), Value(expected)) << toUtf8(name);
+        store({{name, 1}});
+    }
+    store({{u"SheetMetalMergeCoplanar", 1}});
+    EXPECT_EQ(computed(), Value(2175 - 16));
+}
+
+TEST_F(OptionDialogs, OpenTheHelpOfTheirFormat)
+{
+    const std::pair<std::uint32_t, const char*> topics[] = {{3, "ConvOpACISDlg"}, {5, "ConvOpPDFDlg"},
+        {6, "ConvOpTifPsdDlg"}, {8, "ConvOpDWG_DXFDlg"}, {9, "ConvOpDWG_DXFDlg"}, {10, "ConvOpViewpaneDlg"},
+        {13, "ConvOpIGESDlg"}, {16, "ConvOpParasolidDlg"}, {17, "ConvOpParasolidDlg"}, {18, "ConvOpStepDlg"},
+        {19, "ConvOpSTLDlg"}, {20, "ConvOpTifPsdDlg"}, {22, "ConvOpVRMLDlg"}, {12, "AdvancedConvOpDlg"}};
+    for (const auto& [format, topic] : topics) {
+        open(format, [topic = topic](QWidget& frame) {
+            act(frame, "help");
+            EXPECT_EQ(find<QTextBrowser>(frame, "helpText")->source().fileName(), QString(topic) + ".html");
+            find<QWidget>(frame, "helpWindow")->close();
+            act(frame, "cancel");
+        });
+    }
 }
 
 TEST_F(OptionDialogs, ExistForNoOtherFormat)
