@@ -30,6 +30,7 @@ PaperSizeList::PaperSizeList(QWidget* parent)
     setRootIsDecorated(false);
     setAllColumnsShowFocus(true);
     setUniformRowHeights(true);
+    setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents); // all sizes at once, if there is room
     setColumnCount(2);
     setItemDelegate(m_edit);
     setEditTriggers(QAbstractItemView::EditKeyPressed);

@@ -65,9 +65,9 @@ void CPrinterDlg::placeControls()
     rows->addWidget(m_type->button(FixedPrinter));
     rows->addWidget(m_name);
     rows->addWidget(m_type->button(PromptedPrinter));
-    rows->addWidget(m_names, 1);
+    rows->addWidget(m_names);
     rows->addWidget(m_type->button(PrinterBySize));
-    rows->addWidget(m_sizes, 2);
+    rows->addWidget(m_sizes, 1);
 }
 
 void CPrinterDlg::fillPrinters()
