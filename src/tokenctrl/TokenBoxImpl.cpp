@@ -12,7 +12,8 @@ namespace tokenctrl {
 
 namespace {
 
-QString toQString(const char16_t* text) { return text ? QString::fromUtf16(text) : QString(); }
+/// A null text is an empty one.
+QStringView viewOf(const char16_t* text) { return text ? QStringView(text) : QStringView(); }
 
 class TokenBoxImpl final : public TokenBox {
 public:
@@ -44,8 +45,7 @@ public:
     void mvAddPattern(const char16_t* pattern, bool isVariable, const char16_t* displayText, const char16_t* secondText,
         const char16_t* menuPath) override
     {
-        m_patterns.add(
-            {toQString(pattern), isVariable, toQString(displayText), toQString(secondText)}, toQString(menuPath));
+        m_patterns.add(viewOf(pattern), isVariable, viewOf(displayText), viewOf(secondText), viewOf(menuPath));
         if (m_menu)
             m_menu->deleteLater();
         m_menu.clear();

@@ -73,13 +73,13 @@ TokenChip::TokenChip(const QWidget& edit, const TokenPatterns& patterns)
 QString TokenChip::label(const QTextFormat& format) const
 {
     const QString pattern = format.stringProperty(patternProperty);
-    const TokenPattern* known = m_patterns.find(pattern);
+    const auto known = m_patterns.find(pattern);
     return known && !known->displayText.isEmpty() ? known->displayText : pattern;
 }
 
 bool TokenChip::isVariable(const QTextFormat& format) const
 {
-    const TokenPattern* known = m_patterns.find(format.stringProperty(patternProperty));
+    const auto known = m_patterns.find(format.stringProperty(patternProperty));
     return known && known->isVariable;
 }
 

@@ -292,7 +292,7 @@ bool TokenEdit::viewportEvent(QEvent* event)
             QTextCursor cursor(document());
             cursor.setPosition(std::min(position + 1, document()->characterCount() - 1));
             const QString pattern = tokenPattern(cursor.charFormat());
-            const TokenPattern* known = m_patterns.find(pattern);
+            const auto known = m_patterns.find(pattern);
             const QString second = known && !known->secondText.isEmpty() ? known->secondText : pattern;
             if (!second.isEmpty()) {
                 QToolTip::showText(help->globalPos(), second.toHtmlEscaped(), this);

@@ -57,35 +57,61 @@ private:
 
 } // namespace
 
-void TokenPatterns::add(const TokenPattern& pattern, const QString& menuPath)
+TokenPatterns::Part TokenPatterns::keep(QStringView text)
 {
-    // The place holder of an object in a text can't be part of what stands for an object.
-    if (pattern.pattern.isEmpty() || pattern.pattern.contains(QChar::ObjectReplacementCharacter))
-        return;
-    m_patterns.insert(pattern.pattern, pattern);
-    std::vector<qsizetype>& lengths = m_lengths[pattern.pattern.front()];
-    const auto place = std::lower_bound(lengths.begin(), lengths.end(), pattern.pattern.size(), std::greater<>());
-    if (place == lengths.end() || *place != pattern.pattern.size())
-        lengths.insert(place, pattern.pattern.size());
-    if (!menuPath.isEmpty()) {
-        m_menuPaths.emplace_back(menuPath, pattern.pattern);
-        m_menuIsStale = true;
-    }
+    const qsizetype begin = m_texts.size();
+    m_texts.append(text);
+    return {begin, text.size()};
 }
 
-const TokenPattern* TokenPatterns::find(const QString& pattern) const
+void TokenPatterns::add(
+    QStringView pattern, bool isVariable, QStringView displayText, QStringView secondText, QStringView menuPath)
 {
-    const auto found = m_patterns.constFind(pattern);
-    return found == m_patterns.constEnd() ? nullptr : &*found;
+    // The place holder of an object in a text can't be part of what stands for an object.
+    if (pattern.isEmpty() || pattern.contains(QChar::ObjectReplacementCharacter))
+        return;
+    m_families[pattern.front()].added.push_back(m_added.size());
+    m_added.push_back({keep(pattern), keep(displayText), keep(secondText), keep(menuPath), isVariable});
+    m_menuIsStale = m_menuIsStale || !menuPath.isEmpty();
+}
+
+void TokenPatterns::index(Family& family, std::size_t place) const
+{
+    const qsizetype length = m_added[place].pattern.length;
+    family.index.insert(view(m_added[place].pattern).toString(), place);
+    const auto rank = std::lower_bound(family.lengths.begin(), family.lengths.end(), length, std::greater<>());
+    if (rank == family.lengths.end() || *rank != length)
+        family.lengths.insert(rank, length);
+}
+
+const TokenPatterns::Family* TokenPatterns::familyOf(QChar first) const
+{
+    const auto found = m_families.find(first);
+    if (found == m_families.end())
+        return nullptr;
+    for (; found->indexed < found->added.size(); ++found->indexed)
+        index(*found, found->added[found->indexed]);
+    return &*found;
+}
+
+std::optional<TokenPattern> TokenPatterns::find(const QString& pattern) const
+{
+    const Family* family = pattern.isEmpty() ? nullptr : familyOf(pattern.front());
+    const auto place = family ? family->index.constFind(pattern) : QHash<QString, std::size_t>::const_iterator();
+    if (!family || place == family->index.constEnd())
+        return std::nullopt;
+    const Added& added = m_added[*place];
+    return TokenPattern{
+        pattern, added.isVariable, view(added.displayText).toString(), view(added.secondText).toString()};
 }
 
 qsizetype TokenPatterns::matchAt(const QString& text, qsizetype position) const
 {
-    const auto lengths = m_lengths.constFind(text[position]);
-    if (lengths == m_lengths.constEnd())
+    const Family* family = familyOf(text[position]);
+    if (!family)
         return 0;
-    for (const qsizetype length : *lengths) {
-        if (length <= text.size() - position && m_patterns.contains(text.mid(position, length)))
+    for (const qsizetype length : family->lengths) {
+        if (length <= text.size() - position && family->index.contains(text.mid(position, length)))
             return length;
     }
     return 0;
@@ -107,8 +133,10 @@ const std::vector<MenuEntry>& TokenPatterns::menu() const
 {
     if (m_menuIsStale) {
         MenuTree tree;
-        for (const auto& [path, pattern] : m_menuPaths)
-            tree.add(path, pattern);
+        for (const Added& added : m_added) {
+            if (added.menuPath.length > 0)
+                tree.add(view(added.menuPath).toString(), view(added.pattern).toString());
+        }
         m_menu = tree.take();
         m_menuIsStale = false;
     }

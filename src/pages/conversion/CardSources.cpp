@@ -31,35 +31,51 @@ constexpr Source sources[] = {
 
 } // namespace
 
-void CardChoices::fill(std::vector<CardChoice> choices)
+CardChoices::CardChoices(std::vector<CardChoice> fixed, CardVariables variables, QObject* parent)
+    : QAbstractListModel(parent)
+    , m_fixed(std::move(fixed))
+    , m_variables(std::move(variables))
+    , m_variableIcon(cardVariableIcon())
 {
-    beginResetModel();
-    m_choices = std::move(choices);
-    endResetModel();
+}
+
+CardChoice CardChoices::at(int row) const
+{
+    const auto place = static_cast<std::size_t>(row);
+    if (place < m_fixed.size())
+        return m_fixed[place];
+    return {shown((*m_variables)[place - m_fixed.size()].name), m_variableIcon, CardSourceKind::Variable};
 }
 
 int CardChoices::rowOf(const QString& text) const
 {
-    const auto found = std::find_if(
-        m_choices.begin(), m_choices.end(), [&](const CardChoice& choice) { return choice.text == text; });
-    return found == m_choices.end() ? -1 : static_cast<int>(found - m_choices.begin());
+    const auto fixed
+        = std::find_if(m_fixed.begin(), m_fixed.end(), [&](const CardChoice& choice) { return choice.text == text; });
+    if (fixed != m_fixed.end())
+        return static_cast<int>(fixed - m_fixed.begin());
+    const Text name = typed(text);
+    const auto variable = std::find_if(
+        m_variables->begin(), m_variables->end(), [&](const CardVariable& each) { return each.name == name; });
+    if (variable == m_variables->end())
+        return -1;
+    return static_cast<int>(m_fixed.size()) + static_cast<int>(variable - m_variables->begin());
 }
 
 int CardChoices::rowOf(CardSourceKind kind) const
 {
-    const auto found = std::find_if(
-        m_choices.begin(), m_choices.end(), [&](const CardChoice& choice) { return choice.kind == kind; });
-    return found == m_choices.end() ? -1 : static_cast<int>(found - m_choices.begin());
+    const auto found
+        = std::find_if(m_fixed.begin(), m_fixed.end(), [&](const CardChoice& choice) { return choice.kind == kind; });
+    return found == m_fixed.end() ? -1 : static_cast<int>(found - m_fixed.begin());
 }
 
 int CardChoices::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_choices.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_fixed.size() + m_variables->size());
 }
 
 QVariant CardChoices::data(const QModelIndex& index, int role) const
 {
-    const CardChoice& choice = at(index.row());
+    const CardChoice choice = at(index.row());
     switch (role) {
     case Qt::DisplayRole:
         return choice.text;
@@ -83,9 +99,6 @@ std::vector<CardChoice> fixedCardSources(PageEnvironment& environment)
     return choices;
 }
 
-CardChoice cardVariableChoice(TextView name)
-{
-    return {shown(name), image(QStringLiteral("PNG_ALL_CARD")), CardSourceKind::Variable};
-}
+QIcon cardVariableIcon() { return image(QStringLiteral("PNG_ALL_CARD")); }
 
 } // namespace zn

@@ -2,7 +2,9 @@
 
 #include "base/Text.h"
 #include "files/CardMapping.h"
+#include "pages/paths/CardVariables.h"
 
+#include <memory>
 #include <QAbstractListModel>
 #include <QIcon>
 #include <vector>
@@ -18,29 +20,31 @@ struct CardChoice {
     CardSourceKind kind = CardSourceKind::Variable;
 };
 
-/// The choices of a combo box. A vault may have thousands of card variables, which a model of its own shows without
-/// making an item of each.
+using CardVariables = std::shared_ptr<const std::vector<CardVariable>>;
+
+/// The choices of a combo box: fixed sources, then all card variables. A vault may have thousands of these, so nothing
+/// is made of them but what is seen.
 class CardChoices final : public QAbstractListModel {
 public:
-    using QAbstractListModel::QAbstractListModel;
+    CardChoices(std::vector<CardChoice> fixed, CardVariables variables, QObject* parent);
 
-    void fill(std::vector<CardChoice> choices);
-    const CardChoice& at(int row) const { return m_choices[static_cast<std::size_t>(row)]; }
+    CardChoice at(int row) const;
     /// The first row with exactly this text; -1 if there is none.
     int rowOf(const QString& text) const;
-    /// The first row of this source; -1 if there is none.
+    /// The row of a fixed source; -1 if there is none.
     int rowOf(CardSourceKind kind) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:
-    std::vector<CardChoice> m_choices;
+    std::vector<CardChoice> m_fixed;
+    CardVariables m_variables;
+    QIcon m_variableIcon;
 };
 
 /// The sources that need no card variable, in the order in which they are offered, with their labels and icons.
 std::vector<CardChoice> fixedCardSources(PageEnvironment& environment);
-/// The choice that stands for a card variable.
-CardChoice cardVariableChoice(TextView name);
+QIcon cardVariableIcon();
 
 } // namespace zn

@@ -7,6 +7,7 @@
 #include "pages/frame/Strings.h"
 #include "pages/paths/CardVariables.h"
 
+#include <algorithm>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHeaderView>
@@ -91,15 +92,16 @@ CFileCardPageDlg::CFileCardPageDlg(
     , m_sources(control<QComboBox>(Sources, "source"))
     , m_destinations(control<QComboBox>(Destinations, "destinationVariable"))
     , m_freeText(control<QLineEdit>(FreeText, "freeText"))
-    , m_sourceChoices(new CardChoices(this))
-    , m_destinationChoices(new CardChoices(this))
+    , m_variables(std::make_shared<const std::vector<CardVariable>>(readCardVariables(vault)))
+    , m_sourceChoices(new CardChoices(fixedCardSources(environment), m_variables, this))
+    , m_destinationChoices(new CardChoices({}, m_variables, this))
 {
     makeLayout();
     mbInitLexWnd();
     for (const int number : {int(RemoveButton), int(Sources), int(Destinations), int(FreeText)})
         mvAddControl(selectionGroup, number);
     mvEnableGroup(selectionGroup, false);
-    fillLists(vault);
+    fillLists();
     connectControls();
 }
 
@@ -138,18 +140,9 @@ void CFileCardPageDlg::makeLayout()
         setTabOrder(order[i - 1], order[i]);
 }
 
-void CFileCardPageDlg::fillLists(const std::shared_ptr<IArkVault>& vault)
+void CFileCardPageDlg::fillLists()
 {
-    std::vector<CardChoice> sources = fixedCardSources(environment());
-    std::vector<CardChoice> destinations;
-    for (const CardVariable& variable : readCardVariables(vault)) {
-        m_idsByName[variable.name] = variable.id;
-        destinations.push_back(cardVariableChoice(variable.name));
-    }
-    sources.insert(sources.end(), destinations.begin(), destinations.end());
-    m_add->setEnabled(!destinations.empty());
-    m_sourceChoices->fill(std::move(sources));
-    m_destinationChoices->fill(std::move(destinations));
+    m_add->setEnabled(!m_variables->empty());
     m_sources->setModel(m_sourceChoices);
     m_destinations->setModel(m_destinationChoices);
     m_sources->setCurrentIndex(-1);
@@ -180,24 +173,32 @@ QTreeWidgetItem* CFileCardPageDlg::addRow(const QString& source, CardSourceKind 
 
 void CFileCardPageDlg::setSource(QTreeWidgetItem& row, const QString& text, CardSourceKind kind)
 {
-    const CardChoice* fixed = fixedSource(kind);
+    const std::optional<CardChoice> fixed = fixedSource(kind);
     row.setText(sourceColumn, text);
     row.setData(sourceColumn, kindRole, static_cast<int>(kind));
-    row.setIcon(sourceColumn, fixed ? fixed->icon : cardVariableChoice({}).icon);
+    row.setIcon(sourceColumn, fixed ? fixed->icon : cardVariableIcon());
 }
 
 void CFileCardPageDlg::setDestination(QTreeWidgetItem& row, const QString& name)
 {
     row.setText(destinationColumn, name);
-    row.setIcon(destinationColumn, cardVariableChoice({}).icon);
+    row.setIcon(destinationColumn, cardVariableIcon());
 }
 
 void CFileCardPageDlg::enableFreeText(bool enable) { mbEnableCtrl(FreeText, enable); }
 
-const CardChoice* CFileCardPageDlg::fixedSource(CardSourceKind kind) const
+std::optional<std::int32_t> CFileCardPageDlg::idOf(TextView name) const
+{
+    // Of variables of the same name the last one counts, as at run time.
+    const auto found = std::find_if(
+        m_variables->rbegin(), m_variables->rend(), [name](const CardVariable& each) { return each.name == name; });
+    return found == m_variables->rend() ? std::nullopt : std::optional(found->id);
+}
+
+std::optional<CardChoice> CFileCardPageDlg::fixedSource(CardSourceKind kind) const
 {
     const int row = kind == CardSourceKind::Variable ? -1 : m_sourceChoices->rowOf(kind);
-    return row < 0 ? nullptr : &m_sourceChoices->at(row);
+    return row < 0 ? std::nullopt : std::optional(m_sourceChoices->at(row));
 }
 
 void CFileCardPageDlg::addVariable()
@@ -241,7 +242,7 @@ void CFileCardPageDlg::takeSource()
     QTreeWidgetItem* row = selectedRow();
     if (!row || m_sources->currentIndex() < 0)
         return;
-    const CardChoice& chosen = m_sourceChoices->at(m_sources->currentIndex());
+    const CardChoice chosen = m_sourceChoices->at(m_sources->currentIndex());
     const bool isFreeText = chosen.kind == CardSourceKind::FreeText;
     setSource(*row, isFreeText ? QString() : chosen.text, chosen.kind);
     m_freeText->clear();
@@ -269,12 +270,12 @@ void CFileCardPageDlg::load(const ObjectRef& task)
 
 void CFileCardPageDlg::loadLine(TextView line)
 {
-    const Text destination(takeField(line));
+    const TextView destination = takeField(line);
     const auto kind = static_cast<CardSourceKind>(leadingInteger(takeField(line)));
     const bool isVariable = kind == CardSourceKind::Variable;
-    if (!m_idsByName.contains(destination) || (isVariable && !m_idsByName.contains(Text(line))))
+    if (!idOf(destination) || (isVariable && !idOf(line)))
         return;
-    const CardChoice* fixed = fixedSource(kind);
+    const std::optional<CardChoice> fixed = fixedSource(kind);
     const bool ownText = isVariable || kind == CardSourceKind::FreeText;
     const QString source = ownText ? shown(line) : fixed ? fixed->text : QString();
     addRow(source, kind, shown(destination));
@@ -288,7 +289,7 @@ void CFileCardPageDlg::save(const ObjectRef& task)
     Text lines;
     Status declared = S_OK;
     const auto declareNamed = [&](const Text& name) {
-        const Status status = declare(*properties, m_idsByName.at(name));
+        const Status status = declare(*properties, idOf(name).value());
         if (!failed(declared))
             declared = status;
     };

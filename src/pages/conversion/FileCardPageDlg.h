@@ -3,7 +3,7 @@
 #include "pages/conversion/CardSources.h"
 #include "pages/frame/Page.h"
 
-#include <map>
+#include <optional>
 
 class QComboBox;
 class QLineEdit;
@@ -27,7 +27,7 @@ public:
 
 private:
     void makeLayout();
-    void fillLists(const std::shared_ptr<IArkVault>& vault);
+    void fillLists();
     void connectControls();
 
     void addVariable();
@@ -42,8 +42,10 @@ private:
     void setSource(QTreeWidgetItem& row, const QString& text, CardSourceKind kind);
     void setDestination(QTreeWidgetItem& row, const QString& name);
     void enableFreeText(bool enable);
-    /// The label and icon of a source that isn't a card variable; null for a code that nobody knows.
-    const CardChoice* fixedSource(CardSourceKind kind) const;
+    /// The label and icon of a source that isn't a card variable; none for a code that nobody knows.
+    std::optional<CardChoice> fixedSource(CardSourceKind kind) const;
+    /// The number of a card variable; none if the vault has none of that name.
+    std::optional<std::int32_t> idOf(TextView name) const;
     /// Adds the row of a stored line.
     void loadLine(TextView line);
 
@@ -53,9 +55,9 @@ private:
     QComboBox* m_sources;
     QComboBox* m_destinations;
     QLineEdit* m_freeText;
+    CardVariables m_variables; ///< of the vault
     CardChoices* m_sourceChoices;
     CardChoices* m_destinationChoices;
-    std::map<Text, std::int32_t> m_idsByName; ///< of the vault's card variables
 };
 
 } // namespace zn

@@ -57,7 +57,7 @@ std::vector<SubMenu> subMenus(const std::vector<Text>& names)
     return groups;
 }
 
-Text patternOf(const Text& name) { return formatText("%s%s%s", u"%", name, u"%"); }
+Text patternOf(const Text& name) { return u'%' + name + u'%'; }
 
 } // namespace
 
