@@ -11,7 +11,6 @@
 #include "pages/print/PrintUIMarginsDlg.h"
 #include "pages/print/StrComp.h"
 
-#include <QBoxLayout>
 #include <QComboBox>
 #include <QLabel>
 #include <QRadioButton>
@@ -19,6 +18,7 @@
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 namespace zn {
 
@@ -76,33 +76,38 @@ bool PrintUIDlg::makeTree()
     }
     if (!m_treeWindow)
         return refuse(nullptr, message(NoTreeText, u"Could not create the IXRefTreeListCtrl control.\n") + why);
-    static_cast<QBoxLayout*>(m_filesLayout)->addWidget(m_treeWindow, 1);
+    m_filesLayout->addWidget(m_treeWindow, 1);
     return true;
 }
 
-/// Asks the host for the files in the version that the buttons say. False, and the user is told, if it can't.
-bool PrintUIDlg::readRows(std::vector<ArkListRow>& rows)
+/// The host's files in the version that the buttons say, ticked by the task's rule. None if it can't tell them; the
+/// user has been told then.
+std::shared_ptr<FileRefRows> PrintUIDlg::readRows()
 {
     ObjectRef utility;
     Status status = m_vault ? m_vault->CreateUtility(ArkUtil_BatchList, utility) : E_POINTER;
     const auto list = query<IArkBatchList>(utility);
+    std::vector<ArkListRow> rows;
     if (!failed(status))
         status = list ? list->AddSelection(*m_vault, m_selection) : E_NOINTERFACE;
     if (!failed(status))
         status = list->GetRows(listColumns, m_referencedVersion->isChecked() ? 1 : 0, rows);
-    if (!failed(status))
-        return true;
-    tell(messageParent(),
-        message(NoFilesText, u"Failed to read information about selected files.\n") + hostSentence(status));
-    return false;
+    if (failed(status)) {
+        tell(messageParent(),
+            message(NoFilesText, u"Failed to read information about selected files.\n") + hostSentence(status),
+            windowTitle());
+        return nullptr;
+    }
+    auto read = std::make_shared<FileRefRows>();
+    read->files = PrintFileList(
+        m_selection, rows, {m_settings.autoSelect, typed(message(UnsupportedText, u"Unsupported File Format"))});
+    return read;
 }
 
 void PrintUIDlg::readFiles()
 {
-    std::vector<ArkListRow> rows;
-    readRows(rows);
-    m_rows->files = PrintFileList(
-        m_selection, rows, {m_settings.autoSelect, typed(message(UnsupportedText, u"Unsupported File Format"))});
+    if (auto read = readRows())
+        m_rows = std::move(read);
     m_rows->expandToTicked();
     showFiles();
 }
@@ -110,16 +115,13 @@ void PrintUIDlg::readFiles()
 /// The user has pressed the other version: the rows keep their ticks and stay open where they were.
 void PrintUIDlg::changeVersion()
 {
-    std::vector<ArkListRow> rows;
-    if (!readRows(rows)) {
+    auto next = readRows();
+    if (!next) {
         // The files that are shown are still those of the version before.
         const QSignalBlocker quietOnes[] = {QSignalBlocker(m_referencedVersion), QSignalBlocker(m_latestVersion)};
         (m_referencedVersion->isChecked() ? m_latestVersion : m_referencedVersion)->setChecked(true);
         return;
     }
-    auto next = std::make_shared<FileRefRows>();
-    next->files = PrintFileList(
-        m_selection, rows, {m_settings.autoSelect, typed(message(UnsupportedText, u"Unsupported File Format"))});
     next->files.takeTicks(m_rows->files);
     next->expanded = m_rows->expanded;
     m_rows = std::move(next);

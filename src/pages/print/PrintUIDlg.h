@@ -5,13 +5,13 @@
 #include "pages/print/FileRefItemImp.h"
 #include "pages/print/PrintSettings.h"
 
-class QButtonGroup;
 class QComboBox;
 class QLabel;
 class QRadioButton;
 class QSpinBox;
 class QTabWidget;
 class QToolButton;
+class QVBoxLayout;
 
 namespace zn {
 
@@ -42,7 +42,7 @@ private:
     // start
     bool makeTree();
     void readFiles();
-    bool readRows(std::vector<ArkListRow>& rows);
+    std::shared_ptr<FileRefRows> readRows();
     void showFiles();
     void fillPrinters();
     void fillSizes();
@@ -80,7 +80,7 @@ private:
     QTabWidget* m_tabs = nullptr;
     QToolButton* m_referencedVersion = nullptr;
     QToolButton* m_latestVersion = nullptr;
-    QLayout* m_filesLayout = nullptr;
+    QVBoxLayout* m_filesLayout = nullptr;
     PrintUIMarginsDlg* m_margins = nullptr; ///< none without the tab
     QLabel* m_printerLabel = nullptr;
     QComboBox* m_printer = nullptr;

@@ -111,6 +111,16 @@ protected:
         return index;
     }
 
+    /// A click on the row's check box.
+    static void clickBox(QWidget& dialog, const QModelIndex& index)
+    {
+        auto& tree = *find<QTreeView>(dialog, "fileTree");
+        tree.scrollTo(index);
+        const QRect row = tree.visualRect(index);
+        QTest::mouseClick(
+            tree.viewport(), Qt::LeftButton, Qt::NoModifier, {row.left() + row.height() / 2, row.center().y()});
+    }
+
     Place top;
     ArkSelection selection;
     std::shared_ptr<arkin::LaunchInstance> run;

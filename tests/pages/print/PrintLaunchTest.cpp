@@ -92,7 +92,7 @@ TEST_F(PrintLaunchTest, CancellingAndEscapeWriteNothing)
     EXPECT_EQ(selection.size(), before.size());
 }
 
-TEST_F(PrintLaunchTest, TicksByKeysAndTheSameFileAtAllItsPlaces)
+TEST_F(PrintLaunchTest, TicksByKeysAndClicksAndTheSameFileAtAllItsPlaces)
 {
     Answers person({[](QWidget& dialog) {
         auto* tree = find<QWidget>(dialog, "fileTree");
@@ -116,6 +116,8 @@ TEST_F(PrintLaunchTest, TicksByKeysAndTheSameFileAtAllItsPlaces)
                 "   -  notes.txt 1 Unsupported File Format", "  [ ] sub.zenasm 1", "    [x] bolt.zenprt 2",
                 "    [ ] washer.zenprt 1"}))
             << "ticks and open rows stay";
+        clickBox(dialog, go(dialog, {"top.zenasm", "sub.zenasm", "washer.zenprt"}));
+        EXPECT_EQ(find<QLabel>(dialog, "total")->text(), "Total: 5");
         pressLater(dialog, "print");
     }});
     EXPECT_TRUE(launch({}, true));
@@ -123,7 +125,8 @@ TEST_F(PrintLaunchTest, TicksByKeysAndTheSameFileAtAllItsPlaces)
     EXPECT_THAT(written(),
         ElementsAre("copycount=1", "deforientation=0", "defpapsize=10", "footertype=0", "headertype=0", "margintype=0",
             "refversiontype=1"));
-    EXPECT_THAT(selected(), ElementsAre("top.zenasm@1", "bolt.zenprt@2", "top.zendrw@1", "bolt.zendrw@1"));
+    EXPECT_THAT(
+        selected(), ElementsAre("top.zenasm@1", "bolt.zenprt@2", "top.zendrw@1", "bolt.zendrw@1", "washer.zenprt@1"));
 }
 
 TEST_F(PrintLaunchTest, FilesThatReferToEachOtherComeToAnEnd)
