@@ -169,9 +169,8 @@ QVariant RefTreeModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return columns[index.column()].text(row);
-    case Qt::ToolTipRole:
-        return index.column() == PathColumn || index.column() == FileColumn ? columns[index.column()].text(row)
-                                                                            : QVariant();
+    case Qt::ToolTipRole: // the whole text where a column is too narrow for it
+        return columns[index.column()].text(row);
     case Qt::DecorationRole:
         return index.column() == FileColumn ? iconOf(row) : QVariant();
     case Qt::ForegroundRole:

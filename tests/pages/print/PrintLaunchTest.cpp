@@ -1,3 +1,4 @@
+#include "pages/print/StrComp.h"
 #include "PrintFixture.h"
 
 #include <QCheckBox>
@@ -17,6 +18,15 @@ using arkin::Variables;
 constexpr auto ok = QMessageBox::Ok;
 
 class PrintLaunchTest : public PrintFixture { };
+
+TEST(StrComp, PadsNumbersToAWidth)
+{
+    EXPECT_EQ(StrComp(-42).text(), u"-42");
+    EXPECT_EQ(StrComp(42, 5).text(), u"   42");
+    EXPECT_EQ(StrComp(42, 5, true).text(), u"00042");
+    EXPECT_EQ(StrComp(123456, 3).text(), u"123456");
+    EXPECT_EQ(StrComp(99'999'900'000).text(), u"99999900000");
+}
 
 TEST_F(PrintLaunchTest, TicksReferencesByTheRuleInTheVersionOfTheTask)
 {
