@@ -83,8 +83,6 @@ TEST(GermanTest, HasEveryTextThatTheWindowsAskFor)
     EXPECT_EQ(missing, "");
 }
 
-/// Texts that windows ask for on occasion only, such as the sentences of message boxes, stand in the code as a number
-/// and the English text.
 /// Which string files the texts of a source file stand in.
 std::set<Text> stringFilesOf(const std::filesystem::path& source)
 {
@@ -95,25 +93,54 @@ std::set<Text> stringFilesOf(const std::filesystem::path& source)
     return {u"ZNTaskAddIn", u"VariableMgr"};
 }
 
-/// Texts that windows ask for on occasion only, such as the sentences of message boxes, stand in the code as a number
-/// and the English text.
+using Lookups = std::multimap<int, std::string>;
+
+/// Numbers that the code gives a name.
+std::map<std::string, int> namedNumbers(const std::string& code)
+{
+    static const std::regex name(R"(\b([A-Za-z]\w*) = (\d+)\b)");
+    std::map<std::string, int> numbers;
+    for (std::sregex_iterator match(code.begin(), code.end(), name), end; match != end; ++match)
+        numbers[(*match)[1]] = std::stoi((*match)[2]);
+    return numbers;
+}
+
+/// Texts that windows ask for on occasion only, such as the sentences of message boxes, stand in the code as a number,
+/// or the name of one, and the English text. A name that just follows another in its list is a control's, which the
+/// window asks for when it opens.
+Lookups lookupsOf(const std::string& code, const std::map<std::string, int>& names)
+{
+    static const std::regex byNumber(R"(\b([1-9]\d{0,3}),\s*u\"((?:[^\"\\]|\\.)+)\")");
+    static const std::regex byName(R"(\b(?:own|message|column|text|ts)\(\s*([A-Za-z]\w*),\s*u\"((?:[^\"\\]|\\.)+)\")");
+    Lookups lookups;
+    for (std::sregex_iterator match(code.begin(), code.end(), byNumber), end; match != end; ++match)
+        lookups.emplace(std::stoi((*match)[1]), (*match)[2]);
+    for (std::sregex_iterator match(code.begin(), code.end(), byName), end; match != end; ++match) {
+        const auto number = names.find((*match)[1]);
+        if (number != names.end())
+            lookups.emplace(number->second, (*match)[2]);
+    }
+    return lookups;
+}
+
 TEST(GermanTest, HasEveryTextOfTheCode)
 {
-    static const std::regex lookup(R"(\b([1-9]\d{0,3}),\s*u\"((?:[^\"\\]|\\.)+)\")");
     std::map<Text, std::set<int>> numbers;
     for (const auto& [file, section, id] : germanEntries())
         numbers[file].insert(id);
+    std::map<std::filesystem::path, std::string> codeOfFolder;
+    for (const auto& file : windowSources())
+        codeOfFolder[file.parent_path()] += contentOf(file);
+
     std::string missing;
     for (const auto& file : windowSources()) {
         if (file.filename() == "PaperSizes.h")
             continue; // names that are the same in every language
-        const std::string code = contentOf(file);
         const std::set<Text> stringFiles = stringFilesOf(file);
-        for (std::sregex_iterator match(code.begin(), code.end(), lookup), end; match != end; ++match) {
-            const int id = std::stoi((*match)[1]);
+        for (const auto& [id, english] : lookupsOf(contentOf(file), namedNumbers(codeOfFolder[file.parent_path()]))) {
             if (std::none_of(stringFiles.begin(), stringFiles.end(),
-                    [&](const Text& stringFile) { return numbers[stringFile].contains(id); }))
-                missing += file.filename().string() + ": " + (*match)[1].str() + " = " + (*match)[2].str() + '\n';
+                    [&, id = id](const Text& stringFile) { return numbers[stringFile].contains(id); }))
+                missing += file.filename().string() + ": " + std::to_string(id) + " = " + english + '\n';
         }
     }
     EXPECT_EQ(missing, "");

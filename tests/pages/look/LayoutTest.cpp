@@ -1,3 +1,4 @@
+#include "pages/frame/MessageBoxes.h"
 #include "support/windows/LayoutCheck.h"
 #include "support/windows/LongTexts.h"
 #include "support/windows/Windows.h"
@@ -28,6 +29,7 @@ void expectGoodLooks(const WindowCase& window, const Text& language, const std::
         EXPECT_THAT(layoutFaults(shown), IsEmpty()) << window.name << " in " << toUtf8(language);
     });
     EXPECT_TRUE(looked) << window.name << " did not open";
+    EXPECT_EQ(takeUnspoken(), "") << window.name;
 }
 
 class LayoutTest : public ::testing::TestWithParam<WindowCase> { };
