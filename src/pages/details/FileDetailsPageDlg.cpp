@@ -85,6 +85,12 @@ CFileDetailsPageDlg::CFileDetailsPageDlg(
     inSlot(this, [&] { fill(setting, look); });
 }
 
+QSize CFileDetailsPageDlg::sizeHint() const
+{
+    const QFontMetrics metrics(font());
+    return {110 * metrics.averageCharWidth(), 20 * metrics.lineSpacing()};
+}
+
 std::shared_ptr<const FileDetailsLook> CFileDetailsPageDlg::makeColumns()
 {
     auto look = std::make_shared<FileDetailsLook>();

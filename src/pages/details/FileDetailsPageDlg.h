@@ -17,6 +17,9 @@ public:
     void load(const ObjectRef&) override { }
     void save(const ObjectRef&) override { }
 
+    /// Room for names and folders of a usual length.
+    QSize sizeHint() const override;
+
 private:
     std::shared_ptr<const FileDetailsLook> makeColumns();
     void fill(const PageSetting& setting, std::shared_ptr<const FileDetailsLook> look);

@@ -209,6 +209,14 @@ bool MacroEdit::viewportEvent(QEvent* event)
 
 // --- the column of line numbers
 
+QSize MacroEdit::sizeHint() const
+{
+    constexpr int columns = 80;
+    constexpr int lines = 22;
+    const QFontMetrics metrics(font());
+    return {gutterWidth() + columns * metrics.horizontalAdvance(QLatin1Char('9')), lines * metrics.lineSpacing()};
+}
+
 int MacroEdit::gutterWidth() const
 {
     const auto digits = QString::number(std::max(blockCount(), 99)).size();

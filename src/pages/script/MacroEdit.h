@@ -39,6 +39,9 @@ public:
     /// The message of a mistake at a place in the document, or empty.
     Text problemAt(int position) const;
 
+    /// Room for a screen's worth of a macro.
+    QSize sizeHint() const override;
+
     /// For the line number's column, which is a child.
     int gutterWidth() const;
     void paintGutter(QPaintEvent* event);
