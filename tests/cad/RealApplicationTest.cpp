@@ -1,6 +1,7 @@
 #include "automation/SocketRunningObjects.h"
 #include "base/Paths.h"
 #include "cad/ZNManager.h"
+#include "macro/MacroText.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "support/TemporaryFolder.h"
 
@@ -24,7 +25,10 @@ public:
         lines.push_back(
             toUtf8(pathFileName(path)) + " " + toUtf8(configuration) + (files.fileExists(path) ? " too late" : ""));
     }
-    void NotePrintedItem(TextView, TextView) override { lines.emplace_back("printed"); }
+    void NotePrintedItem(TextView path, TextView configuration) override
+    {
+        lines.push_back("printed " + toUtf8(pathFileName(path)) + " " + toUtf8(configuration));
+    }
 
     explicit Notes(FileSystem& fileSystem)
         : files(fileSystem)
@@ -41,7 +45,7 @@ protected:
     {
         ports.home().passToChildren();
         ASSERT_EQ(std::system((ZN_BIN_DIR "/zentrel register >/dev/null")), 0);
-        for (const char* sample : {"Bracket.zenprt", "Stand.zenasm"})
+        for (const char* sample : {"Bracket.zenprt", "Stand.zenasm", "Чертёж.zendrw"})
             std::filesystem::copy_file(std::filesystem::path(ZN_SOURCE_DIR "/samples") / sample, folder / sample);
         manager.Configure(notes, TaskKind::General, nullptr, 2018);
     }
@@ -94,6 +98,30 @@ TEST_F(RealApplication, RunsMacrosTellsTheirSavesAndLeaves)
     EXPECT_EQ(manager.Stop(true, S_OK), S_OK) << toUtf8(manager.GetLastError());
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
     EXPECT_NE(kill(process, 0), 0) << "the process has left by itself";
+}
+
+TEST_F(RealApplication, TellsThePrintedSheetsOfATaskThatPrints)
+{
+    ports.registry().write(RegistryRoot::Machine, Text(folderPrintersKey) + u"\\Plots", printerFolderValue,
+        RegistryValue::text(path("")), RegistryView::Bits64);
+    const Text macro = u"Sub main()\r\n"
+                       "    Dim app, spec, model\r\n"
+                       "    Set app = Application.Zentrel\r\n"
+                       "    Set spec = app.GetOpenDocSpec(\""
+        + path("") + u"\\" + EncodeForMacroString(u"Чертёж")
+        + u".zendrw\")\r\n"
+          "    spec.DocumentType = znDocDRAWING\r\n"
+          "    Set model = app.OpenDoc7(spec)\r\n"
+          "    model.Extension.PrintOut2 Empty, 2, False, \"Plots\", \"\"\r\n"
+          "    model.Extension.PrintOut2 Empty, 1, False, \"Gone\", \"\"\r\n"
+          "    app.QuitDoc model.GetTitle\r\n"
+          "End Sub\r\n";
+    manager.Configure(notes, TaskKind::Printing, nullptr, 2018);
+    ASSERT_EQ(manager.Start(), S_OK) << toUtf8(manager.GetLastError());
+    manager.RunMacro(macro);
+    EXPECT_THAT(notes.lines, ElementsAre("printed Чертёж.zendrw Stand", "printed Чертёж.zendrw Bracket"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "Чертёж.pdf"));
+    EXPECT_EQ(manager.Stop(true, S_OK), S_OK);
 }
 
 TEST_F(RealApplication, AProcessThatDiesInAMacroIsReplacedAndTheMacroRunsAgain)

@@ -42,6 +42,7 @@ const CommandRow commands[] = {
     {"task", "resume", "Let a suspended run go on", taskResumeCommand},
     {"task", "cancel", "Stop a run before its next file", taskCancelCommand},
     {"", "worker", "Carry out waiting runs, one after the other", workerCommand},
+    {"", "printers", "List the printers of this machine", printerListCommand},
     {"registry", "list", "List a key's sub-keys and values", registryListCommand},
     {"registry", "get", "Print a value", registryGetCommand},
     {"registry", "set", "Write a value", registrySetCommand},

@@ -34,6 +34,7 @@ MadeCommand taskSuspendCommand();
 MadeCommand taskResumeCommand();
 MadeCommand taskCancelCommand();
 MadeCommand workerCommand();
+MadeCommand printerListCommand();
 MadeCommand registryListCommand();
 MadeCommand registryGetCommand();
 MadeCommand registrySetCommand();

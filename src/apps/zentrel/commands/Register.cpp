@@ -17,9 +17,13 @@ using zn::Text;
 constexpr char16_t classId[] = u"{6D1F0B52-8C0E-4E7B-9A53-2F64C18A7D30}";
 constexpr char16_t versionedName[] = u"Zentrel.Application.26";
 constexpr char16_t plainName[] = u"Zentrel.Application";
+constexpr char16_t productName[] = u"ZENTREL 2018 SP0.0";
 constexpr char16_t productKey[] = u"SOFTWARE\\Zentrel\\Zentrel 2018";
 
 Text classKey() { return Text(u"SOFTWARE\\Classes\\CLSID\\") + classId; }
+
+/// The program in the machine's list of installed products.
+Text installedKey() { return Text(zn::installedProductsKey) + u"\\" + classId; }
 
 Text nameKey(const char16_t* name) { return Text(u"SOFTWARE\\Classes\\") + name; }
 
@@ -33,6 +37,7 @@ void removeRegistration(zn::Registry& registry)
     }
     registry.removeKey(RegistryRoot::Machine, classKey());
     registry.removeKey(RegistryRoot::Machine, productKey);
+    registry.removeKey(RegistryRoot::Machine, installedKey());
 }
 
 void writeRegistration(zn::Registry& registry, const Text& executable)
@@ -53,6 +58,7 @@ void writeRegistration(zn::Registry& registry, const Text& executable)
         {classKey() + u"\\VersionIndependentProgID", u"", RegistryValue::text(plainName)},
         {Text(productKey) + u"\\Setup", u"Zentrel Folder", RegistryValue::text(zn::pathFolder(executable))},
         {Text(productKey) + u"\\Setup", u"Zentrel Office Installed", RegistryValue::number(1)},
+        {installedKey(), zn::productNameValue, RegistryValue::text(productName)},
     };
     for (const auto& [key, name, value] : values)
         if (!registry.write(RegistryRoot::Machine, key, name, value, RegistryView::Bits64))
