@@ -74,7 +74,8 @@ COutputFileDetailsPageDlg::COutputFileDetailsPageDlg(
     m_replace->setChecked(true);
     connect(advanced, &QPushButton::clicked, this,
         [this] { inSlot(this, [this] { editScript(this->environment(), this, m_setting.task); }); });
-    showExamples();
+    followPath(m_primary);
+    followPath(m_secondary);
 }
 
 COutputFileDetailsPageDlg::~COutputFileDetailsPageDlg()
@@ -192,24 +193,21 @@ void COutputFileDetailsPageDlg::fillLogPath()
 
 void COutputFileDetailsPageDlg::OnTokenTextChanged(tokenctrl::TokenBox& box)
 {
-    inSlot(this, [&] {
-        const PathField& field = &box == m_primary.box.get() ? m_primary : m_secondary;
-        field.example->setText(BuildExampleText(
-            environment(), *m_setting.vault, box, m_conversion.formatLabel(), m_conversion.formatCode()));
-        FoldVaultRoot(box, *m_setting.vault);
-    });
+    inSlot(this, [&] { followPath(&box == m_primary.box.get() ? m_primary : m_secondary); });
 }
 
-void COutputFileDetailsPageDlg::showExamples()
+void COutputFileDetailsPageDlg::followPath(const PathField& field)
 {
-    OnTokenTextChanged(*m_primary.box);
-    OnTokenTextChanged(*m_secondary.box);
+    field.example->setText(BuildExampleText(
+        environment(), *m_setting.vault, *field.box, m_conversion.formatLabel(), m_conversion.formatCode()));
+    FoldVaultRoot(*field.box, *m_setting.vault);
 }
 
 void COutputFileDetailsPageDlg::showEvent(QShowEvent* event)
 {
     Page::showEvent(event);
-    showExamples();
+    OnTokenTextChanged(*m_primary.box);
+    OnTokenTextChanged(*m_secondary.box);
 }
 
 void COutputFileDetailsPageDlg::browse()

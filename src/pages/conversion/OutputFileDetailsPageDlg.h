@@ -50,7 +50,8 @@ private:
     void setKeyOrder();
 
     void OnTokenTextChanged(tokenctrl::TokenBox& box) override;
-    void showExamples();
+    /// Shows the example of a path and folds the vault's root in it. Raises the vault's failures.
+    void followPath(const PathField& field);
     void browse();
 
     PageSetting m_setting;
