@@ -42,19 +42,22 @@ void showFileDetailsPage(Desk& desk, const Look& look)
     const auto run = std::make_shared<arkin::LaunchInstance>(arkin::TaskDefinition{}, arkin::RunSetting{});
     FileLogic logic(desk.platform);
     checkStatus(logic.Initialize(desk.vaultObject, TaskKind::Conversion, false));
+    std::vector<std::unique_ptr<OutputRecord>> sources; // the list refers to them
     for (const char* name : {"Housing", "Bolt"}) {
-        const arkin::Place place = desk.addFile("Gearbox/" + std::string(name) + ".zenprt");
-        OutputRecord source;
-        source.path = Desk::path("Gearbox/" + std::string(name) + ".zenprt");
-        source.docId = place.fileId;
-        source.projId = place.folderId;
-        logic.SetCurrentSource(&source);
-        logic.NoteSavedFile(Desk::path("Gearbox/" + std::string(name) + ".step"), u"Default", false);
+        const std::string file = "Gearbox/" + std::string(name) + ".zenprt";
+        const arkin::Place place = desk.addFile(file);
+        sources.push_back(std::make_unique<OutputRecord>());
+        sources.back()->path = Desk::path(file);
+        sources.back()->docId = place.fileId;
+        sources.back()->projId = place.folderId;
+        sources.back()->version = 1;
+        logic.SetCurrentSource(sources.back().get());
+        logic.NoteSavedFile(Desk::path("Converted/" + std::string(name) + ".step"), u"Default", false);
     }
     checkStatus(logic.WriteList(run, TaskKind::Conversion, nullptr));
     const auto page
         = desk.pages.makeFileDetailsPage({desk.vaultObject, run, TaskKind::Conversion, desk.window()}, true);
-    showPage(desk, *page, look);
+    showPage(desk, *page, look, [](QWidget& shown) { shown.setMinimumWidth(760); });
 }
 
 } // namespace

@@ -12,7 +12,9 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <functional>
 #include <iostream>
+#include <map>
 
 namespace {
 
@@ -26,11 +28,32 @@ void settle()
     wait.exec();
 }
 
-/// A picture with a palette is a fraction of the size, and these have few colours.
+/// The colours that a picture uses most, as many as a palette holds.
+QList<QRgb> commonColours(const QImage& picture)
+{
+    constexpr std::ptrdiff_t paletteSize = 256;
+    std::map<QRgb, int> uses;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            ++uses[picture.pixel(x, y)];
+    }
+    std::vector<std::pair<int, QRgb>> byUse;
+    for (const auto& [colour, count] : uses)
+        byUse.emplace_back(count, colour);
+    std::sort(byUse.begin(), byUse.end(), std::greater());
+    QList<QRgb> colours;
+    for (std::ptrdiff_t i = 0; i < std::min(paletteSize, std::ssize(byUse)); ++i)
+        colours.append(byUse[static_cast<std::size_t>(i)].second);
+    return colours;
+}
+
+/// A picture with a palette is a fraction of the size.
 bool savePicture(QWidget& window, const std::filesystem::path& file)
 {
-    const QImage picture = window.window()->grab().toImage();
-    const QImage small = picture.convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither | Qt::AvoidDither);
+    // Shades that nobody tells apart would crowd the icons' colours out.
+    const QImage picture
+        = window.window()->grab().toImage().convertToFormat(QImage::Format_RGB16).convertToFormat(QImage::Format_RGB32);
+    const QImage small = picture.convertToFormat(QImage::Format_Indexed8, commonColours(picture), Qt::ThresholdDither);
     return small.save(QString::fromStdString(file.string()), "PNG", 0);
 }
 
