@@ -52,6 +52,13 @@ const KindTexts& textsOf(TaskKind kind)
     return kindTexts[std::size(kindTexts) - 1];
 }
 
+/// A text that is longer than its edit shows its beginning.
+void showFromStart(QLineEdit& edit, const QString& text)
+{
+    edit.setText(text);
+    edit.setCursorPosition(0);
+}
+
 } // namespace
 
 CMenuCommandDlg::CMenuCommandDlg(PageEnvironment& environment, QWidget* parent, TaskKind kind)
@@ -98,14 +105,14 @@ void CMenuCommandDlg::loadTexts(const ObjectRef& task)
     checkStatus(properties->GetMenuCmds(entries));
     if (entries.empty()) {
         const KindTexts& texts = textsOf(m_kind);
-        m_title->setText(ts(texts.title.number, texts.title.text));
-        m_description->setText(ts(texts.description.number, texts.description.text));
+        showFromStart(*m_title, ts(texts.title.number, texts.title.text));
+        showFromStart(*m_description, ts(texts.description.number, texts.description.text));
         return;
     }
     if (entries.front().menuText)
-        m_title->setText(shown(*entries.front().menuText));
+        showFromStart(*m_title, shown(*entries.front().menuText));
     if (entries.front().statusText)
-        m_description->setText(shown(*entries.front().statusText));
+        showFromStart(*m_description, shown(*entries.front().statusText));
 }
 
 void CMenuCommandDlg::enableTexts()

@@ -1,9 +1,11 @@
+#include "addin/TaskVariables.h"
 #include "support/windows/Windows.h"
 
 #include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <QComboBox>
 #include <regex>
 #include <set>
 
@@ -161,6 +163,28 @@ TEST(GermanTest, HoldsNoTextThatNobodyAsksFor)
             superfluous += shown(key) + '\n';
     }
     EXPECT_EQ(superfluous, "");
+}
+
+/// A task is read on machines that speak another language.
+TEST(GermanTest, StoresAFormatByItsEnglishLabel)
+{
+    Desk desk(u"DE");
+    const PageSetting setting = desk.setting(TaskKind::Conversion);
+    const auto page = desk.pages.makeConversionPage(setting, false);
+    page->load(setting.task);
+    auto* formats = QWidget::find(static_cast<WId>(page->window()))->findChild<QComboBox*>("outputFormat");
+    const std::pair<const char*, const char16_t*> rows[] = {
+        {"<Benutzer fragen>", u"<Prompt the user>"},
+        {"Parasolid bin\u00E4r (*.x_b)", u"Parasolid Binary (*.x_b)"},
+    };
+    for (const auto& [shownLabel, storedLabel] : rows) {
+        formats->setCurrentText(shownLabel);
+        ASSERT_EQ(page->save(setting.task), S_OK);
+        EXPECT_EQ(readText(setting.task, u"FileFormat"), storedLabel);
+        formats->setCurrentIndex(5);
+        page->load(setting.task);
+        EXPECT_EQ(formats->currentText(), shownLabel);
+    }
 }
 
 } // namespace
