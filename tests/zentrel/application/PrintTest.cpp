@@ -106,6 +106,7 @@ TEST_F(PrintTest, PutsSheetsOnThePaperThatIsSet)
     }
     EXPECT_THROW(setup->put(u"PrinterPaperSize", 999), zn::StatusError);
     EXPECT_THROW(setup->put(u"Orientation", 3), zn::StatusError);
+    EXPECT_THROW(setup->put(u"Scale2", 0.0), zn::StatusError);
     EXPECT_EQ(setup->call(u"Orientation").toInt32(), 2);
 
     objectOf(*drawing, u"Extension")->put(u"UsePageSetup", 2); // each sheet on its own paper
@@ -165,17 +166,6 @@ TEST_F(PrintTest, KeepsWithinTheMargins)
             leftmost = std::min(leftmost, i % width);
     EXPECT_GE(leftmost, 29U);
     EXPECT_LE(leftmost, 39U);
-}
-
-TEST_F(PrintTest, PrintsAtScaleAndCutsOff)
-{
-    setup->put(u"ScaleToFit", false);
-    setup->put(u"Scale2", 100.0);
-    setup->put(u"PrinterPaperSize", 9);
-    setup->put(u"Orientation", 2);
-    ASSERT_TRUE(print(drawing, Value(1))) << "an A3 sheet on A4 paper";
-    EXPECT_THAT(pageSizes(shop.file("plots/Plan - Front.pdf")), ElementsAre("297x210"));
-    EXPECT_THROW(setup->put(u"Scale2", 0.0), zn::StatusError);
 }
 
 TEST_F(PrintTest, PrintsTheViewOfPartsAndAssemblies)
