@@ -1,6 +1,7 @@
 #include "DefaultMacro.h"
 
 #include "base/Status.h"
+#include "Session.h"
 
 #include <algorithm>
 #include <fstream>
@@ -35,8 +36,7 @@ zn::Text defaultMacro(zn::TaskKind kind)
 {
     const auto row = std::ranges::find(macros, kind, &MacroRow::kind);
     const char* file = row != std::end(macros) ? row->file : "ExecuteScript.bas";
-    const auto program = std::filesystem::read_symlink("/proc/self/exe");
-    const auto installed = program.parent_path().parent_path() / "share/zntask/macros" / file;
+    const auto installed = programFolder().parent_path() / "share/zntask/macros" / file;
     return readMacro(std::filesystem::exists(installed) ? installed : std::filesystem::path(ARKIN_MACRO_FOLDER) / file);
 }
 

@@ -6,6 +6,9 @@
 
 namespace arkin {
 
+/// The product's own key.
+inline constexpr zn::TextView productKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise";
+
 /// A key of the command line: "machine\SOFTWARE\Classes", "user\Software\Arkin"; with `--32` the machine root's
 /// 32-bit face.
 struct RegistryKey {

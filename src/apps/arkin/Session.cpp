@@ -3,6 +3,7 @@
 #include "arkin/store/Codes.h"
 #include "arkin/vault/VaultObject.h"
 #include "base/Paths.h"
+#include "DesktopLibrary.h"
 
 namespace arkin {
 
@@ -62,9 +63,22 @@ TaskHost Session::taskHost()
 {
     auto& machine = platform();
     auto& open = vault();
-    return {store().database(), open.info().id, std::make_shared<VaultObject>(open), machine.registry(),
-        machine.files(), machine.clock(), zn::toText(open.caller().user)};
+    auto object = std::make_shared<VaultObject>(open);
+    object->setDesktop(m_desktop && m_desktop->canAsk() ? m_desktop.get() : nullptr);
+    return {store().database(), open.info().id, object, machine.registry(), machine.files(), machine.clock(),
+        zn::toText(open.caller().user)};
 }
+
+Desktop& Session::desktop(bool wanted)
+{
+    if (!m_desktop) {
+        platform(); // the windows work with this home, too
+        m_desktop = loadDesktop(programFolder(), wanted);
+    }
+    return *m_desktop;
+}
+
+std::filesystem::path programFolder() { return std::filesystem::read_symlink("/proc/self/exe").parent_path(); }
 
 std::vector<Text> Session::variableNames()
 {

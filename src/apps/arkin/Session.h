@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arkin/desktop/Desktop.h"
 #include "arkin/store/Vault.h"
 #include "arkin/tasks/TaskHost.h"
 #include "arkin/tasks/TaskStore.h"
@@ -33,8 +34,13 @@ public:
     Store& store();
     /// The vault of the option, or the home's only one. Raises `StatusError` with a sentence if that isn't settled.
     Vault& vault();
-    /// For launching and running tasks; the session outlives it.
+    /// For launching and running tasks; the session outlives it. Its vault asks in the windows of the desktop, if the
+    /// desktop is there by then and somebody can be asked.
     TaskHost taskHost();
+    /// The host's windows; loads their library at the first call. `wanted` false asks nobody, whatever display there
+    /// is. Raises `StatusError` with a sentence if the library isn't there.
+    Desktop& desktop(bool wanted);
+    TaskStore tasks() { return {store().database(), vault().info().id}; }
     std::vector<zn::Text> variableNames();
 
     /// A machine's path of the command line as a backslash path; a relative one is below the current folder.
@@ -55,6 +61,10 @@ private:
     std::unique_ptr<zn::LinuxPlatform> m_platform;
     std::unique_ptr<Store> m_store;
     std::unique_ptr<Vault> m_vault;
+    std::unique_ptr<Desktop> m_desktop;
 };
+
+/// The folder of this program, beside which everything lies that belongs to it.
+std::filesystem::path programFolder();
 
 } // namespace arkin

@@ -40,10 +40,14 @@ Status LaunchFlow::send(zn::TaskCommand command, zn::ArkCmd& cmd)
     cmd.parentWindow = m_window;
     cmd.vault = m_host.vault;
     cmd.taskObject = m_instance;
+    const auto button = cmd.text;
     const auto status = m_addIn->OnCmd(&cmd, &m_selection);
+    // What the host has put in is no sentence of the add-in.
+    if (cmd.text == button)
+        cmd.text.clear();
     if (zn::failed(status))
         throw StatusError(status,
-            "The task '" + toUtf8(m_task.name) + "' couldn't be launched: " + describeStatus(m_host, status) + ".");
+            "The task '" + toUtf8(m_task.name) + "' couldn't be launched: " + describeFailure(m_host, status, cmd));
     return status;
 }
 
@@ -61,11 +65,12 @@ LaunchStep LaunchFlow::prepare(std::int32_t parentWindow)
     return LaunchStep::Page;
 }
 
-void LaunchFlow::accept()
+bool LaunchFlow::accept()
 {
     zn::ArkCmd cmd;
     cmd.text = u"OK";
-    send(zn::TaskCmdLaunchButton, cmd);
+    const auto status = send(zn::TaskCmdLaunchButton, cmd);
+    return status != zn::S_FALSE && cmd.cancel == 0;
 }
 
 RunInfo LaunchFlow::enqueue()

@@ -32,8 +32,8 @@ public:
     std::int32_t pageWindow() const { return m_pageWindow; }
     const TaskDefinition& task() const { return m_task; }
 
-    /// Lets the page write its values to the run.
-    void accept();
+    /// Lets the page write its values to the run. False if it refuses them; it has told the user why.
+    bool accept();
     /// Puts the run into the queue.
     RunInfo enqueue();
 

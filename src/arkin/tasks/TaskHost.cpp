@@ -3,6 +3,7 @@
 #include "arkin/tasks/ProcessMark.h"
 #include "arkin/tasks/RunValues.h"
 #include "base/Format.h"
+#include "host/Records.h"
 
 namespace arkin {
 
@@ -23,6 +24,11 @@ std::string describeStatus(const TaskHost& host, zn::Status status)
     if (host.vault->GetErrorText(status, name, description) == zn::S_OK && !description.empty())
         return zn::toUtf8(description) + " (" + number + ")";
     return "status " + number;
+}
+
+std::string describeFailure(const TaskHost& host, zn::Status status, const zn::ArkCmd& cmd)
+{
+    return cmd.text.empty() ? describeStatus(host, status) + "." : zn::toUtf8(cmd.text);
 }
 
 } // namespace arkin

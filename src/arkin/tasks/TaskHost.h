@@ -6,6 +6,10 @@
 #include "platform/FileSystem.h"
 #include "platform/Registry.h"
 
+namespace zn {
+struct ArkCmd;
+}
+
 namespace arkin {
 
 struct RunInfo;
@@ -27,5 +31,8 @@ RunSetting settingOf(const TaskHost& host);
 
 /// A sentence for a failed status of an add-in: the vault's own, if it has one, and the number.
 std::string describeStatus(const TaskHost& host, zn::Status status);
+/// The same, with its full stop, for a failed command: the sentence that the add-in has left in the command's text, if
+/// it has.
+std::string describeFailure(const TaskHost& host, zn::Status status, const zn::ArkCmd& cmd);
 
 } // namespace arkin

@@ -4,7 +4,6 @@
 
 namespace arkin {
 
-using zn::Status;
 using zn::StatusError;
 using zn::toUtf8;
 
@@ -24,28 +23,32 @@ void TaskSetup::close()
     m_addIn.reset();
 }
 
-Status TaskSetup::send(zn::TaskCommand command, zn::ArkCmd& cmd)
+void TaskSetup::send(zn::TaskCommand command, zn::ArkCmd& cmd, const char* what)
 {
+    const auto button = cmd.text;
     cmd.command = command;
     cmd.parentWindow = m_window;
     cmd.vault = m_host.vault;
     cmd.taskObject = m_properties;
     zn::ArkSelection nothing;
-    return m_addIn->OnCmd(&cmd, &nothing);
-}
-
-void TaskSetup::failed(Status status, const char* what) const
-{
-    throw StatusError(
-        status, "The task '" + toUtf8(task().name) + "' " + what + ": " + describeStatus(m_host, status) + ".");
+    m_properties->takeRefusal();
+    const auto status = m_addIn->OnCmd(&cmd, &nothing);
+    const auto refusal = m_properties->takeRefusal();
+    if (!zn::failed(status) && refusal.empty())
+        return;
+    // What the host has put in is no sentence of the add-in.
+    if (cmd.text == button)
+        cmd.text.clear();
+    throw StatusError(zn::failed(status) ? status : zn::E_FAIL,
+        "The task '" + toUtf8(task().name) + "' " + what + ": "
+            + (refusal.empty() ? describeFailure(m_host, status, cmd) : refusal));
 }
 
 void TaskSetup::open(std::int32_t parentWindow)
 {
     m_window = parentWindow;
     zn::ArkCmd cmd;
-    if (const auto status = send(zn::TaskCmdSetup, cmd); zn::failed(status))
-        failed(status, "can't be set up");
+    send(zn::TaskCmdSetup, cmd, "can't be set up");
     if (pages().empty())
         throw StatusError(zn::E_UNEXPECTED, "The add-in of the task '" + toUtf8(task().name) + "' has no pages.");
 }
@@ -54,13 +57,7 @@ std::optional<zn::Text> TaskSetup::accept()
 {
     zn::ArkCmd cmd;
     cmd.text = u"OK";
-    m_properties->takeRefusal();
-    const auto status = send(zn::TaskCmdSetupButton, cmd);
-    const auto refusal = m_properties->takeRefusal();
-    if (zn::failed(status) && refusal.empty())
-        failed(status, "isn't changed");
-    if (!refusal.empty())
-        throw StatusError(zn::failed(status) ? status : zn::E_FAIL, refusal);
+    send(zn::TaskCmdSetupButton, cmd, "isn't changed");
     return cmd.cancel != 0 ? std::optional(cmd.text) : std::nullopt;
 }
 
@@ -68,8 +65,7 @@ void TaskSetup::cancel()
 {
     zn::ArkCmd cmd;
     cmd.text = u"Cancel";
-    if (const auto status = send(zn::TaskCmdSetupButton, cmd); zn::failed(status))
-        failed(status, "isn't changed, but its add-in reports a failure");
+    send(zn::TaskCmdSetupButton, cmd, "isn't changed, but its add-in reports a failure");
 }
 
 std::optional<TaskConflict> TaskSetup::store(bool replaceOthers)

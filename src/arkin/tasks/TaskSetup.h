@@ -38,8 +38,8 @@ public:
     void close();
 
 private:
-    zn::Status send(zn::TaskCommand command, zn::ArkCmd& cmd);
-    [[noreturn]] void failed(zn::Status status, const char* what) const;
+    /// Raises a failure; `what` is what doesn't work then.
+    void send(zn::TaskCommand command, zn::ArkCmd& cmd, const char* what);
 
     TaskHost m_host;
     std::shared_ptr<zn::IArkAddIn5> m_addIn;

@@ -7,6 +7,8 @@
 
 namespace arkin {
 
+class VaultDesktop;
+
 /// What the objects of one open vault share.
 struct ObjectContext {
     explicit ObjectContext(Vault& openVault)
@@ -17,6 +19,8 @@ struct ObjectContext {
     Vault& vault;
     /// Why the last operation failed; the status is 0 when it didn't.
     Failure lastFailure{zn::S_OK, {}};
+    /// Where a person can be asked; null if nobody can.
+    VaultDesktop* desktop = nullptr;
 };
 using ContextRef = std::shared_ptr<ObjectContext>;
 

@@ -4,6 +4,7 @@
 #include "arkin/vault/FolderObject.h"
 #include "arkin/vault/Position.h"
 #include "arkin/vault/Utilities.h"
+#include "arkin/vault/VaultDesktop.h"
 
 namespace arkin {
 
@@ -12,6 +13,9 @@ using zn::S_OK;
 using zn::Status;
 
 namespace {
+
+/// Of the flags of browsing for files.
+constexpr std::int32_t severalFiles = 2;
 
 class VariableObject final : public zn::IArkVariable {
 public:
@@ -88,14 +92,31 @@ Status VaultObject::CreateUtility(zn::ArkUtility kind, zn::ObjectRef& utility)
 
 zn::ObjectRef makeVariableMgr(const ContextRef& context) { return std::make_shared<VaultObject>(context); }
 
-Status VaultObject::BrowseForFile(std::int32_t, std::int32_t, zn::TextView, zn::TextView, std::vector<zn::Text>&)
+Status VaultObject::BrowseForFile(
+    std::int32_t window, std::int32_t flags, zn::TextView title, zn::TextView filter, std::vector<zn::Text>& paths)
 {
-    return zn::E_ARK_NO_DESKTOP;
+    return guarded(*m_context, [&] {
+        if (!m_context->desktop)
+            return zn::E_ARK_NO_DESKTOP;
+        auto picked = m_context->desktop->pickFiles(*this, window, (flags & severalFiles) != 0, title, filter);
+        if (picked.empty())
+            return S_FALSE;
+        paths = std::move(picked);
+        return S_OK;
+    });
 }
 
-Status VaultObject::BrowseForFolder(std::int32_t, zn::TextView, std::shared_ptr<zn::IArkFolder>&)
+Status VaultObject::BrowseForFolder(std::int32_t window, zn::TextView title, std::shared_ptr<zn::IArkFolder>& folder)
 {
-    return zn::E_ARK_NO_DESKTOP;
+    return guarded(*m_context, [&] {
+        if (!m_context->desktop)
+            return zn::E_ARK_NO_DESKTOP;
+        auto picked = m_context->desktop->pickFolder(*this, window, title);
+        if (!picked)
+            return S_FALSE;
+        folder = std::move(picked);
+        return S_OK;
+    });
 }
 
 Status VaultObject::GetErrorText(Status code, zn::Text& name, zn::Text& description)

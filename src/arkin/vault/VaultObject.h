@@ -21,6 +21,8 @@ public:
     }
 
     Vault& vault() { return m_context->vault; }
+    /// Where this object asks a person; null, as at the beginning, if nobody can be asked. Outlives the object.
+    void setDesktop(VaultDesktop* desktop) { m_context->desktop = desktop; }
 
     zn::Status GetRootFolderPath(zn::Text& path) override;
     zn::Status GetName(zn::Text& name) override;
@@ -28,7 +30,8 @@ public:
         zn::TextView path, std::shared_ptr<zn::IArkFolder>* folder, std::shared_ptr<zn::IArkFile>& file) override;
     zn::Status GetFolderFromPath(zn::TextView path, std::shared_ptr<zn::IArkFolder>& folder) override;
     zn::Status CreateUtility(zn::ArkUtility kind, zn::ObjectRef& utility) override;
-    /// This vault object has no desktop: `E_ARK_NO_DESKTOP`.
+    /// `E_ARK_NO_DESKTOP` without a desktop. Of `flags` the bit 2 lets the user pick several files; bit 8, only files
+    /// that exist, holds in any case, and the other bits mean nothing here.
     zn::Status BrowseForFile(std::int32_t window, std::int32_t flags, zn::TextView title, zn::TextView filter,
         std::vector<zn::Text>& paths) override;
     zn::Status BrowseForFolder(

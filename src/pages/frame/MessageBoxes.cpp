@@ -13,11 +13,10 @@ namespace {
 
 const char* const productName = "ZENTREL Task Add-in";
 
-QString& unspoken()
-{
-    static QString sentences;
-    return sentences;
-}
+/// Where sentences are kept that found nobody: with the application, so that the host finds them, too.
+const char* const unspokenProperty = "unspoken";
+
+QString unspoken() { return qApp->property(unspokenProperty).toString(); }
 
 /// Where the sentences of status codes are looked up; null before the library is loaded.
 lexmgr::Library*& strings()
@@ -30,7 +29,8 @@ QString titleOr(const QString& title) { return title.isEmpty() ? QString::fromLa
 
 void keep(const QString& sentence)
 {
-    unspoken() += (unspoken().isEmpty() ? QString() : QStringLiteral(" ")) + sentence;
+    const QString before = unspoken();
+    qApp->setProperty(unspokenProperty, before.isEmpty() ? sentence : before + QStringLiteral(" ") + sentence);
 }
 
 QString sentenceOf(Status status) { return shown(errorText(status, strings())); }
@@ -53,7 +53,12 @@ void speakBy(lexmgr::Library* library) { strings() = library; }
 
 bool attended() { return !qApp->property("unattended").toBool(); }
 
-QString takeUnspoken() { return std::exchange(unspoken(), QString()); }
+QString takeUnspoken()
+{
+    const QString sentences = unspoken();
+    qApp->setProperty(unspokenProperty, QVariant());
+    return sentences;
+}
 
 void tell(QWidget* parent, const QString& sentence, const QString& title)
 {

@@ -11,7 +11,8 @@ class Library;
 /// How pages speak: plain message boxes over the page's window.
 ///
 /// A host that runs without a person says so by the application's boolean property "unattended". Then no box opens,
-/// because nobody would close it: its sentence is kept, for the flow to hand it on.
+/// because nobody would close it: its sentence is kept in the application's property "unspoken", for the flow or the
+/// host to hand it on.
 namespace zn {
 
 bool attended();

@@ -2,6 +2,7 @@
 #include "Output.h"
 
 #include "classstore/ClassLibrary.h"
+#include "RegistryKey.h"
 
 #include <iostream>
 
@@ -13,9 +14,19 @@ namespace {
 /// an installation without windows.
 void registerControls()
 {
-    const auto library = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "libarkin-reftree.so";
+    const auto library = programFolder() / "libarkin-reftree.so";
     if (std::filesystem::exists(library))
         zn::ClassLibrary(library).registerServer();
+}
+
+/// Where this product is installed: its closed libraries and its texts lie beside the program.
+void writeLocation(Session& session)
+{
+    auto& machine = session.platform();
+    const auto location = machine.files().fromMachine(programFolder());
+    zn::Registry& registry = machine.registry();
+    if (!registry.write(zn::RegistryRoot::Machine, productKey, u"Location", zn::RegistryValue::text(location)))
+        throw zn::StatusError(zn::E_ACCESSDENIED, "The product's location may not be written to the registry.");
 }
 
 /// Registering and unregistering differ in the library's function alone.
@@ -35,8 +46,10 @@ public:
         session.platform(); // the library writes to the registry of this home
         const auto path = std::filesystem::absolute(m_path);
         (zn::ClassLibrary(path).*m_function)();
-        if (m_function == &zn::ClassLibrary::registerServer)
+        if (m_function == &zn::ClassLibrary::registerServer) {
             registerControls();
+            writeLocation(session);
+        }
         if (session.json())
             printJson({{"library", path.string()}, {"done", m_done}});
         else

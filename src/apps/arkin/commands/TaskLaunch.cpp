@@ -2,7 +2,7 @@
 #include "Output.h"
 
 #include "arkin/store/Codes.h"
-#include "arkin/tasks/Launch.h"
+#include "arkin/tasks/LaunchFlow.h"
 #include "RunHere.h"
 #include "TaskText.h"
 
@@ -21,6 +21,7 @@ public:
         app.add_option("--version", m_version, "Version of the files; else the latest when the run gets to them")
             ->check(CLI::Range(1, INT32_MAX));
         app.add_option("--configuration", m_configuration, "Configuration or sheet of the files");
+        app.add_flag("--no-dialog", m_noDialog, "Ask nobody: fail if something is left to the user");
         app.add_flag("--wait", m_wait, "Carry the run out here and wait for its end");
     }
 
@@ -30,7 +31,12 @@ public:
         zn::ArkSelection selection;
         for (const auto& path : m_paths)
             selection.push_back(itemAt(session, path));
-        const auto launched = launchTask(session.taskHost(), task, std::move(selection));
+        auto& desktop = session.desktop(!m_noDialog);
+        LaunchFlow flow(session.taskHost(), task, std::move(selection));
+        const auto asked = desktop.launchTask(flow);
+        if (!asked)
+            throw zn::StatusError(zn::E_ABORT, "The launch was given up; no run was made.");
+        const auto& launched = *asked;
         if (m_wait) {
             if (!session.json())
                 std::cout << launched.id << std::endl;
@@ -69,6 +75,7 @@ private:
     std::vector<std::string> m_paths;
     std::int32_t m_version = 0;
     std::string m_configuration;
+    bool m_noDialog = false;
     bool m_wait = false;
 };
 

@@ -1,0 +1,95 @@
+#include "arkin/desktop/HostDesktop.h"
+
+#include "arkin/desktop/Application.h"
+#include "arkin/desktop/BrowseDialog.h"
+#include "arkin/desktop/DetailsWindow.h"
+#include "arkin/desktop/LaunchDialog.h"
+#include "arkin/desktop/OpenQuestions.h"
+#include "arkin/desktop/PropertyDialog.h"
+#include "arkin/desktop/Texts.h"
+#include "arkin/desktop/UnseenDialogs.h"
+#include "arkin/tasks/Launch.h"
+#include "arkin/tasks/LaunchFlow.h"
+#include "arkin/tasks/TaskSetup.h"
+
+#include <QApplication>
+
+namespace arkin {
+
+namespace {
+
+QWidget* windowOf(std::int32_t handle) { return handle == 0 ? nullptr : QWidget::find(static_cast<WId>(handle)); }
+
+} // namespace
+
+HostDesktop::HostDesktop(const Display& display, bool wanted)
+    : m_problem(wanted ? display.problem : "No dialog is wanted.")
+    , m_canAsk(m_problem.empty())
+{
+    if (!QCoreApplication::instance())
+        m_application = std::make_unique<Application>(m_canAsk ? display.platform : "offscreen", m_canAsk);
+}
+
+HostDesktop::~HostDesktop() = default;
+
+void HostDesktop::requireDisplay() const
+{
+    if (!m_canAsk)
+        throw zn::StatusError(zn::E_ARK_NO_DESKTOP, m_problem + " Windows need a desktop session, or 'ssh -X'.");
+}
+
+bool HostDesktop::editTask(TaskSetup& setup) { return PropertyDialog(setup).exec() == QDialog::Accepted; }
+
+void HostDesktop::fillTask(TaskSetup& setup)
+{
+    UnseenDialogs unseen;
+    QWidget owner;
+    try {
+        setup.open(static_cast<std::int32_t>(owner.winId()));
+        const auto refusing = setup.accept();
+        const auto told = takeUnspoken() + unseen.take();
+        if (refusing)
+            throw zn::StatusError(zn::E_ABORT,
+                "The page '" + zn::toUtf8(*refusing)
+                    + "' doesn't accept what it starts with: " + (told.empty() ? "it gives no reason." : told));
+        if (!told.empty())
+            throw zn::StatusError(zn::E_ABORT, told);
+    } catch (...) {
+        setup.close();
+        throw;
+    }
+    setup.close();
+}
+
+std::optional<RunInfo> HostDesktop::launchTask(LaunchFlow& launch)
+{
+    if (m_canAsk) {
+        LaunchDialog dialog(launch);
+        return dialog.run() ? std::optional(launch.enqueue()) : std::nullopt;
+    }
+    UnseenDialogs unseen;
+    const auto step = launch.prepare(0);
+    const auto open = step == LaunchStep::Page ? openQuestions(windowOf(launch.pageWindow())) : std::string();
+    requireSettled(launch, step, open);
+    if (const auto told = takeUnspoken() + unseen.take(); !told.empty())
+        throw zn::StatusError(zn::E_ABORT, told);
+    launch.close();
+    return launch.enqueue();
+}
+
+void HostDesktop::showDetails(TaskDetails& details) { DetailsWindow(details).exec(); }
+
+std::vector<zn::Text> HostDesktop::pickFiles(
+    zn::IArkVault& vault, std::int32_t window, bool several, zn::TextView title, zn::TextView filter)
+{
+    BrowseDialog dialog(vault, shown(title), parseFilters(filter), several, windowOf(window));
+    return dialog.exec() == QDialog::Accepted ? dialog.paths() : std::vector<zn::Text>();
+}
+
+std::shared_ptr<zn::IArkFolder> HostDesktop::pickFolder(zn::IArkVault& vault, std::int32_t window, zn::TextView title)
+{
+    BrowseDialog dialog(vault, shown(title), windowOf(window));
+    return dialog.exec() == QDialog::Accepted ? dialog.folder() : nullptr;
+}
+
+} // namespace arkin

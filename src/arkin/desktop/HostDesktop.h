@@ -1,0 +1,34 @@
+#pragma once
+
+#include "arkin/desktop/Desktop.h"
+#include "arkin/desktop/Display.h"
+
+namespace arkin {
+
+class Application;
+
+/// The desktop on the toolkit. Its application object exists as long as it does, unless the process has one already.
+class HostDesktop final : public Desktop {
+public:
+    /// On the display, if there is one and `wanted`.
+    HostDesktop(const Display& display, bool wanted);
+    ~HostDesktop() override;
+
+    bool canAsk() const override { return m_canAsk; }
+    void requireDisplay() const override;
+    bool editTask(TaskSetup& setup) override;
+    void fillTask(TaskSetup& setup) override;
+    std::optional<RunInfo> launchTask(LaunchFlow& launch) override;
+    void showDetails(TaskDetails& details) override;
+
+    std::vector<zn::Text> pickFiles(
+        zn::IArkVault& vault, std::int32_t window, bool several, zn::TextView title, zn::TextView filter) override;
+    std::shared_ptr<zn::IArkFolder> pickFolder(zn::IArkVault& vault, std::int32_t window, zn::TextView title) override;
+
+private:
+    std::string m_problem;
+    bool m_canAsk;
+    std::unique_ptr<Application> m_application;
+};
+
+} // namespace arkin

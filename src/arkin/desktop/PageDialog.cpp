@@ -1,0 +1,78 @@
+#include "arkin/desktop/PageDialog.h"
+
+#include "arkin/desktop/Texts.h"
+#include "host/PageMessage.h"
+
+#include <QDialogButtonBox>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace arkin {
+
+namespace {
+
+/// What a window's frame, and a panel beside it, may take of the screen.
+constexpr int screenReserve = 64;
+
+} // namespace
+
+PageDialog::PageDialog(QWidget* parent)
+    : QDialog(parent)
+    , m_content(new QVBoxLayout)
+    , m_buttons(new QDialogButtonBox(this))
+{
+    auto* const whole = new QVBoxLayout(this);
+    whole->addLayout(m_content, 1);
+    whole->addWidget(m_buttons);
+    m_buttons->setObjectName("buttons");
+    setSizeGripEnabled(true);
+}
+
+PageArea* PageDialog::makeArea(const zn::Text& title, std::int32_t window)
+{
+    auto* const area = new PageArea(title, window, this);
+    area->onResized([this] { fit(); });
+    return area;
+}
+
+void PageDialog::fit()
+{
+    if (m_fitting)
+        return;
+    m_fitting = true;
+    // After the pages have been laid out anew: several of them may change at once.
+    QTimer::singleShot(0, this, [this] {
+        m_fitting = false;
+        fitNow();
+    });
+}
+
+void PageDialog::fitNow()
+{
+    layout()->activate();
+    const auto room = screen()->availableGeometry().size() - QSize(screenReserve, screenReserve);
+    const auto wanted = layout()->totalSizeHint().boundedTo(room);
+    // A size that the user gave is kept, but for what doesn't fit in.
+    const bool byUser = m_fitted.isValid() && size() != m_fitted;
+    const auto next = byUser ? size().expandedTo(wanted) : wanted;
+    resize(next);
+    if (!byUser)
+        m_fitted = size();
+}
+
+void PageDialog::showEvent(QShowEvent* event)
+{
+    fitNow();
+    QDialog::showEvent(event);
+}
+
+bool PageDialog::event(QEvent* event)
+{
+    if (event->type() != zn::PageMessage::typeOf(zn::pageFormatChangedMessage))
+        return QDialog::event(event);
+    fit();
+    return true;
+}
+
+} // namespace arkin

@@ -1,0 +1,8 @@
+// The one export of the library of the host's windows.
+
+#include "arkin/desktop/HostDesktop.h"
+
+extern "C" __attribute__((visibility("default"))) arkin::Desktop* makeDesktop(bool wanted)
+{
+    return new arkin::HostDesktop(arkin::findDisplay(), wanted);
+}
