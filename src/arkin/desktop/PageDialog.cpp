@@ -4,6 +4,7 @@
 #include "host/PageMessage.h"
 
 #include <QDialogButtonBox>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -55,10 +56,15 @@ void PageDialog::fitNow()
     const auto wanted = layout()->totalSizeHint().boundedTo(room);
     // A size that the user gave is kept, but for what doesn't fit in.
     const bool byUser = m_fitted.isValid() && size() != m_fitted;
-    const auto next = byUser ? size().expandedTo(wanted) : wanted;
-    resize(next);
-    if (!byUser)
-        m_fitted = size();
+    resize(byUser ? size().expandedTo(wanted) : wanted);
+}
+
+void PageDialog::resizeEvent(QResizeEvent* event)
+{
+    // What comes from the window system without having been asked for is the user's.
+    if (!event->spontaneous())
+        m_fitted = event->size();
+    QDialog::resizeEvent(event);
 }
 
 void PageDialog::showEvent(QShowEvent* event)

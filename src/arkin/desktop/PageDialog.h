@@ -25,6 +25,7 @@ protected:
     void fit();
 
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     /// A page of a launch tells its new format to the window that it was made for.
     bool event(QEvent* event) override;
 
@@ -33,7 +34,7 @@ private:
 
     QVBoxLayout* m_content;
     QDialogButtonBox* m_buttons;
-    QSize m_fitted;
+    QSize m_fitted; ///< the last size that wasn't the user's
     bool m_fitting = false;
 };
 

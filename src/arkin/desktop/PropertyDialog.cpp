@@ -88,7 +88,7 @@ void PropertyDialog::makePages()
         m_titles->addItem(shown(page.title));
     }
     m_titles->setVisible(m_areas.size() > 1);
-    show(0);
+    bringToFront(0);
     m_areas.front()->takeFocus();
 }
 
@@ -100,14 +100,14 @@ void PropertyDialog::turnTo(int index)
         if (index < 0 || index == current())
             return;
         if (m_areas[static_cast<std::size_t>(current())]->mayLeave())
-            return show(index);
+            return bringToFront(index);
         // The list is still in the middle of its change.
         QMetaObject::invokeMethod(
-            this, [this] { show(current()); }, Qt::QueuedConnection);
+            this, [this] { bringToFront(current()); }, Qt::QueuedConnection);
     });
 }
 
-void PropertyDialog::show(int index)
+void PropertyDialog::bringToFront(int index)
 {
     const QSignalBlocker quiet(m_titles);
     m_titles->setCurrentRow(index);
@@ -132,7 +132,7 @@ void PropertyDialog::showRefusing(const zn::Text& title)
     for (std::size_t i = 0; i < m_areas.size(); ++i) {
         if (m_areas[i]->title() != title)
             continue;
-        show(static_cast<int>(i));
+        bringToFront(static_cast<int>(i));
         return m_areas[i]->takeFocus();
     }
     tell(this, title.empty() ? QStringLiteral("The add-in doesn't accept the settings.") : shown(title));

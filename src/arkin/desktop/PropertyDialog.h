@@ -34,7 +34,7 @@ private:
     /// The user wants another page; the one in front may want to stay.
     void turnTo(int index);
     /// Brings a page to the front, whatever the one before it says.
-    void show(int index);
+    void bringToFront(int index);
     void showRefusing(const zn::Text& title);
     bool storeOrAsk();
     bool replaces(const TaskConflict& conflict);

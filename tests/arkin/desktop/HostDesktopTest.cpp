@@ -1,0 +1,146 @@
+#include "arkin/desktop/DesktopFixture.h"
+#include "arkin/desktop/DetailsWindow.h"
+#include "arkin/desktop/LaunchDialog.h"
+
+#include <cstdlib>
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace arkin::test {
+
+using zn::Value;
+
+class HostDesktopTest : public DesktopFixture {
+protected:
+    template <class Call> static std::string sentenceOf(Call call)
+    {
+        try {
+            call();
+        } catch (const zn::StatusError& error) {
+            return error.what();
+        }
+        return "no failure";
+    }
+    static zn::ArkSelection oneFile() { return {{1, 2, u"Z:\\a.step", {}, zn::ArkItemType::File, 1}}; }
+
+    HostDesktop shown{{"offscreen", {}}, true};
+    HostDesktop hidden{{"offscreen", {}}, false};
+};
+
+TEST_F(HostDesktopTest, FillsANewTaskUnseen)
+{
+    TaskDefinition task;
+    task.addIn = u"Test.Pages";
+    task.variables = {{u"First", Value(u"given")}};
+    TaskSetup setup(host, task);
+    hidden.fillTask(setup);
+    EXPECT_EQ(setup.task().variables, (Variables{{u"First", Value(u"given")}, {u"Second", Value(u"")}}));
+    EXPECT_TRUE(tasks.list().empty());
+
+    const struct {
+        Variables variables;
+        const char* sentence;
+    } rows[] = {
+        {{{u"First", Value(u"bad")}}, "The page 'First' doesn't accept what it starts with: it gives no reason."},
+        {{{u"Plan", Value(u"fail")}}, "The task '' isn't changed: It went wrong."},
+        {{{u"Plan", Value(u"box")}}, "Nobody sees this."},
+    };
+    for (const auto& row : rows) {
+        task.variables = row.variables;
+        TaskSetup other(host, task);
+        EXPECT_EQ(sentenceOf([&] { hidden.fillTask(other); }), row.sentence);
+    }
+}
+
+TEST_F(HostDesktopTest, LaunchesWithWhatThePageSettles)
+{
+    const auto task = define({{u"Plan", Value(u"ask")}});
+    const auto answerPage = [](const QString& text, QDialogButtonBox::StandardButton button) {
+        return [text, button](QWidget& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Nightly: Settings");
+            find<QLineEdit>(dialog, "editColour")->setText(text);
+            find<QDialogButtonBox>(dialog, "buttons")->button(button)->click();
+            if (text == "bad")
+                static_cast<QDialog&>(dialog).reject();
+        };
+    };
+    for (const auto& [text, button] :
+        {std::pair(QString("red"), QDialogButtonBox::Cancel), std::pair(QString("bad"), QDialogButtonBox::Ok)}) {
+        LaunchFlow launch(host, task, oneFile());
+        Answers answers({answerPage(text, button)});
+        EXPECT_FALSE(shown.launchTask(launch));
+        EXPECT_TRUE(answers.allUsed());
+    }
+    EXPECT_EQ(runCount(), 0U);
+    LaunchFlow launch(host, task, oneFile());
+    Answers answers({answerPage("red", QDialogButtonBox::Ok)});
+    const auto run = shown.launchTask(launch);
+    ASSERT_TRUE(run);
+    EXPECT_EQ(RunStore(vault.store.database(), host.vaultId).variables(run->id).at(u"Colour"), Value(u"red"));
+    EXPECT_EQ(stored().variables, task.variables);
+}
+
+TEST_F(HostDesktopTest, ALaunchThatNobodyCanSettleSaysWhatIsOpen)
+{
+    const auto task = define({{u"Plan", Value(u"ask")}});
+    LaunchFlow launch(host, task, oneFile());
+    EXPECT_EQ(sentenceOf([&] { hidden.launchTask(launch); }),
+        "The task 'Nightly' wasn't launched: it leaves settings to the user ('Settings': Colour values) and there is "
+        "no window to ask in. Settle them in the task with 'arkin task set'.");
+    tasks.change(task.id, {{{u"Plan", Value(u"")}}, {}, u"anna", 1});
+    LaunchFlow settled(host, stored(), oneFile());
+    EXPECT_TRUE(hidden.launchTask(settled));
+    EXPECT_EQ(runCount(), 1U);
+}
+
+TEST_F(HostDesktopTest, ALaunchThatTheUserGivesUpOrThatFailsLeavesNoRun)
+{
+    const auto task = define({{u"Plan", Value(u"cancel")}});
+    LaunchFlow given(host, task, oneFile());
+    EXPECT_FALSE(shown.launchTask(given));
+    tasks.change(task.id, {{{u"Plan", Value(u"fail")}}, {}, u"anna", 1});
+    LaunchFlow failing(host, stored(), oneFile());
+    EXPECT_THAT(sentenceOf([&] { shown.launchTask(failing); }),
+        ::testing::StartsWith("The task 'Nightly' couldn't be launched: "));
+    EXPECT_EQ(runCount(), 0U);
+}
+
+TEST_F(HostDesktopTest, DetailsShowTheRunAsItStandsWhenTheyAreRefreshed)
+{
+    RunStore runs(vault.store.database(), host.vaultId);
+    const auto id = runs.enqueue(define(), {newGuid(), u"anna", oneFile(), {}}, 1);
+    TaskDetails details(host, id);
+    DetailsWindow window(details);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    EXPECT_EQ(find<QLineEdit>(window, "editFiles")->text(), "1");
+    EXPECT_EQ(window.windowTitle(), "Run 1 of “Nightly”");
+    vault.store.database().session() << "UPDATE task_runs SET state = 7";
+    QTest::keyClick(&window, Qt::Key_F5);
+    EXPECT_EQ(window.findChildren<QLineEdit*>().size(), 1);
+    EXPECT_EQ(find<QLineEdit>(window, "editFiles")->text(), "7");
+    EXPECT_EQ(find<QLabel>(window, "heading")->text(), "Selected Files (finished)");
+}
+
+TEST(DisplayTest, ADisplayThatDoesntAnswerIsSaidSo)
+{
+    const auto problem = [](const char* platform, const char* x11) {
+        setenv("QT_QPA_PLATFORM", platform, 1);
+        setenv("DISPLAY", x11, 1);
+        unsetenv("WAYLAND_DISPLAY");
+        return findDisplay().problem;
+    };
+    EXPECT_EQ(problem("", ""), "There is no display here: neither DISPLAY nor WAYLAND_DISPLAY is set.");
+    EXPECT_EQ(problem("", ":9876"), "The display ':9876' can't be reached.");
+    EXPECT_EQ(problem("xcb", ":9876"), "The display ':9876' can't be reached.");
+    EXPECT_EQ(problem("offscreen", ":0"), "QT_QPA_PLATFORM is 'offscreen', which shows no windows.");
+    unsetenv("DISPLAY");
+    const HostDesktop desktop(findDisplay(), true);
+    EXPECT_FALSE(desktop.canAsk());
+    EXPECT_THROW(desktop.requireDisplay(), zn::StatusError);
+}
+
+} // namespace arkin::test
