@@ -25,14 +25,19 @@ TaskStore::TaskStore(Database& database, std::int32_t vaultId)
     applySchema(database, taskSchema);
 }
 
+void TaskStore::requireFreeName(TextView name)
+{
+    if (zn::trim(name).empty())
+        throw zn::StatusError(zn::E_INVALIDARG, "A task needs a name that isn't blank.");
+    if (find(name))
+        throw zn::StatusError(E_ARK_NAME_ALREADY_EXISTS,
+            "A task named '" + toUtf8(name) + "' exists already; delete it first or choose another name.");
+}
+
 std::int32_t TaskStore::create(const TaskDefinition& task)
 {
-    if (zn::trim(task.name).empty())
-        throw zn::StatusError(zn::E_INVALIDARG, "A task needs a name that isn't blank.");
     Transaction transaction(m_database);
-    if (find(task.name))
-        throw zn::StatusError(E_ARK_NAME_ALREADY_EXISTS,
-            "A task named '" + toUtf8(task.name) + "' exists already; delete it first or choose another name.");
+    requireFreeName(task.name);
     const auto id = m_database.allocateIds("tasks");
     const auto name = toUtf8(task.name);
     const auto key = toUtf8(zn::foldCase(task.name));

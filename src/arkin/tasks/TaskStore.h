@@ -59,6 +59,8 @@ public:
 
     /// Stores a new task and returns its number. Raises `StatusError` E_ARK_NAME_ALREADY_EXISTS with a sentence.
     std::int32_t create(const TaskDefinition& task);
+    /// Raises like `create` if a task of this name exists, or if no task can have it.
+    void requireFreeName(zn::TextView name);
     /// None if there is no such task.
     std::optional<TaskDefinition> find(zn::TextView name);
     /// As `find`; a missing one raises `StatusError` E_INVALIDARG with a sentence that names it.

@@ -59,33 +59,39 @@ TEST(TaskFileTest, ReadsTheSettingsOfACommandLineByTheVariablesType)
         "The variable 'StlQuality' takes a whole number, not '2x'.");
 }
 
-TEST(TaskFileTest, MakesASettledConversion)
+TEST(TaskFileTest, WhatIsGivenWinsOverWhatThePagesWrite)
 {
     TaskRequest request;
     request.name = u"To STL";
     request.kind = zn::TaskKind::Conversion;
-    request.script = u"sub main";
+    request.script = u"sub main\n";
     request.file = parseTaskFile(R"json({"variables": {"FileFormat": "STL (*.stl)", "StlQuality": 2,
         "OutputPath": "<Path>\\%Number%\\<Filename>", "SheetMetalGeometry": 0, "SheetMetalMergeCoplanar": 0,
-        "FileCardData": ["Description;100;Title", "Note;8;a; b"]}, "menu": {"text": "STL"}})json");
+        "FileCardData": ["Description;100;Title", "Note;8;a; b"]}, "menu": {"text": "STL", "display": true}})json");
     request.settings = {{u"StlQuality", Value(1)}};
-    request.vaultVariables = {u"Number", u"Title"};
-    const auto task = makeTask(request);
-    const Variables wanted{{u"__type", Value(1)}, {u"__script", Value(u"sub main")}, {u"StlQuality", Value(1)},
-        {u"UsedVariables", Value(u"Number")}, {u"OutputConfs", Value(2)}, {u"FileSheets", Value(4)},
-        {u"SourceRefs", Value(2)}, {u"AsmThemeAndViewsChecks", Value(4)}, {u"SheetMetalOptions", Value(2076)},
-        {u"ErrorLogPath", Value(u"\\Logs\\To STL")}, {u"ReplaceOutput", Value(true)},
-        {u"FileCardData", Value(u"Description;100;Title\nNote;8;a; b\n")}, {u"TifImageType", Value(1)}};
-    for (const auto& [name, value] : wanted)
-        EXPECT_EQ(task.variables.at(name), value) << zn::toUtf8(name);
-    EXPECT_EQ(
-        task.menu, (std::vector<MenuEntry>{{1, u"STL", u"Converts ZENTREL files from one format to another", 0x4001}}));
+    auto task = startTask(request);
+    EXPECT_EQ(task.variables.at(u"StlQuality"), Value(1));
+    // As the pages might leave it.
+    task.variables[u"StlQuality"] = Value(7);
+    task.variables[u"SheetMetalBendLines"] = Value(1);
+    task.menu = {{1, u"Convert Files", u"Converts"}};
+    settleTask(task, request, {u"Number", u"Title"});
+    EXPECT_EQ(task.variables,
+        (Variables{{u"__type", Value(1)}, {u"__script", Value(u"sub main\n")}, {u"__menucmd_display", Value(true)},
+            {u"FileFormat", Value(u"STL (*.stl)")}, {u"StlQuality", Value(1)}, {u"SheetMetalGeometry", Value(0)},
+            {u"SheetMetalMergeCoplanar", Value(0)}, {u"SheetMetalBendLines", Value(1)},
+            {u"SheetMetalOptions", Value(4 + 16)}, {u"UsedVariables", Value(u"Number")},
+            {u"OutputPath", Value(u"<Path>\\%Number%\\<Filename>")},
+            {u"FileCardData", Value(u"Description;100;Title\nNote;8;a; b\n")}}));
+    EXPECT_EQ(task.menu, (std::vector<MenuEntry>{{1, u"STL", u"Converts"}}));
 
     request.file.variables[u"FileFormat"] = Value(u"STL");
-    EXPECT_THAT(sentenceOf([&] { makeTask(request); }),
-        HasSubstr("The variable 'FileFormat' doesn't take \"STL\": one of \"3D PDF - MBD (*.pdf)\", "));
-    request.file.variables.erase(u"FileFormat");
-    EXPECT_THAT(sentenceOf([&] { makeTask(request); }), HasSubstr("A conversion needs the variable 'FileFormat'"));
+    EXPECT_THAT(sentenceOf([&] {
+        startTask(request); }),
+        HasSubstr("The variable 'FileFormat' doesn't take \"STL\": one of \"<Prompt the user>\", \"3D PDF"));
+    request.file.variables[u"FileFormat"] = Value(u"<Prompt the user>");
+    EXPECT_EQ(sentenceOf([&] {
+        startTask(request); }), "no failure");
 }
 
 } // namespace arkin::test

@@ -3,6 +3,7 @@
 
 #include "arkin/store/Codes.h"
 #include "arkin/tasks/NewTask.h"
+#include "arkin/tasks/TaskSetup.h"
 #include "Assignment.h"
 #include "DefaultMacro.h"
 #include "TaskText.h"
@@ -20,13 +21,30 @@ public:
     {
         app.add_option("NAME", m_name, "Name of the task")->required();
         app.add_option("--kind", m_kind, "What the task does")
-            ->required()
+            ->capture_default_str()
             ->check(CLI::IsMember({"convert", "print", "script"}));
         app.add_option("--from", m_file, "JSON file with the task's variables");
         app.add_option("--set", m_settings, "VARIABLE=VALUE; wins over the file");
     }
 
     int run(Session& session) override
+    {
+        const auto request = readRequest();
+        session.tasks().requireFreeName(request.name);
+        auto task = fill(session, startTask(request));
+        settleTask(task, request, session.variableNames());
+        task.createdBy = zn::toText(session.vault().caller().user);
+        task.createdAt = session.platform().clock().now();
+        session.tasks().create(task);
+        if (session.json())
+            printJson({{"task", m_name}, {"kind", m_kind}, {"variables", task.variables.size()}});
+        else
+            std::cout << "Task '" << m_name << "' is made with " << task.variables.size() << " variables.\n";
+        return commandDone;
+    }
+
+private:
+    TaskRequest readRequest() const
     {
         TaskRequest request;
         request.name = zn::toText(m_name);
@@ -37,20 +55,19 @@ public:
             const auto [name, value] = splitAssignment(setting);
             request.settings[name] = parseVariable(name, value);
         }
-        request.vaultVariables = session.variableNames();
         request.script = script(request);
-        auto task = makeTask(request);
-        task.createdBy = zn::toText(session.vault().caller().user);
-        task.createdAt = session.platform().clock().now();
-        TaskStore(session.store().database(), session.vault().info().id).create(task);
-        if (session.json())
-            printJson({{"task", m_name}, {"kind", m_kind}, {"variables", task.variables.size()}});
-        else
-            std::cout << "Task '" << m_name << "' is made with " << task.variables.size() << " variables.\n";
-        return commandDone;
+        return request;
     }
 
-private:
+    /// Lets the task's pages write every variable, as if an administrator accepted them unseen.
+    static TaskDefinition fill(Session& session, TaskDefinition task)
+    {
+        auto& desktop = session.desktop(false);
+        TaskSetup setup(session.taskHost(), std::move(task));
+        desktop.fillTask(setup);
+        return setup.task();
+    }
+
     TaskFile readFile() const
     {
         std::ifstream stream(m_file, std::ios::binary);
@@ -64,17 +81,17 @@ private:
         }
     }
 
-    /// A macro named by the file, or one that the settings bring in full, or the product's own.
+    /// A macro named by the file, or the product's own in the form in which the script page keeps it. A script among
+    /// the variables wins over both.
     zn::Text script(const TaskRequest& request) const
     {
         if (!request.file.script.empty())
             return readMacro(std::filesystem::path(m_file).parent_path() / request.file.script);
-        const bool given = request.settings.contains(u"__script") || request.file.variables.contains(u"__script");
-        return given ? zn::Text() : defaultMacro(request.kind);
+        return defaultMacro(request.kind) + u"\n";
     }
 
     std::string m_name;
-    std::string m_kind;
+    std::string m_kind = "script";
     std::string m_file;
     std::vector<std::string> m_settings;
 };

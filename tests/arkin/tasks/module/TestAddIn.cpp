@@ -96,6 +96,17 @@ Status launchPlan(ArkCmd& cmd, const ObjectRef& addIn)
     return plan == u"fail" ? E_UNEXPECTED : S_OK;
 }
 
+/// Its one page is the window that the host gave it, and writes one variable.
+Status setupPlan(const ArkCmd& cmd)
+{
+    const auto properties = query<IArkTaskProperties>(cmd.taskObject);
+    if (cmd.command == TaskCmdSetup)
+        return properties->SetSetupPages({{u"Test", cmd.parentWindow, nullptr}});
+    Text name;
+    checkStatus(properties->GetTaskName(name));
+    return cmd.text == u"OK" ? properties->SetValue(u"ErrorLogPath", Value(u"\\Logs\\" + name)) : S_OK;
+}
+
 class TestAddIn : public IArkAddIn5, public std::enable_shared_from_this<TestAddIn> {
 public:
     Status GetAddInInfo(ArkAddInInfo*, IArkCmdMgr*) override { return S_OK; }
@@ -103,6 +114,8 @@ public:
     {
         if (cmd->command == TaskCmdLaunch)
             return launchPlan(*cmd, shared_from_this());
+        if (cmd->command == TaskCmdSetup || cmd->command == TaskCmdSetupButton)
+            return setupPlan(*cmd);
         return runPlan(*query<IArkTaskInstance>(cmd->taskObject), *selection);
     }
 };
