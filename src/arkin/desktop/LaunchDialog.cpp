@@ -5,6 +5,7 @@
 
 #include <QDialogButtonBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace arkin {
@@ -18,6 +19,13 @@ LaunchDialog::LaunchDialog(LaunchFlow& launch)
     buttons().button(QDialogButtonBox::Ok)->setDefault(true);
     connect(&buttons(), &QDialogButtonBox::accepted, this, &LaunchDialog::accept);
     connect(&buttons(), &QDialogButtonBox::rejected, this, &LaunchDialog::reject);
+    centre();
+}
+
+void LaunchDialog::centre()
+{
+    adjustSize();
+    move(screen()->availableGeometry().center() - rect().center());
 }
 
 LaunchDialog::~LaunchDialog() { m_launch.close(); }
@@ -34,6 +42,7 @@ bool LaunchDialog::run()
     content().addWidget(area);
     setWindowTitle(QStringLiteral("%1: %2").arg(shown(m_launch.task().name), shown(m_launch.text())));
     area->takeFocus();
+    centre();
     return exec() == Accepted;
 }
 

@@ -20,6 +20,9 @@ public:
     void accept() override;
 
 private:
+    /// The add-in's dialogs appear over this window, also while it is hidden.
+    void centre();
+
     LaunchFlow& m_launch;
 };
 

@@ -25,8 +25,8 @@ public:
     using QListWidget::QListWidget;
     QSize sizeHint() const override
     {
-        const int gap = 2 * fontMetrics().averageCharWidth();
-        return {sizeHintForColumn(0) + 2 * frameWidth() + gap, QListWidget::minimumSizeHint().height()};
+        const int gap = 4 * fontMetrics().averageCharWidth();
+        return {sizeHintForColumn(0) + 2 * (frameWidth() + spacing()) + gap, QListWidget::minimumSizeHint().height()};
     }
 };
 
@@ -54,12 +54,14 @@ PropertyDialog::PropertyDialog(TaskSetup& setup)
     m_titles->setObjectName("pageTitles");
     m_titles->setAccessibleName(QStringLiteral("Pages"));
     m_titles->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    m_titles->setSpacing(fontMetrics().height() / 4);
     m_titles->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* const right = new QVBoxLayout;
     right->addWidget(m_heading);
     right->addWidget(m_stack, 1);
     auto* const row = new QHBoxLayout;
     row->addWidget(m_titles);
+    row->addSpacing(fontMetrics().averageCharWidth());
     row->addLayout(right, 1);
     content().addLayout(row);
     buttons().setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
