@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Converts real CAD files from selection to vault in a vault of its own, and shows and checks what came out.
+"""Converts and prints real CAD files from selection to vault in a vault of its own, and shows and checks what came out.
 
 Ends with 0 if everything is as it should be, else with 1 and a line for each difference.
 """
@@ -11,10 +11,13 @@ import subprocess
 import sys
 from pathlib import Path
 
+from demo_print import PRINTER_KEY, PRINTS, examine_prints, task_file
+
 SOURCE = Path(__file__).resolve().parent.parent
 BIN = SOURCE / "build" / "release" / "bin"
 DEMO = SOURCE / "build" / "demo"
 ROOT = DEMO / "Demo"
+PLOTS = DEMO / "Plots"
 FOREIGN = Path("/usr/share/opencascade/data")
 ENVIRONMENT = dict(os.environ, ARKIN_HOME=str(DEMO / "home"))
 
@@ -78,6 +81,10 @@ def set_up():
         run("arkin", "card", ROOT / "Models" / name, "--set", f"Description={description}")
     for name, settings, _, _ in TASKS:
         run("arkin", "task", "create", name, "--kind", "convert", "--from", SOURCE / "samples" / "tasks" / settings)
+    PLOTS.mkdir()
+    run("arkin", "registry", "set", PRINTER_KEY, "Folder", PLOTS)
+    for name, settings, copies, _, _ in PRINTS:
+        run("arkin", "task", "create", name, "--kind", "print", "--from", task_file(settings, copies, DEMO))
 
 
 def looks_right(path):
@@ -120,20 +127,18 @@ def examine(output, source, configuration, problems):
     return [f"{source} v2", configuration, f"{output} v{version['version']}", shown_size(version["size"]), values, refers]
 
 
-def print_table(rows):
-    head = ["SOURCE", "CONFIGURATION", "OUTPUT", "SIZE", "CARD", "REFERS TO"]
+def print_table(head, rows):
     widths = [max(len(row[i]) for row in [head] + rows) for i in range(len(head))]
     for row in [head] + rows:
         print("  " + "  ".join(cell.ljust(width) for cell, width in zip(row, widths)).rstrip())
 
 
-def show_run(task, identifier, expected, problems):
+def show_state(task, identifier, problems):
+    """The run's state and its log, which must not be there."""
     status = ask("task", "status", identifier)
     print(f"\n{task}: {status['state']}" + (f" - {status['text']}" if status["text"] else ""))
     if status["stateNumber"] != 7:
         problems.append(f"'{task}' ended as '{status['state']}': {status['text']}")
-    rows = [examine(*row, problems) for row in expected]
-    print_table([row for row in rows if row])
     log = status.get("log")
     if log and Path(log).is_file():
         text = Path(log).read_bytes().decode("cp1252", "replace").strip()
@@ -141,18 +146,39 @@ def show_run(task, identifier, expected, problems):
         problems.append(f"'{task}' wrote a log")
 
 
+def launch(*arguments):
+    return str(ask("task", "launch", "--no-dialog", *arguments)["run"])
+
+
+def show_conversions(runs, problems):
+    for name, identifier, expected in runs:
+        show_state(name, identifier, problems)
+        rows = [examine(*row, problems) for row in expected]
+        print_table(["SOURCE", "CONFIGURATION", "OUTPUT", "SIZE", "CARD", "REFERS TO"], [row for row in rows if row])
+
+
+def show_prints(runs, problems):
+    for name, identifier in runs:
+        show_state(name, identifier, problems)
+    print(f"\nPrinted into {PLOTS}:")
+    print_table(["JOB", "PAGES", "PAPER", "PICTURES"], examine_prints(PLOTS, problems))
+
+
 def main():
     set_up()
     print(f"Vault 'Demo' at {ROOT}\n")
-    runs = []
+    conversions = []
     for name, _, selected, expected in TASKS:
-        launched = ask("task", "launch", name, *[ROOT / "Models" / file for file in selected])
-        runs.append((name, str(launched["run"]), expected))
+        conversions.append((name, launch(name, *[ROOT / "Models" / file for file in selected]), expected))
+    prints = []
+    for name, _, _, sheets_to_print, _ in PRINTS:
+        for sheet in sheets_to_print:
+            prints.append((name, launch(name, ROOT / "Models" / "Чертёж.zendrw", "--configuration", sheet)))
     run("arkin", "worker", "--once", show=True)
 
     problems = []
-    for name, identifier, expected in runs:
-        show_run(name, identifier, expected, problems)
+    show_conversions(conversions, problems)
+    show_prints(prints, problems)
     found = {str(p.relative_to(ROOT)) for p in (ROOT / "Output").rglob("*") if p.is_file()}
     expected = {row[0] for _, _, _, rows in TASKS for row in rows}
     problems += [f"{name} was not expected" for name in sorted(found - expected)]
@@ -160,7 +186,7 @@ def main():
     if problems:
         print("\nNot as it should be:\n  " + "\n  ".join(problems))
         return 1
-    print(f"\nAll {len(expected)} outputs are as they should be. Look around in {ROOT}.")
+    print(f"\nAll {len(expected)} outputs and the prints are as they should be. Look around in {DEMO}.")
     return 0
 
 
