@@ -59,7 +59,11 @@ std::vector<OutputRecord> recordsOf(const Platform& platform, const PageSetting&
 {
     std::vector<OutputRecord> records;
     FileLogic logic(platform);
-    if (logic.ReadList(setting.task, records, finished) != S_OK)
+    Status status = logic.ReadList(setting.task, records, finished);
+    // Only conversions keep a list of what came out; of the other kinds a finished run shows what it was given.
+    if (status == S_FALSE && finished)
+        status = logic.ReadList(setting.task, records, false);
+    if (status != S_OK)
         return {};
     if (failed(logic.Initialize(setting.vault, TaskKind::Unknown, false))
         || failed(logic.FillLatestVersions(*setting.vault, records)))

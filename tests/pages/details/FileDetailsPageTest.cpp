@@ -152,6 +152,14 @@ TEST_F(FileDetailsPage, AFinishedPrintShowsThePrinterOfEachItem)
             "*b.zenprt|Sheet1|1/1|*<root>\\parts|"));
 }
 
+TEST_F(FileDetailsPage, AFinishedRunThatKeepsNoOutputsShowsWhatItWasGiven)
+{
+    const auto instance = run(TaskKind::General);
+    writeSelection(instance, {input(partA, "parts/a.zenprt", 1)});
+    EXPECT_THAT(show(instance, TaskKind::General, true),
+        ElementsAre("File Name|Configuration|Version|Found in|", "*a.zenprt||1/2|*<root>\\parts|"));
+}
+
 TEST_F(FileDetailsPage, ARunWithoutAListShowsNoneAndADamagedListIsTold)
 {
     const auto instance = run(TaskKind::Conversion);
