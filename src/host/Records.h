@@ -66,8 +66,8 @@ struct ArkCmd {
     std::int32_t parentWindow = 0; ///< in and out: a flow that supplies a page writes the page's handle
     ObjectRef vault;               ///< the open vault
     Text text; ///< in and out: a button's name; the title of a page; the sentence of a failure or a refused launch
-    ObjectRef taskObject;          ///< in and out: `IArkTaskProperties` on setup commands, else `IArkTaskInstance`
-    std::int16_t cancel = 0;       ///< out: -1 tells the host to stop
+    ObjectRef taskObject;    ///< in and out: `IArkTaskProperties` on setup commands, else `IArkTaskInstance`
+    std::int16_t cancel = 0; ///< out: -1 tells the host to stop
 };
 
 /// A property page that an add-in hands to the host.

@@ -48,7 +48,8 @@ protected:
         std::ofstream(script) << command << "\n";
         const auto home = (folder / "home").string();
         auto text = outputOf("cd '" + work.string() + "' && ARKIN_HOME='" + home
-            + "' DISPLAY= WAYLAND_DISPLAY= QT_QPA_PLATFORM= PATH='" ZN_BIN_DIR ":/usr/bin:/bin' BIN='" ZN_BIN_DIR "' SOURCE='" ZN_SOURCE_DIR "' TZ=UTC sh '"
+            + "' DISPLAY= WAYLAND_DISPLAY= QT_QPA_PLATFORM= PATH='" ZN_BIN_DIR ":/usr/bin:/bin' BIN='" ZN_BIN_DIR
+              "' SOURCE='" ZN_SOURCE_DIR "' TZ=UTC sh '"
             + script.string() + "' 2>&1");
         replaceAll(text, work.string(), "T");
         auto backslashed = work.string();

@@ -86,12 +86,10 @@ TEST(TaskFileTest, WhatIsGivenWinsOverWhatThePagesWrite)
     EXPECT_EQ(task.menu, (std::vector<MenuEntry>{{1, u"STL", u"Converts"}}));
 
     request.file.variables[u"FileFormat"] = Value(u"STL");
-    EXPECT_THAT(sentenceOf([&] {
-        startTask(request); }),
+    EXPECT_THAT(sentenceOf([&] { startTask(request); }),
         HasSubstr("The variable 'FileFormat' doesn't take \"STL\": one of \"<Prompt the user>\", \"3D PDF"));
     request.file.variables[u"FileFormat"] = Value(u"<Prompt the user>");
-    EXPECT_EQ(sentenceOf([&] {
-        startTask(request); }), "no failure");
+    EXPECT_EQ(sentenceOf([&] { startTask(request); }), "no failure");
 }
 
 } // namespace arkin::test
