@@ -98,20 +98,33 @@ void Plant::edit(const Text& task, const Answers::Answer& answer)
     EXPECT_TRUE(answers.allUsed()) << answers.shown().join("\n").toStdString();
 }
 
-arkin::RunInfo Plant::launchAndWork(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers)
+std::int32_t Plant::launch(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers)
 {
     arkin::TaskStore tasks(m_store->database(), m_vault->info().id);
-    std::optional<arkin::RunInfo> launched;
-    {
-        arkin::LaunchFlow flow(host(), tasks.get(task), std::move(selection));
-        Answers expected(std::move(answers));
-        launched = m_desktop->launchTask(flow);
-        EXPECT_TRUE(expected.allUsed()) << expected.shown().join("\n").toStdString();
-    }
+    arkin::LaunchFlow flow(host(), tasks.get(task), std::move(selection));
+    Answers expected(std::move(answers));
+    const auto launched = m_desktop->launchTask(flow);
+    EXPECT_TRUE(expected.allUsed()) << expected.shown().join("\n").toStdString();
     if (!launched)
         throw std::runtime_error("The launch made no run.");
+    return launched->id;
+}
+
+arkin::RunInfo Plant::launchAndWork(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers)
+{
+    const std::int32_t id = launch(task, std::move(selection), std::move(answers));
     run("arkin worker --once");
-    return arkin::RunStore(m_store->database(), m_vault->info().id).get(launched->id);
+    return arkin::RunStore(m_store->database(), m_vault->info().id).get(id);
+}
+
+void Plant::removeFromVault(const std::string& name)
+{
+    std::shared_ptr<IArkFolder> in;
+    std::shared_ptr<IArkFile> file;
+    ASSERT_EQ(m_object->GetFileFromPath(machine.files().fromMachine(model(name)), &in, file), S_OK);
+    std::int32_t id = 0;
+    ASSERT_EQ(file->GetId(id), S_OK);
+    ASSERT_EQ(in->DeleteFile(0, id, 0), S_OK);
 }
 
 std::vector<std::string> Plant::details(std::int32_t runId)

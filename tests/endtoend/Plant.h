@@ -30,8 +30,12 @@ protected:
 
     /// Opens the task's properties, lets `answer` do what an administrator does there and expects that it is stored.
     void edit(const Text& task, const Answers::Answer& answer);
-    /// Launches the task through its dialogs, one answer each, and carries it out on a worker process.
+    /// Launches the task through its dialogs, one answer each; the run's number.
+    std::int32_t launch(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers);
+    /// Launches the task and carries it out on a worker process.
     arkin::RunInfo launchAndWork(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers);
+    /// As somebody else does in the meantime.
+    void removeFromVault(const std::string& name);
     /// The cells of the details page, a line a row, separated by " | "; folders shortened to "…".
     std::vector<std::string> details(std::int32_t runId);
     /// Files in the printer's folder with their page counts, in the order of their names: "Stand 2 pages".

@@ -99,6 +99,20 @@ TEST_F(Plant, RunsTheScriptThatAnAdministratorTyped)
     EXPECT_TRUE(std::filesystem::exists(model("Stand.zenasm.txt")));
 }
 
+TEST_F(Plant, TellsOfAFileThatWentBetweenLaunchAndRun)
+{
+    run("arkin task create Paper --kind print --set __printer_showprintdlg=false --set '__printer_prname=Paper "
+        "folder'");
+    const auto id = std::to_string(launch(u"Paper", {selected("Stand.zenasm"), selected("Bracket.zenprt")}, {}));
+    removeFromVault("Чертёж.zendrw"); // ticked by itself, as it shows the stand
+    removeFromVault("Stand.zenasm");
+    run("arkin worker --once");
+    const std::string log = run("arkin task log " + id);
+    EXPECT_THAT(log, ::testing::HasSubstr("Stand.zenasm' failed. Error code 2 returned."));
+    EXPECT_THAT(log, ::testing::HasSubstr(".zendrw' failed. Error code 2 returned."));
+    EXPECT_THAT(printed(), ElementsAre("Bracket - Small: 1"));
+}
+
 TEST_F(Plant, PrintsAnAssemblyByEachRuleOfReferences)
 {
     run("arkin task create Paper --kind print");
