@@ -43,7 +43,7 @@ constexpr TaskVariable ownVariables[] = {
     {u"AsmPrimaryViews", Integer, ConversionPage, none, 0}, {u"PartPrimaryViews", Integer, ConversionPage, none, 0},
     {u"__printer_prseltype", Integer, PrintPages, 0, 0}, {u"__printer_prname", String, PrintPages, noText, noText},
     {u"__printer_prnamelist", String, PrintPages, noText, noText},
-    {u"__printer_papsize_DEF", String, PrintPages, noText, noText},
+    {u"__printer_papsize_DEF", String, PrintPages, noText, none}, // a size that the page hides
     {u"__printer_papsize_A", String, PrintPages, noText, noText},
     {u"__printer_papsize_B", String, PrintPages, noText, noText},
     {u"__printer_papsize_C", String, PrintPages, noText, noText},
@@ -101,6 +101,7 @@ bool isStored(VariableOwner owner, TaskKind kind)
 {
     switch (owner) {
     case ScriptPage:
+        return kind == TaskKind::General;
     case MenuCommandPage:
         return true;
     case RunFlows:

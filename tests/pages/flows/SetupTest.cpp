@@ -142,4 +142,22 @@ TEST_F(Setup, WritesTheMenuEntryEvenIfAPageCouldNotBeStored)
     EXPECT_EQ(valueOf(u"FileFormat"), Value(u"<Prompt the user>"));
 }
 
+/// The table of variables and the controls of the pages tell the same defaults, each in its own words.
+TEST_F(Setup, StoresForAnUntouchedTaskWhatTheTableSays)
+{
+    openTask(TaskKind::Conversion);
+    for (const TaskKind kind : {TaskKind::Conversion, TaskKind::Printing}) {
+        task->SetValue(u"__type", static_cast<std::int32_t>(kind));
+        ASSERT_EQ(send(TaskCmdSetup, task), S_OK);
+        ASSERT_EQ(send(TaskCmdSetupButton, task, u"OK"), S_OK);
+        for (const auto& [name, value] : initialVariables(kind, u"Nightly"))
+            EXPECT_EQ(valueOf(name), value) << toUtf8(name);
+    }
+    for (const auto& [name, value] : stored()) {
+        const TaskVariable* row = findTaskVariable(name);
+        ASSERT_NE(row, nullptr) << toUtf8(name);
+        EXPECT_EQ(value.type(), row->type) << toUtf8(name);
+    }
+}
+
 } // namespace zn::test
