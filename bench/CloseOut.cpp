@@ -3,8 +3,8 @@
 
 #include "arkin/store/Sha256.h"
 #include "arkin/vault/VaultObject.h"
-#include "arkin/VaultFixture.h"
-#include "host/ArkBatch.h"
+#include "contracts/host/ArkBatch.h"
+#include "tests/arkin/VaultFixture.h"
 
 #include <benchmark/benchmark.h>
 #include <chrono>

@@ -1,7 +1,7 @@
+#include "addin/files/FileLogic.h"
 #include "base/Format.h"
-#include "files/FileLogic.h"
-#include "support/FakeHost.h"
-#include "support/TestPlatform.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/TestPlatform.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
-#include "addin/TaskVariables.h"
-#include "macro/MacroBuilder.h"
-#include "macro/MacroResources.h"
-#include "macro/MacroText.h"
-#include "support/FakeHost.h"
-#include "support/TestPlatform.h"
+#include "addin/macro/MacroBuilder.h"
+#include "addin/macro/MacroResources.h"
+#include "addin/macro/MacroText.h"
+#include "addin/variables/TaskVariables.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/TestPlatform.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 // Typing at the end of a macro of about 5,000 lines against one of seven: the editor's work a key must not grow with
 // the macro.
 
-#include "pages/script/MacroEditor.h"
-#include "pages/script/MacroEdit.h"
+#include "addin/pages/script/MacroEditor.h"
+#include "addin/pages/script/MacroEdit.h"
 
 #include <benchmark/benchmark.h>
 #include <chrono>

@@ -1,13 +1,13 @@
 // The print dialog over many references, from the call until it stands painted, against the one database query that
 // feeds it.
 
+#include "addin/pages/Pages.h"
 #include "arkin/reftree/RefTreeRegistration.h"
 #include "arkin/store/ReferenceClosure.h"
 #include "arkin/tasks/LaunchInstance.h"
 #include "arkin/vault/VaultObject.h"
-#include "arkin/VaultFixture.h"
-#include "pages/Pages.h"
-#include "support/InstalledPlatform.h"
+#include "tests/arkin/VaultFixture.h"
+#include "tests/support/InstalledPlatform.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

@@ -1,12 +1,12 @@
 // The pages of a conversion task in a vault with many card variables, against one without any; and typing in a path
 // box of such a vault.
 
+#include "addin/pages/Pages.h"
 #include "arkin/tasks/TaskProperties.h"
 #include "arkin/vault/VaultObject.h"
-#include "arkin/VaultFixture.h"
 #include "base/Format.h"
-#include "pages/Pages.h"
-#include "support/InstalledPlatform.h"
+#include "tests/arkin/VaultFixture.h"
+#include "tests/support/InstalledPlatform.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

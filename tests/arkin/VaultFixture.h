@@ -8,7 +8,7 @@
 #include "arkin/store/Vault.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/SqliteRegistry.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <filesystem>
 #include <fstream>

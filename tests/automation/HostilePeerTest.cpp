@@ -1,6 +1,6 @@
 #include "automation/ObjectServer.h"
-#include "automation/ServerProcess.h"
-#include "support/TemporaryFolder.h"
+#include "tests/automation/ServerProcess.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <random>

@@ -1,5 +1,5 @@
-#include "automation/ServerProcess.h"
-#include "support/TemporaryFolder.h"
+#include "tests/automation/ServerProcess.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <bit>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "automation/ServerProcess.h"
+#include "tests/automation/ServerProcess.h"
 
 #include <csignal>
 #include <sys/wait.h>

@@ -10,7 +10,7 @@
 
 #include "arkin/store/DeleteFile.h"
 #include "arkin/store/StoreCheck.h"
-#include "arkin/VaultFixture.h"
+#include "tests/arkin/VaultFixture.h"
 
 #include <algorithm>
 #include <iostream>

@@ -1,6 +1,6 @@
-#include "endtoend/Plant.h"
+#include "tests/endtoend/Plant.h"
 
-#include "host/ArkBatch.h"
+#include "contracts/host/ArkBatch.h"
 
 #include <algorithm>
 #include <QDialogButtonBox>

@@ -6,9 +6,9 @@
 #include "arkin/tasks/TaskDetails.h"
 #include "arkin/tasks/TaskSetup.h"
 #include "arkin/vault/VaultObject.h"
-#include "pages/support/Person.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/pages/Person.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

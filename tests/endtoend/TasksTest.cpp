@@ -1,4 +1,4 @@
-#include "endtoend/Plant.h"
+#include "tests/endtoend/Plant.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -1,4 +1,4 @@
-#include "DiskFiles.h"
+#include "tests/language/DiskFiles.h"
 
 #include "base/Dates.h"
 #include "base/Paths.h"

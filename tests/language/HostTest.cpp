@@ -1,11 +1,11 @@
-#include "DiskFiles.h"
 #include "language/Machine.h"
 #include "language/Reason.h"
-#include "TestHost.h"
+#include "tests/language/DiskFiles.h"
+#include "tests/language/TestHost.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
-#include <support/TemporaryFolder.h>
 
 namespace zn::test {
 namespace {

@@ -1,14 +1,14 @@
 // Sources that somebody has damaged: whatever is wrong with them, checking tells places inside the source,
 // and running ends, with a fault at the worst.
 
-#include "DiskFiles.h"
 #include "language/Machine.h"
-#include "TestHost.h"
+#include "tests/language/DiskFiles.h"
+#include "tests/language/TestHost.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
 #include <random>
-#include <support/TemporaryFolder.h>
 
 namespace zn::test {
 namespace {

@@ -3,15 +3,15 @@
 //   ' error: line:column message                 a compile error, of all that are found
 //   ' fault: line:column number message          an error that the macro didn't handle
 
-#include "DiskFiles.h"
 #include "language/Machine.h"
-#include "TestHost.h"
+#include "tests/language/DiskFiles.h"
+#include "tests/language/TestHost.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <support/TemporaryFolder.h>
 
 namespace zn::test {
 namespace {

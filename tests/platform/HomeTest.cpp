@@ -1,7 +1,7 @@
 #include "platform/Home.h"
 #include "base/Status.h"
 #include "platform/linux/SocketPipe.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "base/Status.h"
 #include "platform/linux/CupsPrinters.h"
-#include "support/TestPlatform.h"
+#include "tests/support/TestPlatform.h"
 
 #include <arpa/inet.h>
 #include <chrono>

@@ -2,7 +2,7 @@
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/LinuxProcesses.h"
 #include "platform/linux/SqliteRegistry.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <chrono>
 #include <csignal>

@@ -1,6 +1,6 @@
 #include "base/Status.h"
 #include "platform/linux/SqliteRegistry.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <fstream>
 #include <gmock/gmock.h>

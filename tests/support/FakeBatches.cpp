@@ -1,6 +1,6 @@
 #include "base/Format.h"
 #include "base/Paths.h"
-#include "support/FakeHost.h"
+#include "tests/support/FakeHost.h"
 
 /// The batch utilities of the fake vault: they write down what they are told and answer as they are told.
 namespace zn::test {

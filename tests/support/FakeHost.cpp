@@ -1,4 +1,4 @@
-#include "support/FakeHost.h"
+#include "tests/support/FakeHost.h"
 
 #include "base/Format.h"
 #include "base/Paths.h"

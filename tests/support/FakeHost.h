@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/ArkBatch.h"
-#include "host/ArkTask.h"
-#include "host/ArkVault.h"
+#include "contracts/host/ArkBatch.h"
+#include "contracts/host/ArkTask.h"
+#include "contracts/host/ArkVault.h"
 
 #include <deque>
 #include <map>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "pages/frame/SettingsLight.h"
+#include "addin/installation/SettingsLight.h"
 #include "platform/Registry.h"
-#include "support/TestPlatform.h"
+#include "tests/support/TestPlatform.h"
 
 namespace zn::test {
 

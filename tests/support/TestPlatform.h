@@ -3,7 +3,7 @@
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/LocalPipe.h"
 #include "platform/RunningObjects.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <vector>
 

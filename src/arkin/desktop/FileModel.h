@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arkin/desktop/FileFilter.h"
-#include "host/ArkVault.h"
+#include "contracts/host/ArkVault.h"
 
 #include <QAbstractTableModel>
 #include <QIcon>

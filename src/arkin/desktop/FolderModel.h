@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ArkVault.h"
+#include "contracts/host/ArkVault.h"
 
 #include <QAbstractItemModel>
 #include <QIcon>

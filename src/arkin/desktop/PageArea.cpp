@@ -2,7 +2,7 @@
 
 #include "arkin/desktop/Texts.h"
 #include "base/Status.h"
-#include "host/PageMessage.h"
+#include "contracts/host/PageMessage.h"
 
 #include <QEvent>
 #include <QScrollBar>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/Records.h"
+#include "contracts/host/Records.h"
 
 #include <functional>
 #include <QPointer>

@@ -1,7 +1,7 @@
 #include "arkin/desktop/PageDialog.h"
 
 #include "arkin/desktop/Texts.h"
-#include "host/PageMessage.h"
+#include "contracts/host/PageMessage.h"
 
 #include <QDialogButtonBox>
 #include <QResizeEvent>

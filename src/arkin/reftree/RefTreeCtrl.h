@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/XRefTree.h"
+#include "contracts/host/XRefTree.h"
 
 #include <QPointer>
 

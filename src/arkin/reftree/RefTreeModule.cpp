@@ -2,7 +2,7 @@
 
 #include "arkin/reftree/RefTreeCtrl.h"
 #include "arkin/reftree/RefTreeRegistration.h"
-#include "host/Module.h"
+#include "contracts/host/Module.h"
 #include "platform/linux/LinuxPlatform.h"
 
 #include <dlfcn.h>

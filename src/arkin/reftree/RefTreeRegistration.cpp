@@ -1,7 +1,7 @@
 #include "arkin/reftree/RefTreeRegistration.h"
 
 #include "base/Status.h"
-#include "host/XRefTree.h"
+#include "contracts/host/XRefTree.h"
 #include "platform/Registry.h"
 
 namespace arkin {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/Codes.h"
+#include "contracts/host/Codes.h"
 
 #include <string>
 

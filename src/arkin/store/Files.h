@@ -2,7 +2,7 @@
 
 #include "arkin/store/Archive.h"
 #include "arkin/store/Database.h"
-#include "host/Records.h"
+#include "contracts/host/Records.h"
 
 #include <optional>
 #include <span>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "classstore/ClassStore.h"
-#include "host/ArkAddIn.h"
+#include "contracts/classes/ClassStore.h"
+#include "contracts/host/ArkAddIn.h"
 
 #include <memory>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "arkin/tasks/NewTask.h"
 
-#include "addin/OutputFormats.h"
+#include "addin/variables/OutputFormats.h"
 
 #include <bitset>
 

@@ -2,7 +2,7 @@
 
 #include "arkin/tasks/RunClaim.h"
 #include "arkin/tasks/RunValues.h"
-#include "host/ArkTask.h"
+#include "contracts/host/ArkTask.h"
 #include "platform/Clock.h"
 
 #include <chrono>

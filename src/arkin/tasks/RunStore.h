@@ -2,7 +2,7 @@
 
 #include "arkin/tasks/ProcessMark.h"
 #include "arkin/tasks/TaskStore.h"
-#include "host/Records.h"
+#include "contracts/host/Records.h"
 
 namespace arkin {
 

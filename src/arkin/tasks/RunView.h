@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arkin/tasks/RunValues.h"
-#include "host/ArkTask.h"
+#include "contracts/host/ArkTask.h"
 
 namespace arkin {
 

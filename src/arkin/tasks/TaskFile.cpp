@@ -1,6 +1,6 @@
 #include "arkin/tasks/TaskFile.h"
 
-#include "addin/TaskVariables.h"
+#include "addin/variables/TaskVariables.h"
 
 #include <algorithm>
 #include <limits>

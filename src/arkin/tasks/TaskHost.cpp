@@ -3,7 +3,7 @@
 #include "arkin/tasks/ProcessMark.h"
 #include "arkin/tasks/RunValues.h"
 #include "base/Format.h"
-#include "host/Records.h"
+#include "contracts/host/Records.h"
 
 namespace arkin {
 

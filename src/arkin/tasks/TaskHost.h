@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arkin/store/Database.h"
-#include "host/ArkVault.h"
+#include "contracts/host/ArkVault.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "platform/Registry.h"

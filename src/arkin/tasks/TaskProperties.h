@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arkin/tasks/TaskStore.h"
-#include "host/ArkTask.h"
+#include "contracts/host/ArkTask.h"
 
 #include <map>
 

@@ -2,7 +2,7 @@
 
 #include "arkin/tasks/TaskHost.h"
 #include "arkin/tasks/TaskProperties.h"
-#include "host/ArkAddIn.h"
+#include "contracts/host/ArkAddIn.h"
 
 namespace arkin {
 

@@ -2,7 +2,7 @@
 
 #include "arkin/store/Database.h"
 #include "arkin/tasks/StoredVariable.h"
-#include "host/Codes.h"
+#include "contracts/host/Codes.h"
 
 #include <optional>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arkin/vault/ObjectContext.h"
-#include "host/ArkVault.h"
+#include "contracts/host/ArkVault.h"
 
 namespace arkin {
 

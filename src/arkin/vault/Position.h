@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arkin/store/Codes.h"
-#include "host/ArkVault.h"
+#include "contracts/host/ArkVault.h"
 
 #include <vector>
 

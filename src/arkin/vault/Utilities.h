@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arkin/vault/ObjectContext.h"
-#include "host/ArkBatch.h"
+#include "contracts/host/ArkBatch.h"
 
 namespace arkin {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "typelibrary/Enumerations.h"
+#include "contracts/objectmodel/Enumerations.h"
 #include "zentrel/application/ScriptObject.h"
 
 /// Objects that carry the arguments of a save or an open.

@@ -1,7 +1,7 @@
 #include "zentrel/application/MacroRunner.h"
 
+#include "contracts/objectmodel/TypeLibrary.h"
 #include "language/Program.h"
-#include "typelibrary/TypeLibrary.h"
 #include "zentrel/application/Application.h"
 #include "zentrel/application/MacroFiles.h"
 #include "zentrel/application/MacroHost.h"

@@ -1,6 +1,6 @@
 #include "zentrel/application/Preferences.h"
 
-#include "typelibrary/Enumerations.h"
+#include "contracts/objectmodel/Enumerations.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #include "zentrel/application/PrintOut.h"
 
-#include "typelibrary/Enumerations.h"
+#include "contracts/objectmodel/Enumerations.h"
 #include "zentrel/application/Application.h"
 #include "zentrel/application/AssemblyDoc.h"
 #include "zentrel/application/DocumentEvents.h"

@@ -1,6 +1,6 @@
 #include "arkin/desktop/BrowseDialog.h"
 
-#include "arkin/desktop/DesktopFixture.h"
+#include "tests/arkin/desktop/DesktopFixture.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>

@@ -5,8 +5,8 @@
 #include "arkin/tasks/TaskDetails.h"
 #include "arkin/tasks/TaskSetup.h"
 #include "arkin/vault/VaultObject.h"
-#include "arkin/VaultFixture.h"
-#include "pages/support/Person.h"
+#include "tests/arkin/VaultFixture.h"
+#include "tests/support/pages/Person.h"
 
 #include <gmock/gmock.h>
 

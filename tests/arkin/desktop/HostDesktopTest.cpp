@@ -1,6 +1,6 @@
-#include "arkin/desktop/DesktopFixture.h"
 #include "arkin/desktop/DetailsWindow.h"
 #include "arkin/desktop/LaunchDialog.h"
+#include "tests/arkin/desktop/DesktopFixture.h"
 
 #include <cstdlib>
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "arkin/desktop/PropertyDialog.h"
 
-#include "arkin/desktop/DesktopFixture.h"
+#include "tests/arkin/desktop/DesktopFixture.h"
 
 #include <QApplication>
 #include <QCheckBox>

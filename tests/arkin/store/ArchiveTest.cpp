@@ -1,6 +1,6 @@
 #include "arkin/store/Archive.h"
 
-#include "arkin/VaultFixture.h"
+#include "tests/arkin/VaultFixture.h"
 
 #include <algorithm>
 #include <fcntl.h>

@@ -2,7 +2,7 @@
 
 #include "arkin/store/Codes.h"
 #include "arkin/store/Schema.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

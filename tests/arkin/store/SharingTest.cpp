@@ -1,5 +1,5 @@
 #include "arkin/store/StoreCheck.h"
-#include "arkin/VaultFixture.h"
+#include "tests/arkin/VaultFixture.h"
 
 #include <functional>
 #include <sys/wait.h>

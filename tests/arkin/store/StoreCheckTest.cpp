@@ -1,7 +1,7 @@
 #include "arkin/store/StoreCheck.h"
 
 #include "arkin/store/DeleteFile.h"
-#include "arkin/VaultFixture.h"
+#include "tests/arkin/VaultFixture.h"
 
 namespace arkin {
 namespace {

@@ -1,4 +1,4 @@
-#include "arkin/VaultFixture.h"
+#include "tests/arkin/VaultFixture.h"
 
 #include "arkin/store/DeleteFile.h"
 #include "arkin/store/StoreCheck.h"

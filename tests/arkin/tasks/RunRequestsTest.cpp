@@ -1,4 +1,4 @@
-#include "TaskFixture.h"
+#include "tests/arkin/tasks/TaskFixture.h"
 
 #include "arkin/tasks/RunRequests.h"
 

@@ -1,9 +1,9 @@
-#include "TaskFixture.h"
+#include "tests/arkin/tasks/TaskFixture.h"
 
 #include "arkin/tasks/AddInModule.h"
 #include "arkin/tasks/Launch.h"
 #include "arkin/tasks/Worker.h"
-#include "classstore/ClassLibrary.h"
+#include "contracts/classes/ClassLibrary.h"
 
 #include <gmock/gmock.h>
 

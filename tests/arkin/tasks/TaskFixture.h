@@ -5,7 +5,7 @@
 #include "arkin/tasks/TaskHost.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/SqliteRegistry.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "arkin/store/DeleteFile.h"
 #include "arkin/vault/VaultObject.h"
-#include "arkin/VaultFixture.h"
-#include "host/ArkBatch.h"
+#include "contracts/host/ArkBatch.h"
+#include "tests/arkin/VaultFixture.h"
 
 namespace arkin {
 namespace {

@@ -1,8 +1,8 @@
 #include "arkin/vault/VaultObject.h"
 
 #include "arkin/store/StoreCheck.h"
-#include "arkin/VaultFixture.h"
-#include "host/ArkBatch.h"
+#include "contracts/host/ArkBatch.h"
+#include "tests/arkin/VaultFixture.h"
 
 namespace arkin {
 namespace {

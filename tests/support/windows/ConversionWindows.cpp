@@ -1,4 +1,4 @@
-#include "support/windows/Show.h"
+#include "tests/support/windows/Show.h"
 
 #include <QTabWidget>
 #include <QTreeWidget>

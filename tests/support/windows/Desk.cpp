@@ -1,11 +1,11 @@
-#include "support/windows/Desk.h"
+#include "tests/support/windows/Desk.h"
 
+#include "addin/libraries/lexmgr/LexMgr.h"
 #include "arkin/reftree/RefTreeRegistration.h"
 #include "arkin/store/AddFiles.h"
 #include "arkin/store/CheckIn.h"
 #include "arkin/store/CheckOut.h"
 #include "arkin/tasks/TaskProperties.h"
-#include "lexmgr/LexMgr.h"
 #include "platform/Registry.h"
 
 #include <fstream>

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "addin/pages/Pages.h"
 #include "arkin/store/References.h"
 #include "arkin/store/Vault.h"
 #include "arkin/tasks/TaskStore.h"
 #include "arkin/vault/VaultObject.h"
-#include "pages/Pages.h"
-#include "support/InstalledPlatform.h"
+#include "tests/support/InstalledPlatform.h"
 
 #include <QWidget>
 

@@ -1,4 +1,4 @@
-#include "support/windows/LayoutCheck.h"
+#include "tests/support/windows/LayoutCheck.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

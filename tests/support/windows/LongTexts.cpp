@@ -1,4 +1,4 @@
-#include "support/windows/LongTexts.h"
+#include "tests/support/windows/LongTexts.h"
 
 #include <fstream>
 

@@ -1,6 +1,6 @@
-#include "addin/OutputFormats.h"
-#include "pages/options/AdvancedConvOpDlg.h"
-#include "support/windows/Show.h"
+#include "addin/pages/options/AdvancedConvOpDlg.h"
+#include "addin/variables/OutputFormats.h"
+#include "tests/support/windows/Show.h"
 
 namespace zn::test {
 

@@ -1,7 +1,7 @@
+#include "addin/files/FileLogic.h"
+#include "addin/pages/script/ScriptPageDlg.h"
 #include "arkin/tasks/LaunchInstance.h"
-#include "files/FileLogic.h"
-#include "pages/script/ScriptPageDlg.h"
-#include "support/windows/Show.h"
+#include "tests/support/windows/Show.h"
 
 namespace zn::test {
 

@@ -1,7 +1,7 @@
 #include "arkin/tasks/LaunchInstance.h"
 #include "platform/linux/FolderPrinters.h"
 #include "platform/Registry.h"
-#include "support/windows/Show.h"
+#include "tests/support/windows/Show.h"
 
 #include <QTabWidget>
 #include <QTreeView>

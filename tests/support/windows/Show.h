@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/windows/Windows.h"
+#include "tests/support/windows/Windows.h"
 
 namespace zn::test {
 

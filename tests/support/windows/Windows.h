@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/windows/Desk.h"
+#include "tests/support/windows/Desk.h"
 
 #include <functional>
 #include <ostream>

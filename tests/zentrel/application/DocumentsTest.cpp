@@ -1,6 +1,6 @@
-#include "zentrel/application/Workshop.h"
+#include "tests/zentrel/application/Workshop.h"
 
-#include "typelibrary/Enumerations.h"
+#include "contracts/objectmodel/Enumerations.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "zentrel/application/Workshop.h"
+#include "tests/zentrel/application/Workshop.h"
 
 #include "zentrel/application/MacroHost.h"
 #include "zentrel/application/MacroRunner.h"

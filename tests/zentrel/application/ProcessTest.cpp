@@ -1,6 +1,6 @@
 #include "automation/SocketRunningObjects.h"
 #include "base/Format.h"
-#include "zentrel/application/Workshop.h"
+#include "tests/zentrel/application/Workshop.h"
 
 #include <csignal>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "zentrel/application/Workshop.h"
+#include "tests/zentrel/application/Workshop.h"
 
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Container.h"

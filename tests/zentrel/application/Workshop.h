@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/LinuxPlatform.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "zentrel/application/Application.h"
 
 #include <functional>

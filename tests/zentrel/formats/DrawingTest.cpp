@@ -1,4 +1,4 @@
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "zentrel/formats/Mesh.h"
 #include "zentrel/formats/Projection.h"
 #include "zentrel/formats/WriteDrawing.h"

@@ -1,5 +1,5 @@
 #include "zentrel/formats/Read.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "zentrel/formats/BuildPart.h"
 #include "zentrel/formats/KernelGuard.h"
 #include "zentrel/model/Describe.h"

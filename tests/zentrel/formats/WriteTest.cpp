@@ -1,5 +1,5 @@
 #include "zentrel/formats/Write.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/model/Bounds.h"
 #include "zentrel/model/DocumentError.h"

@@ -1,5 +1,5 @@
 #include "zentrel/model/Container.h"
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Describe.h"
 #include "zentrel/model/DocumentError.h"

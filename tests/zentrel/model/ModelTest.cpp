@@ -1,4 +1,4 @@
-#include "support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "zentrel/model/Bounds.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Describe.h"

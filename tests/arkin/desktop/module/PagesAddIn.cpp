@@ -1,8 +1,8 @@
 #include "base/Status.h"
-#include "host/ArkAddIn.h"
-#include "host/ArkTask.h"
-#include "host/Module.h"
-#include "host/PageMessage.h"
+#include "contracts/host/ArkAddIn.h"
+#include "contracts/host/ArkTask.h"
+#include "contracts/host/Module.h"
+#include "contracts/host/PageMessage.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

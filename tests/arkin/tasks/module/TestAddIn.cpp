@@ -1,7 +1,7 @@
 #include "base/Status.h"
-#include "host/ArkAddIn.h"
-#include "host/ArkTask.h"
-#include "host/Module.h"
+#include "contracts/host/ArkAddIn.h"
+#include "contracts/host/ArkTask.h"
+#include "contracts/host/Module.h"
 
 #include <chrono>
 #include <fstream>

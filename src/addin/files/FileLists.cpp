@@ -1,0 +1,173 @@
+#include "addin/files/FileLogic.h"
+#include "addin/variables/TaskVariables.h"
+#include "platform/FileSystem.h"
+
+#include <pugixml.hpp>
+#include <sstream>
+
+namespace zn {
+
+namespace {
+
+constexpr const char16_t* selectionVariable = u"__selection_list";
+constexpr const char16_t* outputVariable = u"__output_list";
+
+void appendElement(pugi::xml_node& parent, const char* name, TextView text)
+{
+    parent.append_child(name).text().set(toUtf8(text).c_str());
+}
+
+/// A result is listed by its source, with where it went in "extra": the output's path for a conversion, the printer
+/// for a printout.
+void appendRecord(pugi::xml_node& list, const OutputRecord& record, TaskKind kind)
+{
+    const OutputRecord& shown = record.source ? *record.source : record;
+    pugi::xml_node sel = list.append_child("sel");
+    appendElement(sel, "doc_id", numberText(shown.docId));
+    appendElement(sel, "proj_id", numberText(shown.projId));
+    appendElement(sel, "path", shown.path);
+    appendElement(sel, "ver", numberText(shown.version));
+    if (!record.source)
+        return;
+    appendElement(sel, "conf", record.configuration);
+    if (kind == TaskKind::Conversion)
+        appendElement(sel, "extra", record.path);
+    else if (kind == TaskKind::Printing && record.printEntry)
+        appendElement(sel, "extra", record.extra);
+}
+
+Text listText(const std::vector<OutputRecord>& records, TaskKind kind)
+{
+    pugi::xml_document document;
+    pugi::xml_node list = document.append_child("sels");
+    for (const OutputRecord& record : records) {
+        if (!record.hidden)
+            appendRecord(list, record, kind);
+    }
+    std::ostringstream out;
+    document.save(out, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
+    return toText(out.str());
+}
+
+OutputRecord readRecord(const pugi::xml_node& sel)
+{
+    OutputRecord record;
+    for (const pugi::xml_node& child : sel.children()) {
+        const std::string_view name = child.name();
+        const Text text = toText(child.text().get());
+        if (name == "path")
+            record.path = text;
+        else if (name == "ver")
+            record.version = leadingInteger(text);
+        else if (name == "conf")
+            record.selConfiguration = text; // although it was written from `configuration`
+        else if (name == "extra")
+            record.extra = text;
+        else if (name == "doc_id")
+            record.docId = leadingInteger(text);
+        else if (name == "proj_id")
+            record.projId = leadingInteger(text);
+    }
+    return record;
+}
+
+/// Takes every `sel` below a node, at any depth.
+class RecordReader : public pugi::xml_tree_walker {
+public:
+    explicit RecordReader(std::vector<OutputRecord>& records)
+        : m_records(records)
+    {
+    }
+    bool for_each(pugi::xml_node& node) override
+    {
+        if (std::string_view(node.name()) == "sel")
+            m_records.push_back(readRecord(node));
+        return true;
+    }
+
+private:
+    std::vector<OutputRecord>& m_records;
+};
+
+} // namespace
+
+Status FileLogic::WriteList(const ObjectRef& task, TaskKind kind, const SelectionRecords* selection)
+{
+    if (!task)
+        throw StatusError(E_POINTER, "There is no task to write the file list to.");
+    if (selection) {
+        m_records.clear();
+        m_notedPaths.clear();
+        m_records.reserve(selection->size());
+        for (const auto& record : *selection)
+            m_records.push_back(*record);
+    }
+    try {
+        writeVariable(task, selection ? selectionVariable : outputVariable, listText(m_records, kind));
+        return S_OK;
+    } catch (const StatusError& error) {
+        return error.status();
+    }
+}
+
+Status FileLogic::ReadList(const ObjectRef& task, std::vector<OutputRecord>& records, bool outputList)
+{
+    Value value;
+    if (const Status status = getVariable(task, outputList ? outputVariable : selectionVariable, value); status != S_OK)
+        return status;
+    const std::string text = toUtf8(value.toText());
+    constexpr unsigned exactText = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_ws_pcdata;
+    pugi::xml_document document;
+    if (const auto parsed = document.load_buffer(text.data(), text.size(), exactText, pugi::encoding_utf8); !parsed)
+        throw StatusError(E_FAIL, std::string("The stored file list cannot be read: ") + parsed.description());
+    RecordReader reader(records);
+    document.document_element().traverse(reader);
+    return S_OK;
+}
+
+bool FileLogic::HasHiddenFile()
+{
+    for (const OutputRecord& record : m_records) {
+        if (record.hidden && m_platform.files.fileExists(record.path))
+            return true;
+    }
+    return false;
+}
+
+std::int32_t FileLogic::CountResultFiles(bool includeHidden, bool includeOutside)
+{
+    std::int32_t count = 0;
+    for (const OutputRecord& record : m_records) {
+        if (!record.printEntry && (record.insideVault || includeOutside) && (!record.hidden || includeHidden)
+            && m_platform.files.fileExists(record.path))
+            ++count;
+    }
+    return count;
+}
+
+Status FileLogic::CollectResultFiles(std::vector<ArkTaskResultDoc>& documents, bool includeHidden)
+{
+    for (const OutputRecord& record : m_records) {
+        if (record.printEntry || !record.insideVault || (record.hidden && !includeHidden)
+            || !m_platform.files.fileExists(record.path))
+            continue;
+        std::shared_ptr<IArkFolder> folder;
+        std::shared_ptr<IArkFile> file;
+        Status status = m_vault->GetFileFromPath(record.path, &folder, file);
+        if (status == S_FALSE)
+            continue;
+        ArkTaskResultDoc document;
+        if (!failed(status))
+            status = file->GetId(document.fileId);
+        if (!failed(status))
+            status = folder->GetId(document.folderId);
+        if (!failed(status))
+            status = file->GetCurrentVersion(document.version);
+        if (failed(status))
+            return status;
+        documents.push_back(document);
+    }
+    return S_OK;
+}
+
+} // namespace zn

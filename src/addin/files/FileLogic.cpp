@@ -1,0 +1,23 @@
+#include "addin/files/FileLogic.h"
+
+namespace zn {
+
+FileLogic::FileLogic(const Platform& platform)
+    : m_platform(platform)
+{
+}
+
+Status FileLogic::Initialize(std::shared_ptr<IArkVault> vault, TaskKind taskKind, bool replaceExisting)
+{
+    m_records.clear();
+    m_notedPaths.clear();
+    m_currentSource = nullptr;
+    m_vault = std::move(vault);
+    m_taskKind = taskKind;
+    m_replaceExisting = replaceExisting;
+    return m_vault ? m_vault->GetRootFolderPath(m_vaultRoot) : E_POINTER;
+}
+
+void FileLogic::SetCurrentSource(OutputRecord* record) { m_currentSource = record; }
+
+} // namespace zn

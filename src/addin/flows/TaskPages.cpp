@@ -1,0 +1,36 @@
+#include "addin/flows/TaskPages.h"
+
+namespace zn {
+
+TaskPages::TaskPages(PagesSource source)
+    : m_source(std::move(source))
+{
+}
+
+TaskPages::~TaskPages() { destroyAll(); }
+
+PageFactory& TaskPages::factory()
+{
+    if (!m_factory && m_source)
+        m_factory = m_source();
+    if (!m_factory)
+        throw StatusError(E_NOTIMPL, "This build of the add-in has no windows.");
+    return *m_factory;
+}
+
+void TaskPages::destroyAll()
+{
+    script.reset();
+    conversionSettings.reset();
+    earlierLaunches.clear();
+    fileCard.reset();
+    outputFileDetails.reset();
+    printer.reset();
+    paperSize.reset();
+    margins.reset();
+    files.reset();
+    fileDetails.reset();
+    menuCommand.reset();
+}
+
+} // namespace zn

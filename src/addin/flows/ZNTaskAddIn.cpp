@@ -1,0 +1,98 @@
+#include "addin/flows/ZNTaskAddIn.h"
+
+#include "addin/flows/DetailsFlow.h"
+#include "addin/flows/LaunchFlow.h"
+#include "addin/flows/RunFlow.h"
+#include "addin/flows/SetupFlow.h"
+#include "base/Format.h"
+
+namespace zn {
+
+namespace {
+
+constexpr int productYear = 2018;
+constexpr int servicePack = 0;
+constexpr int buildNumber = 943;
+constexpr std::int32_t addInVersion = 2018000943;
+constexpr std::int32_t lowestHostMajorVersion = 18;
+
+/// The order is the host's contract: the run command comes last.
+constexpr std::int32_t hookedCommands[]
+    = {TaskCmdSetup, TaskCmdSetupButton, TaskCmdDetails, TaskCmdLaunch, TaskCmdLaunchButton, TaskCmdRun};
+
+Status dispatch(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, ArkSelection& selection,
+    const ObjectRef& self)
+{
+    switch (cmd.command) {
+    case TaskCmdRun:
+        return runTask(context, vault, cmd, selection);
+    case TaskCmdLaunch:
+        return launchTask(context, vault, cmd, selection, self);
+    case TaskCmdLaunchButton:
+        return launchButton(context, cmd);
+    case TaskCmdSetup:
+        return setupTask(context, vault, cmd, self);
+    case TaskCmdSetupButton:
+        return setupButton(context, cmd);
+    case TaskCmdDetails:
+        return showDetails(context, vault, cmd, self);
+    default:
+        return S_OK;
+    }
+}
+
+} // namespace
+
+TaskContext::TaskContext(const Platform& machine, PagesSource windows)
+    : platform(machine)
+    , fileLogic(machine)
+    , session(machine)
+    , macroBuilder(machine)
+    , pages(std::move(windows))
+{
+}
+
+CZNTaskAddIn::CZNTaskAddIn(const Platform& platform, PagesSource windows)
+    : m_platform(platform)
+    , m_context(m_platform, std::move(windows))
+{
+}
+
+Status CZNTaskAddIn::GetAddInInfo(ArkAddInInfo* info, IArkCmdMgr* commandManager)
+{
+    if (!info || !commandManager)
+        return E_POINTER;
+    try {
+        info->name = u"ZENTREL Task Add-in";
+        info->maker = u"The ZNTaskAddIn maintainers";
+        info->description = u"Add-in used to run custom ZENTREL macros\r\n"
+            + formatText("Version %d, SP%d, Build %d", productYear, servicePack, buildNumber);
+        info->addInVersion = addInVersion;
+        info->lowestHostMajorVersion = lowestHostMajorVersion;
+        for (const std::int32_t command : hookedCommands)
+            commandManager->AddHook(command, 0);
+        return S_OK;
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+Status CZNTaskAddIn::OnCmd(ArkCmd* cmd, ArkSelection* selection)
+{
+    if (!cmd || !selection)
+        return E_POINTER;
+    try {
+        const auto vault = query<IArkVault>(cmd->vault);
+        if (!vault)
+            return cmd->vault ? E_NOINTERFACE : E_POINTER;
+        return dispatch(m_context, vault, *cmd, *selection, weak_from_this().lock());
+    } catch (const StatusError& error) {
+        if (*error.what())
+            cmd->text = toText(error.what());
+        return error.status();
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+} // namespace zn

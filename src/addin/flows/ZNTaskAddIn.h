@@ -1,0 +1,48 @@
+#pragma once
+
+#include "addin/files/FileLogic.h"
+#include "addin/flows/TaskPages.h"
+#include "addin/macro/MacroBuilder.h"
+#include "addin/session/ZNManager.h"
+#include "addin/variables/TaskVariables.h"
+#include "contracts/host/ArkAddIn.h"
+#include "contracts/host/ArkTask.h"
+#include "contracts/host/ArkVault.h"
+#include "platform/Platform.h"
+
+namespace zn {
+
+/// What the flows of a task share. All of it lives as long as the add-in object, and nothing in it but the cached
+/// kind may be relied on from one command to the next; the kind is read again at the start of each flow.
+/// Torn down in the order pages, macro builder, session, file logic.
+struct TaskContext {
+    TaskContext(const Platform& machine, PagesSource windows);
+
+    const Platform& platform;
+    TaskKind kind = TaskKind::Unknown;
+    FileLogic fileLogic;
+    ZNManager session;
+    MacroBuilder macroBuilder;
+    TaskPages pages;
+};
+
+/// The one object that the vault host creates from this module: says who it is and which commands it wants, and
+/// routes every command to its flow. Used by one thread at a time. No exception leaves it.
+class CZNTaskAddIn : public IArkAddIn5, public std::enable_shared_from_this<CZNTaskAddIn> {
+public:
+    /// `platform` outlives the object. Without `windows` the commands that need a page answer `E_NOTIMPL`.
+    explicit CZNTaskAddIn(const Platform& platform, PagesSource windows = {});
+
+    /// `E_POINTER` if an argument is missing.
+    Status GetAddInInfo(ArkAddInInfo* info, IArkCmdMgr* commandManager) override;
+    /// `E_POINTER` if an argument is missing; the failure of asking the vault for its interface; success for a
+    /// command that isn't the add-in's. A failure with a sentence of its own leaves it in `text`. The object itself
+    /// is the callback of its pages, so it must be owned by a shared pointer for the commands that hand pages over.
+    Status OnCmd(ArkCmd* cmd, ArkSelection* selection) override;
+
+private:
+    Platform m_platform;
+    TaskContext m_context;
+};
+
+} // namespace zn

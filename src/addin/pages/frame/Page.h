@@ -1,0 +1,71 @@
+#pragma once
+
+#include "addin/flows/PageFactory.h"
+#include "addin/pages/frame/LexWnd.h"
+
+#include <QPointer>
+
+namespace zn {
+
+/// A property page, or a part of one: a child window with its own texts, which reads and writes task variables.
+/// The constructor makes the controls with their defaults.
+class Page : public QWidget, protected LexWnd {
+public:
+    /// Replaces the defaults by what is stored on the definition or run. An absent variable leaves its default. Raises
+    /// the host's failure and failed conversions; what was read before is shown then.
+    virtual void load(const ObjectRef& task) = 0;
+    /// Whether the values are acceptable; a page that refuses has told the user and has set the focus.
+    virtual bool validate() { return true; }
+    /// Writes every variable and raises the first failure. Only called after `validate` was true.
+    virtual void save(const ObjectRef& task) = 0;
+
+protected:
+    Page(PageEnvironment& environment, QWidget* parent, const char16_t* lexName)
+        : QWidget(parent)
+        , LexWnd(environment, *this, lexName)
+    {
+    }
+};
+
+/// The widget behind a window handle of this process; null for none.
+QWidget* windowOf(std::int32_t handle);
+/// The handle of a widget's window.
+std::int32_t handleOf(QWidget& widget);
+
+/// What the flows hold of a page: the window belongs to its parent, which may destroy it first.
+template <class Interface, class Widget> class PageHandle : public Interface {
+public:
+    explicit PageHandle(Widget* page)
+        : m_page(page)
+    {
+    }
+    ~PageHandle() override { delete m_page.data(); }
+
+    Widget* page() const { return m_page.data(); }
+
+    std::int32_t window() const override { return m_page ? handleOf(*m_page) : 0; }
+    void load(const ObjectRef& task) override { present().load(task); }
+    bool validate() override { return m_page && m_page->validate(); }
+    Status save(const ObjectRef& task) override
+    {
+        Widget& page = present();
+        if (!page.validate())
+            return S_FALSE;
+        page.save(task);
+        return S_OK;
+    }
+
+protected:
+    /// The page; `E_POINTER` when its window has gone.
+    Widget& present() const
+    {
+        if (!m_page)
+            throw StatusError(E_POINTER, "The page's window has been closed.");
+        return *m_page;
+    }
+
+private:
+    QPointer<Widget> m_page;
+};
+
+} // namespace zn

@@ -1,0 +1,138 @@
+// The controls of the print dialog and where they stand.
+
+#include "addin/pages/frame/MessageBoxes.h"
+#include "addin/pages/print/PrintUIControls.h"
+#include "addin/pages/print/PrintUIDlg.h"
+
+#include <limits>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace zn {
+
+using namespace printUI;
+
+namespace {
+
+constexpr int mostCopies = 999'999;
+
+/// First size of the window in average characters and lines.
+constexpr int charactersWide = 130;
+constexpr int linesHigh = 34;
+
+} // namespace
+
+void PrintUIDlg::makeControls()
+{
+    m_tabs = control<QTabWidget>(Tabs, "tabs");
+    m_tabs->addTab(makeFilesTab(), message(FilesTabText, u"Files"));
+    auto* whole = new QVBoxLayout(this);
+    whole->addWidget(m_tabs, 1);
+    whole->addLayout(makeFields());
+    whole->addLayout(makeButtons());
+    setSizeGripEnabled(true);
+    mbInitLexWnd(u"Print");
+    mbAddToolTip(ReferencedVersion, message(ReferencedTip, u"Referenced version"));
+    mbAddToolTip(LatestVersion, message(LatestTip, u"Latest version"));
+    resize(charactersWide * fontMetrics().averageCharWidth(), linesHigh * fontMetrics().lineSpacing());
+}
+
+QWidget* PrintUIDlg::makeFilesTab()
+{
+    auto* tab = new QWidget(m_tabs);
+    auto* label = control<QLabel>(VersionLabel, "versionLabel", u"&Version of references:");
+    m_referencedVersion = control<QToolButton>(ReferencedVersion, "referencedVersion", u"Referenced version");
+    m_latestVersion = control<QToolButton>(LatestVersion, "latestVersion", u"Latest version");
+    auto* either = new QButtonGroup(this);
+    for (QToolButton* button : {m_referencedVersion, m_latestVersion}) {
+        button->setCheckable(true);
+        either->addButton(button);
+    }
+    label->setBuddy(m_referencedVersion);
+    for (const int number : {VersionLabel, ReferencedVersion, LatestVersion})
+        mvAddControl(VersionGroup, number);
+    auto* versions = new QHBoxLayout;
+    versions->addWidget(label);
+    versions->addWidget(m_referencedVersion);
+    versions->addWidget(m_latestVersion);
+    versions->addStretch();
+    auto* layout = new QVBoxLayout(tab);
+    layout->addLayout(versions);
+    m_filesLayout = layout;
+    connect(either, &QButtonGroup::buttonToggled, this, [this](QAbstractButton*, bool isDown) {
+        if (isDown && m_tree)
+            inSlot(messageParent(), [this] { changeVersion(); });
+    });
+    return tab;
+}
+
+QLayout* PrintUIDlg::makeFields()
+{
+    m_printerLabel = control<QLabel>(PrinterLabel, "printerLabel", u"&Printer:");
+    m_printer = control<QComboBox>(PrinterBox, "printer");
+    auto* sizeLabel = control<QLabel>(SizeLabel, "paperSizeLabel", u"Paper &size:");
+    m_size = control<QComboBox>(SizeBox, "paperSize");
+    auto* copiesLabel = control<QLabel>(CopiesLabel, "copiesLabel", u"&Number of copies:");
+    m_copies = control<QSpinBox>(CopiesEdit, "copies");
+    m_copies->setRange(0, mostCopies);
+    m_copies->setValue(1);
+    m_total = control<QLabel>(Total, "total");
+    m_printerLabel->setBuddy(m_printer);
+    sizeLabel->setBuddy(m_size);
+    copiesLabel->setBuddy(m_copies);
+
+    auto* fields = new QGridLayout;
+    fields->addWidget(m_printerLabel, 0, 0);
+    fields->addWidget(m_printer, 0, 1);
+    fields->addWidget(sizeLabel, 1, 0);
+    fields->addWidget(m_size, 1, 1);
+    fields->addWidget(makeOrientation(), 0, 2, 2, 1);
+    fields->addWidget(copiesLabel, 0, 3);
+    fields->addWidget(m_copies, 0, 4);
+    fields->addWidget(m_total, 1, 3, 1, 2);
+    fields->setColumnStretch(1, 1);
+    connect(m_size, &QComboBox::currentIndexChanged, this,
+        [this] { inSlot(messageParent(), [this] { showPrinterOfSize(); }); });
+    connect(m_copies, &QSpinBox::valueChanged, this, [this] { inSlot(this, [this] { showTotal(); }); });
+    return fields;
+}
+
+QWidget* PrintUIDlg::makeOrientation()
+{
+    auto* frame = control<QGroupBox>(OrientationFrame, "orientation", u"Orientation");
+    m_portrait = control<QRadioButton>(Portrait, "portrait", u"P&ortrait");
+    m_landscape = control<QRadioButton>(Landscape, "landscape", u"&Landscape");
+    auto* layout = new QVBoxLayout(frame);
+    layout->addWidget(m_portrait);
+    layout->addWidget(m_landscape);
+    m_orientation = frame;
+    return frame;
+}
+
+QLayout* PrintUIDlg::makeButtons()
+{
+    auto* print = control<QPushButton>(PrintButton, "print", u"Print");
+    auto* cancel = control<QPushButton>(CancelButton, "cancel", u"Cancel");
+    auto* help = control<QPushButton>(HelpButton, "help", u"&Help");
+    print->setDefault(true);
+    connect(print, &QPushButton::clicked, this, [this] { accept(); });
+    connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
+    connect(help, &QPushButton::clicked, this, [this] { inSlot(this, [this] { mzbShowHelp(section); }); });
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(print);
+    buttons->addWidget(cancel);
+    buttons->addWidget(help);
+    return buttons;
+}
+
+} // namespace zn

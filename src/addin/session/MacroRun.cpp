@@ -1,0 +1,152 @@
+// How one macro is run: written to a file, called in the application, retried, and its failure put into words.
+
+#include "addin/session/FindExecutable.h"
+#include "addin/session/ZNManager.h"
+#include "base/Paths.h"
+#include "platform/FileSystem.h"
+#include "platform/Registry.h"
+
+#include <algorithm>
+
+namespace zn {
+
+namespace {
+
+constexpr std::size_t longestTemporaryFolder = 256;
+constexpr TextView temporaryPrefix = u"TFR";
+constexpr TextView macroExtension = u".znb";
+constexpr const char16_t* moduleName = u"ZNMacro1";
+constexpr const char16_t* procedureName = u"main";
+constexpr std::uint16_t firstReleaseWithReasons = 17;
+constexpr int macroAttempts = 3;
+constexpr int attemptsAfterDialog = 2;
+/// A dialog that comes back is answered by a restart each time; nobody waits for more of them than this.
+constexpr int mostDialogRounds = 100;
+
+/// One byte for each code unit, as the application's macro engine counts.
+std::string macroBytes(Text text)
+{
+    // The two halves of a character beyond 16 bits would share one substitute.
+    std::replace_if(
+        text.begin(), text.end(), [](char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }, u'?');
+    return toCodePage(text);
+}
+
+/// Removes a file at the end of a scope, whatever happened.
+class FileRemoval {
+public:
+    FileRemoval(FileSystem& files, Text path)
+        : m_files(files)
+        , m_path(std::move(path))
+    {
+    }
+    FileRemoval(const FileRemoval&) = delete;
+    FileRemoval& operator=(const FileRemoval&) = delete;
+    ~FileRemoval() { m_files.removeFile(m_path); }
+
+private:
+    FileSystem& m_files;
+    Text m_path;
+};
+
+} // namespace
+
+Text ZNManager::writeMacroFile(const Text& macroText, Status& status)
+{
+    FileSystem& files = m_platform.files;
+    const Text folder = files.temporaryFolder();
+    if (folder.size() > longestTemporaryFolder)
+        throw StatusError(E_FAIL, "The path of the temporary folder is too long for a macro file.");
+    const Text temporary = files.temporaryFile(folder, temporaryPrefix);
+    const FileRemoval removal(files, temporary);
+    if (!files.writeBytes(temporary, macroBytes(macroText)))
+        throw StatusError(E_FAIL, "The macro file could not be written: " + toUtf8(files.lastError()) + ".");
+    const Text macroFile = pathWithExtension(temporary, macroExtension);
+    if (!files.removeFile(macroFile) || !files.renameFile(temporary, macroFile))
+        status = E_FAIL;
+    return macroFile;
+}
+
+ZNManager::MacroOutcome ZNManager::callMacro(const Text& file)
+{
+    MacroOutcome outcome;
+    try {
+        if (!m_app)
+            throw StatusError(E_POINTER, "The CAD application has not been started.");
+        const ZnApplication application(m_app);
+        outcome.result = m_revisionMajor < firstReleaseWithReasons
+            ? application.RunMacro(file, moduleName, procedureName)
+            : application.RunMacro2(file, moduleName, procedureName, 0);
+    } catch (...) {
+        outcome.status = currentExceptionStatus();
+    }
+    return outcome;
+}
+
+ZNManager::MacroOutcome ZNManager::runWithRetries(const Text& file)
+{
+    // Restarts that no macro call has ended since leave fewer attempts; one is always made.
+    int attempts = std::max(0, macroAttempts - m_restartCount / 3);
+    int dialogRounds = 0;
+    for (;;) {
+        m_watcher.start();
+        MacroOutcome outcome = callMacro(file);
+        m_watcher.stop();
+        if (m_watcher.taskSchedulerDialogSeen()) {
+            outcome.status = E_FAIL;
+            attempts = ++dialogRounds < mostDialogRounds ? attemptsAfterDialog : 0;
+        }
+        if (failed(outcome.status) && attempts > 1) {
+            const Status restarted = Restart(outcome.status);
+            if (failed(restarted)) {
+                outcome.status = restarted;
+                return outcome;
+            }
+        } else {
+            m_restartCount = 0;
+        }
+        if (!failed(outcome.status) || --attempts <= 0)
+            return outcome;
+    }
+}
+
+/// Support staff look at the last macro as it ran.
+void ZNManager::copyForSupport(const Text& file)
+{
+    Registry& registry = m_platform.registry;
+    registry.createKey(RegistryRoot::User, addInKey);
+    const auto value = registry.read(RegistryRoot::User, addInKey, u"ScriptCopyPath");
+    if (const auto path = value ? value->asText() : std::nullopt)
+        m_platform.files.copyFile(file, *path);
+}
+
+void ZNManager::RunMacro(const Text& macroText)
+{
+    m_lastError.clear();
+    MacroOutcome outcome;
+    Text file;
+    try {
+        file = writeMacroFile(macroText, outcome.status);
+    } catch (const StatusError& failure) {
+        m_lastError = toText(SessionTexts::macroFailed.text) + u" " + toText(failure.what());
+        throw;
+    }
+    {
+        const FileRemoval removal(m_platform.files, file);
+        if (!failed(outcome.status))
+            outcome = runWithRetries(file);
+        copyForSupport(file);
+    }
+    if (failed(outcome.status) || !outcome.result.success)
+        raiseMacroFailure(outcome);
+}
+
+void ZNManager::raiseMacroFailure(const MacroOutcome& outcome)
+{
+    m_lastError = toText(SessionTexts::macroFailed.text);
+    if (const SessionText* reason = macroReason(outcome.result.reason))
+        m_lastError += u" " + toText(SessionTexts::reason.text) + u" " + toText(reason->text);
+    throw StatusError(failed(outcome.status) ? outcome.status : E_FAIL, toUtf8(m_lastError));
+}
+
+} // namespace zn

@@ -1,0 +1,109 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+#include "arkin/commands/frame/ProgressLine.h"
+#include "arkin/store/AddFiles.h"
+#include "arkin/store/CheckIn.h"
+#include "arkin/store/Codes.h"
+#include "base/Paths.h"
+
+#include <algorithm>
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+/// Files that go in together. One batch is added whole or not at all; several of them show progress.
+constexpr std::size_t batchSize = 200;
+
+class Add : public Command {
+public:
+    void declare(CLI::App& app) override
+    {
+        app.add_option("PATH", m_paths, "Files, or folders with all that is in them")->required();
+        app.add_option("--to", m_to, "Folder of the vault; made if it is missing");
+        app.add_option("-m,--comment", m_comment, "Comment of the first versions");
+    }
+
+    int run(Session& session) override
+    {
+        const auto target = m_to.empty() ? session.vault().info().root : session.vaultPathOf(m_to);
+        std::vector<AddRequest> requests;
+        for (const auto& path : m_paths)
+            collect(session, path, target, requests);
+        ProgressLine progress(!session.json() && requests.size() > 1);
+        for (std::size_t done = 0; done < requests.size(); done += batchSize) {
+            progress.show(static_cast<std::int64_t>(done), static_cast<std::int64_t>(requests.size()),
+                zn::toUtf8(requests[done].name));
+            const auto count = std::min(batchSize, requests.size() - done);
+            addBatch(session, std::span(requests).subspan(done, count));
+        }
+        progress.clear();
+        return report(session);
+    }
+
+private:
+    static void collect(
+        Session& session, const std::string& path, const zn::Text& folder, std::vector<AddRequest>& requests)
+    {
+        const std::filesystem::path source(path);
+        const auto name = zn::pathFileName(session.pathOf(path));
+        if (std::filesystem::is_directory(source)) {
+            std::vector<std::filesystem::path> inside;
+            for (const auto& entry : std::filesystem::directory_iterator(source))
+                inside.push_back(entry.path());
+            std::sort(inside.begin(), inside.end());
+            const auto below = zn::pathAppend(folder, name);
+            for (const auto& entry : inside)
+                collect(session, entry.string(), below, requests);
+        } else if (std::filesystem::is_regular_file(source)) {
+            requests.push_back({session.pathOf(path), folder, name});
+        } else {
+            throw zn::StatusError(
+                zn::E_INVALIDARG, path + (std::filesystem::exists(source) ? " is no plain file." : " doesn't exist."));
+        }
+    }
+
+    void addBatch(Session& session, std::span<const AddRequest> requests)
+    {
+        auto outcomes = addFiles(session.vault(), requests);
+        std::vector<Place> places;
+        for (const auto& outcome : outcomes)
+            if (outcome.status == zn::S_OK)
+                places.push_back(outcome.place);
+        if (!places.empty())
+            checkIn(session.vault(), planCheckIn(session.vault(), places), zn::toText(m_comment));
+        std::move(outcomes.begin(), outcomes.end(), std::back_inserter(m_outcomes));
+    }
+
+    int report(Session& session) const
+    {
+        auto files = Json::array();
+        std::size_t failures = 0;
+        for (const auto& outcome : m_outcomes) {
+            const auto path = session.shown(outcome.path);
+            const bool added = outcome.status == zn::S_OK;
+            failures += added ? 0 : 1;
+            files.push_back({{"path", path}, {"added", added}, {"text", outcome.sentence}});
+            if (added && !session.json())
+                std::cout << path << "\n";
+            else if (!added)
+                std::cerr << "arkin: " << path << ": " << outcome.sentence << "\n";
+        }
+        if (session.json())
+            printJson(files);
+        return failures == 0 ? commandDone : commandFailed;
+    }
+
+    std::vector<std::string> m_paths;
+    std::string m_to;
+    std::string m_comment = "Added";
+    std::vector<AddOutcome> m_outcomes;
+};
+
+} // namespace
+
+MadeCommand addCommand() { return std::make_unique<Add>(); }
+
+} // namespace arkin

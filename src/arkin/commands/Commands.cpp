@@ -1,0 +1,63 @@
+#include "arkin/commands/Commands.h"
+
+#include "arkin/commands/Factories.h"
+
+namespace arkin {
+
+namespace {
+
+const GroupRow groups[] = {
+    {"vault", "The vault itself"},
+    {"variable", "Card variables of the vault"},
+    {"task", "Tasks and their runs"},
+    {"registry", "Settings of this machine"},
+    {"addin", "Add-in libraries"},
+};
+
+const CommandRow commands[] = {
+    {"vault", "create", "Make a vault with its local folder", vaultCreateCommand},
+    {"vault", "check", "Verify every content, version, reference and count", vaultCheckCommand},
+    {"vault", "info", "Show where the vault and its parts are", vaultInfoCommand},
+    {"", "add", "Copy files or folders into the vault and check them in", addCommand},
+    {"", "ls", "List a folder of the vault", listCommand},
+    {"", "history", "List the versions of a file", historyCommand},
+    {"", "references", "List what a file refers to and what refers to it", referencesCommand},
+    {"", "get", "Bring a file to the local folder", getCommand},
+    {"", "checkout", "Take files for writing", checkOutCommand},
+    {"", "checkin", "Make new versions of the local copies", checkInCommand},
+    {"", "undo", "Give check-outs up", undoCommand},
+    {"variable", "add", "Add card variables", variableAddCommand},
+    {"variable", "list", "List the card variables", variableListCommand},
+    {"", "card", "Show or write the values of a file's card", cardCommand},
+    {"task", "create", "Make a task", taskCreateCommand},
+    {"task", "list", "List the tasks", taskListCommand},
+    {"task", "show", "Show a task with its variables", taskShowCommand},
+    {"task", "set", "Change variables of a task", taskSetCommand},
+    {"task", "edit", "Show the property pages of a task", taskEditCommand},
+    {"task", "delete", "Delete a task; its runs stay", taskDeleteCommand},
+    {"task", "launch", "Put a run of a task on files or folders into the queue", taskLaunchCommand},
+    {"task", "run", "Carry out a run in this process", taskRunCommand},
+    {"task", "status", "Show a run, or all of them", taskStatusCommand},
+    {"task", "log", "Print the log of a run", taskLogCommand},
+    {"task", "details", "Show the files of a run in a window", taskDetailsCommand},
+    {"task", "suspend", "Let a run wait before its next file", taskSuspendCommand},
+    {"task", "resume", "Let a suspended run go on", taskResumeCommand},
+    {"task", "cancel", "Stop a run before its next file", taskCancelCommand},
+    {"", "worker", "Carry out waiting runs, one after the other", workerCommand},
+    {"", "printers", "List the printers of this machine", printerListCommand},
+    {"", "language", "Show or set the language of the windows", languageCommand},
+    {"registry", "list", "List a key's sub-keys and values", registryListCommand},
+    {"registry", "get", "Print a value", registryGetCommand},
+    {"registry", "set", "Write a value", registrySetCommand},
+    {"registry", "delete", "Delete a value, or a key with all below it", registryDeleteCommand},
+    {"addin", "register", "Register an add-in's library", addInRegisterCommand},
+    {"addin", "unregister", "Take an add-in's library out of the registry", addInUnregisterCommand},
+    {"addin", "list", "List the registered add-ins", addInListCommand},
+};
+
+} // namespace
+
+std::span<const GroupRow> groupRows() { return groups; }
+std::span<const CommandRow> commandRows() { return commands; }
+
+} // namespace arkin

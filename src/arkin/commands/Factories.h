@@ -1,0 +1,49 @@
+#pragma once
+
+#include "arkin/commands/frame/Command.h"
+
+namespace arkin {
+
+using MadeCommand = std::unique_ptr<Command>;
+
+// One function for each subcommand, in the file that bears its name.
+MadeCommand vaultCreateCommand();
+MadeCommand vaultCheckCommand();
+MadeCommand vaultInfoCommand();
+MadeCommand addCommand();
+MadeCommand listCommand();
+MadeCommand historyCommand();
+MadeCommand referencesCommand();
+MadeCommand getCommand();
+MadeCommand checkOutCommand();
+MadeCommand checkInCommand();
+MadeCommand undoCommand();
+MadeCommand variableAddCommand();
+MadeCommand variableListCommand();
+MadeCommand cardCommand();
+MadeCommand taskCreateCommand();
+MadeCommand taskListCommand();
+MadeCommand taskShowCommand();
+MadeCommand taskSetCommand();
+MadeCommand taskEditCommand();
+MadeCommand taskDetailsCommand();
+MadeCommand taskDeleteCommand();
+MadeCommand taskLaunchCommand();
+MadeCommand taskRunCommand();
+MadeCommand taskStatusCommand();
+MadeCommand taskLogCommand();
+MadeCommand taskSuspendCommand();
+MadeCommand taskResumeCommand();
+MadeCommand taskCancelCommand();
+MadeCommand workerCommand();
+MadeCommand printerListCommand();
+MadeCommand languageCommand();
+MadeCommand registryListCommand();
+MadeCommand registryGetCommand();
+MadeCommand registrySetCommand();
+MadeCommand registryDeleteCommand();
+MadeCommand addInRegisterCommand();
+MadeCommand addInUnregisterCommand();
+MadeCommand addInListCommand();
+
+} // namespace arkin

@@ -1,0 +1,52 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+#include "arkin/store/GetFiles.h"
+
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+class Get : public Command {
+public:
+    void declare(CLI::App& app) override
+    {
+        app.add_option("FILE", m_file, "File of the vault")->required();
+        app.add_option("--version", m_version, "Version to bring; else the latest")->check(CLI::Range(1, INT32_MAX));
+        app.add_flag("--references", m_references, "Bring the files that it refers to, too");
+        app.add_flag("--discard", m_discard, "Overwrite local changes that the vault doesn't have");
+    }
+
+    int run(Session& session) override
+    {
+        auto& vault = session.vault();
+        const auto place = session.fileAt(m_file);
+        std::vector<GetRequest> requests{{place, m_version}};
+        if (m_references)
+            requests = withReferences(vault, requests, true);
+        getFiles(vault, requests, m_discard ? LocalChanges::Discard : LocalChanges::Refuse);
+        auto paths = Json::array();
+        for (const auto& request : requests)
+            paths.push_back(session.shown(vault.pathOf(request.place)));
+        if (session.json())
+            printJson(paths);
+        else
+            for (const auto& path : paths)
+                std::cout << path.get<std::string>() << "\n";
+        return commandDone;
+    }
+
+private:
+    std::string m_file;
+    std::int32_t m_version = 0;
+    bool m_references = false;
+    bool m_discard = false;
+};
+
+} // namespace
+
+MadeCommand getCommand() { return std::make_unique<Get>(); }
+
+} // namespace arkin

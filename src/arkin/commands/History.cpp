@@ -1,0 +1,40 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+namespace arkin {
+
+namespace {
+
+class History : public Command {
+public:
+    void declare(CLI::App& app) override { app.add_option("FILE", m_file, "File of the vault")->required(); }
+
+    int run(Session& session) override
+    {
+        const auto place = session.fileAt(m_file);
+        auto versions = Json::array();
+        std::vector<std::vector<std::string>> rows{{"VERSION", "TIME", "USER", "REVISION", "STATE", "SIZE", "COMMENT"}};
+        for (const auto& row : session.vault().files().history(place.fileId)) {
+            versions.push_back({{"version", row.version}, {"time", jsonTime(row.madeAt)},
+                {"user", zn::toUtf8(row.user)}, {"revision", zn::toUtf8(row.revision)},
+                {"state", zn::toUtf8(row.state)}, {"size", row.content.size}, {"comment", zn::toUtf8(row.comment)}});
+            rows.push_back({std::to_string(row.version), shownTime(row.madeAt), zn::toUtf8(row.user),
+                zn::toUtf8(row.revision), zn::toUtf8(row.state),
+                shownCount(static_cast<std::int64_t>(row.content.size)), zn::toUtf8(row.comment)});
+        }
+        if (session.json())
+            printJson(versions);
+        else
+            printTable(rows, "The file has no version yet: it was never checked in.");
+        return commandDone;
+    }
+
+private:
+    std::string m_file;
+};
+
+} // namespace
+
+MadeCommand historyCommand() { return std::make_unique<History>(); }
+
+} // namespace arkin

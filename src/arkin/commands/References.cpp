@@ -1,0 +1,70 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+class ReferencesCommand : public Command {
+public:
+    void declare(CLI::App& app) override
+    {
+        app.add_option("FILE", m_file, "File of the vault")->required();
+        app.add_option("--version", m_version, "Version of the file; else the latest")->check(CLI::Range(1, INT32_MAX));
+    }
+
+    int run(Session& session) override
+    {
+        auto& vault = session.vault();
+        const auto place = session.fileAt(m_file);
+        const auto version = m_version > 0 ? m_version : vault.file(place.fileId).latestVersion;
+        auto to = Json::array(), by = Json::array();
+        for (const auto& row : vault.references().from(place.fileId, version))
+            to.push_back({{"path", pathOf(session, {row.toFileId, row.toFolderId})}, {"version", row.toVersion}});
+        for (const auto& row : vault.references().to(place.fileId))
+            by.push_back({{"path", pathOf(session, anyPlace(vault, row.fileId))}, {"version", row.version},
+                {"toVersion", row.toVersion}});
+        if (session.json())
+            printJson({{"version", version}, {"refersTo", to}, {"referredToBy", by}});
+        else
+            print(version, to, by);
+        return commandDone;
+    }
+
+private:
+    static Place anyPlace(Vault& vault, std::int32_t fileId)
+    {
+        const auto folders = vault.files().foldersOf(fileId);
+        return {fileId, folders.empty() ? 0 : folders.front()};
+    }
+
+    /// A file that no folder shows any more has its name only.
+    static std::string pathOf(Session& session, const Place& place)
+    {
+        const auto row = session.vault().files().row(place.fileId);
+        if (!row || row->deleted || place.folderId == 0)
+            return (row ? zn::toUtf8(row->name) : "file " + std::to_string(place.fileId)) + " (deleted)";
+        return session.shown(session.vault().pathOf(place));
+    }
+
+    static void print(std::int32_t version, const Json& to, const Json& by)
+    {
+        if (to.empty())
+            std::cout << "Version " << version << " refers to no file.\n";
+        for (const auto& row : to)
+            std::cout << "refers to      " << row["path"].get<std::string>() << " version " << row["version"] << "\n";
+        for (const auto& row : by)
+            std::cout << "referred to by " << row["path"].get<std::string>() << " version " << row["version"] << "\n";
+    }
+
+    std::string m_file;
+    std::int32_t m_version = 0;
+};
+
+} // namespace
+
+MadeCommand referencesCommand() { return std::make_unique<ReferencesCommand>(); }
+
+} // namespace arkin

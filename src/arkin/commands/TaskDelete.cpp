@@ -1,0 +1,34 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+class TaskDelete : public Command {
+public:
+    void declare(CLI::App& app) override { app.add_option("NAME", m_name, "Name of the task")->required(); }
+
+    int run(Session& session) override
+    {
+        TaskStore tasks(session.store().database(), session.vault().info().id);
+        const auto task = tasks.get(zn::toText(m_name));
+        tasks.remove(task.id);
+        if (session.json())
+            printJson({{"deleted", zn::toUtf8(task.name)}});
+        else
+            std::cout << "Task '" << zn::toUtf8(task.name) << "' is deleted.\n";
+        return commandDone;
+    }
+
+private:
+    std::string m_name;
+};
+
+} // namespace
+
+MadeCommand taskDeleteCommand() { return std::make_unique<TaskDelete>(); }
+
+} // namespace arkin

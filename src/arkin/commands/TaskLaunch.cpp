@@ -1,0 +1,86 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+#include "arkin/commands/frame/RunHere.h"
+#include "arkin/commands/frame/TaskText.h"
+#include "arkin/store/Codes.h"
+#include "arkin/tasks/LaunchFlow.h"
+
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+class TaskLaunch : public Command {
+public:
+    void declare(CLI::App& app) override
+    {
+        app.add_option("NAME", m_name, "Name of the task")->required();
+        app.add_option("PATH", m_paths, "Files and folders of the vault");
+        app.add_option("--version", m_version, "Version of the files; else the latest when the run gets to them")
+            ->check(CLI::Range(1, INT32_MAX));
+        app.add_option("--configuration", m_configuration, "Configuration or sheet of the files");
+        app.add_flag("--no-dialog", m_noDialog, "Ask nobody: fail if something is left to the user");
+        app.add_flag("--wait", m_wait, "Carry the run out here and wait for its end");
+    }
+
+    int run(Session& session) override
+    {
+        const auto task = TaskStore(session.store().database(), session.vault().info().id).get(zn::toText(m_name));
+        zn::ArkSelection selection;
+        for (const auto& path : m_paths)
+            selection.push_back(itemAt(session, path));
+        auto& desktop = session.desktop(!m_noDialog);
+        LaunchFlow flow(session.taskHost(), task, std::move(selection));
+        const auto asked = desktop.launchTask(flow);
+        if (!asked)
+            throw zn::StatusError(zn::E_ABORT, "The launch was given up; no run was made.");
+        const auto& launched = *asked;
+        if (m_wait) {
+            if (!session.json())
+                std::cout << launched.id << std::endl;
+            return runOrWatch(session, launched.id);
+        }
+        if (session.json())
+            printJson(toJson(session, launched));
+        else
+            std::cout << launched.id << "\n";
+        return commandDone;
+    }
+
+private:
+    zn::ArkSelItem itemAt(Session& session, const std::string& machinePath) const
+    {
+        auto& vault = session.vault();
+        const auto path = session.vaultPathOf(machinePath);
+        zn::ArkSelItem item;
+        item.version = m_version > 0 ? m_version : -1;
+        item.configuration = zn::toText(m_configuration);
+        if (const auto place = vault.find(path)) {
+            item.fileId = place->fileId;
+            item.folderId = place->folderId;
+            item.path = vault.pathOf(*place);
+        } else if (const auto folder = vault.findFolder(path)) {
+            item.itemType = zn::ArkItemType::Folder;
+            item.folderId = *folder;
+            item.path = path;
+        } else {
+            session.fileAt(machinePath); // says what is the matter
+        }
+        return item;
+    }
+
+    std::string m_name;
+    std::vector<std::string> m_paths;
+    std::int32_t m_version = 0;
+    std::string m_configuration;
+    bool m_noDialog = false;
+    bool m_wait = false;
+};
+
+} // namespace
+
+MadeCommand taskLaunchCommand() { return std::make_unique<TaskLaunch>(); }
+
+} // namespace arkin

@@ -1,0 +1,67 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+#include "arkin/commands/frame/TaskText.h"
+#include "arkin/store/GetFiles.h"
+
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+std::string withTerminalLineEnds(std::string text)
+{
+    std::erase(text, '\r');
+    return text;
+}
+
+class TaskLog : public Command {
+public:
+    void declare(CLI::App& app) override { app.add_option("ID", m_id, "The run's number or identifier")->required(); }
+
+    int run(Session& session) override
+    {
+        RunStore runs(session.store().database(), session.vault().info().id);
+        const auto run = runs.get(zn::toText(m_id));
+        const auto path = logPath(session, run);
+        const auto text = path.empty() ? std::optional<std::string>() : read(session, path);
+        if (session.json())
+            printJson({{"run", run.id}, {"path", path.empty() ? Json(nullptr) : Json(session.shown(path))},
+                {"text", text ? Json(*text) : Json(nullptr)}});
+        else if (text)
+            std::cout << withTerminalLineEnds(*text);
+        else if (path.empty())
+            std::cerr << "The task keeps no log: it has no ErrorLogPath.\n";
+        else
+            std::cerr << "The run has logged nothing.\n";
+        return commandDone;
+    }
+
+private:
+    /// The local file, or else the vault's latest version of it. Logs are written in the single-byte code page.
+    static std::optional<std::string> read(Session& session, const zn::Text& path)
+    {
+        auto& files = session.platform().files();
+        if (!files.fileExists(path)) {
+            const auto place = session.vault().find(path);
+            if (!place)
+                return {};
+            const GetRequest request[] = {{*place, 0}};
+            getFiles(session.vault(), request);
+        }
+        const auto bytes = files.readBytes(path);
+        if (!bytes)
+            throw zn::StatusError(zn::E_FAIL,
+                "The log " + session.shown(path) + " can't be read: " + zn::toUtf8(files.lastError()) + ".");
+        return zn::toUtf8(zn::fromCodePage(*bytes));
+    }
+
+    std::string m_id;
+};
+
+} // namespace
+
+MadeCommand taskLogCommand() { return std::make_unique<TaskLog>(); }
+
+} // namespace arkin

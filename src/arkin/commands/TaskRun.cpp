@@ -1,0 +1,29 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+#include "arkin/commands/frame/RunHere.h"
+
+namespace arkin {
+
+namespace {
+
+class TaskRun : public Command {
+public:
+    void declare(CLI::App& app) override { app.add_option("ID", m_id, "The run's number or identifier")->required(); }
+
+    int run(Session& session) override
+    {
+        RunStore runs(session.store().database(), session.vault().info().id);
+        const auto id = runs.get(zn::toText(m_id)).id;
+        return runHere(session, RunClaim::take(runs, id, thisProcess(), session.platform().clock().now()));
+    }
+
+private:
+    std::string m_id;
+};
+
+} // namespace
+
+MadeCommand taskRunCommand() { return std::make_unique<TaskRun>(); }
+
+} // namespace arkin

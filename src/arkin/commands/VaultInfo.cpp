@@ -1,0 +1,35 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+class VaultInfoCommand : public Command {
+public:
+    void declare(CLI::App&) override { }
+
+    int run(Session& session) override
+    {
+        auto& vault = session.vault();
+        const auto& home = session.platform().home();
+        const Json info{{"name", zn::toUtf8(vault.info().name)}, {"root", session.shown(vault.info().root)},
+            {"home", home.folder().string()}, {"database", home.databaseFile().string()},
+            {"archive", home.archiveFolder().string()}, {"registry", home.registryFile().string()},
+            {"user", vault.caller().user}, {"machine", vault.caller().machine}};
+        if (session.json())
+            printJson(info);
+        else
+            for (const auto& [name, value] : info.items())
+                std::cout << name << std::string(10 - name.size(), ' ') << value.get<std::string>() << "\n";
+        return commandDone;
+    }
+};
+
+} // namespace
+
+MadeCommand vaultInfoCommand() { return std::make_unique<VaultInfoCommand>(); }
+
+} // namespace arkin

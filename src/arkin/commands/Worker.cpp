@@ -1,0 +1,59 @@
+#include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Output.h"
+
+#include "arkin/commands/frame/Interrupt.h"
+#include "arkin/commands/frame/ProgressLine.h"
+#include "arkin/commands/frame/TaskText.h"
+#include "arkin/tasks/Worker.h"
+
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+class WorkerCommand : public Command {
+public:
+    void declare(CLI::App& app) override
+    {
+        app.add_flag("--once", m_once, "End when no run waits any more; the exit code tells whether all went well");
+    }
+
+    int run(Session& session) override
+    {
+        const Interrupt interrupt;
+        ProgressLine line(!session.json());
+        auto ended = Json::array();
+        const auto told = [&](const RunInfo& run, const std::string& text) {
+            line.clear();
+            if (session.json())
+                ended.push_back(toJson(session, run));
+            else
+                std::cout << text << std::endl;
+        };
+        const Worker::Listener listener{
+            [&](const RunInfo& run) {
+                if (!session.json())
+                    std::cout << "Run " << run.id << " of '" << zn::toUtf8(run.taskName) << "' starts." << std::endl;
+            },
+            [&](const RunProgress& progress) {
+                line.show(progress.position, progress.total, shownProgress(session, progress.text));
+            },
+            [&](const RunInfo& run) { told(run, endLine(session, run)); },
+            [&](const RunInfo& run, const std::string& sentence) { told(run, sentence); },
+        };
+        const auto tally = Worker(session.taskHost(), listener, interrupt.flag()).work(m_once);
+        if (session.json())
+            printJson(ended);
+        return tally.others == 0 ? commandDone : commandFailed;
+    }
+
+private:
+    bool m_once = false;
+};
+
+} // namespace
+
+MadeCommand workerCommand() { return std::make_unique<WorkerCommand>(); }
+
+} // namespace arkin

@@ -1,0 +1,135 @@
+#include "arkin/commands/frame/TaskText.h"
+
+#include "base/Format.h"
+#include "base/Paths.h"
+
+#include <iostream>
+
+namespace arkin {
+
+namespace {
+
+struct KindWord {
+    zn::TaskKind kind;
+    const char* word;
+};
+
+constexpr KindWord kindWords[] = {
+    {zn::TaskKind::Conversion, "convert"},
+    {zn::TaskKind::Printing, "print"},
+    {zn::TaskKind::General, "script"},
+};
+
+/// The path of a document that a run reported; its number alone if the vault doesn't have it any more.
+std::string documentPath(Session& session, const zn::ArkTaskResultDoc& document)
+{
+    auto& vault = session.vault();
+    const auto row = vault.files().row(document.fileId);
+    if (!row || row->deleted || document.folderId == 0)
+        return "file " + std::to_string(document.fileId) + " (deleted)";
+    return session.shown(vault.pathOf({document.fileId, document.folderId}));
+}
+
+std::string ownerText(const RunInfo& run)
+{
+    return run.owner.process == 0
+        ? "-"
+        : "process " + std::to_string(run.owner.process) + " on " + zn::toUtf8(run.owner.host);
+}
+
+} // namespace
+
+zn::TaskKind kindOf(const std::string& word)
+{
+    for (const auto& row : kindWords)
+        if (word == row.word)
+            return row.kind;
+    return zn::TaskKind::Unknown;
+}
+
+std::string kindWord(zn::TaskKind kind)
+{
+    for (const auto& row : kindWords)
+        if (kind == row.kind)
+            return row.word;
+    return "script"; // what any other number means to the add-in
+}
+
+Json toJson(Session& session, const RunInfo& run)
+{
+    const auto now = session.platform().clock().now();
+    auto documents = Json::array();
+    RunStore runs(session.store().database(), session.vault().info().id);
+    for (const auto& document : runs.documents(run.id))
+        documents.push_back({{"path", documentPath(session, document)}, {"fileId", document.fileId},
+            {"folderId", document.folderId}, {"version", document.version}});
+    const auto log = logPath(session, run);
+    return {{"run", run.id}, {"identifier", zn::toUtf8(run.guid)}, {"task", zn::toUtf8(run.taskName)},
+        {"user", zn::toUtf8(run.userName)}, {"state", zn::toUtf8(stateText(run, now))},
+        {"stateNumber", static_cast<int>(run.state)}, {"workerDied", workerDied(run, now)},
+        {"worker", run.owner.process == 0 ? Json(nullptr) : Json(ownerText(run))},
+        {"progress",
+            {{"position", run.progressPosition}, {"total", run.progressTotal},
+                {"text", shownProgress(session, run.progressText)}}},
+        {"code", run.resultCode}, {"text", zn::toUtf8(run.resultText)}, {"launched", jsonTime(run.launchedAt)},
+        {"started", jsonTime(run.startedAt)}, {"ended", jsonTime(run.endedAt)}, {"documents", documents},
+        {"log", log.empty() ? Json(nullptr) : Json(session.shown(log))}};
+}
+
+void printRun(Session& session, const RunInfo& run)
+{
+    const auto now = session.platform().clock().now();
+    const auto line = [](const char* name, const std::string& value) {
+        std::cout << name << std::string(12 - std::string_view(name).size(), ' ') << value << "\n";
+    };
+    line("run", std::to_string(run.id) + " " + zn::toUtf8(run.guid));
+    line("task", zn::toUtf8(run.taskName));
+    line("user", zn::toUtf8(run.userName));
+    line("state", zn::toUtf8(stateText(run, now)));
+    line("worker", ownerText(run));
+    line("progress",
+        std::to_string(run.progressPosition) + "/" + std::to_string(run.progressTotal) + " "
+            + shownProgress(session, run.progressText));
+    line("launched", shownTime(run.launchedAt));
+    line("started", shownTime(run.startedAt));
+    line("ended", shownTime(run.endedAt));
+    if (run.ended()) {
+        const auto code = zn::toUtf8(zn::formatText("0x%08X", static_cast<std::uint32_t>(run.resultCode)));
+        line("result", code + (run.resultText.empty() ? "" : " " + zn::toUtf8(run.resultText)));
+    }
+    RunStore runs(session.store().database(), session.vault().info().id);
+    for (const auto& document : runs.documents(run.id))
+        line("document", documentPath(session, document) + " version " + std::to_string(document.version));
+    if (const auto log = logPath(session, run); !log.empty())
+        line("log", session.shown(log));
+}
+
+std::string endLine(Session& session, const RunInfo& run)
+{
+    const auto number = std::to_string(run.id);
+    auto text = "Run " + number + " of '" + zn::toUtf8(run.taskName)
+        + "': " + zn::toUtf8(stateText(run, session.platform().clock().now())) + ".";
+    if (!run.resultText.empty())
+        text += " " + zn::toUtf8(run.resultText);
+    if (const auto log = logPath(session, run); !log.empty() && session.platform().files().fileExists(log))
+        text += " It wrote a log: 'arkin task log " + number + "' prints it.";
+    return text;
+}
+
+std::string shownProgress(Session& session, const zn::Text& text)
+{
+    return zn::isAbsolutePath(text) ? session.shown(text) : zn::toUtf8(text);
+}
+
+zn::Text logPath(Session& session, const RunInfo& run)
+{
+    RunStore runs(session.store().database(), session.vault().info().id);
+    const auto variables = runs.variables(run.id);
+    const auto folder = variables.find(u"ErrorLogPath");
+    if (folder == variables.end())
+        return {};
+    const auto root = zn::withoutTrailingSeparators(session.vault().info().root);
+    return zn::pathAppend(zn::pathAppend(root, folder->second.toText()), run.guid) + u".log";
+}
+
+} // namespace arkin

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "arkin/commands/frame/Output.h"
+
+#include "arkin/tasks/RunInstance.h"
+#include "arkin/tasks/RunStore.h"
+
+namespace arkin {
+
+/// "convert", "print", "script"; Unknown for another word.
+zn::TaskKind kindOf(const std::string& word);
+std::string kindWord(zn::TaskKind kind);
+
+Json toJson(Session& session, const RunInfo& run);
+/// What a person wants to know of one run, several lines.
+void printRun(Session& session, const RunInfo& run);
+/// One line for a run that has ended: "Run 3 of 'Convert': finished.", with the reported text, and where to look if it
+/// wrote a log: a run can finish without errors of its own and yet have something to say about single files.
+std::string endLine(Session& session, const RunInfo& run);
+/// A progress text is a path of the vault's files, or a plain text.
+std::string shownProgress(Session& session, const zn::Text& text);
+/// Full path of a run's log as its task settles it; empty if the task keeps none.
+zn::Text logPath(Session& session, const RunInfo& run);
+
+} // namespace arkin

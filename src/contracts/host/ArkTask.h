@@ -1,0 +1,56 @@
+#pragma once
+
+#include "base/Object.h"
+#include "contracts/host/Codes.h"
+#include "contracts/host/Records.h"
+
+#include <vector>
+
+namespace zn {
+
+/// A task's definition, while an administrator sets it up.
+class IArkTaskProperties : public Object {
+public:
+    /// 0 with the value; 1 and an empty value when there is no such variable; negative on failure.
+    virtual Status GetValue(TextView name, Value& value) = 0;
+    /// Creates or replaces the variable.
+    virtual Status SetValue(TextView name, const Value& value) = 0;
+    virtual Status GetTaskName(Text& name) = 0;
+    /// Hands over the pages that the host's property dialog is to show, in this order.
+    virtual Status SetSetupPages(const std::vector<ArkTaskPage>& pages) = 0;
+    /// The task's entries in a file's menu; none for a task that has not been set up yet.
+    virtual Status GetMenuCmds(std::vector<ArkMenuCmd>& entries) = 0;
+    /// Replaces all entries.
+    virtual Status SetMenuCmds(const std::vector<ArkMenuCmd>& entries) = 0;
+    /// What the add-in takes over of the task's commands, a bit set.
+    virtual Status SetTaskFlags(std::int32_t flags) = 0;
+    /// A card variable that the task has declared, so that its runs may read it. The same statuses as `GetValue`.
+    virtual Status GetVariable(std::int32_t variableId, Value& value) = 0;
+    /// Declares a card variable with a value.
+    virtual Status SetVariable(std::int32_t variableId, const Value& value) = 0;
+};
+
+/// One run of a task, at launch and on the worker. It sees the definition's variables;
+/// what is written to it holds for this run only.
+class IArkTaskInstance : public Object {
+public:
+    /// The run's identifier, "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}".
+    virtual Status GetInstanceGuid(Text& guid) = 0;
+    /// `total` steps, the bar at `position`, with a text beside it.
+    virtual Status SetProgressRange(std::int32_t total, std::int32_t position, TextView text) = 0;
+    virtual Status SetProgressPos(std::int32_t position, TextView text) = 0;
+    virtual Status GetStatus(TaskRunState& state) = 0;
+    /// Writes the run's state with its code, its text (empty stands for none) and the documents that it touched.
+    virtual Status SetStatus(
+        TaskRunState state, Status code, TextView text, const std::vector<ArkTaskResultDoc>& results)
+        = 0;
+    /// As on the definition.
+    virtual Status GetValue(TextView name, Value& value) = 0;
+    virtual Status SetValue(TextView name, const Value& value) = 0;
+    virtual Status GetTaskName(Text& name) = 0;
+    /// A second lookup, by name (text) or by number (integer): here the values of the run itself,
+    /// such as its name and its user. The same statuses as `GetValue`.
+    virtual Status GetVariable(const Value& idOrName, Value& value) = 0;
+};
+
+} // namespace zn

@@ -1,0 +1,93 @@
+#include "zentrel/commands/Command.h"
+
+#include "zentrel/model/Describe.h"
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+namespace zentrel::commands {
+
+namespace {
+
+using zn::toUtf8;
+using Json = nlohmann::ordered_json;
+
+constexpr const char* kindNames[] = {"", "part", "assembly", "drawing"};
+
+Json propertiesJson(const Properties& properties)
+{
+    Json json = Json::object();
+    for (const auto& [name, value] : properties)
+        json[toUtf8(name)] = toUtf8(value);
+    return json;
+}
+
+Json asJson(const DocumentInfo& info)
+{
+    Json json = {{"kind", kindNames[static_cast<int>(info.kind)]}, {"version", info.version},
+        {"active", toUtf8(info.active)}, {"properties", propertiesJson(info.properties)}};
+    for (const ConfigurationInfo& one : info.configurations)
+        json["configurations"].push_back({{"name", toUtf8(one.name)}, {"bodies", one.bodies}, {"faces", one.faces},
+            {"size", one.size}, {"volume", one.volume}, {"properties", propertiesJson(one.properties)}});
+    for (const ComponentInfo& one : info.components)
+        json["components"].push_back({{"name", toUtf8(one.name)}, {"path", one.path.string()},
+            {"virtual", one.isVirtual}, {"missing", one.isMissing}});
+    for (const SheetInfo& one : info.sheets) {
+        Json models = Json::array();
+        for (const auto& model : one.models)
+            models.push_back(model.string());
+        json["sheets"].push_back({{"name", toUtf8(one.name)}, {"paper", paperName(one.paper)},
+            {"landscape", one.landscape}, {"scale", one.scale}, {"models", models}});
+    }
+    return json;
+}
+
+void printProperties(const Properties& properties, const char* indent)
+{
+    for (const auto& [name, value] : properties)
+        fmt::print("{}{} = {}\n", indent, toUtf8(name), toUtf8(value));
+}
+
+void print(const DocumentInfo& info)
+{
+    fmt::print("{}, container version {}, active: {}\n", kindNames[static_cast<int>(info.kind)], info.version,
+        toUtf8(info.active));
+    printProperties(info.properties, "  ");
+    for (const ConfigurationInfo& one : info.configurations) {
+        fmt::print("configuration {}: {} bodies, {} faces, {:.6g} x {:.6g} x {:.6g} mm, {:.6g} mm^3\n",
+            toUtf8(one.name), one.bodies, one.faces, one.size[0], one.size[1], one.size[2], one.volume);
+        printProperties(one.properties, "    ");
+    }
+    for (const ComponentInfo& one : info.components)
+        fmt::print("component {}: {}\n", toUtf8(one.name),
+            one.isVirtual ? "virtual" : one.path.string() + (one.isMissing ? " (missing)" : ""));
+    for (const SheetInfo& one : info.sheets) {
+        fmt::print("sheet {}: {}{}, scale {:.6g}\n", toUtf8(one.name), paperName(one.paper),
+            one.landscape ? " landscape" : "", one.scale);
+        for (const auto& model : one.models)
+            fmt::print("    shows {}\n", model.string());
+    }
+}
+
+} // namespace
+
+void addInfo(CLI::App& app)
+{
+    struct Options {
+        std::filesystem::path file;
+        bool json = false;
+    };
+    auto options = std::make_shared<Options>();
+    CLI::App* command = app.add_subcommand("info", "Shows what is in a document");
+    command->add_option("FILE", options->file, "A .zenprt, .zenasm or .zendrw")->required();
+    command->add_flag("--json", options->json, "Print JSON");
+    command->callback([options] {
+        const DocumentInfo info = describe(options->file);
+        if (options->json)
+            fmt::print("{}\n", asJson(info).dump(2));
+        else
+            print(info);
+    });
+}
+
+} // namespace zentrel::commands

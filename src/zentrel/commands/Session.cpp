@@ -1,0 +1,22 @@
+#include "zentrel/commands/Session.h"
+
+#include "zentrel/commands/WorkFolders.h"
+
+namespace zentrel {
+
+Session::Session(const std::filesystem::path& home, Hooks hooks)
+    : m_platform(zn::Home::open(home))
+    , m_log(m_platform.home().runtimeFolder() / "zentrel.log", hooks.echo)
+{
+    m_application = std::make_shared<Application>(Surroundings{
+        .files = m_platform.files(),
+        .printers = m_platform.printers(),
+        .workFolder = processWorkFolder(std::filesystem::temp_directory_path()),
+        .log = [this](const std::string& line) { m_log.write(line); },
+        .stopRequested = std::move(hooks.stopRequested),
+        .exit = std::move(hooks.exit),
+        .print = std::move(hooks.print),
+    });
+}
+
+} // namespace zentrel

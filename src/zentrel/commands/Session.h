@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/linux/LinuxPlatform.h"
+#include "zentrel/application/Application.h"
+#include "zentrel/commands/ProcessLog.h"
+
+#include <memory>
+
+namespace zentrel {
+
+/// The CAD application in this process, on this machine's ports.
+class Session {
+public:
+    /// What the process that holds the session adds to it; any may be empty.
+    struct Hooks {
+        std::function<bool()> stopRequested;
+        std::function<void()> exit;
+        std::function<void(const std::string&)> print;
+        /// Whether the log's lines are shown on the error output too.
+        bool echo = false;
+    };
+
+    /// `home` as on the command line; empty for the environment's. Raises `StatusError`.
+    explicit Session(const std::filesystem::path& home, Hooks hooks);
+
+    zn::LinuxPlatform& platform() { return m_platform; }
+    const std::shared_ptr<Application>& application() { return m_application; }
+    ProcessLog& log() { return m_log; }
+
+private:
+    zn::LinuxPlatform m_platform;
+    ProcessLog m_log;
+    std::shared_ptr<Application> m_application;
+};
+
+} // namespace zentrel

@@ -1,0 +1,119 @@
+#include "arkin/vault/VaultObject.h"
+#include "tests/addin/files/FilesFixture.h"
+#include "tests/arkin/VaultFixture.h"
+
+namespace zn {
+
+/// The road of a conversion's files through the embedded vault: what is in the database and the archive afterwards.
+class RealVault : public ::testing::Test {
+protected:
+    RealVault()
+    {
+        title = real.vault.cards().addVariable(u"Title");
+        note = real.vault.cards().addVariable(u"Note");
+        const arkin::Place part = real.addReleased("parts/flange.zenprt", "part");
+        const arkin::Place step = real.addReleased("parts/pump.step", "step");
+        real.vault.setRevision(part.fileId, u"B");
+        writeCard(part, u"Long", u"Long flange");
+        writeCard(step, u"@", u"Pump");
+        items = {{part.fileId, part.folderId, real.path("parts/flange.zenprt"), u"", ArkItemType::File, 0},
+            {step.fileId, step.folderId, real.path("parts/pump.step"), u"", ArkItemType::File, -1}};
+        host.taskVariables = {{u"FileCardData", u"Title;100;Title\nNote;4;\n"}, {u"RefToSource", true}};
+    }
+
+    void writeCard(const arkin::Place& place, const char16_t* configuration, const char16_t* text)
+    {
+        arkin::checkOut(real.vault, place);
+        const arkin::CardWrite write{place.fileId, title, configuration, Value(text)};
+        const std::int32_t version = real.vault.file(place.fileId).latestVersion + 1;
+        real.vault.cards().write({&write, 1}, {&version, 1});
+        real.checkInAll({place});
+    }
+
+    void convert(bool replaceExisting)
+    {
+        ASSERT_EQ(logic.Initialize(vault, TaskKind::Conversion, replaceExisting), S_OK);
+        selection.clear();
+        logic.ExpandSelection(*vault, host.task(), items, selection, true);
+        for (const auto& [source, name, configuration] :
+            {std::tuple(0, "out/flange.stl", u"Long"), std::tuple(1, "out/pump.stl", u"Default")}) {
+            logic.SetCurrentSource(selection[static_cast<std::size_t>(source)].get());
+            logic.NoteSavedFile(real.path(name), configuration, false);
+            arkin::test::writeFile(real.local(name), std::string("mesh ") + name + (replaceExisting ? " 2" : ""));
+        }
+        std::vector<std::string> lines;
+        EXPECT_EQ(logic.AddResultsToVault(
+                      *vault, host.task(), [&](Status, const Text& text) { lines.push_back(toUtf8(text)); }),
+            S_OK);
+        EXPECT_EQ(lines, std::vector<std::string>());
+    }
+
+    /// "Title, Note, what it refers to" of the latest version.
+    std::string describe(const char* name)
+    {
+        const auto place = real.vault.find(real.path(name));
+        if (!place)
+            return "not there";
+        const arkin::FileRow file = real.vault.file(place->fileId);
+        std::string text = "v" + std::to_string(file.latestVersion);
+        for (const std::int32_t variable : {title, note}) {
+            const auto value = real.vault.cards().value(file.id, file.latestVersion, variable, u"@");
+            text += ", " + (value ? toUtf8(value->toText()) : "none");
+        }
+        for (const arkin::ReferenceRow& reference : real.vault.references().from(file.id, file.latestVersion))
+            text += " > " + toUtf8(real.vault.file(reference.toFileId).name);
+        return text + (real.vault.files().checkOut(file.id) ? " (out)" : "");
+    }
+
+    test::TestPlatform platform;
+    Platform ports = platform.ports();
+    arkin::test::TestVault real{platform.folder.path()};
+    std::shared_ptr<IArkVault> vault = std::make_shared<arkin::VaultObject>(real.vault);
+    test::FakeHost host; ///< for the task's variables only
+    FileLogic logic{ports};
+    SelectionRecords selection;
+    ArkSelection items;
+    std::int32_t title = 0;
+    std::int32_t note = 0;
+};
+
+TEST_F(RealVault, GetsNewFilesThenNewVersionsThenNewFilesInTheirPlace)
+{
+    convert(false);
+    EXPECT_EQ(describe("out/flange.stl"), "v1, Long flange, B > flange.zenprt");
+    EXPECT_EQ(describe("out/pump.stl"), "v1, Pump,  > pump.step");
+    EXPECT_TRUE(arkin::test::isReadOnly(real.local("out/flange.stl")));
+    EXPECT_EQ(effectiveVersion(*selection[1]), 2);
+    const std::int32_t first = real.vault.find(real.path("out/flange.stl"))->fileId;
+
+    convert(false);
+    EXPECT_EQ(describe("out/flange.stl"), "v2, Long flange, B > flange.zenprt");
+    EXPECT_EQ(real.vault.find(real.path("out/flange.stl"))->fileId, first);
+
+    convert(true);
+    EXPECT_EQ(describe("out/flange.stl"), "v1, Long flange, B > flange.zenprt");
+    EXPECT_NE(real.vault.find(real.path("out/flange.stl"))->fileId, first);
+    EXPECT_EQ(arkin::test::readFile(real.local("out/pump.stl")), "mesh out/pump.stl 2");
+    std::vector<ArkTaskResultDoc> documents;
+    EXPECT_EQ(logic.CollectResultFiles(documents, false), S_OK);
+    EXPECT_EQ(documents.size(), 2U);
+}
+
+TEST_F(RealVault, KeepsTheLogAsAFileOfItsOwn)
+{
+    const Text log = real.path("Logs/Nightly/run.log");
+    ASSERT_EQ(logic.Initialize(vault, TaskKind::Conversion, false), S_OK);
+    logic.PrepareLogFile(log);
+    arkin::test::writeFile(real.local("Logs/Nightly/run.log"), "one");
+    EXPECT_EQ(logic.CommitLogFile(log), S_OK);
+    EXPECT_EQ(describe("Logs/Nightly/run.log"), "v1, none, none");
+
+    logic.PrepareLogFile(log);
+    EXPECT_EQ(describe("Logs/Nightly/run.log"), "v1, none, none (out)");
+    EXPECT_TRUE(ports.files.appendBytes(log, " two"));
+    EXPECT_EQ(logic.CommitLogFile(log), S_OK);
+    EXPECT_EQ(describe("Logs/Nightly/run.log"), "v2, none, none");
+    EXPECT_EQ(arkin::test::readFile(real.local("Logs/Nightly/run.log")), "one two");
+}
+
+} // namespace zn

@@ -1,0 +1,128 @@
+#include "tests/addin/files/FilesFixture.h"
+
+namespace zn {
+
+class SavedFiles : public test::FilesFixture { };
+
+using Lines = std::vector<std::string>;
+
+TEST_F(SavedFiles, ClearAStaleFileThatTheVaultDoesNotKnow)
+{
+    begin(TaskKind::Conversion);
+    const Text path = vaultPath("out\\..\\a.stl");
+    write(vaultPath("out\\x"));
+    write(vaultPath("a.stl"));
+    files.setReadOnly(vaultPath("a.stl"), true);
+    logic.NoteSavedFile(path, u"Long", false);
+    EXPECT_FALSE(files.fileExists(vaultPath("a.stl")));
+    ASSERT_EQ(logic.records().size(), 1U);
+    const OutputRecord& record = logic.records().front();
+    EXPECT_EQ(record.path, path);
+    EXPECT_EQ(record.configuration, u"Long");
+    EXPECT_EQ(record.source, &source);
+    EXPECT_TRUE(record.insideVault);
+    EXPECT_FALSE(record.added);
+
+    // Three messages: a code, the canonical path in 16-bit units and a zero.
+    ASSERT_EQ(platform.pipe.messages.size(), 3U);
+    const std::string& message = platform.pipe.messages[0];
+    EXPECT_EQ(message.size(), vaultPath("a.stl").size() * 2 + 6);
+    EXPECT_EQ(message.substr(0, 6), std::string("\1\0\0\0Z\0", 6));
+    EXPECT_EQ(message.substr(message.size() - 4), std::string("l\0\0\0", 4));
+
+    // A second save is recognised by its canonical path, which is compared with the path of the first.
+    logic.NoteSavedFile(u"C:\\Out\\b.stl", u"", false);
+    logic.NoteSavedFile(u"c:\\out\\x\\..\\B.STL", u"", false);
+    logic.NoteSavedFile(u"", u"", false);
+    ASSERT_EQ(logic.records().size(), 2U);
+    EXPECT_FALSE(logic.records()[1].insideVault);
+}
+
+TEST_F(SavedFiles, CutTheMessagesPath)
+{
+    begin(TaskKind::Conversion);
+    logic.NoteSavedFile(u"C:\\" + Text(400, u'x'), u"", false);
+    EXPECT_EQ(platform.pipe.messages.at(0).size(), 260U * 2 + 6);
+}
+
+TEST_F(SavedFiles, CheckOutForANewVersion)
+{
+    const Text path = vaultPath("a.stl");
+    write(path);
+    host.addFile(20, 5, path, 9);
+    begin(TaskKind::Conversion);
+    logic.NoteSavedFile(path, u"", false);
+    EXPECT_EQ(takeCalls(), Lines{"CheckOut 20 5"});
+    ASSERT_EQ(logic.records().size(), 1U);
+    const OutputRecord& record = logic.records().front();
+    EXPECT_EQ(std::tuple(record.docId, record.projId, record.version, record.added), std::tuple(20, 5, 9, true));
+    EXPECT_TRUE(files.fileExists(path));
+    EXPECT_TRUE(platform.pipe.messages.empty());
+
+    // Whose check-out it is makes no difference.
+    begin(TaskKind::Conversion);
+    logic.NoteSavedFile(path, u"", false);
+    EXPECT_TRUE(takeCalls().empty());
+    EXPECT_TRUE(logic.records().front().added);
+
+    host.find(20)->checkedOut = false;
+    host.failures["CheckOut"] = E_ARK_PERMISSION_DENIED;
+    begin(TaskKind::Conversion);
+    logic.NoteSavedFile(path, u"", false);
+    EXPECT_TRUE(logic.records().empty());
+    logic.NoteSavedFile(path, u"", true); // the system's own file
+    EXPECT_TRUE(logic.records().empty());
+}
+
+TEST_F(SavedFiles, DeleteTheVaultsFileToReplaceIt)
+{
+    const Text path = vaultPath("a.stl");
+    host.addFile(20, 5, path, 9);
+    begin(TaskKind::Conversion, true);
+    host.failures["DeleteFile"] = E_ARK_PERMISSION_DENIED;
+    logic.NoteSavedFile(path, u"", false);
+    EXPECT_TRUE(logic.records().empty());
+    EXPECT_EQ(platform.pipe.messages.size(), 1U);
+
+    host.failures.clear();
+    host.calls.clear();
+    logic.NoteSavedFile(path, u"", false);
+    EXPECT_EQ(takeCalls(), Lines{"DeleteFile 20 -1"});
+    ASSERT_EQ(logic.records().size(), 1U);
+    EXPECT_EQ(logic.records().front().docId, 0);
+    EXPECT_FALSE(logic.records().front().added);
+    EXPECT_EQ(platform.pipe.messages.size(), 5U);
+}
+
+TEST_F(SavedFiles, PrintoutsAreNotedEachTime)
+{
+    begin(TaskKind::Printing);
+    logic.NotePrintedItem(u"Laser", u"Sheet1");
+    logic.NotePrintedItem(u"Laser", u"Sheet1");
+    ASSERT_EQ(logic.records().size(), 2U);
+    const OutputRecord& record = logic.records()[1];
+    EXPECT_TRUE(record.printEntry);
+    EXPECT_EQ(record.extra, u"Laser");
+    EXPECT_EQ(record.configuration, u"Sheet1");
+    EXPECT_EQ(record.source, &source);
+}
+
+TEST_F(SavedFiles, CheckOutTheLogOfAFormerRun)
+{
+    const Text log = vaultPath("logs\\run.log");
+    begin(TaskKind::General);
+    logic.PrepareLogFile(u"");
+    logic.PrepareLogFile(log);
+    EXPECT_TRUE(host.calls.empty());
+    host.addFile(40, 6, log);
+    logic.PrepareLogFile(vaultPath("logs\\.\\run.log"));
+    logic.PrepareLogFile(log);
+    EXPECT_EQ(takeCalls(), Lines{"CheckOut 40 6"});
+    // At the end it gets a new version.
+    write(log);
+    EXPECT_EQ(logic.CommitLogFile(log), S_OK);
+    EXPECT_EQ(takeCalls(),
+        (Lines{"CreateUtility 6", "SetComment ZENTREL Task Add-in", "UnlockSelection 40/6", "UnlockTree 1", "Unlock"}));
+}
+
+} // namespace zn

@@ -1,0 +1,61 @@
+#include "addin/pages/frame/MessageBoxes.h"
+#include "addin/pages/frame/PageEnvironment.h"
+#include "addin/pages/menu/MenuCommandDlg.h"
+#include "tests/support/BoxAnswer.h"
+#include "tests/support/InstalledPlatform.h"
+#include "tests/support/OffscreenApplication.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <QCheckBox>
+#include <QLabel>
+#include <QTest>
+
+namespace zn {
+namespace {
+
+class FrameTest : public ::testing::Test {
+protected:
+    void writeStrings(const std::string& content)
+    {
+        std::filesystem::create_directories(platform.folder / "texts/DE");
+        std::ofstream(platform.folder / "texts/DE/ZNTaskAddIn.lan") << content;
+        platform.write(u"LanFileDir", platform.path("texts"));
+    }
+
+    test::InstalledPlatform platform{u"DE"};
+    Platform ports = platform.ports();
+    PageEnvironment environment{ports};
+};
+
+TEST_F(FrameTest, TellsOfABrokenStringFileOnceAndShowsTheRest)
+{
+    writeStrings("LanFile 1\n[MenuCommandDlg]\n301 = &Zeigen\nbroken\n302 = &Befehl:\n");
+    test::BoxAnswer box;
+    for (int opening = 0; opening < 2; ++opening) {
+        CMenuCommandDlg page(environment, nullptr, TaskKind::Conversion);
+        page.show();
+        QTest::qWait(20);
+        EXPECT_EQ(page.findChild<QCheckBox*>("showCommand")->text(), "&Zeigen");
+        EXPECT_EQ(page.findChild<QLabel*>("menuTitleLabel")->text(), "&Menu command:");
+    }
+    ASSERT_EQ(box.said.size(), 1);
+    EXPECT_TRUE(box.said[0].contains("ZNTaskAddIn.lan\" cannot be read from line 4 on: an entry is written as"))
+        << box.said[0].toStdString();
+}
+
+TEST_F(FrameTest, SaysAFailureWithoutASentenceByItsCode)
+{
+    test::BoxAnswer box;
+    const auto fail
+        = [](Status status, const char* sentence) { inSlot(nullptr, [&] { throw StatusError(status, sentence); }); };
+    fail(statusCode(0x80040304), "");
+    fail(statusCode(0x80040304), "The file \"a.par\" is checked out by Ann.");
+    inSlot(nullptr, [] { throw std::bad_alloc(); });
+    EXPECT_EQ(box.said,
+        QStringList({"The file is checked out already.", "The file \"a.par\" is checked out by Ann.",
+            "There is not enough memory for this operation."}));
+}
+
+} // namespace
+} // namespace zn

@@ -1,0 +1,97 @@
+#include "addin/pages/frame/MessageBoxes.h"
+#include "tests/support/windows/LayoutCheck.h"
+#include "tests/support/windows/LongTexts.h"
+#include "tests/support/windows/Windows.h"
+
+#include <gmock/gmock.h>
+#include <QApplication>
+#include <QImage>
+
+namespace zn::test {
+namespace {
+
+using ::testing::IsEmpty;
+
+/// The English texts of a window.
+AskedTexts textsOf(const WindowCase& window)
+{
+    Desk desk;
+    window.open(desk, [](QWidget&) {});
+    return desk.asked;
+}
+
+void expectGoodLooks(const WindowCase& window, const Text& language, const std::filesystem::path& strings = {})
+{
+    Desk desk(language, strings);
+    bool looked = false;
+    window.open(desk, [&](QWidget& shown) {
+        looked = true;
+        EXPECT_THAT(layoutFaults(shown), IsEmpty()) << window.name << " in " << toUtf8(language);
+    });
+    EXPECT_TRUE(looked) << window.name << " did not open";
+    EXPECT_EQ(takeUnspoken(), "") << window.name;
+}
+
+class LayoutTest : public ::testing::TestWithParam<WindowCase> { };
+
+TEST_P(LayoutTest, ShowsEveryControlWholeInEnglishGermanAndWithLongTexts)
+{
+    const TemporaryFolder strings;
+    writeLongTexts(textsOf(GetParam()), strings.path());
+    expectGoodLooks(GetParam(), u"GB");
+    expectGoodLooks(GetParam(), u"DE");
+    expectGoodLooks(GetParam(), u"XX", strings.path());
+}
+
+TEST_P(LayoutTest, ShowsEveryControlWholeAtTwiceTheSize)
+{
+    const QFont font = QApplication::font();
+    QFont large = font;
+    large.setPointSizeF(font.pointSizeF() * 2);
+    QApplication::setFont(large);
+    expectGoodLooks(GetParam(), u"GB");
+    expectGoodLooks(GetParam(), u"DE");
+    QApplication::setFont(font);
+}
+
+TEST_P(LayoutTest, NamesEveryControl)
+{
+    for (const char16_t* language : {u"GB", u"DE"}) {
+        Desk desk(language);
+        GetParam().open(desk, [&](QWidget& shown) {
+            EXPECT_THAT(namingFaults(shown), IsEmpty()) << GetParam().name << " in " << toUtf8(language);
+        });
+    }
+}
+
+/// How light a picture is on average, from 0 to 255.
+int lightness(QWidget& window)
+{
+    const QImage picture = window.window()->grab().toImage().scaled(64, 64);
+    int sum = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            sum += qGray(picture.pixel(x, y));
+    }
+    return sum / (picture.width() * picture.height());
+}
+
+TEST_P(LayoutTest, TakesItsColoursFromThePalette)
+{
+    const QPalette before = QApplication::palette();
+    for (const auto& [ground, dark] : {std::pair(QColor(40, 40, 44), true), std::pair(QColor(239, 239, 239), false)}) {
+        QApplication::setPalette(QPalette(ground));
+        Desk desk;
+        GetParam().open(desk, [&](QWidget& shown) { EXPECT_EQ(lightness(shown) < 128, dark) << GetParam().name; });
+    }
+    QApplication::setPalette(before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Windows, LayoutTest, ::testing::ValuesIn(allWindows()), [](const auto& window) {
+    std::string name = window.param.name;
+    std::erase_if(name, [](char letter) { return !std::isalnum(static_cast<unsigned char>(letter)); });
+    return name;
+});
+
+} // namespace
+} // namespace zn::test

@@ -1,0 +1,186 @@
+#include "tests/addin/session/SessionFixture.h"
+
+namespace zn::test {
+namespace {
+
+using ::testing::ElementsAre;
+constexpr TextView addInKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise\\ZNTaskAddIn";
+
+/// What one macro call of the application does.
+struct Attempt {
+    Status status = S_OK;
+    bool success = true;
+    std::int32_t reason = 0;
+    bool schedulerDialog = false;
+};
+
+class MacroRunTest : public SessionTest {
+protected:
+    MacroRunTest()
+    {
+        application->members["RunMacro2"] = [this](MemberCall& call) { return run(call); };
+        application->members["RunMacro"] = application->members["RunMacro2"];
+    }
+
+    Value run(MemberCall& call)
+    {
+        file = call.arguments.at(0).toText();
+        macro = machine.machine.files().readBytes(file).value_or("(no file)");
+        const Attempt attempt = attempts.at(static_cast<std::size_t>(calls++));
+        if (attempt.schedulerDialog) {
+            windows.open(5, {running.processId, u"A Zentrel Task Scheduler", 0});
+            while (windows.isOpen(5))
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        if (dies)
+            endApplication();
+        if (failed(attempt.status))
+            throw StatusError(attempt.status);
+        if (call.arguments.size() > 4)
+            call.arguments[4] = attempt.reason;
+        return attempt.success;
+    }
+
+    std::vector<Attempt> attempts;
+    int calls = 0;
+    bool dies = false;
+    Text file;
+    std::string macro;
+};
+
+TEST_F(MacroRunTest, RetriesFailedCallsAndPutsTheLastIntoWords)
+{
+    const std::string general = "Failed to run Zentrel macro.";
+    struct Case {
+        std::vector<Attempt> attempts;
+        int calls;
+        Status status;
+        std::string text;
+    };
+    const Case cases[] = {
+        {{{S_OK, true, 5}}, 1, S_OK, ""},
+        {{{S_OK, false, 3}}, 1, E_FAIL, general},
+        {{{S_OK, false, 27}}, 1, E_FAIL, general + " Reason: File save failed."},
+        {{{E_ACCESSDENIED}, {S_OK, true}}, 2, S_OK, ""},
+        {{{RPC_E_DISCONNECTED}, {RPC_E_DISCONNECTED}, {S_OK, false, 12}}, 3, E_FAIL,
+            general + " Reason: Unhandled exception."},
+        {{{RPC_E_DISCONNECTED}, {E_FAIL}, {E_ACCESSDENIED}}, 3, E_ACCESSDENIED, general},
+    };
+    for (const Case& one : cases) {
+        ASSERT_EQ(session.Start(), S_OK);
+        running.starts = 0;
+        attempts = one.attempts;
+        calls = 0;
+        EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), one.status);
+        EXPECT_EQ(calls, one.calls);
+        EXPECT_EQ(toUtf8(session.GetLastError()), one.text);
+        EXPECT_EQ(running.starts, one.calls - 1);
+        session.Stop(true, S_OK);
+    }
+}
+
+TEST_F(MacroRunTest, OutlivesAnApplicationThatDiesInAMacro)
+{
+    ASSERT_EQ(session.Start(), S_OK);
+    attempts.assign(3, {RPC_E_DISCONNECTED});
+    dies = true;
+    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), RPC_E_DISCONNECTED);
+    EXPECT_EQ(calls, 3);
+    EXPECT_EQ(running.starts, 3);
+    EXPECT_EQ(session.StopKeepingError(S_OK), S_OK);
+    EXPECT_EQ(session.GetLastError(), u"Failed to run Zentrel macro.");
+
+    ASSERT_EQ(session.Start(), S_OK);
+    attempts = {{RPC_E_DISCONNECTED}, {}};
+    calls = 0;
+    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), S_OK);
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(MacroRunTest, RestartsInRegressionModeWhenTheSchedulersDialogWasSeen)
+{
+    machine.machine.registry().write(RegistryRoot::Machine, u"SOFTWARE\\Zentrel\\Zentrel 2018\\Setup",
+        u"Zentrel Office Installed", RegistryValue::number(1), {});
+    ASSERT_EQ(session.Start(), S_OK);
+    // The dialog comes back more often than a plain failure would be retried.
+    attempts = {{S_OK, true, 0, true}, {S_OK, true, 0, true}, {S_OK, true, 0, true}, {S_OK, true, 0, true}, {}};
+    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), S_OK);
+    EXPECT_EQ(calls, 5);
+    EXPECT_EQ(content("starts"), "/B\n/R\n/R\n/R\n/R\n");
+    EXPECT_EQ(windows.answers, std::vector<std::string>(4, "key 13 A Zentrel Task Scheduler"));
+
+    calls = 0;
+    attempts.assign(1000, {S_OK, true, 0, true});
+    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), E_FAIL);
+    EXPECT_EQ(calls, 100);
+    EXPECT_EQ(session.GetLastError(), u"Failed to run Zentrel macro.");
+}
+
+TEST_F(MacroRunTest, RestartsWithoutAMacroInBetweenLeaveFewerAttempts)
+{
+    ASSERT_EQ(session.Start(), S_OK);
+    const std::pair<int, int> cases[] = {{2, 3}, {3, 2}, {6, 1}, {9, 1}, {0, 3}};
+    for (const auto& [restarts, expected] : cases) {
+        for (int i = 0; i < restarts; ++i)
+            ASSERT_EQ(session.Restart(S_OK), S_OK);
+        attempts.assign(5, {E_FAIL});
+        calls = 0;
+        EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), E_FAIL);
+        EXPECT_EQ(calls, expected) << restarts;
+    }
+}
+
+TEST_F(MacroRunTest, HandsTheMacroOverAsAFileInTheCodePage)
+{
+    ASSERT_EQ(session.Start(), S_OK);
+    attempts.assign(2, {});
+    const auto copy = machine.folder / "last.znb";
+    machine.machine.registry().write(
+        RegistryRoot::User, addInKey, u"ScriptCopyPath", RegistryValue::text(machine.path("last.znb")), {});
+    log->clear();
+    session.RunMacro(u"é – \u0416 \U0001F600\r\n");
+    EXPECT_EQ(macro, "\xE9 \x96 ? ??\r\n");
+    EXPECT_EQ(content("last.znb"), macro);
+    EXPECT_THAT(*log, ElementsAre("RunMacro2(" + toUtf8(file) + ", ZNMacro1, main, 0, 0)"));
+    const auto path = machine.machine.files().toMachine(file);
+    EXPECT_TRUE(path.filename().string().starts_with("TFR"));
+    EXPECT_EQ(path.extension(), ".znb");
+    EXPECT_FALSE(std::filesystem::exists(path));
+
+    machine.machine.registry().write(
+        RegistryRoot::User, addInKey, u"ScriptCopyPath", RegistryValue::text(machine.path("none/last.znb")), {});
+    session.RunMacro(u"");
+    EXPECT_EQ(macro, "");
+}
+
+TEST_F(MacroRunTest, CallsOldReleasesTheirOwnWay)
+{
+    for (const auto& [revision, call] : {std::pair("16.5.1", "RunMacro("), std::pair("17.0.0", "RunMacro2(")}) {
+        application->set("RevisionNumber", toText(revision));
+        ASSERT_EQ(session.Start(), S_OK);
+        attempts.assign(1, {});
+        calls = 0;
+        log->clear();
+        session.RunMacro(u"main");
+        EXPECT_TRUE(log->front().starts_with(call)) << log->front();
+        session.Stop(true, S_OK);
+    }
+}
+
+TEST_F(MacroRunTest, SaysWhyTheMacroFileCouldNotBeWritten)
+{
+    ASSERT_EQ(session.Start(), S_OK);
+    const char* before = std::getenv("TMPDIR");
+    const std::string kept = before ? before : "";
+    ::setenv("TMPDIR", "/proc", 1);
+    const Status status = raised([&] { session.RunMacro(u"main"); });
+    kept.empty() ? ::unsetenv("TMPDIR") : ::setenv("TMPDIR", kept.c_str(), 1);
+    EXPECT_TRUE(failed(status));
+    EXPECT_EQ(calls, 0);
+    EXPECT_TRUE(session.GetLastError().starts_with(
+        u"Failed to run Zentrel macro. The folder 'Z:\\proc' takes no temporary file: "))
+        << toUtf8(session.GetLastError());
+}
+
+} // namespace
+} // namespace zn::test

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "addin/installation/SettingsLight.h"
+#include "addin/pages/Pages.h"
+#include "arkin/tasks/TaskProperties.h"
+#include "arkin/vault/VaultObject.h"
+#include "tests/arkin/VaultFixture.h"
+#include "tests/support/pages/Person.h"
+#include "tests/support/TestPlatform.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zn::test {
+
+/// A host's window, the real vault and a task definition in it, and the product's pages with their closed libraries
+/// from the program's folder.
+class PageFixture : public ::testing::Test {
+protected:
+    PageFixture()
+        : ports(platform.ports())
+        , m_vault(platform.folder.path())
+        , vault(std::make_shared<arkin::VaultObject>(m_vault.vault))
+        , tasks(m_vault.store.database(), m_vault.vault.info().id)
+    {
+        ports.registry.write(RegistryRoot::Machine, productKey, u"Location",
+            RegistryValue::text(platform.machine.files().fromMachine(ZN_BIN_DIR)));
+        window.resize(760, 560);
+        window.show();
+    }
+
+    /// Makes the task "Nightly" with these variables and opens its definition.
+    void openTask(TaskKind kind, arkin::Variables variables = {})
+    {
+        variables[u"__type"] = static_cast<std::int32_t>(kind);
+        arkin::TaskDefinition definition;
+        definition.name = u"Nightly";
+        definition.variables = std::move(variables);
+        tasks.create(definition);
+        reopenTask();
+    }
+    /// As the next administrator gets it, from the database.
+    void reopenTask()
+    {
+        storeChange();
+        task = std::make_shared<arkin::TaskProperties>(tasks.get(u"Nightly"));
+    }
+    /// What the database holds, each as "name=value", without those that begin with "__" unless named.
+    arkin::Variables stored()
+    {
+        storeChange();
+        return tasks.get(u"Nightly").variables;
+    }
+
+    Pages& pages()
+    {
+        if (!m_pages)
+            m_pages = std::make_unique<Pages>(ports);
+        return *m_pages;
+    }
+    PageSetting setting(TaskKind kind) { return {vault, task, kind, static_cast<std::int32_t>(window.winId())}; }
+
+    TestPlatform platform;
+    Platform ports;
+    arkin::test::TestVault m_vault;
+    std::shared_ptr<arkin::VaultObject> vault;
+    arkin::TaskStore tasks;
+    std::shared_ptr<arkin::TaskProperties> task;
+    QWidget window;
+
+private:
+    /// What the pages wrote reaches the database, as when the host accepts.
+    void storeChange()
+    {
+        if (task)
+            tasks.change(task->task().id, task->change());
+    }
+
+    std::unique_ptr<Pages> m_pages;
+};
+
+} // namespace zn::test
