@@ -19,11 +19,11 @@ constexpr std::size_t batchSize = 200;
 
 class Add : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("PATH", m_paths, "Files, or folders with all that is in them")->required();
-        app.add_option("--to", m_to, "Folder of the vault; made if it is missing");
-        app.add_option("-m,--comment", m_comment, "Comment of the first versions");
+        take.option("PATH", m_paths, "Files, or folders with all that is in them").required();
+        take.option("--to", m_to, "Folder of the vault; made if it is missing");
+        take.option("-m,--comment", m_comment, "Comment of the first versions");
     }
 
     int run(Session& session) override

@@ -39,7 +39,7 @@ public:
     {
     }
 
-    void declare(CLI::App& app) override { app.add_option("PATH", m_path, "The add-in's library")->required(); }
+    void declare(Arguments& take) override { take.option("PATH", m_path, "The add-in's library").required(); }
 
     int run(Session& session) override
     {

@@ -12,12 +12,12 @@ namespace {
 
 class Card : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("FILE", m_file, "File of the vault")->required();
-        app.add_option("--version", m_version, "Version to show; else the latest")->check(CLI::Range(1, INT32_MAX));
-        app.add_option("--configuration", m_configuration, "Configuration; '@' for the file's own values");
-        app.add_option(
+        take.option("FILE", m_file, "File of the vault").required();
+        take.option("--version", m_version, "Version to show; else the latest").range(1, INT32_MAX);
+        take.option("--configuration", m_configuration, "Configuration; '@' for the file's own values");
+        take.option(
             "--set", m_settings, "NAME=VALUE to write. A file that isn't checked out gets a new version with it");
     }
 

@@ -11,10 +11,10 @@ namespace {
 
 class CheckIn : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("FILE", m_files, "Files of the vault")->required();
-        app.add_option("-m,--comment", m_comment, "Comment of the new versions");
+        take.option("FILE", m_files, "Files of the vault").required();
+        take.option("-m,--comment", m_comment, "Comment of the new versions");
     }
 
     int run(Session& session) override

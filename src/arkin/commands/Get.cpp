@@ -11,12 +11,12 @@ namespace {
 
 class Get : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("FILE", m_file, "File of the vault")->required();
-        app.add_option("--version", m_version, "Version to bring; else the latest")->check(CLI::Range(1, INT32_MAX));
-        app.add_flag("--references", m_references, "Bring the files that it refers to, too");
-        app.add_flag("--discard", m_discard, "Overwrite local changes that the vault doesn't have");
+        take.option("FILE", m_file, "File of the vault").required();
+        take.option("--version", m_version, "Version to bring; else the latest").range(1, INT32_MAX);
+        take.flag("--references", m_references, "Bring the files that it refers to, too");
+        take.flag("--discard", m_discard, "Overwrite local changes that the vault doesn't have");
     }
 
     int run(Session& session) override

@@ -7,7 +7,7 @@ namespace {
 
 class History : public Command {
 public:
-    void declare(CLI::App& app) override { app.add_option("FILE", m_file, "File of the vault")->required(); }
+    void declare(Arguments& take) override { take.option("FILE", m_file, "File of the vault").required(); }
 
     int run(Session& session) override
     {

@@ -15,9 +15,9 @@ using zn::RegistryRoot;
 /// The language of the product's windows: a code such as "DE" in the product's settings, English without one.
 class Language : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("CODE", m_code, "Language code, such as GB or DE; shows the present one without it");
+        take.option("CODE", m_code, "Language code, such as GB or DE; shows the present one without it");
     }
 
     int run(Session& session) override

@@ -8,7 +8,7 @@ namespace {
 
 class List : public Command {
 public:
-    void declare(CLI::App& app) override { app.add_option("FOLDER", m_folder, "Folder of the vault; else its root"); }
+    void declare(Arguments& take) override { take.option("FOLDER", m_folder, "Folder of the vault; else its root"); }
 
     int run(Session& session) override
     {

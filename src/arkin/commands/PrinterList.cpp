@@ -18,7 +18,7 @@ std::string shownTarget(Session& session, const zn::Printer& printer)
 
 class PrinterList : public Command {
 public:
-    void declare(CLI::App&) override { }
+    void declare(Arguments&) override { }
 
     int run(Session& session) override
     {

@@ -9,10 +9,10 @@ namespace {
 
 class ReferencesCommand : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("FILE", m_file, "File of the vault")->required();
-        app.add_option("--version", m_version, "Version of the file; else the latest")->check(CLI::Range(1, INT32_MAX));
+        take.option("FILE", m_file, "File of the vault").required();
+        take.option("--version", m_version, "Version of the file; else the latest").range(1, INT32_MAX);
     }
 
     int run(Session& session) override

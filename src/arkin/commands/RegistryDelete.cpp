@@ -9,32 +9,31 @@ namespace {
 
 class RegistryDelete : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("KEY", m_key, "machine\\... or user\\...")->required();
-        m_nameOption = app.add_option("NAME", m_name, "Name of the value; without it the whole key goes");
-        app.add_flag("--32", m_bits32, "The machine's 32-bit face");
+        take.option("KEY", m_key, "machine\\... or user\\...").required();
+        take.option("NAME", m_name, "Name of the value; without it the whole key goes");
+        take.flag("--32", m_bits32, "The machine's 32-bit face");
     }
 
     int run(Session& session) override
     {
         auto& registry = session.platform().registry();
         const auto at = parseKey(m_key, m_bits32);
-        if (m_nameOption->count() > 0)
-            registry.removeValue(at.root, at.key, zn::toText(m_name), at.view);
+        if (m_name)
+            registry.removeValue(at.root, at.key, zn::toText(*m_name), at.view);
         else if (at.key.empty())
             throw zn::StatusError(zn::E_INVALIDARG, "A whole root isn't deleted: name a key below it.");
         else
             registry.removeKey(at.root, at.key, at.view);
         if (session.json())
-            printJson({{"key", m_key}, {"name", m_nameOption->count() > 0 ? Json(m_name) : Json(nullptr)}});
+            printJson({{"key", m_key}, {"name", m_name ? Json(*m_name) : Json(nullptr)}});
         return commandDone;
     }
 
 private:
     std::string m_key;
-    std::string m_name;
-    CLI::Option* m_nameOption = nullptr;
+    std::optional<std::string> m_name;
     bool m_bits32 = false;
 };
 

@@ -11,11 +11,11 @@ namespace {
 
 class RegistryGet : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("KEY", m_key, "machine\\... or user\\...")->required();
-        app.add_option("NAME", m_name, "Name of the value; else the key's default value");
-        app.add_flag("--32", m_bits32, "The machine's 32-bit face");
+        take.option("KEY", m_key, "machine\\... or user\\...").required();
+        take.option("NAME", m_name, "Name of the value; else the key's default value");
+        take.flag("--32", m_bits32, "The machine's 32-bit face");
     }
 
     int run(Session& session) override

@@ -9,10 +9,10 @@ namespace {
 
 class RegistryList : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("KEY", m_key, "machine\\... or user\\...")->required();
-        app.add_flag("--32", m_bits32, "The machine's 32-bit face");
+        take.option("KEY", m_key, "machine\\... or user\\...").required();
+        take.flag("--32", m_bits32, "The machine's 32-bit face");
     }
 
     int run(Session& session) override

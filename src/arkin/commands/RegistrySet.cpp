@@ -11,13 +11,13 @@ namespace {
 
 class RegistrySet : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("KEY", m_key, "machine\\... or user\\...")->required();
-        app.add_option("NAME", m_name, "Name of the value; '' for the key's default value")->required();
-        app.add_option("VALUE", m_value, "The value")->required();
-        app.add_flag("--number", m_number, "Store a 32-bit number, not a text");
-        app.add_flag("--32", m_bits32, "The machine's 32-bit face");
+        take.option("KEY", m_key, "machine\\... or user\\...").required();
+        take.option("NAME", m_name, "Name of the value; '' for the key's default value").required();
+        take.option("VALUE", m_value, "The value").required();
+        take.flag("--number", m_number, "Store a 32-bit number, not a text");
+        take.flag("--32", m_bits32, "The machine's 32-bit face");
     }
 
     int run(Session& session) override

@@ -17,14 +17,12 @@ namespace {
 
 class TaskCreate : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("NAME", m_name, "Name of the task")->required();
-        app.add_option("--kind", m_kind, "What the task does")
-            ->capture_default_str()
-            ->check(CLI::IsMember({"convert", "print", "script"}));
-        app.add_option("--from", m_file, "JSON file with the task's variables");
-        app.add_option("--set", m_settings, "VARIABLE=VALUE; wins over the file");
+        take.option("NAME", m_name, "Name of the task").required();
+        take.option("--kind", m_kind, "What the task does").showsDefault().oneOf({"convert", "print", "script"});
+        take.option("--from", m_file, "JSON file with the task's variables");
+        take.option("--set", m_settings, "VARIABLE=VALUE; wins over the file");
     }
 
     int run(Session& session) override

@@ -9,7 +9,7 @@ namespace {
 
 class TaskDelete : public Command {
 public:
-    void declare(CLI::App& app) override { app.add_option("NAME", m_name, "Name of the task")->required(); }
+    void declare(Arguments& take) override { take.option("NAME", m_name, "Name of the task").required(); }
 
     int run(Session& session) override
     {

@@ -9,7 +9,7 @@ namespace {
 
 class TaskDetailsCommand : public Command {
 public:
-    void declare(CLI::App& app) override { app.add_option("ID", m_id, "The run's number or identifier")->required(); }
+    void declare(Arguments& take) override { take.option("ID", m_id, "The run's number or identifier").required(); }
 
     int run(Session& session) override
     {

@@ -11,7 +11,7 @@ namespace {
 
 class TaskEdit : public Command {
 public:
-    void declare(CLI::App& app) override { app.add_option("NAME", m_name, "Name of the task")->required(); }
+    void declare(Arguments& take) override { take.option("NAME", m_name, "Name of the task").required(); }
 
     int run(Session& session) override
     {

@@ -14,15 +14,15 @@ namespace {
 
 class TaskLaunch : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("NAME", m_name, "Name of the task")->required();
-        app.add_option("PATH", m_paths, "Files and folders of the vault");
-        app.add_option("--version", m_version, "Version of the files; else the latest when the run gets to them")
-            ->check(CLI::Range(1, INT32_MAX));
-        app.add_option("--configuration", m_configuration, "Configuration or sheet of the files");
-        app.add_flag("--no-dialog", m_noDialog, "Ask nobody: fail if something is left to the user");
-        app.add_flag("--wait", m_wait, "Carry the run out here and wait for its end");
+        take.option("NAME", m_name, "Name of the task").required();
+        take.option("PATH", m_paths, "Files and folders of the vault");
+        take.option("--version", m_version, "Version of the files; else the latest when the run gets to them")
+            .range(1, INT32_MAX);
+        take.option("--configuration", m_configuration, "Configuration or sheet of the files");
+        take.flag("--no-dialog", m_noDialog, "Ask nobody: fail if something is left to the user");
+        take.flag("--wait", m_wait, "Carry the run out here and wait for its end");
     }
 
     int run(Session& session) override

@@ -9,7 +9,7 @@ namespace {
 
 class TaskList : public Command {
 public:
-    void declare(CLI::App&) override { }
+    void declare(Arguments&) override { }
 
     int run(Session& session) override
     {

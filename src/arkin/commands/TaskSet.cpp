@@ -12,10 +12,10 @@ namespace {
 
 class TaskSet : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("NAME", m_name, "Name of the task")->required();
-        app.add_option("SETTING", m_settings, "VARIABLE=VALUE")->required();
+        take.option("NAME", m_name, "Name of the task").required();
+        take.option("SETTING", m_settings, "VARIABLE=VALUE").required();
     }
 
     int run(Session& session) override

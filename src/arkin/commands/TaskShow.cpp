@@ -18,7 +18,7 @@ std::string shortened(const std::string& value)
 
 class TaskShow : public Command {
 public:
-    void declare(CLI::App& app) override { app.add_option("NAME", m_name, "Name of the task")->required(); }
+    void declare(Arguments& take) override { take.option("NAME", m_name, "Name of the task").required(); }
 
     int run(Session& session) override
     {

@@ -9,10 +9,10 @@ namespace {
 
 class TaskStatus : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("ID", m_id, "The run's number or identifier; else all runs, the newest first");
-        app.add_option("--task", m_task, "Of all runs those of this task");
+        take.option("ID", m_id, "The run's number or identifier; else all runs, the newest first");
+        take.option("--task", m_task, "Of all runs those of this task");
     }
 
     int run(Session& session) override

@@ -11,7 +11,7 @@ namespace {
 
 class Undo : public Command {
 public:
-    void declare(CLI::App& app) override { app.add_option("FILE", m_files, "Files of the vault")->required(); }
+    void declare(Arguments& take) override { take.option("FILE", m_files, "Files of the vault").required(); }
 
     int run(Session& session) override
     {

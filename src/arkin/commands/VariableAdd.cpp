@@ -9,7 +9,7 @@ namespace {
 
 class VariableAdd : public Command {
 public:
-    void declare(CLI::App& app) override { app.add_option("NAME", m_names, "Names of card variables")->required(); }
+    void declare(Arguments& take) override { take.option("NAME", m_names, "Names of card variables").required(); }
 
     int run(Session& session) override
     {

@@ -7,7 +7,7 @@ namespace {
 
 class VariableList : public Command {
 public:
-    void declare(CLI::App&) override { }
+    void declare(Arguments&) override { }
 
     int run(Session& session) override
     {

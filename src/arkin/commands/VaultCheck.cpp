@@ -12,7 +12,7 @@ namespace {
 
 class VaultCheck : public Command {
 public:
-    void declare(CLI::App&) override { }
+    void declare(Arguments&) override { }
 
     int run(Session& session) override
     {

@@ -9,10 +9,10 @@ namespace {
 
 class VaultCreate : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_option("NAME", m_name, "Name of the vault")->required();
-        app.add_option("--root", m_root, "Folder of the vault's files on this machine")->required();
+        take.option("NAME", m_name, "Name of the vault").required();
+        take.option("--root", m_root, "Folder of the vault's files on this machine").required();
     }
 
     int run(Session& session) override

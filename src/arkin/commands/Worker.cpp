@@ -14,9 +14,9 @@ namespace {
 
 class WorkerCommand : public Command {
 public:
-    void declare(CLI::App& app) override
+    void declare(Arguments& take) override
     {
-        app.add_flag("--once", m_once, "End when no run waits any more; the exit code tells whether all went well");
+        take.flag("--once", m_once, "End when no run waits any more; the exit code tells whether all went well");
     }
 
     int run(Session& session) override

@@ -4,30 +4,36 @@
 
 namespace zentrel::commands {
 
-void addAssemble(CLI::App& app)
-{
-    struct Options {
-        std::filesystem::path output;
-        std::vector<std::filesystem::path> parts;
-        std::vector<std::filesystem::path> embedded;
-    };
-    auto options = std::make_shared<Options>();
-    CLI::App* command = app.add_subcommand("assemble", "Makes an assembly of parts");
-    command->add_option("OUT", options->output, "The assembly to be written (.zenasm)")->required();
-    command->add_option("PART", options->parts, "Parts and assemblies that it refers to");
-    command->add_option("--virtual", options->embedded, "A part that is stored inside the assembly")
-        ->type_name("PART")
-        ->allow_extra_args(false);
-    command->callback([options] {
+namespace {
+
+struct Assemble {
+    std::filesystem::path output;
+    std::vector<std::filesystem::path> parts;
+    std::vector<std::filesystem::path> embedded;
+
+    void declare(Arguments& take)
+    {
+        take.option("OUT", output, "The assembly to be written (.zenasm)").required();
+        take.option("PART", parts, "Parts and assemblies that it refers to");
+        take.option("--virtual", embedded, "A part that is stored inside the assembly").shownAs("PART").oneAtATime();
+    }
+
+    int run() const
+    {
         std::vector<AssembleInput> components;
-        for (const auto& part : options->parts)
+        for (const auto& part : parts)
             components.push_back({part, false});
-        for (const auto& part : options->embedded)
+        for (const auto& part : embedded)
             components.push_back({part, true});
         if (components.empty())
-            throw CLI::RequiredError("PART");
-        assemble(options->output, components);
-    });
-}
+            throw WrongUse("PART is required");
+        assemble(output, components);
+        return zn::commandline::done;
+    }
+};
+
+} // namespace
+
+Subcommand assembleCommand() { return subcommand<Assemble>("assemble", "Makes an assembly of parts"); }
 
 } // namespace zentrel::commands

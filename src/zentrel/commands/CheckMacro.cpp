@@ -25,33 +25,37 @@ zn::Text readMacro(const std::filesystem::path& file)
     return zn::fromCodePage(bytes.str());
 }
 
+struct CheckMacro {
+    std::filesystem::path file;
+    bool json = false;
+
+    void declare(Arguments& take)
+    {
+        take.option("FILE", file, "Macro text in the single-byte code page").required();
+        take.flag("--json", json, "Print JSON");
+    }
+
+    int run() const
+    {
+        const auto errors = zn::language::check(readMacro(file), macroCompileOptions());
+        auto list = nlohmann::ordered_json::array();
+        for (const auto& error : errors) {
+            const auto message = zn::toUtf8(error.message);
+            list.push_back({{"line", error.line}, {"column", error.column}, {"message", message}});
+            if (!json)
+                fmt::print("{}:{}:{}: {}\n", file.string(), error.line, error.column, message);
+        }
+        if (json)
+            fmt::print("{}\n", list.dump(2));
+        return errors.empty() ? zn::commandline::done : zn::commandline::failed;
+    }
+};
+
 } // namespace
 
-void addCheckMacro(CLI::App& app)
+Subcommand checkMacroCommand()
 {
-    struct Options {
-        std::filesystem::path file;
-        bool json = false;
-    };
-    auto options = std::make_shared<Options>();
-    CLI::App* command
-        = app.add_subcommand("check-macro", "Checks a macro without running it; exit code 1 if it has errors");
-    command->add_option("FILE", options->file, "Macro text in the single-byte code page")->required();
-    command->add_flag("--json", options->json, "Print JSON");
-    command->callback([options] {
-        const auto errors = zn::language::check(readMacro(options->file), macroCompileOptions());
-        nlohmann::ordered_json list = nlohmann::ordered_json::array();
-        for (const auto& error : errors) {
-            list.push_back({{"line", error.line}, {"column", error.column}, {"message", zn::toUtf8(error.message)}});
-            if (!options->json)
-                fmt::print(
-                    "{}:{}:{}: {}\n", options->file.string(), error.line, error.column, zn::toUtf8(error.message));
-        }
-        if (options->json)
-            fmt::print("{}\n", list.dump(2));
-        if (!errors.empty())
-            throw CLI::RuntimeError(1);
-    });
+    return subcommand<CheckMacro>("check-macro", "Checks a macro without running it; exit code 1 if it has errors");
 }
 
 } // namespace zentrel::commands

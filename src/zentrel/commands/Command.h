@@ -1,23 +1,36 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "commandline/Program.h"
+
 #include <filesystem>
 
-/// The subcommands of `zentrel`, one file each. Each adds itself to the command line, with what it does when it was
-/// chosen. Work that fails raises an exception with a sentence, or `CLI::RuntimeError` when all has been said.
+/// The subcommands of `zentrel`, one file each. Work that fails raises an exception with a sentence; a command that has
+/// said all itself returns 1.
 namespace zentrel::commands {
 
-/// Options that all subcommands share.
+using zn::commandline::Arguments;
+using zn::commandline::Subcommand;
+using zn::commandline::WrongUse;
+
+/// Options that all subcommands share; read when a subcommand runs.
 struct Common {
     std::filesystem::path home; ///< empty: the environment's
 };
 
-void addImport(CLI::App& app);
-void addAssemble(CLI::App& app);
-void addDraw(CLI::App& app);
-void addInfo(CLI::App& app);
-void addRunMacro(CLI::App& app, const Common& common);
-void addCheckMacro(CLI::App& app);
-void addRegister(CLI::App& app, const Common& common);
+/// The subcommand of a `Work`, which has `declare(Arguments&)` and `run()`, and is made of the values.
+template <typename Work, typename... Values> Subcommand subcommand(const char* name, const char* help, Values... values)
+{
+    const auto work = std::make_shared<Work>(Work{values...});
+    return {"", name, help, [work](Arguments& take) { work->declare(take); }, [work] { return work->run(); }};
+}
+
+Subcommand importCommand();
+Subcommand assembleCommand();
+Subcommand drawCommand();
+Subcommand infoCommand();
+Subcommand runMacroCommand(const Common& common);
+Subcommand checkMacroCommand();
+Subcommand registerCommand(const Common& common);
+Subcommand unregisterCommand(const Common& common);
 
 } // namespace zentrel::commands

@@ -14,8 +14,8 @@ DrawInput sheetOf(const std::string& text)
     static const std::regex form("(.+?):([A-Ea-e]|[Aa][0-4])(:landscape)?=(.+)");
     std::smatch parts;
     if (!std::regex_match(text, parts, form))
-        throw CLI::ValidationError("--sheet",
-            "'" + text + "' must have the form NAME:SIZE[:landscape]=MODEL, with a size of A to E or A0 to A4");
+        throw WrongUse("--sheet: '" + text
+            + "' must have the form NAME:SIZE[:landscape]=MODEL, with a size of A to E or A0 to A4");
     return {.name = zn::toText(parts[1].str()),
         .paper = paperFromName(zn::toText(parts[2].str())).value(),
         .landscape = parts[3].matched,
@@ -23,26 +23,30 @@ DrawInput sheetOf(const std::string& text)
         .configuration = {}};
 }
 
+struct Draw {
+    std::filesystem::path output;
+    std::vector<std::string> sheets;
+
+    void declare(Arguments& take)
+    {
+        take.option("OUT", output, "The drawing to be written (.zendrw)").required();
+        take.option("--sheet", sheets, "A sheet and the model that it shows")
+            .shownAs("NAME:SIZE[:landscape]=MODEL")
+            .required();
+    }
+
+    int run() const
+    {
+        std::vector<DrawInput> inputs;
+        for (const std::string& text : sheets)
+            inputs.push_back(sheetOf(text));
+        draw(output, inputs);
+        return zn::commandline::done;
+    }
+};
+
 } // namespace
 
-void addDraw(CLI::App& app)
-{
-    struct Options {
-        std::filesystem::path output;
-        std::vector<std::string> sheets;
-    };
-    auto options = std::make_shared<Options>();
-    CLI::App* command = app.add_subcommand("draw", "Makes a drawing with views of parts and assemblies");
-    command->add_option("OUT", options->output, "The drawing to be written (.zendrw)")->required();
-    command->add_option("--sheet", options->sheets, "A sheet and the model that it shows")
-        ->type_name("NAME:SIZE[:landscape]=MODEL")
-        ->required();
-    command->callback([options] {
-        std::vector<DrawInput> sheets;
-        for (const std::string& text : options->sheets)
-            sheets.push_back(sheetOf(text));
-        draw(options->output, sheets);
-    });
-}
+Subcommand drawCommand() { return subcommand<Draw>("draw", "Makes a drawing with views of parts and assemblies"); }
 
 } // namespace zentrel::commands

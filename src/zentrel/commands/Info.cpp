@@ -69,25 +69,29 @@ void print(const DocumentInfo& info)
     }
 }
 
-} // namespace
+struct Info {
+    std::filesystem::path file;
+    bool json = false;
 
-void addInfo(CLI::App& app)
-{
-    struct Options {
-        std::filesystem::path file;
-        bool json = false;
-    };
-    auto options = std::make_shared<Options>();
-    CLI::App* command = app.add_subcommand("info", "Shows what is in a document");
-    command->add_option("FILE", options->file, "A .zenprt, .zenasm or .zendrw")->required();
-    command->add_flag("--json", options->json, "Print JSON");
-    command->callback([options] {
-        const DocumentInfo info = describe(options->file);
-        if (options->json)
+    void declare(Arguments& take)
+    {
+        take.option("FILE", file, "A .zenprt, .zenasm or .zendrw").required();
+        take.flag("--json", json, "Print JSON");
+    }
+
+    int run() const
+    {
+        const DocumentInfo info = describe(file);
+        if (json)
             fmt::print("{}\n", asJson(info).dump(2));
         else
             print(info);
-    });
-}
+        return zn::commandline::done;
+    }
+};
+
+} // namespace
+
+Subcommand infoCommand() { return subcommand<Info>("info", "Shows what is in a document"); }
 
 } // namespace zentrel::commands

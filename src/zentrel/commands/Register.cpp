@@ -70,26 +70,50 @@ std::filesystem::path besideThisProgram()
     return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "ZENTREL.EXE";
 }
 
-} // namespace
+struct Register {
+    const Common* common;
+    std::filesystem::path executable = {};
 
-void addRegister(CLI::App& app, const Common& common)
-{
-    auto executable = std::make_shared<std::filesystem::path>();
-    CLI::App* command = app.add_subcommand("register", "Registers the CAD application, so that workers find it");
-    command->add_option("--executable", *executable, "The program (default: ZENTREL.EXE beside this one)")
-        ->type_name("FILE");
-    command->callback([executable, &common] {
-        const auto program = std::filesystem::absolute(executable->empty() ? besideThisProgram() : *executable);
+    void declare(Arguments& take)
+    {
+        take.option("--executable", executable, "The program (default: ZENTREL.EXE beside this one)").shownAs("FILE");
+    }
+
+    int run() const
+    {
+        const auto program = std::filesystem::absolute(executable.empty() ? besideThisProgram() : executable);
         if (program.filename() != "ZENTREL.EXE" || !std::filesystem::is_regular_file(program))
             throw std::runtime_error(program.string() + " is not there, or is not named ZENTREL.EXE.");
-        zn::LinuxPlatform platform(zn::Home::open(common.home));
+        zn::LinuxPlatform platform(zn::Home::open(common->home));
         writeRegistration(platform.registry(), platform.files().fromMachine(program));
         fmt::print("Registered {}\n", program.string());
-    });
-    app.add_subcommand("unregister", "Removes the registration of the CAD application")->callback([&common] {
-        zn::LinuxPlatform platform(zn::Home::open(common.home));
+        return zn::commandline::done;
+    }
+};
+
+struct Unregister {
+    const Common* common;
+
+    void declare(Arguments&) { }
+
+    int run() const
+    {
+        zn::LinuxPlatform platform(zn::Home::open(common->home));
         removeRegistration(platform.registry());
-    });
+        return zn::commandline::done;
+    }
+};
+
+} // namespace
+
+Subcommand registerCommand(const Common& common)
+{
+    return subcommand<Register>("register", "Registers the CAD application, so that workers find it", &common);
+}
+
+Subcommand unregisterCommand(const Common& common)
+{
+    return subcommand<Unregister>("unregister", "Removes the registration of the CAD application", &common);
 }
 
 } // namespace zentrel::commands

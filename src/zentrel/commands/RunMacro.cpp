@@ -7,26 +7,33 @@
 
 namespace zentrel::commands {
 
-void addRunMacro(CLI::App& app, const Common& common)
-{
-    struct Options {
-        std::filesystem::path file;
-    };
-    auto options = std::make_shared<Options>();
-    CLI::App* command = app.add_subcommand("run-macro", "Runs the procedure \"main\" of a macro");
-    command->add_option("FILE", options->file, "Macro text in the single-byte code page")->required();
-    command->callback([options, &common] {
-        Session session(common.home,
+namespace {
+
+struct RunMacro {
+    const Common* common;
+    std::filesystem::path file = {};
+
+    void declare(Arguments& take) { take.option("FILE", file, "Macro text in the single-byte code page").required(); }
+
+    int run() const
+    {
+        Session session(common->home,
             {.stopRequested = {},
                 .exit = {},
                 .print = [](const std::string& line) { std::cout << line << '\n'; },
                 .echo = true});
-        const zn::Text file = session.platform().files().fromMachine(options->file);
-        const MacroOutcome outcome = runMacro(*session.application(), file, u"ZNMacro1", u"main");
+        const zn::Text path = session.platform().files().fromMachine(file);
+        const MacroOutcome outcome = runMacro(*session.application(), path, u"ZNMacro1", u"main");
         std::cout << std::flush;
-        if (!outcome.success)
-            throw CLI::RuntimeError(1);
-    });
+        return outcome.success ? zn::commandline::done : zn::commandline::failed;
+    }
+};
+
+} // namespace
+
+Subcommand runMacroCommand(const Common& common)
+{
+    return subcommand<RunMacro>("run-macro", "Runs the procedure \"main\" of a macro", &common);
 }
 
 } // namespace zentrel::commands

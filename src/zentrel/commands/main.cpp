@@ -2,37 +2,39 @@
 
 #include "zentrel/commands/Command.h"
 
-#include <exception>
 #include <iostream>
+
+namespace {
+
+using namespace zentrel::commands;
+
+int runCommand(const Subcommand& command)
+{
+    try {
+        return command.run();
+    } catch (const WrongUse&) {
+        throw;
+    } catch (const std::exception& error) {
+        std::cerr << "zentrel: " << error.what() << '\n';
+        return zn::commandline::failed;
+    }
+}
+
+} // namespace
 
 int main(int count, char** arguments)
 {
-    using namespace zentrel::commands;
-    CLI::App app("Makes and shows ZENTREL documents, checks and runs macros. Exit code: 0 done, 1 the work failed, "
-                 "2 wrong use.",
-        "zentrel");
-    app.require_subcommand(1);
-    app.fallthrough();
+    zn::commandline::Program program("zentrel", "Makes and shows ZENTREL documents, checks and runs macros.",
+        "\nExit code: 0 done, 1 the work failed, 2 wrong use.");
     Common common;
-    app.add_option(
-           "--home", common.home, "Folder of registry and runtime files (default: ARKIN_HOME, or the desktop's)")
-        ->type_name("DIR");
-    addImport(app);
-    addAssemble(app);
-    addDraw(app);
-    addInfo(app);
-    addRunMacro(app, common);
-    addCheckMacro(app);
-    addRegister(app, common);
-    try {
-        app.parse(count, arguments);
-        return 0;
-    } catch (const CLI::RuntimeError& error) {
-        return error.get_exit_code();
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : 2;
-    } catch (const std::exception& error) {
-        std::cerr << "zentrel: " << error.what() << '\n';
-        return 1;
+    program.common()
+        .option("--home", common.home, "Folder of registry and runtime files (default: ARKIN_HOME, or the desktop's)")
+        .shownAs("DIR");
+    for (const auto& command : {importCommand(), assembleCommand(), drawCommand(), infoCommand(),
+             runMacroCommand(common), checkMacroCommand(), registerCommand(common), unregisterCommand(common)}) {
+        auto guarded = command;
+        guarded.run = [command] { return runCommand(command); };
+        program.add(std::move(guarded));
     }
+    return program.run(count, arguments);
 }

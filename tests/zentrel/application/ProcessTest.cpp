@@ -139,7 +139,7 @@ TEST(CommandLine, DoesItsWorkOrSaysWhyNot)
         {"", 2, "subcommand"},
         {"--help", 0, "check-macro"},
         {"draw --help", 0, "NAME:SIZE[:landscape]=MODEL"},
-        {"frobnicate", 2, "subcommand"},
+        {"frobnicate", 2, "Try 'zentrel --help'."},
         {"import " + data + " Screw.zenprt --configuration Second=" + data, 0, ""},
         {"info Screw.zenprt", 0, "configuration Second: 1 bodies"},
         {"import Bar.zenprt Other.zenprt", 1, "zentrel: "},

@@ -1,15 +1,17 @@
 #pragma once
 
 #include "arkin/commands/frame/Session.h"
+#include "commandline/Program.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 
 namespace arkin {
 
-/// What a subcommand ends with; the program's exit code. Wrong use, 2, is found before a command runs.
-inline constexpr int commandDone = 0;
-inline constexpr int commandFailed = 1;
+using zn::commandline::Arguments;
+
+/// What a subcommand ends with; the program's exit code. Wrong use is found before a command runs.
+inline constexpr int commandDone = zn::commandline::done;
+inline constexpr int commandFailed = zn::commandline::failed;
 
 /// One subcommand. A failure that concerns all of it is raised as `StatusError` with a sentence.
 class Command {
@@ -20,7 +22,7 @@ public:
     virtual ~Command() = default;
 
     /// Adds arguments and options, which write to members of the command.
-    virtual void declare(CLI::App& app) = 0;
+    virtual void declare(Arguments& take) = 0;
     virtual int run(Session& session) = 0;
 };
 

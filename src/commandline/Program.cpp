@@ -1,0 +1,93 @@
+#include "commandline/Program.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <map>
+#include <vector>
+
+namespace zn::commandline {
+
+namespace {
+
+struct Declared {
+    CLI::App* app;
+    std::function<int()> run;
+};
+
+/// The subcommand that the command line got to, with the words that lead to it: "arkin task create".
+std::string chosenWords(const CLI::App& app)
+{
+    const auto chosen = app.get_subcommands();
+    return app.get_name() + (chosen.empty() ? "" : " " + chosenWords(*chosen.front()));
+}
+
+} // namespace
+
+struct Program::Parts {
+    Parts(const std::string& name, const std::string& help, const std::string& footerText)
+        : app(help, name)
+        , footer(footerText)
+    {
+    }
+
+    int refuse(const std::string& sentence) const
+    {
+        std::cerr << app.get_name() << ": " << sentence << "\nTry '" << chosenWords(app) << " --help'.\n";
+        return wrongUse;
+    }
+
+    CLI::App app;
+    std::string footer;
+    std::map<std::string, CLI::App*> groups{{"", &app}};
+    std::vector<Declared> declared;
+};
+
+Program::Program(const std::string& name, const std::string& help, const std::string& footer)
+    : m_parts(std::make_unique<Parts>(name, help, footer))
+{
+    // Subcommands fall through to their parents for the common options.
+    m_parts->app.require_subcommand(1)->fallthrough()->footer(footer);
+}
+
+Program::~Program() = default;
+
+Arguments Program::common() { return Arguments(m_parts->app); }
+
+void Program::addGroup(const std::string& name, const std::string& help)
+{
+    auto* const group = m_parts->app.add_subcommand(name, help);
+    group->require_subcommand(1)->fallthrough()->footer(m_parts->footer);
+    m_parts->groups[name] = group;
+}
+
+void Program::add(Subcommand subcommand)
+{
+    auto* const app = m_parts->groups.at(subcommand.group)->add_subcommand(subcommand.name, subcommand.help);
+    app->fallthrough()->footer(m_parts->footer);
+    Arguments arguments(*app);
+    if (subcommand.declare)
+        subcommand.declare(arguments);
+    m_parts->declared.push_back({app, std::move(subcommand.run)});
+}
+
+int Program::run(int count, char** arguments)
+{
+    auto& app = m_parts->app;
+    try {
+        app.parse(count, arguments);
+        for (const auto& each : m_parts->declared)
+            if (each.app->parsed())
+                return each.run();
+        return wrongUse;
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
+            return app.exit(error);
+        const auto unknown = app.remaining(true);
+        return m_parts->refuse(
+            unknown.empty() ? error.what() : "Nobody knows what to do with '" + unknown.front() + "'.");
+    } catch (const WrongUse& error) {
+        return m_parts->refuse(error.what());
+    }
+}
+
+} // namespace zn::commandline
