@@ -41,12 +41,13 @@ endfunction()
 
 # The static library of a folder below src/, linked to the floors below it.
 #
-#   zn_folder(PLACE [EXCEPT <files>] [SHOWS <libraries>] [USES <libraries>])
+#   zn_folder(PLACE [PRECOMPILED <header>] [EXCEPT <files>] [SHOWS <libraries>] [USES <libraries>])
 #
 # Takes every .cpp of the folder and of the folders below it that the list doesn't name. SHOWS are libraries from outside
 # that its headers include, USES those that only its sources do. A folder of headers becomes an interface.
+# PRECOMPILED names a header of cmake/precompiled/ ("plain" by default) or is "none".
 function(zn_folder place)
-  cmake_parse_arguments(ARG "" "" "EXCEPT;SHOWS;USES" ${ARGN})
+  cmake_parse_arguments(ARG "" "PRECOMPILED" "EXCEPT;SHOWS;USES" ${ARGN})
   set(root ${CMAKE_SOURCE_DIR}/src/${place})
   file(GLOB_RECURSE sources RELATIVE ${root} CONFIGURE_DEPENDS ${root}/*.cpp)
   list(REMOVE_ITEM sources ${ARG_EXCEPT})
@@ -62,6 +63,12 @@ function(zn_folder place)
     add_library(${target} STATIC ${sources})
     target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_link_libraries(${target} PUBLIC ${below} ${ARG_SHOWS} PRIVATE ${ARG_USES})
+    if(NOT ARG_PRECOMPILED)
+      set(ARG_PRECOMPILED plain)
+    endif()
+    if(NOT ARG_PRECOMPILED STREQUAL none)
+      zn_use_precompiled(${target} ${ARG_PRECOMPILED})
+    endif()
   else()
     add_library(${target} INTERFACE)
     target_include_directories(${target} INTERFACE ${CMAKE_SOURCE_DIR}/src)
@@ -91,11 +98,12 @@ endfunction()
 
 # The test program of a folder below tests/: every .cpp of it, with the shared support.
 #
-#   zn_tests(FOLDER [LINK <libraries>] [SOURCES <more files>] [NEEDS <targets that must be built>])
+#   zn_tests(FOLDER [WINDOWS] [LINK <libraries>] [SOURCES <more files>] [NEEDS <targets that must be built>])
 #
-# Links the library of the folder of the same name below src/, if there is one.
+# Links the library of the folder of the same name below src/, if there is one. WINDOWS: most of its sources use the
+# toolkit.
 function(zn_tests folder)
-  cmake_parse_arguments(ARG "" "" "LINK;SOURCES;NEEDS" ${ARGN})
+  cmake_parse_arguments(ARG "WINDOWS" "" "LINK;SOURCES;NEEDS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*.cpp)
   string(REPLACE "/" "_" name ${folder})
   add_executable(test_${name} ${sources} ${ARG_SOURCES})
@@ -104,6 +112,12 @@ function(zn_tests folder)
   endif()
   target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(test_${name} PRIVATE ${ARG_LINK} zn_test_support GTest::gmock GTest::gtest GTest::gtest_main)
+  if(ARG_WINDOWS)
+    target_link_libraries(test_${name} PRIVATE Qt6::Widgets Qt6::Test)
+    zn_use_precompiled(test_${name} windowtests)
+  else()
+    zn_use_precompiled(test_${name} tests)
+  endif()
   target_compile_definitions(test_${name} PRIVATE
     ZN_SOURCE_DIR="${CMAKE_SOURCE_DIR}" ZN_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   if(ARG_NEEDS)

@@ -112,7 +112,7 @@ void VListModel::sort(int column, Qt::SortOrder order)
 
 void VListModel::takeOrder(const std::vector<int>& numbers)
 {
-    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
     std::deque<VListCtrlItemRef> sorted;
     std::vector<int> places(numbers.size()); // of each row, by its place before
     for (std::size_t i = 0; i < numbers.size(); ++i) {
@@ -126,7 +126,7 @@ void VListModel::takeOrder(const std::vector<int>& numbers)
     for (const QModelIndex& one : from)
         to.append(index(places[static_cast<std::size_t>(one.row())], one.column()));
     changePersistentIndexList(from, to);
-    emit layoutChanged({}, VerticalSortHint);
+    Q_EMIT layoutChanged({}, VerticalSortHint);
 }
 
 } // namespace zn

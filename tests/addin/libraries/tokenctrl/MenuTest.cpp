@@ -22,7 +22,7 @@ std::vector<QString> labels(const QMenu& menu)
 QMenu* opened(QMenu& menu, int index)
 {
     QMenu* sub = menu.actions().at(index)->menu();
-    emit sub->aboutToShow();
+    Q_EMIT sub->aboutToShow();
     return sub;
 }
 

@@ -154,7 +154,7 @@ TEST_F(FileCardPage, AFreeTextHoldsNoLineEnd)
     on<QLineEdit>("freeText")->setFocus();
     auto* edit = on<QLineEdit>("freeText");
     edit->insert("one\r\ntwo\u2028three");
-    emit edit->textEdited(edit->text());
+    Q_EMIT edit->textEdited(edit->text());
     EXPECT_EQ(saved(), "Number;8;one two three\n");
 }
 

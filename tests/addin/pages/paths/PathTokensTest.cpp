@@ -26,7 +26,7 @@ protected:
     static QString menuText(QMenu& menu)
     {
         QStringList labels;
-        emit menu.aboutToShow();
+        Q_EMIT menu.aboutToShow();
         for (QAction* action : menu.actions())
             labels.append(action->menu() ? action->text() + "[" + menuText(*action->menu()) + "]" : action->text());
         return labels.join(",");
