@@ -5,10 +5,15 @@ if(NOT CMAKE_BUILD_TYPE)
 endif()
 
 add_compile_options(-Wall -Wextra -Wconversion -Wshadow -Werror)
-# GCC 12 reports reads of freed or uninitialised memory and copies beyond the end inside inlined standard library code
-# that aren't there.
-add_compile_options(-Wno-maybe-uninitialized -Wno-free-nonheap-object -Wno-restrict -Wno-stringop-overflow
-  -Wno-stringop-overread -Wno-array-bounds)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # GCC 12 reports reads of freed or uninitialised memory and copies beyond the end inside inlined standard library code
+  # that aren't there.
+  add_compile_options(-Wno-maybe-uninitialized -Wno-free-nonheap-object -Wno-restrict -Wno-stringop-overflow
+    -Wno-stringop-overread -Wno-array-bounds)
+else()
+  # The other compiler counts changes of the sign among the conversions.
+  add_compile_options(-Wno-sign-conversion)
+endif()
 
 # One kind of position independent code in programs and libraries, so that they share precompiled headers.
 add_compile_options(-fPIC)
@@ -18,6 +23,13 @@ add_compile_definitions(QT_NO_KEYWORDS)
 if(ZN_SANITIZE)
   # The check of virtual tables needs type information that the database driver does not export.
   add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr -fno-omit-frame-pointer -g1)
+  add_link_options(-fsanitize=address,undefined -fno-sanitize=vptr)
+endif()
+
+if(ZN_FUZZ)
+  # What libFuzzer needs to see which ways through the code an input takes; a first fault ends the program.
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
+    -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=address,undefined -fno-sanitize=vptr)
 endif()
 

@@ -1,0 +1,36 @@
+// What is looked at before the kernel reads a STEP file: a file without its beginning or its end never passes.
+#include "tests/fuzz/InputFile.h"
+#include "tests/fuzz/Promise.h"
+#include "zentrel/formats/Content.h"
+#include "zentrel/model/DocumentError.h"
+
+using namespace zentrel;
+using zn::fuzz::promise;
+
+namespace {
+
+bool passes(std::string_view content)
+{
+    const zn::fuzz::InputFile file(content);
+    try {
+        checkStepContent(file.path());
+        return true;
+    } catch (const DocumentError& error) {
+        promise(error.kind() == ErrorKind::Damaged, "it is the file's fault");
+        promise(std::string_view(error.what()).ends_with('.'), "a refusal is a sentence");
+        return false;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string_view content(reinterpret_cast<const char*>(data), size);
+    if (!passes(content))
+        return 0;
+    const auto end = content.find("END-ISO-10303-21");
+    promise(content.find("ISO-10303-21") != content.npos && end != content.npos, "a STEP file has both its marks");
+    promise(!passes(content.substr(0, end)), "a file that was cut off is refused");
+    return 0;
+}
