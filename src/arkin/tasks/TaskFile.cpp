@@ -3,6 +3,7 @@
 #include "addin/variables/TaskVariables.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <numeric>
@@ -18,7 +19,23 @@ using zn::ValueType;
 
 namespace {
 
+/// Levels of brackets in a task file; three have a meaning.
+constexpr int deepest = 16;
+/// Letters of the file that a sentence shows at one place.
+constexpr std::size_t longestShown = 60;
+
 [[noreturn]] void refuse(const std::string& sentence) { throw zn::StatusError(zn::E_INVALIDARG, sentence); }
+
+/// A piece of the file on one line of a sentence, cut where it is long, with "?" for control characters.
+std::string shown(const std::string& piece)
+{
+    auto text = zn::toText(piece);
+    std::replace_if(
+        text.begin(), text.end(), [](char16_t unit) { return unit < u' '; }, u'?');
+    return text.size() <= longestShown ? toUtf8(text) : toUtf8(TextView(text).substr(0, longestShown)) + "…";
+}
+
+std::string shown(const json& value) { return shown(value.dump()); }
 
 /// How many letters have to be put in, left out or changed to make the one name of the other.
 std::size_t distance(TextView a, TextView b)
@@ -47,7 +64,7 @@ const zn::TaskVariable& rowOf(TextView name)
         return distance(zn::foldCase(a.name), folded) < distance(zn::foldCase(b.name), folded);
     });
     const bool near = distance(zn::foldCase(nearest->name), folded) <= 2;
-    refuse("No task has a variable named '" + toUtf8(name) + "'"
+    refuse("No task has a variable named '" + shown(toUtf8(name)) + "'"
         + (near ? "; did you mean '" + toUtf8(nearest->name) + "'?" : "."));
 }
 
@@ -65,9 +82,9 @@ const char* wantedBy(ValueType type)
     }
 }
 
-[[noreturn]] void refuseValue(const zn::TaskVariable& row, const std::string& shown)
+[[noreturn]] void refuseValue(const zn::TaskVariable& row, const std::string& given)
 {
-    refuse("The variable '" + toUtf8(row.name) + "' takes " + wantedBy(row.type) + ", not " + shown + ".");
+    refuse("The variable '" + toUtf8(row.name) + "' takes " + wantedBy(row.type) + ", not " + given + ".");
 }
 
 Value fromJson(const zn::TaskVariable& row, const json& value)
@@ -83,7 +100,7 @@ Value fromJson(const zn::TaskVariable& row, const json& value)
             return value.get<std::int32_t>();
         break;
     case ValueType::Float32:
-        if (value.is_number())
+        if (value.is_number() && std::isfinite(value.get<float>()))
             return value.get<float>();
         break;
     default:
@@ -96,13 +113,20 @@ Value fromJson(const zn::TaskVariable& row, const json& value)
             return lines;
         }
     }
-    refuseValue(row, value.dump());
+    refuseValue(row, shown(value));
 }
 
 json parsed(std::string_view text)
 {
+    const auto shallow = [](int depth, json::parse_event_t, json&) {
+        if (depth > deepest)
+            refuse("The text has more brackets inside one another than any task file.");
+        return true;
+    };
     try {
-        return json::parse(text);
+        return json::parse(text, shallow);
+    } catch (const json::out_of_range&) {
+        refuse("The text holds a number that is too big.");
     } catch (const json::parse_error& error) {
         const auto before = text.substr(0, error.byte > 0 ? error.byte - 1 : 0);
         const auto line = std::count(before.begin(), before.end(), '\n') + 1;
@@ -115,14 +139,14 @@ json parsed(std::string_view text)
 const json& expectObject(const json& value, const std::string& what)
 {
     if (!value.is_object())
-        refuse(what + " has to be an object in braces, not " + value.dump() + ".");
+        refuse(what + " has to be an object in braces, not " + shown(value) + ".");
     return value;
 }
 
 Text textMember(const json& value, const std::string& name)
 {
     if (!value.is_string())
-        refuse("'" + name + "' takes a text, not " + value.dump() + ".");
+        refuse("'" + name + "' takes a text, not " + shown(value) + ".");
     return zn::toText(value.get<std::string>());
 }
 
@@ -132,13 +156,13 @@ void readMenu(const json& menu, TaskFile& file)
         if (name == "display" && value.is_boolean())
             file.menuDisplay = value.get<bool>();
         else if (name == "display")
-            refuse("'menu.display' takes true or false, not " + value.dump() + ".");
+            refuse("'menu.display' takes true or false, not " + shown(value) + ".");
         else if (name == "text")
             file.menuText = textMember(value, "menu.text");
         else if (name == "description")
             file.menuDescription = textMember(value, "menu.description");
         else
-            refuse("'menu' has no member '" + name + "'; it takes 'display', 'text' and 'description'.");
+            refuse("'menu' has no member '" + shown(name) + "'; it takes 'display', 'text' and 'description'.");
     }
 }
 
@@ -157,7 +181,7 @@ TaskFile parseTaskFile(std::string_view text)
         } else if (name == "menu") {
             readMenu(value, file);
         } else {
-            refuse("A task file has no member '" + name + "'; it takes 'variables', 'script' and 'menu'.");
+            refuse("A task file has no member '" + shown(name) + "'; it takes 'variables', 'script' and 'menu'.");
         }
     }
     return file;
@@ -182,11 +206,11 @@ Value parseVariable(TextView name, TextView text)
         for (const auto& [word, value] : booleans)
             if (zn::equalNoCase(text, word))
                 return value;
-        refuseValue(row, "'" + utf8 + "'");
+        refuseValue(row, "'" + shown(utf8) + "'");
     }
     const auto number = json::parse(utf8, nullptr, false);
     if (!number.is_number())
-        refuseValue(row, "'" + utf8 + "'");
+        refuseValue(row, "'" + shown(utf8) + "'");
     return fromJson(row, number);
 }
 

@@ -3,6 +3,7 @@
 #include "zentrel/model/AtomicFile.h"
 #include "zentrel/model/DocumentError.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <unistd.h>
@@ -14,6 +15,8 @@ namespace {
 
 /// A document's entry is a few hundred megabytes at most; a larger one is a damaged or hostile size field.
 constexpr zip_uint64_t largestEntry = zip_uint64_t{2} << 30;
+/// No more bytes than that come out of one byte of an archive.
+constexpr zip_uint64_t bestCompression = 1032;
 /// 1 January 2018: a moment of its own in each file would make equal documents differ.
 constexpr time_t entryTime = 1514764800;
 /// Geometry shrinks to less than half at the fastest level; the slower ones gain a few percent for five times the time.
@@ -74,7 +77,7 @@ std::string ArchiveReader::entry(const std::string& name) const
     zip_stat_t status;
     if (zip_stat(m_zip, name.c_str(), 0, &status) != 0)
         raiseDamaged(m_file, "its part '" + name + "' is missing");
-    if (status.size > largestEntry)
+    if (status.size > std::min(largestEntry, bestCompression * std::filesystem::file_size(m_file)))
         raiseDamaged(m_file, "its part '" + name + "' has an impossible size");
     zip_file_t* stream = zip_fopen_index(m_zip, status.index, 0);
     if (!stream)

@@ -41,6 +41,11 @@ TEST(TaskFileTest, SaysWhatIsWrongWhere)
         {R"({"variables": {"FileCardData": ["a", 1]}})", "takes a text, or an array of lines, not [\"a\",1]."},
         {R"({"menu": {"display": "yes"}})", "'menu.display' takes true or false, not \"yes\"."},
         {R"({"script": 1})", "'script' takes a text, not 1."},
+        {R"({"variables": {"__printer_margintop": 1e39}})", "takes a number, not 1e+39."},
+        {R"({"variables": {"__printer_margintop": 1e999}})", "The text holds a number that is too big."},
+        {R"({"script": [[[[[[[[[[[[[[[[1]]]]]]]]]]]]]]]]})",
+            "has more brackets inside one another than any task file."},
+        {R"({"one\ntwo": 1})", "has no member 'one?two';"},
     };
     for (const auto& row : rows)
         EXPECT_THAT(sentenceOf([&] { parseTaskFile(row.json); }), HasSubstr(row.sentence));

@@ -4,6 +4,7 @@
 #include "tests/fuzz/Promise.h"
 
 #include <BRepPrimAPI_MakeBox.hxx>
+#include <cmath>
 
 using namespace zentrel;
 using manifest::Json;
@@ -46,6 +47,29 @@ Json jsonOf(const Document& document)
     return manifest::toJson(std::get<DrawingDocument>(document), folder);
 }
 
+/// Equal but for the rounding of a direction that is made one unit long each time.
+bool isSame(const Json& a, const Json& b)
+{
+    if (a.is_number_float() && b.is_number_float())
+        return std::abs(a.get<double>() - b.get<double>()) <= 1e-12 * (1.0 + std::abs(a.get<double>()));
+    if (a.type() != b.type() || a.size() != b.size() || !a.is_structured())
+        return a == b;
+    for (auto left = a.items().begin(), right = b.items().begin(); left != a.items().end(); ++left, ++right) {
+        if (left.key() != right.key() || !isSame(left.value(), right.value()))
+            return false;
+    }
+    return true;
+}
+
+bool comesBack(const Json& written, DocumentKind kind)
+{
+    try {
+        return isSame(jsonOf(documentFrom(Json::parse(written.dump()), kind)), written);
+    } catch (const std::invalid_argument&) {
+        return false;
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -55,10 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const auto kind = manifest::kindOfFormat(json.at("format").get<std::string>());
         if (!kind)
             return 0;
-        const Document document = documentFrom(json, *kind);
-        const Json written = jsonOf(document);
-        const Json again = jsonOf(documentFrom(Json::parse(written.dump()), *kind));
-        promise(again == written, "a document comes back as it was");
+        promise(comesBack(jsonOf(documentFrom(json, *kind)), *kind), "a document comes back as it was");
     } catch (const Json::exception&) {
         return 0;
     } catch (const std::invalid_argument& error) {

@@ -22,6 +22,13 @@ struct Machine {
     std::filesystem::path drive = platform.folder.path() / "drive";
 };
 
+/// No name has a colon; one that comes to stand behind the first letter would make a drive of it.
+bool hasPlainNames(TextView path)
+{
+    const bool hasDrive = path.size() >= 2 && path[1] == u':' && path[0] != u'\\' && path[0] != u'/';
+    return path.find(u':', hasDrive ? 2 : 0) == TextView::npos;
+}
+
 void checkParts(const Text& path)
 {
     promise(pathStem(path) + pathExtension(path) == pathFileName(path), "a name is its stem and its extension");
@@ -64,7 +71,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const Text path = toText({reinterpret_cast<const char*>(data), size});
     checkParts(path);
-    checkCanonical(path);
+    if (hasPlainNames(path))
+        checkCanonical(path);
     checkOnMachine(path);
     return 0;
 }
