@@ -3,7 +3,7 @@
 import re
 
 # Stand for what isn't code: a letter where a literal was, so that it still looks like an operand.
-LITERAL, COMMENT = "S", " "
+LITERAL, COMMENT = "ŝ", " "
 
 TOKEN = re.compile(r"""
     (?P<comment> //[^\n]* | /\*.*?\*/ )
@@ -44,7 +44,13 @@ def turned_conditions(line, code):
 DECLARATION = re.compile(r"(?:[\w:]|<.*>)+[&*]? [&*]?\w+(?: =|;|\(|\{|\[)")
 NOT_DROPPED = re.compile(r"(?:return|using|const|constexpr|auto|static|extern|struct|class|enum|namespace|friend|typedef|"
                          r"case|default|break|continue|template|public|private|protected|else|do|virtual|explicit)\b")
-ONLY_A_LOG_LINE = re.compile(r"(?:\w+(?:\.|->))*[lL]og\w*\([S\s\"]*\);$")
+ONLY_A_LOG_LINE = re.compile(rf"(?:\w+(?:\.|->))*[lL]og\w*\({LITERAL}*\);$")
+
+
+def without(line, code):
+    """The line with a statement that is never reached; what it names still counts as used, so that it builds."""
+    indent = len(code) - len(code.lstrip())
+    return f"{line[:indent]}{{ if (false) {line[indent:len(code)]} }}"
 
 
 def dropped_statements(line, code):
@@ -55,7 +61,19 @@ def dropped_statements(line, code):
         return
     declares = DECLARATION.match(text) and not re.match(r"(?:throw|delete) ", text)
     if not declares and not NOT_DROPPED.match(text) and not ONLY_A_LOG_LINE.match(text):
-        yield line[:len(code) - len(code.lstrip())] + "{ }"
+        yield without(line, code)
+
+
+def dropped_jumps(line, code):
+    if re.fullmatch(r" {4}\s*(?:return|continue|break);", code):
+        yield without(line, code)
+
+
+def turned_arithmetic(line, code):
+    # A plus beside a text joins.
+    turned = both_ways((" + ", " - "), (" * ", " / "), (" += ", " -= "), ("++", "--"))
+    if LITERAL not in code:
+        yield from replacing(r" [-+*/] | [-+]= |\+\+|--", turned)(line, code)
 
 
 def swapped_arguments(line, code):
@@ -105,14 +123,13 @@ KINDS = [
     ("logic", replacing(r" (?:&&|\|\|) ", both_ways((" && ", " || ")))),
     ("choice", turned_choices),
     ("dropped", dropped_statements),
-    ("dropped", replacing(r"(?<=^ {4})\s*(?:return|continue|break);$", "{ }")),
+    ("dropped", dropped_jumps),
     ("swapped", swapped_arguments),
     ("off by one", replacing(r" [+-] 1\b(?![.'])", "")),
     ("off by one", replacing(r"(?<=\.size\(\))(?! [+-] 1)", " - 1")),
     ("constant", replacing(r"\b(?:true|false)\b", both_ways(("true", "false")))),
     ("constant", replacing(r"(?<![\w.'])(?:0x[0-9a-fA-F]+|\d+\.\d+|\d+)(?![\w.'])", next_number)),
-    ("arithmetic", replacing(r" [-+*/] | [-+]= |\+\+|--", both_ways((" + ", " - "), (" * ", " / "), (" += ", " -= "),
-                                                                ("++", "--")))),
+    ("arithmetic", turned_arithmetic),
     ("arithmetic", replacing(r" [|&] ", both_ways((" | ", " & ")))),
 ]
 

@@ -131,9 +131,10 @@ TEST_F(Run, FailedMacroEndsTheLoopAndStillClosesTheRun)
     });
     host.taskVariables[u"FileFormat"] = u"STL (*.stl)";
     host.taskVariables[u"ErrorLogPath"] = u"Logs";
+    host.failures["SetValue __output_list"] = E_ACCESSDENIED;
     select(11, "a\".zenprt");
     select(12, "b.zenprt");
-    EXPECT_EQ(run(1), E_FAIL);
+    EXPECT_EQ(run(1), E_FAIL) << "the first failure is the run's";
     EXPECT_EQ(macros, 1);
     Text guid;
     host.task()->GetInstanceGuid(guid);
@@ -141,7 +142,13 @@ TEST_F(Run, FailedMacroEndsTheLoopAndStillClosesTheRun)
         "Error while processing file '" + pathText("a\".zenprt")
             + "': Failed to run Zentrel macro. A double quote in a file's name breaks the macro: rename the file.\r\n");
     EXPECT_EQ(host.runCalls.back(), "state 9, code 80004005, 'Failed to run Zentrel macro.', 11/7 v0, 12/7 v0");
-    EXPECT_TRUE(host.taskVariables.contains(u"__output_list"));
+    EXPECT_TRUE(host.taskVariables.contains(u"__selection_list"));
+
+    // Without another failure a step of the close-out gives its own.
+    host.taskVariables[u"__script"] = u"";
+    host.failures["SetValue __selection_list"] = E_ARK_PERMISSION_DENIED;
+    installCad([](const std::string&) { return true; });
+    EXPECT_EQ(run(1), E_ACCESSDENIED);
 }
 
 TEST_F(Run, OpenBracketInTheTemplateEndsTheRunWithItsLogInTheVault)

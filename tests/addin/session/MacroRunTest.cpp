@@ -12,6 +12,7 @@ struct Attempt {
     bool success = true;
     std::int32_t reason = 0;
     bool schedulerDialog = false;
+    bool lastStart = false; ///< from then on the application can't be started
 };
 
 class MacroRunTest : public SessionTest {
@@ -32,6 +33,8 @@ protected:
             while (windows.isOpen(5))
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
+        if (attempt.lastStart)
+            install("exit 1");
         if (dies)
             endApplication();
         if (failed(attempt.status))
@@ -114,6 +117,18 @@ TEST_F(MacroRunTest, RestartsInRegressionModeWhenTheSchedulersDialogWasSeen)
     EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), E_FAIL);
     EXPECT_EQ(calls, 100);
     EXPECT_EQ(session.GetLastError(), u"Failed to run Zentrel macro.");
+
+    // Restarts that the dialog asked for take no attempts from the next macro.
+    calls = 0;
+    attempts = {{S_OK, true, 0, true}, {S_OK, true, 0, true}, {S_OK, true, 0, true, true}};
+    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), E_FAIL);
+    install("exec sleep 600");
+    for (int i = 0; i < 2; ++i)
+        ASSERT_EQ(session.Restart(S_OK), S_OK);
+    calls = 0;
+    attempts.assign(5, {E_FAIL});
+    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), E_FAIL);
+    EXPECT_EQ(calls, 3);
 }
 
 TEST_F(MacroRunTest, RestartsWithoutAMacroInBetweenLeaveFewerAttempts)

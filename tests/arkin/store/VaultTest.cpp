@@ -183,11 +183,17 @@ TEST(Vault, CheckInIsAllOrNothing)
     checkOut(other.vault, c);
     expectStatus(E_ARK_CHECKED_OUT_ELSEWHERE, [&] { test.checkInAll({a, c}); });
     expectStatus(E_ARK_CHECKED_OUT_ELSEWHERE, [&] { undoCheckOut(other.vault, a.fileId); });
-    // A check-out that is given up between the plan and the check-in.
+    // A check-out that is given up between the plan and the check-in, which others may then have.
     const CheckInPlan plan = planCheckIn(test.vault, std::vector{a});
     undoCheckOut(test.vault, a.fileId);
     expectStatus(E_ARK_NOT_CHECKED_OUT, [&] { checkIn(test.vault, plan, u""); });
+    checkOut(other.vault, a);
+    expectStatus(E_ARK_CHECKED_OUT_ELSEWHERE, [&] { checkIn(test.vault, plan, u""); });
     EXPECT_EQ(test.vault.file(a.fileId).latestVersion, 1);
+    other.checkInAll({a});
+    checkOut(test.vault, a);
+    expectStatus(E_ARK_NOT_CHECKED_OUT, [&] { checkIn(test.vault, plan, u""); });
+    EXPECT_EQ(test.vault.file(a.fileId).latestVersion, 2);
     expectSound(test.store);
 }
 
@@ -237,7 +243,12 @@ TEST(Vault, CardsAndReferencesBelongToVersions)
     EXPECT_TRUE(vault.cards().values(output.fileId, 3).empty());
     checkOut(vault, output);
     checkOut(vault, part);
-    test.checkInAll({output, part});
+    const CheckInPlan plan = planCheckIn(vault, std::vector{output, part});
+    const CardWrite third{output.fileId, title, u"@", zn::Value(u"since the plan")};
+    writeCards(vault, {&third, 1});
+    checkIn(vault, plan, u"");
+    EXPECT_EQ(vault.cards().value(output.fileId, 3, title, u"@"), third.value);
+    EXPECT_EQ(vault.cards().value(output.fileId, 3, title, u"Long"), zn::Value(1.5));
     EXPECT_EQ(referencesOf(vault, output.fileId, 3), std::to_string(part.fileId) + "@3 ");
     expectSound(test.store);
 }

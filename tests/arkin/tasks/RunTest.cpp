@@ -121,4 +121,32 @@ TEST_F(RunTest, AnInterruptedWorkerCancelsItsRunAndStops)
     EXPECT_EQ(runs.get(waiting.id).state, TaskRunState::Queued);
 }
 
+TEST_F(RunTest, AWorkerGoesOnAfterARunThatAnotherTookOverAndPassesOtherFailuresOn)
+{
+    const auto taken = launch(u"finish").id;
+    launch(u"errors");
+    launch(u"finish");
+    std::string lost;
+    Worker::Listener listener;
+    listener.started = [&](const RunInfo& run) {
+        if (run.id != taken)
+            return;
+        here.clock.time += heartbeatLimit + 1;
+        RunClaim::take(runs, taken, thisProcess(), here.clock.now());
+    };
+    listener.progress = [](const RunProgress&) {};
+    listener.ended = [](const RunInfo&) {};
+    listener.lost = [&](const RunInfo& run, const std::string& why) { lost += std::to_string(run.id) + ": " + why; };
+    const std::atomic<bool> interrupted = false;
+    const auto tally = Worker(host, listener, interrupted).work(true);
+    EXPECT_EQ(tally.finished, 1);
+    EXPECT_EQ(tally.others, 2);
+    EXPECT_THAT(lost, ::testing::AllOf(::testing::StartsWith(std::to_string(taken) + ": "), HasSubstr("taken over")));
+
+    launch(u"finish");
+    listener.progress = [](const RunProgress&) { throw zn::StatusError(zn::E_ACCESSDENIED, "The screen is gone."); };
+    listener.ended = [](const RunInfo&) { throw zn::StatusError(zn::E_ACCESSDENIED, "The screen is gone."); };
+    EXPECT_EQ(sentenceOf([&] { Worker(host, listener, interrupted).work(true); }), "The screen is gone.");
+}
+
 } // namespace arkin::test
