@@ -128,7 +128,8 @@ KINDS = [
     ("off by one", replacing(r" [+-] 1\b(?![.'])", "")),
     ("off by one", replacing(r"(?<=\.size\(\))(?! [+-] 1)", " - 1")),
     ("constant", replacing(r"\b(?:true|false)\b", both_ways(("true", "false")))),
-    ("constant", replacing(r"(?<![\w.'])(?:0x[0-9a-fA-F]+|\d+\.\d+|\d+)(?![\w.'])", next_number)),
+    # Six hexadecimal digits are a colour, of which nobody sees the next shade.
+    ("constant", replacing(r"(?<![\w.'])(?:0x(?![0-9a-fA-F]{6}\b)[0-9a-fA-F]+|\d+\.\d+|\d+)(?![\w.'])", next_number)),
     ("arithmetic", turned_arithmetic),
     ("arithmetic", replacing(r" [|&] ", both_ways((" | ", " & ")))),
 ]

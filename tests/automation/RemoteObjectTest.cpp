@@ -4,9 +4,11 @@
 #include <bit>
 #include <cmath>
 #include <csignal>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <limits>
 #include <thread>
+#include <unistd.h>
 
 namespace zn::test {
 
@@ -37,10 +39,10 @@ public:
 
 class RemoteObjectTest : public ::testing::Test {
 protected:
-    DispatchRef connect()
+    static DispatchRef connect(SocketRunningObjects& from)
     {
         for (int i = 0; i < 500; ++i) {
-            if (auto found = table->lookup(u"Test"))
+            if (auto found = from.lookup(u"Test"))
                 return found;
             std::this_thread::sleep_for(10ms);
         }
@@ -51,8 +53,18 @@ protected:
     ServerProcess server{folder / "run"};
     std::unique_ptr<SocketRunningObjects> table = std::make_unique<SocketRunningObjects>(
         folder / "run", automation::ClientSession::Limits{.hello = 2500ms, .call = 2500ms});
-    DispatchRef root = connect();
+    DispatchRef root = connect(*table);
 };
+
+/// Waits until a thread of this process waits for something itself.
+void waitUntilBlocked(pid_t thread)
+{
+    for (char state = 'R'; state != 'S'; std::this_thread::yield()) {
+        std::string word;
+        std::ifstream stat("/proc/self/task/" + std::to_string(thread) + "/stat");
+        stat >> word >> word >> state;
+    }
+}
 
 TEST_F(RemoteObjectTest, ValuesOfEveryTypeSurviveExactly)
 {
@@ -161,10 +173,9 @@ TEST_F(RemoteObjectTest, TheServerEndsWithItsClient)
 
 TEST_F(RemoteObjectTest, ShortCallsHaveALimitMacrosNoneAndCancellingEndsBoth)
 {
-    EXPECT_NO_THROW(root->call(u"RunMacro")) << "longer than the limit of short calls";
     kill(server.id(), SIGSTOP);
-    std::thread canceller([this] {
-        std::this_thread::sleep_for(100ms);
+    std::thread canceller([this, caller = ::gettid()] {
+        waitUntilBlocked(caller);
         table->cancel();
     });
     EXPECT_EQ(statusOf([&] { root->call(u"RunMacro"); }), E_ABORT);
@@ -172,8 +183,10 @@ TEST_F(RemoteObjectTest, ShortCallsHaveALimitMacrosNoneAndCancellingEndsBoth)
     kill(server.id(), SIGCONT);
     EXPECT_EQ(server.wait(), static_cast<int>(ServeEnd::ClientGone));
 
-    ServerProcess slow(folder / "run");
-    root = connect();
+    ServerProcess slow(folder / "slow");
+    SocketRunningObjects impatient(folder / "slow", automation::ClientSession::Limits{.hello = 2500ms, .call = 1ms});
+    root = connect(impatient);
+    EXPECT_NO_THROW(root->call(u"RunMacro")) << "longer than the limit of short calls";
     kill(slow.id(), SIGSTOP);
     EXPECT_EQ(statusOf([&] { root->call(u"Echo", {Value(1)}); }), automation::RPC_E_TIMEOUT);
 }

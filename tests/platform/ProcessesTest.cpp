@@ -102,11 +102,18 @@ TEST_F(ProcessesTest, AChildOutlivesTheThreadThatStartedItButNotTheProcess)
     if (parent == 0) {
         LinuxProcesses own(files);
         const Text program = files.fromMachine(folder / "sleeper.exe");
-        std::thread([&] { own.launch(program, 6); }).join();
+        std::filesystem::path thread;
+        std::thread([&] {
+            thread = "/proc/self/task/" + std::to_string(::gettid());
+            own.launch(program, 6);
+        }).join();
+        while (std::filesystem::exists(thread))
+            std::this_thread::yield();
+        std::ofstream(folder / "alone") << "yes\n";
         ::pause();
     }
     const pid_t child = std::stoi(waitForLine("id"));
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(waitForLine("alone"), "yes");
     EXPECT_EQ(processes.exitCode(child), stillActive);
     ::kill(parent, SIGKILL);
     ::waitpid(parent, nullptr, 0);

@@ -130,9 +130,7 @@ TEST_F(WindowsUnderXvfbTest, AnswersTheDialogsOfOneProcessAndNoOtherWindow)
     watcher.start();
     // Windows are answered from the bottom of the stack last, and the first one is the lowest.
     waitForLine("own", "released 36 Zentrel – größer");
-    const auto before = std::chrono::steady_clock::now();
     watcher.stop();
-    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(500));
     EXPECT_TRUE(watcher.taskSchedulerDialogSeen());
 
     // 36 and 9 are the key codes of Return and Escape on the server's keyboard.

@@ -171,15 +171,14 @@ TEST_F(PropertyDialogTest, ATaskThatWasDeletedMeanwhileIsSaidSo)
 TEST_F(PropertyDialogTest, TheDialogGrowsAndShrinksWithItsPages)
 {
     Opened opened(host, define());
-    QTest::qWait(50);
+    QApplication::processEvents();
     const auto before = opened.dialog.size();
     zn::test::click(find<QCheckBox>(opened.dialog, "moreFirst"));
-    QTest::qWait(50);
-    EXPECT_EQ(opened.dialog.height(),
-        std::min(before.height() + 300 + 6, opened.dialog.screen()->availableGeometry().height() - 64));
+    const int most = opened.dialog.screen()->availableGeometry().height() - 64;
+    const int wanted = std::min(before.height() + 300 + 6, most);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return opened.dialog.height() == wanted; })) << opened.dialog.height();
     zn::test::click(find<QCheckBox>(opened.dialog, "moreFirst"));
-    QTest::qWait(50);
-    EXPECT_EQ(opened.dialog.size(), before);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return opened.dialog.size() == before; })) << opened.dialog.height();
 }
 
 } // namespace arkin::test

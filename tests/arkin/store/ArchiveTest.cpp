@@ -52,6 +52,15 @@ TEST(Archive, KeepsEachContentOnceAndOnlyWhenPublished)
     EXPECT_EQ(contentsOf(archive), "ba7816bf e3b0c442 ");
     EXPECT_TRUE(std::filesystem::is_empty(folder / "archive/incoming"));
     EXPECT_TRUE(isReadOnly(archive.pathOf(hashOfAbc)));
+
+    // So many that they are synced as one file system.
+    constexpr int many = 100;
+    for (int i = 0; i < many; ++i)
+        put(batch, folder / "many", std::to_string(i));
+    batch.publish();
+    int held = 0;
+    archive.forEach([&](const std::string&) { ++held; });
+    EXPECT_EQ(held, 2 + many);
 }
 
 TEST(Archive, TellsDamageAndRepairsATruncatedContentWhenItComesAgain)

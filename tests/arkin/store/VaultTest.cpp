@@ -40,6 +40,7 @@ TEST(Vault, AddedFileBecomesVersionOneAndLaterCheckInsTheNext)
     const AddOutcome outcome = test.add("Plates/Thin/plate.step", "first");
     ASSERT_EQ(outcome.status, zn::S_OK) << outcome.sentence;
     EXPECT_EQ(outcome.path, test.path("Plates/Thin/plate.step"));
+    EXPECT_TRUE(test.vault.local().copies({&outcome.place, 1}).front()) << "the view knows what it shows";
     EXPECT_FALSE(isReadOnly(test.local("Plates/Thin/plate.step")));
 
     writeFile(test.local("Plates/Thin/plate.step"), "second");
@@ -158,8 +159,11 @@ TEST(Vault, NothingThatTheVaultDoesNotKnowIsOverwritten)
     EXPECT_TRUE(isReadOnly(test.local("a.stl")));
 
     // Undoing an addition leaves the user's file alone.
-    const Place added = test.add("b.stl", "just added").place;
+    const Place added = test.add("b.stl", "just added").place, referring = test.add("c.stl", "c").place;
+    test.refer(referring, {added});
+    EXPECT_EQ(test.vault.references().to(added.fileId).size(), 1u);
     undoCheckOut(test.vault, added.fileId);
+    EXPECT_TRUE(test.vault.references().from(referring.fileId, 1).empty());
     EXPECT_EQ(test.vault.find(test.path("b.stl")), std::nullopt);
     EXPECT_EQ(readFile(test.local("b.stl")), "just added");
     expectSound(test.store);

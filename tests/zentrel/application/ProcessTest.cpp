@@ -102,9 +102,12 @@ TEST_F(Process, EndsWithItsClientAlsoInTheMiddleOfAMacro)
         = shop.platform.processes().fileVersion(shop.platform.files().fromMachine(ZN_BIN_DIR "/ZENTREL.EXE"));
     ASSERT_TRUE(version);
     EXPECT_EQ(version->major, 26);
-    writeFile(shop.file("endless.znb"), "Sub main()\r\n    Do\r\n    Loop\r\nEnd Sub\r\n");
+    writeFile(shop.file("endless.znb"),
+        "Sub main()\r\n    Open \"" + zn::toUtf8(shop.path("begun"))
+            + "\" For Output As #1\r\n    Do\r\n    Loop\r\nEnd Sub\r\n");
     std::thread canceller([this] {
-        std::this_thread::sleep_for(300ms);
+        while (!std::filesystem::exists(shop.file("begun")))
+            std::this_thread::yield();
         table->cancel();
     });
     EXPECT_THROW(root->call(u"RunMacro", {Value(shop.path("endless.znb")), u"ZNMacro1", u"main"}), StatusError);

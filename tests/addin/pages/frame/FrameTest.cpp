@@ -35,7 +35,7 @@ TEST_F(FrameTest, TellsOfABrokenStringFileOnceAndShowsTheRest)
     for (int opening = 0; opening < 2; ++opening) {
         CMenuCommandDlg page(environment, nullptr, TaskKind::Conversion);
         page.show();
-        QTest::qWait(20);
+        QApplication::processEvents();
         EXPECT_EQ(page.findChild<QCheckBox*>("showCommand")->text(), "&Zeigen");
         EXPECT_EQ(page.findChild<QLabel*>("menuTitleLabel")->text(), "&Menu command:");
     }

@@ -1,10 +1,13 @@
 #include "addin/pages/script/BlockWords.h"
 #include "addin/pages/script/LineColours.h"
+#include "addin/pages/script/MacroColours.h"
 #include "addin/pages/script/Placeholders.h"
 #include "addin/pages/script/TemplateCheck.h"
 
+#include <cmath>
 #include <fstream>
 #include <gmock/gmock.h>
+#include <QPalette>
 #include <sstream>
 
 using namespace zn;
@@ -103,6 +106,48 @@ TEST(LineColours, ColoursWordsTextsCommentsAndPlaceholders)
     EXPECT_THAT(shownParts(u"\"{#1}%V%<Path>"), ElementsAre("S\"{#1}%V%<Path>", "h{#1}", "c%V%", "f<Path>"));
     EXPECT_TRUE(colouredLine(u"' goes on _", false).commentGoesOn);
     EXPECT_THAT(shownParts(u"Sub no", true), ElementsAre("CSub no"));
+}
+
+/// The contrast of two colours, 1 to 21, as the rules for accessible pages reckon it.
+double contrast(const QColor& one, const QColor& other)
+{
+    const auto linear
+        = [](double part) { return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+    const auto luminance = [&](const QColor& colour) {
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+    };
+    const auto [low, high] = std::minmax({luminance(one), luminance(other)});
+    return (high + 0.05) / (low + 0.05);
+}
+
+TEST(MacroColours, AreReadableOnLightAndDarkGround)
+{
+    for (const auto& [base, text] : {std::pair(Qt::white, Qt::black), std::pair(Qt::black, Qt::white)}) {
+        QPalette palette(text, Qt::gray);
+        palette.setColor(QPalette::Base, base);
+        palette.setColor(QPalette::Text, text);
+        palette.setColor(QPalette::Highlight, QColor(0, 0, 200));
+        const MacroColours colours = macroColours(palette);
+        int part = 0;
+        for (const QTextCharFormat& format : colours.parts) {
+            EXPECT_GE(contrast(format.foreground().color(), base), 4.5) << part;
+            EXPECT_EQ(format.background().style() != Qt::NoBrush, "KYDCSNhtfc"[part] >= 'a') << part;
+            EXPECT_EQ(format.fontWeight() == QFont::DemiBold, part == 0 || part == 2) << part;
+            ++part;
+        }
+        EXPECT_GE(contrast(colours.error, base), 4.5);
+        // From the ground to the text: what is only to be felt, what is to be read aside, and what is to be read.
+        const QColor* rising[]
+            = {&colours.gutter, &colours.currentLine, &colours.lineNumber, &colours.currentLineNumber};
+        double before = 1;
+        for (const QColor* each : rising) {
+            EXPECT_GT(contrast(*each, base), before);
+            before = contrast(*each, base);
+        }
+        EXPECT_LT(contrast(colours.currentLine, base), 1.3);
+        EXPECT_EQ(colours.blockWord.red(), QColor(base).red() * 65 / 100);
+        EXPECT_GT(colours.blockWord.blue(), colours.blockWord.red());
+    }
 }
 
 TEST(BlockWords, WordsOfABlockBelongTogether)
