@@ -42,8 +42,8 @@ def turned_conditions(line, code):
 
 
 DECLARATION = re.compile(r"(?:[\w:]|<.*>)+[&*]? [&*]?\w+(?: =|;|\(|\{|\[)")
-NOT_DROPPED = re.compile(r"(?:return|using|const|constexpr|auto|static|extern|struct|class|enum|namespace|friend|typedef|"
-                         r"case|default|break|continue|template|public|private|protected|else|do|virtual|explicit)\b")
+NOT_DROPPED = re.compile(r"(?:return|using|const|constexpr|auto|static|extern|struct|class|enum|namespace|friend|do|"
+                         r"else|case|default|break|continue|template|public|private|protected|virtual|explicit)\b")
 ONLY_A_LOG_LINE = re.compile(rf"(?:\w+(?:\.|->))*[lL]og\w*\({LITERAL}*\);$")
 
 
@@ -91,11 +91,17 @@ def turned_choices(line, code):
         yield f"{line[:match.start()]} ? {second} : {first}{line[match.end():]}"
 
 
+# Six hexadecimal digits are a colour, of which nobody sees the next shade.
+NUMBER = r"0x(?![0-9a-fA-F]{6}\b)[0-9a-fA-F]+|\d+\.\d+|0[0-7]+|\d+"
+
+
 def next_number(match):
     digits = match[0]
     if "." in digits:
         return str(float(digits) + 1)
-    return hex(int(digits, 16) + 1) if digits.startswith("0x") else str(int(digits) + 1)
+    if digits.startswith("0x"):
+        return hex(int(digits, 16) + 1)
+    return f"0{int(digits, 8) + 1:o}" if digits[:-1].startswith("0") else str(int(digits) + 1)
 
 
 def replacing(pattern, replacement):
@@ -128,8 +134,7 @@ KINDS = [
     ("off by one", replacing(r" [+-] 1\b(?![.'])", "")),
     ("off by one", replacing(r"(?<=\.size\(\))(?! [+-] 1)", " - 1")),
     ("constant", replacing(r"\b(?:true|false)\b", both_ways(("true", "false")))),
-    # Six hexadecimal digits are a colour, of which nobody sees the next shade.
-    ("constant", replacing(r"(?<![\w.'])(?:0x(?![0-9a-fA-F]{6}\b)[0-9a-fA-F]+|\d+\.\d+|\d+)(?![\w.'])", next_number)),
+    ("constant", replacing(rf"(?<![\w.'])(?:{NUMBER})(?![\w.'])", next_number)),
     ("arithmetic", turned_arithmetic),
     ("arithmetic", replacing(r" [|&] ", both_ways((" | ", " & ")))),
 ]
@@ -138,7 +143,7 @@ NOT_CODE = re.compile(r"\s*(?:#|namespace\b|using\b|template\b|static_assert\b|a
 
 
 def faults_of(source):
-    """Rows of (line number, line, its faults), a fault being (kind, changed line); lines without faults are left out."""
+    """Rows of (line number, line, its faults), a fault being (kind, changed line), for the lines that can have one."""
     rows = []
     for number, (line, code) in enumerate(zip(source.split("\n"), mask(source).split("\n")), 1):
         if NOT_CODE.match(code) or "static_assert" in code or "assert(" in code:

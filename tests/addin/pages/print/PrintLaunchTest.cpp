@@ -120,6 +120,18 @@ TEST_F(PrintLaunchTest, TicksByKeysAndClicksAndTheSameFileAtAllItsPlaces)
                 "   -  notes.txt 1 Unsupported File Format", "  [ ] sub.zenasm 1", "    [x] bolt.zenprt 1",
                 "    [ ] washer.zenprt 1"}));
         EXPECT_EQ(find<QLabel>(dialog, "total")->text(), "Total: 4");
+        const QModelIndex rows[] = {go(dialog, {"top.zenasm", "sub.zenasm"}), go(dialog, {"top.zenasm", "top.zendrw"}),
+            go(dialog, {"top.zenasm", "bolt.zenprt"}), go(dialog, {"top.zenasm", "notes.txt"})};
+        const auto icon
+            = [](const QModelIndex& row) { return row.data(Qt::DecorationRole).value<QIcon>().pixmap(32).toImage(); };
+        EXPECT_EQ(icon(rows[0]), icon(go(dialog, {"top.zenasm"})));
+        for (const QModelIndex& row : rows)
+            EXPECT_EQ(std::count_if(std::begin(rows), std::end(rows),
+                          [&](const auto& other) { return icon(other) == icon(row); }),
+                1)
+                << "a type has an icon of its own";
+        EXPECT_TRUE(rows[3].data(Qt::ForegroundRole).isValid()) << "grey";
+        EXPECT_FALSE(rows[2].data(Qt::ForegroundRole).isValid());
         click(find<QAbstractButton>(dialog, "latestVersion"));
         EXPECT_EQ(outline(dialog),
             (Lines{"[x] top.zenasm 1", "  [x] top.zendrw 1", "  [x] bolt.zenprt 2", "    [x] bolt.zendrw 1",
