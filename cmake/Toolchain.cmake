@@ -21,9 +21,11 @@ add_compile_options(-fPIC)
 add_compile_definitions(QT_NO_KEYWORDS)
 
 if(ZN_SANITIZE)
-  # The check of virtual tables needs type information that the database driver does not export.
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr -fno-omit-frame-pointer -g1)
-  add_link_options(-fsanitize=address,undefined -fno-sanitize=vptr)
+  # Without optimisation, which would double the time to compile. The check of virtual tables needs type information
+  # that the database driver does not export.
+  set(sanitizers -fsanitize=${ZN_SANITIZE} -fno-sanitize=vptr)
+  add_compile_options(${sanitizers} -fno-omit-frame-pointer -g1)
+  add_link_options(${sanitizers})
 endif()
 
 if(ZN_FUZZ)
