@@ -1,5 +1,7 @@
 #include "commandline/Program.h"
 
+#include "base/Version.h"
+
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <map>
@@ -47,6 +49,7 @@ Program::Program(const std::string& name, const std::string& help, const std::st
 {
     // Subcommands fall through to their parents for the common options.
     m_parts->app.require_subcommand(1)->fallthrough()->footer(footer);
+    m_parts->app.set_version_flag("--version", name + " " + softwareVersion(), "Print the version and exit");
 }
 
 Program::~Program() = default;

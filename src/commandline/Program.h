@@ -23,7 +23,8 @@ struct Subcommand {
     std::function<int()> run;
 };
 
-/// A program of subcommands. Help is "--help" everywhere; wrong use is told on the error stream with the help to try.
+/// A program of subcommands. Help is "--help" everywhere, "--version" prints the software's version; wrong use is told
+/// on the error stream with the help to try.
 class Program {
 public:
     /// The footer stands below the help of the program and of each subcommand.

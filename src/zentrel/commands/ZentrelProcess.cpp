@@ -3,6 +3,7 @@
 
 #include "automation/SocketRunningObjects.h"
 #include "base/Format.h"
+#include "base/Version.h"
 #include "platform/FileVersionBlock.h"
 #include "zentrel/commands/Session.h"
 
@@ -26,13 +27,21 @@ bool isStartSwitch(const std::string& argument)
     return zn::equalNoCase(text, u"/R") || zn::equalNoCase(text, u"/B");
 }
 
+constexpr const char* usage
+    = "Usage: ZENTREL.EXE [/R | /B | --help | --version]\n"
+      "Started by a program that drives it: publishes itself as \"Zentrel_PID_<process id>\" and serves that\n"
+      "program to its end. /R and /B mean a start without a window.\n";
+
 int wrongUse()
 {
-    fmt::print(stderr,
-        "Usage: ZENTREL.EXE [/R | /B]\n"
-        "Started by a program that drives it: publishes itself as \"Zentrel_PID_<process id>\" and serves that\n"
-        "program to its end. Both switches mean a start without a window.\n");
+    fmt::print(stderr, usage);
     return 2;
+}
+
+int tell(const std::string& text)
+{
+    fmt::print("{}", text);
+    return std::fflush(stdout) == 0 ? 0 : 1;
 }
 
 int serve()
@@ -59,6 +68,11 @@ int main(int count, char** arguments)
 {
     // The error output may be a pipe that nobody reads any more.
     std::signal(SIGPIPE, SIG_IGN);
+    const std::string question = count == 2 ? arguments[1] : "";
+    if (question == "--version")
+        return tell(fmt::format("ZENTREL.EXE {}\n", zn::softwareVersion()));
+    if (question == "--help")
+        return tell(usage);
     for (int i = 1; i < count; ++i)
         if (!isStartSwitch(arguments[i]))
             return wrongUse();

@@ -9,7 +9,7 @@
 
 // Every .txt file beside this one is a session at a terminal: "$ " begins a command, what follows is its output (both
 // streams), and "? N" its exit code when that isn't 0. "#" begins a comment. What differs from run to run is written
-// as T (the session's folder), BIN (the programs' folder), TIME, GUID, USER and HOST.
+// as T (the session's folder), BIN (the programs' folder), VERSION, TIME, GUID, USER and HOST.
 
 namespace {
 
@@ -57,6 +57,7 @@ protected:
         replaceAll(text, backslashed, "T");
         replaceAll(text, home, "HOME");
         replaceAll(text, ZN_BIN_DIR, "BIN");
+        text = std::regex_replace(text, std::regex(" \\d+\\.\\d+\\.\\d+\n"), " VERSION\n");
         text = std::regex_replace(text, std::regex(R"(\d{4}-\d\d-\d\d[ T]\d\d:\d\d:\d\dZ?)"), "TIME");
         return std::regex_replace(
             text, std::regex(R"(\{[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[0-9A-F-]{17}\})"), "GUID");

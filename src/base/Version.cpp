@@ -1,0 +1,7 @@
+#include "base/Version.h"
+
+namespace zn {
+
+const char* softwareVersion() { return ZN_VERSION; }
+
+} // namespace zn
