@@ -1,6 +1,8 @@
 #include "commandline/Program.h"
 
 #include "base/Version.h"
+#include "commandline/Completion.h"
+#include "commandline/Manual.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -14,6 +16,23 @@ namespace {
 struct Declared {
     CLI::App* app;
     std::function<int()> run;
+};
+
+/// What the help is made of, in the forms that other programs take.
+struct HelpForm {
+    const char* name;
+    std::string (*make)(const CommandDescription&);
+};
+constexpr HelpForm helpForms[] = {
+    {"man", manualPage},
+    {"bash", bashCompletion},
+    {"zsh", zshCompletion},
+    {"fish", fishCompletion},
+};
+
+/// Ends the reading of a command line: the help was wanted in this form.
+struct HelpAs {
+    std::string form;
 };
 
 /// The subcommand that the command line got to, with the words that lead to it: "arkin task create".
@@ -50,6 +69,15 @@ Program::Program(const std::string& name, const std::string& help, const std::st
     // Subcommands fall through to their parents for the common options.
     m_parts->app.require_subcommand(1)->fallthrough()->footer(footer);
     m_parts->app.set_version_flag("--version", name + " " + softwareVersion(), "Print the version and exit");
+    std::vector<std::string> forms;
+    for (const auto& form : helpForms)
+        forms.emplace_back(form.name);
+    m_parts->app
+        .add_option_function<std::string>(
+            "--help-as", [](const std::string& form) { throw HelpAs{form}; },
+            "Print all help as a manual page or as a shell's completion and exit")
+        ->check(CLI::IsMember(forms))
+        ->type_name("FORM");
 }
 
 Program::~Program() = default;
@@ -88,6 +116,12 @@ int Program::run(int count, char** arguments)
         const auto unknown = app.remaining(true);
         return m_parts->refuse(
             unknown.empty() ? error.what() : "Nobody knows what to do with '" + unknown.front() + "'.");
+    } catch (const HelpAs& wanted) {
+        const auto description = describe(app);
+        for (const auto& form : helpForms)
+            if (wanted.form == form.name)
+                std::cout << form.make(description);
+        return std::cout.flush() ? done : failed;
     } catch (const WrongUse& error) {
         return m_parts->refuse(error.what());
     }
