@@ -1,7 +1,7 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
 
-#include "arkin/commands/frame/RegistryKey.h"
+#include "arkin/commands/frame/RegisterAddIn.h"
 #include "contracts/classes/ClassLibrary.h"
 
 #include <iostream>
@@ -10,46 +10,31 @@ namespace arkin {
 
 namespace {
 
-/// The host's own control, which add-ins make through the class store, is registered along with them. It isn't part of
-/// an installation without windows.
-void registerControls()
+void unregisterAddIn(Session& session, const std::filesystem::path& library)
 {
-    const auto library = programFolder() / "libarkin-reftree.so";
-    if (std::filesystem::exists(library))
-        zn::ClassLibrary(library).registerServer();
+    session.platform(); // the library writes to the registry of this home
+    zn::ClassLibrary(library).unregisterServer();
 }
 
-/// Where this product is installed: its closed libraries and its texts lie beside the program.
-void writeLocation(Session& session)
-{
-    auto& machine = session.platform();
-    const auto location = machine.files().fromMachine(programFolder());
-    zn::Registry& registry = machine.registry();
-    if (!registry.write(zn::RegistryRoot::Machine, productKey, u"Location", zn::RegistryValue::text(location)))
-        throw zn::StatusError(zn::E_ACCESSDENIED, "The product's location may not be written to the registry.");
-}
-
-/// Registering and unregistering differ in the library's function alone.
+/// Registering and unregistering differ in what is done with the library alone.
 class AddInRegistration : public Command {
 public:
-    using Function = void (zn::ClassLibrary::*)() const;
+    using Function = void (*)(Session&, const std::filesystem::path&);
     AddInRegistration(Function function, const char* done)
         : m_function(function)
         , m_done(done)
     {
     }
 
-    void declare(Arguments& take) override { take.option("PATH", m_path, "The add-in's library").required(); }
+    void declare(Arguments& take) override
+    {
+        take.option("PATH", m_path, "The add-in's library; else the one that is installed with this program");
+    }
 
     int run(Session& session) override
     {
-        session.platform(); // the library writes to the registry of this home
-        const auto path = std::filesystem::absolute(m_path);
-        (zn::ClassLibrary(path).*m_function)();
-        if (m_function == &zn::ClassLibrary::registerServer) {
-            registerControls();
-            writeLocation(session);
-        }
+        const auto path = m_path.empty() ? installedAddIn() : std::filesystem::absolute(m_path);
+        m_function(session, path);
         if (session.json())
             printJson({{"library", path.string()}, {"done", m_done}});
         else
@@ -65,14 +50,8 @@ private:
 
 } // namespace
 
-MadeCommand addInRegisterCommand()
-{
-    return std::make_unique<AddInRegistration>(&zn::ClassLibrary::registerServer, "registered");
-}
+MadeCommand addInRegisterCommand() { return std::make_unique<AddInRegistration>(&registerAddIn, "registered"); }
 
-MadeCommand addInUnregisterCommand()
-{
-    return std::make_unique<AddInRegistration>(&zn::ClassLibrary::unregisterServer, "unregistered");
-}
+MadeCommand addInUnregisterCommand() { return std::make_unique<AddInRegistration>(&unregisterAddIn, "unregistered"); }
 
 } // namespace arkin

@@ -15,6 +15,7 @@ const GroupRow groups[] = {
 };
 
 const CommandRow commands[] = {
+    {"", "quickstart", "Make a vault with all that it needs, and three tasks", quickstartCommand},
     {"vault", "create", "Make a vault with its local folder", vaultCreateCommand},
     {"vault", "check", "Verify every content, version, reference and count", vaultCheckCommand},
     {"vault", "info", "Show where the vault and its parts are", vaultInfoCommand},

@@ -7,6 +7,7 @@ namespace arkin {
 using MadeCommand = std::unique_ptr<Command>;
 
 // One function for each subcommand, in the file that bears its name.
+MadeCommand quickstartCommand();
 MadeCommand vaultCreateCommand();
 MadeCommand vaultCheckCommand();
 MadeCommand vaultInfoCommand();

@@ -36,8 +36,7 @@ zn::Text defaultMacro(zn::TaskKind kind)
 {
     const auto row = std::ranges::find(macros, kind, &MacroRow::kind);
     const char* file = row != std::end(macros) ? row->file : "ExecuteScript.bas";
-    const auto installed = programFolder().parent_path() / "share/zntask/macros" / file;
-    return readMacro(std::filesystem::exists(installed) ? installed : std::filesystem::path(ARKIN_MACRO_FOLDER) / file);
+    return readMacro(programFolder() / "macros" / file);
 }
 
 } // namespace arkin

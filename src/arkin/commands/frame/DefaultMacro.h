@@ -10,9 +10,8 @@ namespace arkin {
 /// The macro text of a file, which is in the single-byte code page. Raises `StatusError` with a sentence.
 zn::Text readMacro(const std::filesystem::path& file);
 
-/// The macro that a task of this kind starts with, from the product's macro folder: "../share/zntask/macros" beside
-/// the program's folder, or where this build's sources lie. Raises `StatusError` with a sentence if the file isn't
-/// there.
+/// The macro that a task of this kind starts with, from the folder "macros" beside this program. Raises `StatusError`
+/// with a sentence if the file isn't there.
 zn::Text defaultMacro(zn::TaskKind kind);
 
 } // namespace arkin

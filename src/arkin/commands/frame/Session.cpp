@@ -1,6 +1,7 @@
 #include "arkin/commands/frame/Session.h"
 
 #include "arkin/commands/frame/DesktopLibrary.h"
+#include "arkin/commands/frame/ShellWord.h"
 #include "arkin/store/Codes.h"
 #include "arkin/vault/VaultObject.h"
 #include "base/Paths.h"
@@ -57,6 +58,16 @@ Vault& Session::vault()
     if (!m_vault)
         m_vault = std::make_unique<Vault>(store(), chosenVault());
     return *m_vault;
+}
+
+std::string Session::repeatedOptions()
+{
+    std::string options;
+    if (!m_options.home.empty())
+        options += " --home " + shellWord(platform().home().folder().string());
+    if (store().vaults().size() > 1)
+        options += " --vault " + shellWord(toUtf8(vault().info().name));
+    return options;
 }
 
 TaskHost Session::taskHost()

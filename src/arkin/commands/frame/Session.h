@@ -34,6 +34,11 @@ public:
     Store& store();
     /// The vault of the option, or the home's only one. Raises `StatusError` with a sentence if that isn't settled.
     Vault& vault();
+    /// From now on the session's vault is this one.
+    void choose(const VaultInfo& vault) { m_vault = std::make_unique<Vault>(store(), vault); }
+    /// The options of home and vault that a later command line has to repeat to mean the same, with a blank before
+    /// each.
+    std::string repeatedOptions();
     /// For launching and running tasks; the session outlives it. Its vault asks in the windows of the desktop, if the
     /// desktop is there by then and somebody can be asked.
     TaskHost taskHost();

@@ -1,0 +1,51 @@
+#include "arkin/commands/frame/MakeTask.h"
+
+#include "arkin/commands/frame/DefaultMacro.h"
+#include "arkin/tasks/TaskSetup.h"
+
+#include <fstream>
+
+namespace arkin {
+
+namespace {
+
+TaskDefinition fill(Session& session, TaskDefinition task)
+{
+    auto& desktop = session.desktop(false);
+    TaskSetup setup(session.taskHost(), std::move(task));
+    desktop.fillTask(setup);
+    return setup.task();
+}
+
+} // namespace
+
+TaskFile readTaskFile(const std::filesystem::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    if (!stream.is_open() || stream.bad())
+        throw zn::StatusError(zn::E_INVALIDARG, "The task file " + file.string() + " can't be read.");
+    try {
+        return parseTaskFile(text);
+    } catch (const zn::StatusError& error) {
+        throw zn::StatusError(error.status(), file.string() + ": " + error.what());
+    }
+}
+
+zn::Text macroOf(const TaskFile& task, const std::filesystem::path& file, zn::TaskKind kind)
+{
+    return task.script.empty() ? defaultMacro(kind) + u"\n" : readMacro(file.parent_path() / task.script);
+}
+
+std::size_t makeTask(Session& session, const TaskRequest& request)
+{
+    session.tasks().requireFreeName(request.name);
+    auto task = fill(session, startTask(request));
+    settleTask(task, request, session.variableNames());
+    task.createdBy = zn::toText(session.vault().caller().user);
+    task.createdAt = session.platform().clock().now();
+    session.tasks().create(task);
+    return task.variables.size();
+}
+
+} // namespace arkin
