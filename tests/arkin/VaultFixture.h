@@ -8,6 +8,7 @@
 #include "arkin/store/Vault.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/SqliteRegistry.h"
+#include "tests/support/ExpectStatus.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -132,15 +133,6 @@ public:
     Vault vault;
 };
 
-/// Expects that `work` raises a status.
-template <class Work> void expectStatus(zn::Status status, const Work& work)
-{
-    try {
-        work();
-        ADD_FAILURE() << "nothing was raised";
-    } catch (const zn::StatusError& error) {
-        EXPECT_EQ(error.status(), status) << error.what();
-    }
-}
+using zn::test::expectStatus;
 
 } // namespace arkin::test

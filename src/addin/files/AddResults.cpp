@@ -26,41 +26,92 @@ std::vector<Text> usedVariables(const ObjectRef& task)
     return names;
 }
 
-Status fillMissingIds(IArkVault& vault, ArkAddResult& result)
+void fillMissingIds(IArkVault& vault, ArkAddResult& result)
 {
     std::shared_ptr<IArkFolder> folder;
     std::shared_ptr<IArkFile> file;
-    Status status = vault.GetFileFromPath(result.path, &folder, file);
+    const Status status = vault.GetFileFromPath(result.path, &folder, file);
+    checkStatus(status);
     if (status != S_OK)
-        return status;
+        return;
     if (file && result.fileId < 1)
-        status = file->GetId(result.fileId);
-    if (!failed(status) && folder && result.folderId < 1)
-        status = folder->GetId(result.folderId);
-    return status;
+        checkStatus(file->GetId(result.fileId));
+    if (folder && result.folderId < 1)
+        checkStatus(folder->GetId(result.folderId));
+}
+
+void checkIn(IArkVault& vault, const std::vector<ArkFileFolderPair>& pairs, const ObjectRef& utility)
+{
+    const auto unlock = query<IArkBatchUnlock>(utility);
+    if (!unlock)
+        throw StatusError(E_NOINTERFACE);
+    std::int32_t count = 0;
+    checkStatus(unlock->SetComment(checkInComment));
+    checkStatus(unlock->AddSelection(vault, pairs));
+    checkStatus(unlock->CreateTree(0, 1, 0, count));
+    checkStatus(unlock->Unlock(0, 0));
+}
+
+/// A failed step of adding the results, with its line for the log.
+class StepError : public StatusError {
+public:
+    StepError(Status status, Text logLine)
+        : StatusError(status)
+        , line(std::move(logLine))
+    {
+    }
+
+    Text line;
+};
+
+void checkStep(Status status, const Text& logLine)
+{
+    if (failed(status))
+        throw StepError(status, logLine);
+}
+
+/// Runs a step any failure of which has the same line.
+template <class Step> auto inStep(const Text& logLine, const Step& step)
+{
+    try {
+        return step();
+    } catch (const StatusError& error) {
+        throw StepError(error.status(), logLine);
+    }
 }
 
 } // namespace
 
 Status FileLogic::AddResultsToVault(IArkVault& vault, const ObjectRef& task, const HostErrorLog& log)
 {
-    const Status noted = m_records.empty() ? S_OK : AddNewFiles(vault, task, log);
-    if (failed(noted))
-        return noted;
+    try {
+        RunAddSteps(vault, task, log);
+        return S_OK;
+    } catch (const StepError& error) {
+        log(error.status(), error.line);
+        return error.status();
+    } catch (...) {
+        const Status status = currentExceptionStatus();
+        log(status, u"Adding files to the vault.");
+        return status;
+    }
+}
+
+void FileLogic::RunAddSteps(IArkVault& vault, const ObjectRef& task, const HostErrorLog& log)
+{
+    if (!m_records.empty())
+        AddNewFiles(vault, task, log);
     const bool anyAdded = std::any_of(m_records.begin(), m_records.end(), [](const auto& r) { return r.added; });
     if (!anyAdded)
-        return noted;
+        return;
     if (m_taskKind == TaskKind::Conversion) {
-        Status status = TransferCardValues(vault, task);
-        if (!failed(status))
-            status = ReferenceSources(vault, task);
-        if (failed(status)) {
-            // Readers of logs know this sentence for a failed card step as well.
-            log(status, u"Error creating references from source to destination file.");
-            return status;
-        }
+        // Readers of logs know this sentence for a failed card step as well.
+        inStep(u"Error creating references from source to destination file.", [&] {
+            TransferCardValues(vault, task);
+            ReferenceSources(vault, task);
+        });
     }
-    return CheckInAdded(vault, log);
+    CheckInAdded(vault);
 }
 
 bool FileLogic::IsPending(const OutputRecord& record)
@@ -74,14 +125,10 @@ bool FileLogic::IsInside(const OutputRecord& record) const
     return record.insideVault && startsWithNoCase(record.path, m_vaultRoot);
 }
 
-Status FileLogic::AddNewFiles(IArkVault& vault, const ObjectRef& task, const HostErrorLog& log)
+void FileLogic::AddNewFiles(IArkVault& vault, const ObjectRef& task, const HostErrorLog& log)
 {
-    std::shared_ptr<IArkBatchAdd> batch;
-    Status status = createUtility(vault, ArkUtil_BatchAdd, batch);
-    if (failed(status)) {
-        log(status, u"Creating ArkUtil_BatchAdd interface.");
-        return status;
-    }
+    const auto batch = inStep(u"Creating ArkUtil_BatchAdd interface.",
+        [&] { return createUtility<IArkBatchAdd>(vault, ArkUtil_BatchAdd); });
     const std::vector<Text> names = usedVariables(task);
     std::int32_t pending = 0;
     for (OutputRecord& record : m_records) {
@@ -89,31 +136,22 @@ Status FileLogic::AddNewFiles(IArkVault& vault, const ObjectRef& task, const Hos
             continue;
         pending += IsInside(record) ? 1 : 0;
         const Text path = record.path;
-        status = NoteForAdding(vault, *batch, record, names);
-        if (failed(status)) {
-            log(status, formatText("Adding file '%s' from path.", pathFolder(path)));
-            return status;
-        }
+        checkStep(NoteForAdding(vault, *batch, record, names),
+            formatText("Adding file '%s' from path.", pathFolder(path)));
     }
     if (pending == 0)
-        return status;
+        return;
 
     std::vector<ArkAddResult> results;
-    status = batch->Commit(0, results, pending);
-    if (failed(status)) {
-        log(status, u"Adding files to the vault. No permission to add files to the destination folder?");
-        return status;
-    }
+    checkStep(batch->Commit(0, results, pending),
+        u"Adding files to the vault. No permission to add files to the destination folder?");
     RecordsByPath byPath;
     for (OutputRecord& record : m_records) {
         if (!record.printEntry && record.insideVault)
             byPath.emplace(foldCase(record.path), &record);
     }
-    for (ArkAddResult& result : results) {
-        if (const Status taken = TakeAddResult(vault, result, byPath, log); failed(taken))
-            return taken;
-    }
-    return status;
+    for (ArkAddResult& result : results)
+        TakeAddResult(vault, result, byPath, log);
 }
 
 Status FileLogic::NoteForAdding(
@@ -157,101 +195,60 @@ Text FileLogic::ResolveUsedVariables(
     return resolved;
 }
 
-Status FileLogic::TakeAddResult(
+void FileLogic::TakeAddResult(
     IArkVault& vault, ArkAddResult& result, const RecordsByPath& byPath, const HostErrorLog& log)
 {
-    if (failed(result.status) && result.status != E_ARK_NAME_ALREADY_EXISTS) {
-        log(result.status, u"Error adding a file to the vault.");
-        return S_OK;
-    }
-    if (result.status == E_ARK_NAME_ALREADY_EXISTS) {
-        if (const Status status = fillMissingIds(vault, result); failed(status))
-            return status;
-    }
+    if (result.status == E_ARK_NAME_ALREADY_EXISTS)
+        fillMissingIds(vault, result);
+    else if (failed(result.status))
+        return log(result.status, u"Error adding a file to the vault.");
     const auto [first, last] = byPath.equal_range(foldCase(result.path));
     for (auto entry = first; entry != last; ++entry) {
         entry->second->docId = result.fileId;
         entry->second->projId = result.folderId;
         entry->second->added = true;
     }
-    return S_OK;
 }
 
-Status FileLogic::CheckInAdded(IArkVault& vault, const HostErrorLog& log)
+void FileLogic::CheckInAdded(IArkVault& vault)
 {
     ObjectRef utility;
-    Status status = vault.CreateUtility(ArkUtil_BatchUnlock, utility);
-    if (failed(status)) {
-        log(status, u"Checking in all checked out docs.");
-        return status;
-    }
+    checkStep(vault.CreateUtility(ArkUtil_BatchUnlock, utility), u"Checking in all checked out docs.");
     std::vector<ArkFileFolderPair> pairs;
     for (const OutputRecord& record : m_records) {
         if (record.added)
             pairs.push_back({record.docId, record.projId});
     }
-    status = CheckIn(vault, pairs, utility);
-    if (failed(status))
-        log(status, u"Unlocking files.");
-    return status;
+    inStep(u"Unlocking files.", [&] { checkIn(vault, pairs, utility); });
 }
 
-Status FileLogic::CheckIn(IArkVault& vault, const std::vector<ArkFileFolderPair>& pairs, ObjectRef utility)
+ArkFileFolderPair FileLogic::AddLogFile(const Text& path)
 {
-    const auto unlock = query<IArkBatchUnlock>(utility);
-    if (!unlock)
-        return E_NOINTERFACE;
-    std::int32_t count = 0;
-    Status status = unlock->SetComment(checkInComment);
-    if (!failed(status))
-        status = unlock->AddSelection(vault, pairs);
-    if (!failed(status))
-        status = unlock->CreateTree(0, 1, 0, count);
-    if (!failed(status))
-        status = unlock->Unlock(0, 0);
-    return status;
-}
-
-Status FileLogic::AddLogFile(const Text& path, ArkFileFolderPair& ids)
-{
-    std::shared_ptr<IArkBatchAdd> batch;
-    Status status = createUtility(*m_vault, ArkUtil_BatchAdd, batch);
-    if (!failed(status))
-        status = batch->AddFile(path, pathFolder(path), 0, nullptr, keepName);
+    const auto batch = createUtility<IArkBatchAdd>(*m_vault, ArkUtil_BatchAdd);
+    checkStatus(batch->AddFile(path, pathFolder(path), 0, nullptr, keepName));
     std::vector<ArkAddResult> results;
     std::int32_t count = 1;
-    if (!failed(status))
-        status = batch->Commit(0, results, count);
-    if (failed(status))
-        return status;
+    checkStatus(batch->Commit(0, results, count));
     if (results.empty())
         throw StatusError(E_FAIL, "Could not lock safe array.");
-    ids = {results.front().fileId, results.front().folderId};
-    return results.front().status;
+    checkStatus(results.front().status);
+    return {results.front().fileId, results.front().folderId};
 }
 
-Status FileLogic::CommitLogFile(const Text& path)
+void FileLogic::CommitLogFile(const Text& path)
 {
     if (!m_vault || !m_platform.files.fileExists(path))
-        return S_FALSE;
+        return;
     ArkFileFolderPair ids;
     std::shared_ptr<IArkFolder> folder;
     std::shared_ptr<IArkFile> file;
-    Status status = m_vault->GetFileFromPath(path, &folder, file);
-    if (status != S_OK) {
-        status = AddLogFile(path, ids);
+    if (m_vault->GetFileFromPath(path, &folder, file) == S_OK) {
+        checkStatus(file->GetId(ids.fileId));
+        checkStatus(folder->GetId(ids.folderId));
     } else {
-        status = file->GetId(ids.fileId);
-        if (!failed(status))
-            status = folder->GetId(ids.folderId);
+        ids = AddLogFile(path);
     }
-    if (failed(status))
-        return status;
 
-    ObjectRef utility;
-    status = m_vault->CreateUtility(ArkUtil_BatchUnlock, utility);
-    if (!failed(status))
-        status = CheckIn(*m_vault, {ids}, utility);
     OutputRecord record;
     record.path = path;
     record.docId = ids.fileId;
@@ -259,31 +256,24 @@ Status FileLogic::CommitLogFile(const Text& path)
     record.hidden = true;
     record.insideVault = true;
     m_records.push_back(std::move(record));
-    return status;
+    ObjectRef utility;
+    checkStatus(m_vault->CreateUtility(ArkUtil_BatchUnlock, utility));
+    checkIn(*m_vault, {ids}, utility);
 }
 
-Status FileLogic::ReferenceSources(IArkVault& vault, const ObjectRef& task)
+void FileLogic::ReferenceSources(IArkVault& vault, const ObjectRef& task)
 {
-    Value wanted;
-    Status status = getVariable(task, u"RefToSource", wanted);
-    if (failed(status))
-        return status;
-    if (status == S_FALSE || !wanted.toBool())
-        return S_OK;
-    std::shared_ptr<IArkBatchReference> batch;
-    status = createUtility(vault, ArkUtil_BatchReference, batch);
+    if (!readBoolean(task, u"RefToSource").value_or(false))
+        return;
+    const auto batch = createUtility<IArkBatchReference>(vault, ArkUtil_BatchReference);
     for (const OutputRecord& record : m_records) {
-        if (failed(status))
-            return status;
         if (record.added && !record.hidden)
-            status = batch->AddReferences(record.docId, {{record.source->docId, record.source->projId}});
+            checkStatus(batch->AddReferences(record.docId, {{record.source->docId, record.source->projId}}));
     }
     bool needsCommit = false;
-    if (!failed(status))
-        status = batch->CreateTree(0, needsCommit);
-    if (!failed(status) && needsCommit)
-        status = batch->Commit(needsCommit);
-    return status;
+    checkStatus(batch->CreateTree(0, needsCommit));
+    if (needsCommit)
+        checkStatus(batch->Commit(needsCommit));
 }
 
 } // namespace zn

@@ -12,49 +12,46 @@ namespace {
 constexpr const char16_t* ownConfiguration = u"@";
 
 /// All card variables of the vault by name; a later one of the same name counts.
-Status readVariableIds(IArkVault& vault, std::map<Text, std::int32_t>& ids)
+std::map<Text, std::int32_t> readVariableIds(IArkVault& vault)
 {
     auto* manager = dynamic_cast<IArkVariableMgr*>(&vault);
     if (!manager)
-        return E_NOINTERFACE;
+        throw StatusError(E_NOINTERFACE);
+    std::map<Text, std::int32_t> ids;
     std::shared_ptr<IArkPosition> position;
-    Status status = manager->GetFirstVariablePosition(position);
+    checkStatus(manager->GetFirstVariablePosition(position));
     bool isNull = false;
-    while (!failed(status) && position->IsNull(isNull) == S_FALSE) {
+    while (position->IsNull(isNull) == S_FALSE) {
         std::shared_ptr<IArkVariable> variable;
         Text name;
         std::int32_t id = 0;
-        status = manager->GetNextVariable(*position, variable);
-        if (!failed(status))
-            status = variable->GetName(name);
-        if (!failed(status))
-            status = variable->GetId(id);
-        if (!failed(status))
-            ids[name] = id;
+        checkStatus(manager->GetNextVariable(*position, variable));
+        checkStatus(variable->GetName(name));
+        checkStatus(variable->GetId(id));
+        ids[name] = id;
     }
-    return status;
+    return ids;
 }
 
 /// The task's mappings; empty if it has none.
-Status readMappings(IArkVault& vault, const ObjectRef& task, std::vector<CardMapping>& mappings)
+std::vector<CardMapping> readMappings(IArkVault& vault, const ObjectRef& task)
 {
-    Value table;
-    Status status = getVariable(task, u"FileCardData", table);
-    if (status != S_OK)
-        return status;
-    const Text text = table.toText();
-    if (text.empty())
-        return S_OK;
-    std::map<Text, std::int32_t> ids;
-    status = readVariableIds(vault, ids);
-    if (!failed(status))
-        mappings = parseCardMappings(text, ids);
-    return status;
+    const Text text = readText(task, u"FileCardData").value_or(Text());
+    return text.empty() ? std::vector<CardMapping>() : parseCardMappings(text, readVariableIds(vault));
 }
 
-/// The value of one card variable of the source: 0 with the value, 1 if there is none.
-Status readSourceVariable(const std::vector<ObjectRef>& values, std::int32_t variableId, const OutputRecord& output,
-    const OutputRecord& source, Value& value)
+/// The card's value for a configuration; none if it has none.
+std::optional<Value> valueFor(IArkVariableValue& card, const Text& configuration)
+{
+    Value value;
+    const Status status = card.GetValue(configuration, value);
+    checkStatus(status);
+    return status == S_OK ? std::optional(std::move(value)) : std::nullopt;
+}
+
+/// The value of one card variable of the source; none if it has none.
+std::optional<Value> readSourceVariable(const std::vector<ObjectRef>& values, std::int32_t variableId,
+    const OutputRecord& output, const OutputRecord& source)
 {
     // The card of a file that isn't a CAD file has no configurations.
     const Text configuration = source.isCadFile ? output.configuration : Text();
@@ -66,102 +63,80 @@ Status readSourceVariable(const std::vector<ObjectRef>& values, std::int32_t var
         checkStatus(candidate->GetId(id));
         if (id != variableId)
             continue;
-        const Status status = candidate->GetValue(configuration, value);
-        if ((source.isCadFile && status == S_FALSE) || (status == S_OK && value.isEmpty()))
-            return candidate->GetValue(ownConfiguration, value);
-        return status;
+        const std::optional<Value> value = valueFor(*candidate, configuration);
+        const bool askOwn = value ? value->isEmpty() : source.isCadFile;
+        return askOwn ? valueFor(*candidate, ownConfiguration) : value;
     }
-    return S_FALSE;
+    return std::nullopt;
 }
 
-Status mappedValue(const CardMapping& mapping, const OutputRecord& output, const OutputRecord& source,
-    const std::vector<ObjectRef>& values, Clock& clock, Value& value)
+std::optional<Value> mappedValue(const CardMapping& mapping, const OutputRecord& output, const OutputRecord& source,
+    const std::vector<ObjectRef>& values, Clock& clock)
 {
     switch (mapping.kind) {
     case CardSourceKind::SourcePath:
-        value = source.path;
-        return S_OK;
+        return source.path;
     case CardSourceKind::SourceFolder:
-        value = pathFolder(source.path);
-        return S_OK;
+        return pathFolder(source.path);
     case CardSourceKind::Configuration:
-        value = output.configuration;
-        return S_OK;
+        return output.configuration;
     case CardSourceKind::Revision:
-        value = source.revision;
-        return S_OK;
+        return source.revision;
     case CardSourceKind::Version:
-        value = effectiveVersion(source);
-        return S_OK;
+        return effectiveVersion(source);
     case CardSourceKind::WorkflowState:
-        value = source.workflowState;
-        return S_OK;
+        return source.workflowState;
     case CardSourceKind::Now:
-        value = DateValue{dayCountFromUnix(clock.now())};
-        return S_OK;
+        return DateValue{dayCountFromUnix(clock.now())};
     case CardSourceKind::FreeText:
-        value = mapping.text;
-        return S_OK;
+        return mapping.text;
     case CardSourceKind::Variable:
-        return readSourceVariable(values, mapping.sourceVariableId, output, source, value);
+        return readSourceVariable(values, mapping.sourceVariableId, output, source);
     }
-    return S_FALSE;
+    return std::nullopt;
 }
 
-/// Reads what the vault knows of the source's version, into the source and `values`.
-Status readSource(IArkVault& vault, OutputRecord& source, std::vector<ObjectRef>& values)
+/// Reads what the vault knows of the source's version into the source, and returns the values of its card.
+std::vector<ObjectRef> readSource(IArkVault& vault, OutputRecord& source)
 {
     std::shared_ptr<IArkFile> file;
-    Status status = vault.GetFileFromPath(source.path, nullptr, file);
-    if (!failed(status) && !file)
-        status = E_POINTER;
+    checkStatus(vault.GetFileFromPath(source.path, nullptr, file));
+    if (!file)
+        throw StatusError(E_POINTER);
     std::shared_ptr<IArkVariableEnumerator> card;
-    if (!failed(status))
-        status = file->GetVariableEnumerator(0, card);
+    checkStatus(file->GetVariableEnumerator(0, card));
+    std::vector<ObjectRef> values;
     std::vector<Text> configurations;
     ArkVersionInfo info;
-    if (!failed(status))
-        status = file->GetVersionInfo(Value(source.version), source.projId, values, configurations, info);
-    if (failed(status))
-        return status;
+    checkStatus(file->GetVersionInfo(Value(source.version), source.projId, values, configurations, info));
     source.latestVersion = info.latestVersion;
     source.revision = info.revision;
     source.workflowState = info.workflowState;
-    return S_OK;
+    return values;
 }
 
 } // namespace
 
-Status FileLogic::TransferCardValues(IArkVault& vault, const ObjectRef& task)
+void FileLogic::TransferCardValues(IArkVault& vault, const ObjectRef& task)
 {
-    std::vector<CardMapping> mappings;
-    if (const Status status = readMappings(vault, task, mappings); failed(status))
-        return status;
+    const std::vector<CardMapping> mappings = readMappings(vault, task);
     if (mappings.empty())
-        return S_OK;
-
-    std::shared_ptr<IArkBatchCardUpdate> batch;
-    if (const Status status = createUtility(vault, ArkUtil_BatchCardUpdate, batch); failed(status))
-        return status;
+        return;
+    const auto batch = createUtility<IArkBatchCardUpdate>(vault, ArkUtil_BatchCardUpdate);
     for (const OutputRecord& output : m_records) {
         if (!output.added || output.hidden)
             continue;
         if (!output.source)
-            return E_POINTER;
-        std::vector<ObjectRef> values;
-        if (const Status status = readSource(vault, *output.source, values); failed(status))
-            return status;
+            throw StatusError(E_POINTER);
+        const std::vector<ObjectRef> values = readSource(vault, *output.source);
         for (const CardMapping& mapping : mappings) {
-            Value value;
-            Status status = mappedValue(mapping, output, *output.source, values, m_platform.clock, value);
-            if (status == S_OK)
-                status = batch->SetVariable(output.docId, mapping.destVariableId, value, 0, 1);
-            if (failed(status))
-                return status;
+            const auto value = mappedValue(mapping, output, *output.source, values, m_platform.clock);
+            if (value)
+                checkStatus(batch->SetVariable(output.docId, mapping.destVariableId, *value, 0, 1));
         }
     }
     std::vector<Status> errors;
-    return batch->Commit(errors, 0);
+    checkStatus(batch->Commit(errors, 0));
 }
 
 } // namespace zn

@@ -18,6 +18,16 @@ bool itemRemains(IArkPosition& position)
     return position.IsNull(isNull) == S_FALSE;
 }
 
+/// Whoever can't say which kind the task is expands as for none.
+TaskKind kindOrUnknown(const ObjectRef& task)
+{
+    try {
+        return readKind(task, query<IArkTaskInstance>(task) != nullptr);
+    } catch (const StatusError&) {
+        return TaskKind::Unknown;
+    }
+}
+
 std::unique_ptr<OutputRecord> recordOf(const ArkSelItem& item)
 {
     auto record = std::make_unique<OutputRecord>();
@@ -36,9 +46,7 @@ void FileLogic::ExpandSelection(
     IArkVault& vault, const ObjectRef& task, const ArkSelection& items, SelectionRecords& selection, bool fetchFiles)
 {
     if (m_taskKind == TaskKind::Unknown) {
-        TaskKind kind = TaskKind::Unknown;
-        if (!failed(readKind(task, query<IArkTaskInstance>(task) != nullptr, kind)))
-            m_taskKind = kind;
+        m_taskKind = kindOrUnknown(task);
     }
     for (const ArkSelItem& item : items) {
         if (item.itemType == ArkItemType::File) {
@@ -91,8 +99,7 @@ bool FileLogic::PullsReferencedVersions(const ObjectRef& task)
 
 void FileLogic::FetchFiles(IArkVault& vault, const ObjectRef& task, SelectionRecords& selection)
 {
-    std::shared_ptr<IArkBatchFetch> fetch;
-    checkStatus(createUtility(vault, ArkUtil_BatchFetch, fetch));
+    const auto fetch = createUtility<IArkBatchFetch>(vault, ArkUtil_BatchFetch);
     for (const auto& record : selection)
         checkStatus(fetch->AddSelection(vault, record->docId, record->projId, std::max(record->version, 0)));
     checkStatus(fetch->CreateTree(0, PullsReferencedVersions(task) ? asBuilt : 0));
@@ -102,25 +109,20 @@ void FileLogic::FetchFiles(IArkVault& vault, const ObjectRef& task, SelectionRec
     copies.reserve(selection.size());
     for (const auto& record : selection)
         copies.push_back(*record);
-    checkStatus(FillLatestVersions(vault, copies));
+    FillLatestVersions(vault, copies);
     for (std::size_t i = 0; i < copies.size(); ++i)
         selection[i]->latestVersion = copies[i].latestVersion;
 }
 
-Status FileLogic::FillLatestVersions(IArkVault& vault, std::vector<OutputRecord>& records)
+void FileLogic::FillLatestVersions(IArkVault& vault, std::vector<OutputRecord>& records)
 {
-    std::shared_ptr<IArkBatchQuery> batch;
-    Status status = createUtility(vault, ArkUtil_BatchQuery, batch);
-    for (std::size_t i = 0; i < records.size() && !failed(status); ++i)
-        status = batch->AddFile(Value(records[i].path));
+    const auto batch = createUtility<IArkBatchQuery>(vault, ArkUtil_BatchQuery);
+    for (const OutputRecord& record : records)
+        checkStatus(batch->AddFile(Value(record.path)));
     std::vector<Text> columns;
     std::vector<ArkQueryRow> rows;
-    if (!failed(status))
-        status = batch->CreateList({}, columns);
-    if (!failed(status))
-        status = batch->GetRows(rows);
-    if (failed(status))
-        return status;
+    checkStatus(batch->CreateList({}, columns));
+    checkStatus(batch->GetRows(rows));
 
     std::unordered_map<std::int32_t, std::int32_t> latest;
     for (const ArkQueryRow& row : rows)
@@ -129,7 +131,6 @@ Status FileLogic::FillLatestVersions(IArkVault& vault, std::vector<OutputRecord>
         if (const auto found = latest.find(record.docId); found != latest.end())
             record.latestVersion = found->second;
     }
-    return S_OK;
 }
 
 } // namespace zn

@@ -91,7 +91,7 @@ private:
 
 } // namespace
 
-Status FileLogic::WriteList(const ObjectRef& task, TaskKind kind, const SelectionRecords* selection)
+void FileLogic::WriteList(const ObjectRef& task, TaskKind kind, const SelectionRecords* selection)
 {
     if (!task)
         throw StatusError(E_POINTER, "There is no task to write the file list to.");
@@ -102,27 +102,23 @@ Status FileLogic::WriteList(const ObjectRef& task, TaskKind kind, const Selectio
         for (const auto& record : *selection)
             m_records.push_back(*record);
     }
-    try {
-        writeVariable(task, selection ? selectionVariable : outputVariable, listText(m_records, kind));
-        return S_OK;
-    } catch (const StatusError& error) {
-        return error.status();
-    }
+    writeVariable(task, selection ? selectionVariable : outputVariable, listText(m_records, kind));
 }
 
-Status FileLogic::ReadList(const ObjectRef& task, std::vector<OutputRecord>& records, bool outputList)
+std::optional<std::vector<OutputRecord>> FileLogic::ReadList(const ObjectRef& task, bool outputList)
 {
-    Value value;
-    if (const Status status = getVariable(task, outputList ? outputVariable : selectionVariable, value); status != S_OK)
-        return status;
-    const std::string text = toUtf8(value.toText());
+    const std::optional<Value> value = readVariable(task, outputList ? outputVariable : selectionVariable);
+    if (!value)
+        return std::nullopt;
+    const std::string text = toUtf8(value->toText());
     constexpr unsigned exactText = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_ws_pcdata;
     pugi::xml_document document;
     if (const auto parsed = document.load_buffer(text.data(), text.size(), exactText, pugi::encoding_utf8); !parsed)
-        throw StatusError(E_FAIL, std::string("The stored file list cannot be read: ") + parsed.description());
+        throw BrokenListError(E_FAIL, std::string("The stored file list cannot be read: ") + parsed.description());
+    std::vector<OutputRecord> records;
     RecordReader reader(records);
     document.document_element().traverse(reader);
-    return S_OK;
+    return records;
 }
 
 bool FileLogic::HasHiddenFile()
@@ -145,29 +141,26 @@ std::int32_t FileLogic::CountResultFiles(bool includeHidden, bool includeOutside
     return count;
 }
 
-Status FileLogic::CollectResultFiles(std::vector<ArkTaskResultDoc>& documents, bool includeHidden)
+std::vector<ArkTaskResultDoc> FileLogic::CollectResultFiles(bool includeHidden)
 {
+    std::vector<ArkTaskResultDoc> documents;
     for (const OutputRecord& record : m_records) {
         if (record.printEntry || !record.insideVault || (record.hidden && !includeHidden)
             || !m_platform.files.fileExists(record.path))
             continue;
         std::shared_ptr<IArkFolder> folder;
         std::shared_ptr<IArkFile> file;
-        Status status = m_vault->GetFileFromPath(record.path, &folder, file);
+        const Status status = m_vault->GetFileFromPath(record.path, &folder, file);
+        checkStatus(status);
         if (status == S_FALSE)
             continue;
         ArkTaskResultDoc document;
-        if (!failed(status))
-            status = file->GetId(document.fileId);
-        if (!failed(status))
-            status = folder->GetId(document.folderId);
-        if (!failed(status))
-            status = file->GetCurrentVersion(document.version);
-        if (failed(status))
-            return status;
+        checkStatus(file->GetId(document.fileId));
+        checkStatus(folder->GetId(document.folderId));
+        checkStatus(file->GetCurrentVersion(document.version));
         documents.push_back(document);
     }
-    return S_OK;
+    return documents;
 }
 
 } // namespace zn

@@ -7,7 +7,7 @@ FileLogic::FileLogic(const Platform& platform)
 {
 }
 
-Status FileLogic::Initialize(std::shared_ptr<IArkVault> vault, TaskKind taskKind, bool replaceExisting)
+void FileLogic::Initialize(std::shared_ptr<IArkVault> vault, TaskKind taskKind, bool replaceExisting)
 {
     m_records.clear();
     m_notedPaths.clear();
@@ -15,7 +15,9 @@ Status FileLogic::Initialize(std::shared_ptr<IArkVault> vault, TaskKind taskKind
     m_vault = std::move(vault);
     m_taskKind = taskKind;
     m_replaceExisting = replaceExisting;
-    return m_vault ? m_vault->GetRootFolderPath(m_vaultRoot) : E_POINTER;
+    if (!m_vault)
+        throw StatusError(E_POINTER);
+    checkStatus(m_vault->GetRootFolderPath(m_vaultRoot));
 }
 
 void FileLogic::SetCurrentSource(OutputRecord* record) { m_currentSource = record; }

@@ -8,6 +8,7 @@
 #include "platform/Platform.h"
 
 #include <functional>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -16,16 +17,22 @@ namespace zn {
 /// Writes a host failure, with what was being done, to the task's log.
 using HostErrorLog = std::function<void(Status, const Text&)>;
 
+/// A stored file list that is none.
+class BrokenListError : public StatusError {
+public:
+    using StatusError::StatusError;
+};
+
 /// The file list of a run and all that happens between it and the vault. Used on the thread on which the host calls
 /// the add-in, inside the CAD application's event callbacks too. A `task` is an object with `IArkTaskProperties` or
-/// `IArkTaskInstance`.
+/// `IArkTaskInstance`. Failures are raised, the host's with its status, unless a comment says otherwise.
 class FileLogic : public SavedFileNotes {
 public:
     explicit FileLogic(const Platform& platform);
 
-    /// Empties the list, takes the vault and asks it for its root path. The host's status; on a failure the other
-    /// fields are set all the same.
-    Status Initialize(std::shared_ptr<IArkVault> vault, TaskKind taskKind, bool replaceExisting);
+    /// Empties the list, takes the vault and asks it for its root path. On a failure the other fields are set all the
+    /// same.
+    void Initialize(std::shared_ptr<IArkVault> vault, TaskKind taskKind, bool replaceExisting);
 
     /// The input record to which saved and printed files are credited from now on; not owned.
     void SetCurrentSource(OutputRecord* record);
@@ -33,28 +40,26 @@ public:
     // --- the lists in the task's variables (FileLists.cpp)
 
     /// Without a selection the records go to `__output_list`. With one, the records are replaced by copies of the
-    /// selection's and go to `__selection_list`. 0 or the failure of the write.
-    Status WriteList(const ObjectRef& task, TaskKind kind, const SelectionRecords* selection);
-    /// Appends the stored records. The status of reading the variable: 1 when it was never written.
-    /// Raises on text that is no such list.
-    Status ReadList(const ObjectRef& task, std::vector<OutputRecord>& records, bool outputList);
+    /// selection's and go to `__selection_list`.
+    void WriteList(const ObjectRef& task, TaskKind kind, const SelectionRecords* selection);
+    /// The stored records; none when the list was never written. Raises `BrokenListError` for text that is no such list.
+    std::optional<std::vector<OutputRecord>> ReadList(const ObjectRef& task, bool outputList);
 
     /// Whether a hidden record has a file on disk, by which the report knows of a log.
     bool HasHiddenFile();
     /// Records of files (not printouts) inside the vault (or anywhere) that exist on disk.
     std::int32_t CountResultFiles(bool includeHidden, bool includeOutside);
-    /// The vault's documents of the records that exist on disk inside the vault. 0 or the first failure, with what
-    /// was collected so far.
-    Status CollectResultFiles(std::vector<ArkTaskResultDoc>& documents, bool includeHidden);
+    /// The vault's documents of the records that exist on disk inside the vault.
+    std::vector<ArkTaskResultDoc> CollectResultFiles(bool includeHidden);
 
     // --- the host's selection (Expansion.cpp)
 
     /// Turns the host's selection into input records, folders into their files. With `fetchFiles` the files and what
-    /// they refer to are brought to the disk and the latest versions are learned. Failures are raised.
+    /// they refer to are brought to the disk and the latest versions are learned.
     void ExpandSelection(IArkVault& vault, const ObjectRef& task, const ArkSelection& items,
         SelectionRecords& selection, bool fetchFiles);
-    /// Fills `latestVersion` of each record that the vault has, by one query. The host's status.
-    Status FillLatestVersions(IArkVault& vault, std::vector<OutputRecord>& records);
+    /// Fills `latestVersion` of each record that the vault has, by one query.
+    void FillLatestVersions(IArkVault& vault, std::vector<OutputRecord>& records);
 
     // --- results (Results.cpp, AddResults.cpp)
 
@@ -63,10 +68,11 @@ public:
     /// Checks a log out that a former run of the same instance left in the vault.
     void PrepareLogFile(const Text& path);
     /// Adds what was saved to the vault in one batch, fills cards and references, checks everything in.
-    /// Failures are written to the log and returned, or raised.
+    /// Nothing is raised: 0, or the failure that ended it and stands in the log.
     Status AddResultsToVault(IArkVault& vault, const ObjectRef& task, const HostErrorLog& log);
-    /// Adds or checks in the run's log and notes it as a hidden record. 1 if there is no such file.
-    Status CommitLogFile(const Text& path);
+    /// Adds or checks in the run's log and notes it as a hidden record, also when the check-in fails. Nothing happens
+    /// if there is no such file.
+    void CommitLogFile(const Text& path);
 
     // --- permissions (Permissions.cpp)
 
@@ -88,17 +94,17 @@ private:
 
     bool IsPending(const OutputRecord& record);
     bool IsInside(const OutputRecord& record) const;
+    void RunAddSteps(IArkVault& vault, const ObjectRef& task, const HostErrorLog& log);
     Text ResolveUsedVariables(
         IArkVault& vault, const OutputRecord& record, const std::vector<Text>& names, const Text& folder);
-    Status AddNewFiles(IArkVault& vault, const ObjectRef& task, const HostErrorLog& log);
+    void AddNewFiles(IArkVault& vault, const ObjectRef& task, const HostErrorLog& log);
     Status NoteForAdding(IArkVault& vault, IArkBatchAdd& batch, OutputRecord& record, const std::vector<Text>& names);
     using RecordsByPath = std::unordered_multimap<Text, OutputRecord*>; ///< by folded path
-    Status TakeAddResult(IArkVault& vault, ArkAddResult& result, const RecordsByPath& byPath, const HostErrorLog& log);
-    Status CheckInAdded(IArkVault& vault, const HostErrorLog& log);
-    Status CheckIn(IArkVault& vault, const std::vector<ArkFileFolderPair>& pairs, ObjectRef utility);
-    Status AddLogFile(const Text& path, ArkFileFolderPair& ids);
-    Status ReferenceSources(IArkVault& vault, const ObjectRef& task);
-    Status TransferCardValues(IArkVault& vault, const ObjectRef& task);
+    void TakeAddResult(IArkVault& vault, ArkAddResult& result, const RecordsByPath& byPath, const HostErrorLog& log);
+    void CheckInAdded(IArkVault& vault);
+    ArkFileFolderPair AddLogFile(const Text& path);
+    void ReferenceSources(IArkVault& vault, const ObjectRef& task);
+    void TransferCardValues(IArkVault& vault, const ObjectRef& task);
 
     const Platform& m_platform;
     OutputRecord* m_currentSource = nullptr;
@@ -110,15 +116,15 @@ private:
     bool m_replaceExisting = false;
 };
 
-/// Makes a batch utility of the vault and asks it for its interface. The failure of either.
-template <class Utility> Status createUtility(IArkVault& vault, ArkUtility kind, std::shared_ptr<Utility>& utility)
+/// Makes a batch utility of the vault and asks it for its interface. Raises the failure of either.
+template <class Utility> std::shared_ptr<Utility> createUtility(IArkVault& vault, ArkUtility kind)
 {
     ObjectRef object;
-    const Status status = vault.CreateUtility(kind, object);
-    if (failed(status))
-        return status;
-    utility = query<Utility>(object);
-    return utility ? S_OK : E_NOINTERFACE;
+    checkStatus(vault.CreateUtility(kind, object));
+    auto utility = query<Utility>(object);
+    if (!utility)
+        throw StatusError(E_NOINTERFACE);
+    return utility;
 }
 
 } // namespace zn

@@ -24,16 +24,14 @@ Text titleOf(PageFactory& factory, TaskKind kind, bool finished)
 
 } // namespace
 
-Status showDetails(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, const ObjectRef& self)
+void showDetails(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, const ObjectRef& self)
 {
     const auto instance = query<IArkTaskInstance>(cmd.taskObject);
     if (!instance)
-        return cmd.taskObject ? E_NOINTERFACE : E_POINTER;
+        throw StatusError(cmd.taskObject ? E_NOINTERFACE : E_POINTER);
     TaskRunState state{};
-    if (const Status status = instance->GetStatus(state); failed(status))
-        return status;
-    if (const Status status = readKind(cmd.taskObject, true, context.kind); failed(status))
-        return status;
+    checkStatus(instance->GetStatus(state));
+    context.kind = readKind(cmd.taskObject, true);
     PageFactory& factory = context.pages.factory();
     const bool finished = hasFinished(state);
     context.pages.fileDetails
@@ -41,7 +39,6 @@ Status showDetails(TaskContext& context, const std::shared_ptr<IArkVault>& vault
     cmd.text = titleOf(factory, context.kind, finished);
     cmd.taskObject = self;
     cmd.parentWindow = context.pages.fileDetails->window();
-    return S_OK;
 }
 
 } // namespace zn

@@ -48,49 +48,41 @@ std::int32_t kindBit(const OutputRecord& record)
 }
 
 /// Writes `__selection_list` and answers which kinds of files the selection holds.
-Status writeSelection(Launch& launch, std::int32_t& kinds)
+std::int32_t writeSelection(Launch& launch)
 {
     TaskContext& context = launch.context;
-    if (const Status status = context.fileLogic.Initialize(launch.vault, context.kind, false); failed(status))
-        return status;
+    context.fileLogic.Initialize(launch.vault, context.kind, false);
     SelectionRecords records;
     context.fileLogic.ExpandSelection(*launch.vault, launch.instance, launch.selection, records, false);
-    kinds = 0;
+    std::int32_t kinds = 0;
     for (const auto& record : records)
         kinds |= kindBit(*record);
-    return context.fileLogic.WriteList(launch.instance, TaskKind::Unknown, &records);
+    context.fileLogic.WriteList(launch.instance, TaskKind::Unknown, &records);
+    return kinds;
 }
 
 /// Writes the selection, and cancels the launch of a conversion that leaves something to a user who isn't there.
-Status requireNoQuestion(Launch& launch)
+void requireNoQuestion(Launch& launch)
 {
-    std::int32_t kinds = 0;
-    if (const Status status = writeSelection(launch, kinds); failed(status))
-        return status;
-    const Text open = openQuestions(launch.cmd.taskObject, kinds);
+    const Text open = openQuestions(launch.cmd.taskObject, writeSelection(launch));
     if (!open.empty())
         cancelLaunch(launch.cmd,
             u"The task leaves settings to the user, who cannot be asked here: " + open + u". Settle them in the task.");
-    return S_OK;
 }
 
 /// Hands the page to the host if it leaves the user anything to decide.
-Status prepareConversionPage(Launch& launch, const ObjectRef& self)
+void prepareConversionPage(Launch& launch, const ObjectRef& self)
 {
     auto& page = launch.context.pages.conversionSettings;
     if (page)
         launch.context.pages.earlierLaunches.push_back(std::move(page));
     page = launch.context.pages.factory().makeConversionPage(launch.setting(), true);
-    std::int32_t kinds = 0;
-    if (const Status status = writeSelection(launch, kinds); failed(status))
-        return status;
-    page->loadForLaunch(launch.cmd.taskObject, kinds);
+    page->loadForLaunch(launch.cmd.taskObject, writeSelection(launch));
     if (page->isPageNeeded()) {
         launch.cmd.parentWindow = page->window();
         launch.cmd.text = textOf(launch.context.pages.factory(), titles::conversionSettings);
         launch.cmd.taskObject = self;
     }
-    return S_OK;
 }
 
 void askPrint(Launch& launch)
@@ -107,33 +99,31 @@ void askPrint(Launch& launch)
 
 } // namespace
 
-Status launchTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, ArkSelection& selection,
+void launchTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, ArkSelection& selection,
     const ObjectRef& self)
 {
     const auto instance = query<IArkTaskInstance>(cmd.taskObject);
     if (!instance)
-        return cmd.taskObject ? E_NOINTERFACE : E_POINTER;
-    if (const Status status = readKind(cmd.taskObject, true, context.kind); failed(status))
-        return status;
+        throw StatusError(cmd.taskObject ? E_NOINTERFACE : E_POINTER);
+    context.kind = readKind(cmd.taskObject, true);
     Text taskName;
-    if (const Status status = instance->GetTaskName(taskName); failed(status))
-        return status;
+    checkStatus(instance->GetTaskName(taskName));
 
     Launch launch{context, vault, instance, cmd, selection};
     settleSelection(launch, taskName);
-    if (context.kind == TaskKind::Conversion && !launch.canAsk())
-        return cmd.cancel == 0 ? requireNoQuestion(launch) : S_OK;
+    if (context.kind == TaskKind::Conversion && !launch.canAsk()) {
+        if (cmd.cancel == 0)
+            requireNoQuestion(launch);
+        return;
+    }
     if (context.kind == TaskKind::Conversion) {
         // Also after a cancelled selection: the page is there for whoever asks the add-in object next.
-        if (const Status status = prepareConversionPage(launch, self); failed(status))
-            return status;
+        prepareConversionPage(launch, self);
     } else if (context.kind == TaskKind::Printing && cmd.cancel == 0) {
         askPrint(launch);
     }
-    if (cmd.cancel != 0)
-        return S_OK;
-    std::int32_t kinds = 0;
-    return writeSelection(launch, kinds);
+    if (cmd.cancel == 0)
+        writeSelection(launch);
 }
 
 Status launchButton(TaskContext& context, ArkCmd& cmd)
@@ -141,12 +131,12 @@ Status launchButton(TaskContext& context, ArkCmd& cmd)
     if (cmd.text != u"OK")
         return S_OK;
     if (!query<IArkTaskInstance>(cmd.taskObject))
-        return E_POINTER;
+        throw StatusError(E_POINTER);
     if (context.kind != TaskKind::Conversion)
         return S_OK;
     if (!context.pages.conversionSettings)
-        return E_UNEXPECTED;
-    return context.pages.conversionSettings->save(cmd.taskObject);
+        throw StatusError(E_UNEXPECTED);
+    return context.pages.conversionSettings->save(cmd.taskObject) ? S_OK : S_FALSE;
 }
 
 } // namespace zn

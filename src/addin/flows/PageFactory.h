@@ -28,9 +28,9 @@ public:
     virtual void load(const ObjectRef& task) = 0;
     /// Whether the page accepts its values. A page that doesn't has told the user and has set the focus.
     virtual bool validate() = 0;
-    /// Writes every variable of the page and stops at the first failure. 1 when the page refused its values, and told
-    /// the user so; else 0.
-    virtual Status save(const ObjectRef& task) = 0;
+    /// Writes every variable of the page and stops at the first failure. False when the page refused its values, and
+    /// told the user so.
+    virtual bool save(const ObjectRef& task) = 0;
 };
 
 struct MenuChoice {

@@ -5,6 +5,8 @@
 #include "addin/flows/ThemeCheck.h"
 #include "addin/macro/DelimiterScan.h"
 
+#include <optional>
+
 namespace zn {
 
 namespace {
@@ -21,10 +23,9 @@ struct Run {
     std::int32_t total = 0;
 };
 
-/// Raised by a step that ends the body at once with its code, without stopping the session or closing the run.
-struct BodyEnd {
-    Status code;
-};
+/// The code with which a step ends the run's body at once, without stopping the session or closing the run; none when
+/// the body goes on.
+using BodyEnd = std::optional<Status>;
 
 bool readReplaceOutput(IArkTaskInstance& instance)
 {
@@ -45,16 +46,16 @@ Text readScript(const ObjectRef& instance)
     return *script;
 }
 
-void startSession(ZNManager& session)
+BodyEnd startSession(ZNManager& session)
 {
     Status status = session.Start();
     if (failed(status))
         status = session.Restart(status);
     if (!failed(status))
-        return;
+        return std::nullopt;
     // The process may be up although the session isn't; the text of the failed start is what the report shows.
     session.StopKeepingError(status);
-    throw BodyEnd{status};
+    return status;
 }
 
 void showProgress(IArkTaskInstance& instance, std::int32_t index, std::int32_t total, const Text& path)
@@ -77,7 +78,7 @@ void runMacro(TaskContext& context, const OutputRecord& record, const Text& revi
     }
 }
 
-void runFile(Run& run, std::int32_t index, const Text& revision)
+BodyEnd runFile(Run& run, std::int32_t index, const Text& revision)
 {
     TaskContext& context = run.context;
     OutputRecord& record = *run.items[static_cast<std::size_t>(index)];
@@ -85,10 +86,10 @@ void runFile(Run& run, std::int32_t index, const Text& revision)
     if (context.kind == TaskKind::Conversion) {
         const ThemeVerdict verdict = checkTheme(run.instance, context.fileLogic, record);
         if (verdict.variableMissing)
-            throw BodyEnd{E_UNEXPECTED};
+            return E_UNEXPECTED;
         if (verdict.deniedPath) {
             reportDeniedTheme(context, *run.instance, *verdict.deniedPath, run.logPath);
-            throw BodyEnd{E_ARK_PERMISSION_DENIED};
+            return E_ARK_PERMISSION_DENIED;
         }
     }
     showProgress(*run.instance, index, run.total, record.path);
@@ -97,6 +98,7 @@ void runFile(Run& run, std::int32_t index, const Text& revision)
     context.fileLogic.SetCurrentSource(&record);
     runMacro(context, record, revision);
     context.session.AfterMacro();
+    return std::nullopt;
 }
 
 /// A bracket that the template never closes has a line in the log, which the close-out then takes into the vault.
@@ -110,21 +112,25 @@ void prepareMacros(Run& run, const Text& script)
     }
 }
 
-void runAllFiles(Run& run, const Text& script)
+BodyEnd runAllFiles(Run& run, const Text& script)
 {
     TaskContext& context = run.context;
     prepareMacros(run, script);
     pollRunState(*run.instance, context.platform.clock);
     context.fileLogic.ExpandSelection(*run.vault, run.instance, run.hostSelection, run.items, true);
     if (run.items.empty())
-        throw BodyEnd{S_FALSE};
+        return S_FALSE;
     run.logPath = context.macroBuilder.GetErrorLogPath();
     context.fileLogic.PrepareLogFile(run.logPath);
-    startSession(context.session);
+    if (const BodyEnd end = startSession(context.session))
+        return end;
     run.total = static_cast<std::int32_t>(run.items.size()) + (context.kind == TaskKind::Printing ? 0 : 1);
     const Text revision = context.session.GetRevisionText();
-    for (std::int32_t index = 0; index < static_cast<std::int32_t>(run.items.size()); ++index)
-        runFile(run, index, revision);
+    for (std::int32_t index = 0; index < static_cast<std::int32_t>(run.items.size()); ++index) {
+        if (const BodyEnd end = runFile(run, index, revision))
+            return end;
+    }
+    return std::nullopt;
 }
 
 /// What may fail before there is anything to take down.
@@ -132,17 +138,18 @@ Text configure(Run& run)
 {
     TaskContext& context = run.context;
     const bool replaceOutput = readReplaceOutput(*run.instance);
-    checkStatus(context.fileLogic.Initialize(run.vault, context.kind, replaceOutput));
+    context.fileLogic.Initialize(run.vault, context.kind, replaceOutput);
     Text script = readScript(run.instance);
     const std::int32_t year = readInteger(run.instance, u"__zn_version").value_or(0);
     context.session.Configure(context.fileLogic, context.kind, run.instance, year);
     return script;
 }
 
+/// The code of the run's body. Raises nothing.
 Status runBody(Run& run)
 {
     TaskContext& context = run.context;
-    Status result = S_OK;
+    RunResult result;
     Text script;
     try {
         script = configure(run);
@@ -150,18 +157,16 @@ Status runBody(Run& run)
         return currentExceptionStatus();
     }
     try {
-        runAllFiles(run, script);
-    } catch (const BodyEnd& end) {
-        return end.code;
+        if (const BodyEnd end = runAllFiles(run, script))
+            return *end;
+    } catch (const RunStopped&) {
+        run.cmd.cancel = -1;
     } catch (...) {
-        result = currentExceptionStatus();
-        if (result == S_FALSE)
-            run.cmd.cancel = -1;
+        result.keep(currentExceptionStatus());
     }
-    const Status stopped = context.session.StopKeepingError(S_OK);
-    if (!failed(result))
-        result = stopped;
-    return closeRun(context, run.vault, run.instance, result, run.total, run.items, run.logPath);
+    result.step([&] { checkStatus(context.session.StopKeepingError(S_OK)); });
+    closeRun(context, run.vault, run.instance, result, run.total, run.items, run.logPath);
+    return result.code();
 }
 
 } // namespace
@@ -170,10 +175,8 @@ Status runTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, Ar
 {
     const auto instance = query<IArkTaskInstance>(cmd.taskObject);
     if (!instance)
-        return E_POINTER;
-    const Status kindStatus = readKind(cmd.taskObject, true, context.kind);
-    if (failed(kindStatus))
-        return kindStatus;
+        throw StatusError(E_POINTER);
+    context.kind = readKind(cmd.taskObject, true);
 
     Run run{context, vault, instance, cmd, selection, {}, {}, 0};
     context.session.ManageStartup(false);
@@ -181,8 +184,11 @@ Status runTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, Ar
     context.session.ManageStartup(true);
     if (body == S_FALSE)
         cmd.cancel = -1;
-    const Status reported = reportRun(context, *instance, body, run.items);
-    return failed(body) ? body : reported;
+    RunResult result(body);
+    Status reported = S_OK;
+    result.step([&] { reported = reportRun(context, *instance, body, run.items); });
+    checkStatus(result.code());
+    return reported;
 }
 
 } // namespace zn

@@ -11,7 +11,7 @@ TaskRunState readState(IArkTaskInstance& instance)
     TaskRunState state{};
     checkStatus(instance.GetStatus(state));
     if (state == TaskRunState::CancelRequested)
-        throw StatusError(S_FALSE, "The run was cancelled.");
+        throw RunStopped{};
     return state;
 }
 

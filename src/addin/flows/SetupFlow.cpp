@@ -74,7 +74,7 @@ void buildScriptPage(TaskPages& pages, const PageSetting& setting, PageArray& ar
     array.add(titles::script, *pages.script);
 }
 
-Status buildPages(
+void buildPages(
     TaskContext& context, IArkTaskProperties& properties, const PageSetting& setting, const ObjectRef& self)
 {
     TaskPages& pages = context.pages;
@@ -89,7 +89,7 @@ Status buildPages(
         buildPrintPages(pages, setting, array);
     else
         buildScriptPage(pages, setting, array);
-    return properties.SetSetupPages(array.records());
+    checkStatus(properties.SetSetupPages(array.records()));
 }
 
 void refuse(ArkCmd& cmd, PageFactory& factory, const PageTitle& title)
@@ -146,7 +146,7 @@ void tellFailure(PageFactory& factory, std::int32_t window, const StatusError& e
         toText(*error.what() ? error.what() : "A setting of the task couldn't be written; the others may be stored."));
 }
 
-Status writeMenuEntry(TaskContext& context, IArkTaskProperties& properties)
+void writeMenuEntry(TaskContext& context, IArkTaskProperties& properties)
 {
     const auto& page = context.pages.menuCommand;
     const MenuChoice choice = page ? page->choice() : MenuChoice{};
@@ -155,42 +155,38 @@ Status writeMenuEntry(TaskContext& context, IArkTaskProperties& properties)
         const Text title = choice.title.empty() ? Text(u"Execute Script") : choice.title;
         entries.push_back({static_cast<std::int32_t>(context.kind), title, menuFlags, choice.description});
     }
-    return properties.SetMenuCmds(entries);
+    checkStatus(properties.SetMenuCmds(entries));
 }
 
 } // namespace
 
-Status setupTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, const ObjectRef& self)
+void setupTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, const ObjectRef& self)
 {
     const auto properties = query<IArkTaskProperties>(cmd.taskObject);
     if (!properties)
-        return E_POINTER;
+        throw StatusError(E_POINTER);
     if (!context.pages.factory().isWindow(cmd.parentWindow))
-        return E_INVALIDARG;
-    if (const Status status = properties->SetTaskFlags(taskFlags); failed(status))
-        return status;
-    if (const Status status = readKind(cmd.taskObject, false, context.kind); failed(status))
-        return status;
-    return buildPages(context, *properties, {vault, cmd.taskObject, context.kind, cmd.parentWindow}, self);
+        throw StatusError(E_INVALIDARG);
+    checkStatus(properties->SetTaskFlags(taskFlags));
+    context.kind = readKind(cmd.taskObject, false);
+    buildPages(context, *properties, {vault, cmd.taskObject, context.kind, cmd.parentWindow}, self);
 }
 
-Status setupButton(TaskContext& context, ArkCmd& cmd)
+void setupButton(TaskContext& context, ArkCmd& cmd)
 {
     if (cmd.text != u"OK")
-        return S_OK;
+        return;
     const auto properties = query<IArkTaskProperties>(cmd.taskObject);
     if (!properties)
-        return E_POINTER;
-    if (context.pages.menuCommand && context.pages.menuCommand->save(cmd.taskObject) == S_FALSE) {
-        refuse(cmd, context.pages.factory(), titles::menuCommand);
-        return S_OK;
-    }
+        throw StatusError(E_POINTER);
+    if (context.pages.menuCommand && !context.pages.menuCommand->save(cmd.taskObject))
+        return refuse(cmd, context.pages.factory(), titles::menuCommand);
     try {
         saveKindPages(context, cmd.taskObject, cmd);
     } catch (const StatusError& error) {
         tellFailure(context.pages.factory(), cmd.parentWindow, error);
     }
-    return writeMenuEntry(context, *properties);
+    writeMenuEntry(context, *properties);
 }
 
 } // namespace zn

@@ -1,5 +1,6 @@
 #include "addin/flows/ThemeCheck.h"
 
+#include "addin/flows/RunClose.h"
 #include "base/Paths.h"
 
 namespace zn {
@@ -54,7 +55,8 @@ void reportDeniedTheme(TaskContext& context, IArkTaskInstance& instance, const T
     instance.SetStatus(TaskRunState::FinishedWithErrors, E_ARK_PERMISSION_DENIED, noPermission, {});
     context.macroBuilder.AppendToLog(Text(noPermission) + u" '" + themePath + u"' ");
     context.session.Stop(true, S_OK);
-    context.fileLogic.CommitLogFile(logPath);
+    RunResult ignored;
+    ignored.step([&] { context.fileLogic.CommitLogFile(logPath); });
 }
 
 } // namespace zn

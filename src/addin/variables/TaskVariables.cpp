@@ -119,8 +119,25 @@ bool isStored(VariableOwner owner, TaskKind kind)
     return false;
 }
 
+template <class Task> std::optional<Value> valueIn(Task& task, TextView name)
+{
+    Value value;
+    const Status status = task.GetValue(name, value);
+    checkStatus(status);
+    return status == S_FALSE ? std::nullopt : std::optional(std::move(value));
+}
+
+template <class Task> TaskKind kindIn(const ObjectRef& object)
+{
+    const auto task = query<Task>(object);
+    if (!task)
+        throw StatusError(E_POINTER);
+    const std::optional<Value> value = valueIn(*task, u"__type");
+    return value ? static_cast<TaskKind>(value->toInt32()) : TaskKind::General;
+}
+
 /// Calls `use` with the one of the two interfaces that the object has, the definition first.
-template <class Use> Status onEither(const ObjectRef& object, const Use& use)
+template <class Use> auto onEither(const ObjectRef& object, const Use& use)
 {
     if (const auto properties = query<IArkTaskProperties>(object))
         return use(*properties);
@@ -134,11 +151,11 @@ template <class Change>
 auto readAs(const ObjectRef& object, TextView name, const char* wanted, const Change& change)
     -> std::optional<std::invoke_result_t<Change, const Value&>>
 {
-    Value value;
-    if (!readVariable(object, name, value))
+    const std::optional<Value> value = readVariable(object, name);
+    if (!value)
         return std::nullopt;
     try {
-        return change(value);
+        return change(*value);
     } catch (const StatusError& error) {
         throw StatusError(error.status(),
             "The task variable \"" + toUtf8(name) + "\" must hold " + wanted
@@ -185,35 +202,14 @@ std::vector<std::pair<Text, Value>> initialVariables(TaskKind kind, TextView tas
     return variables;
 }
 
-Status readKind(const ObjectRef& object, bool onInstance, TaskKind& kind)
+TaskKind readKind(const ObjectRef& object, bool onInstance)
 {
-    Value value;
-    Status status = E_POINTER;
-    if (onInstance) {
-        if (const auto instance = query<IArkTaskInstance>(object))
-            status = instance->GetValue(u"__type", value);
-    } else if (const auto properties = query<IArkTaskProperties>(object)) {
-        status = properties->GetValue(u"__type", value);
-    }
-    if (failed(status))
-        return status;
-    kind = status == S_FALSE ? TaskKind::General : static_cast<TaskKind>(value.toInt32());
-    return S_OK;
+    return onInstance ? kindIn<IArkTaskInstance>(object) : kindIn<IArkTaskProperties>(object);
 }
 
-Status getVariable(const ObjectRef& object, TextView name, Value& value)
+std::optional<Value> readVariable(const ObjectRef& object, TextView name)
 {
-    return onEither(object, [&](auto& task) { return task.GetValue(name, value); });
-}
-
-bool readVariable(const ObjectRef& object, TextView name, Value& value)
-{
-    const Status status = getVariable(object, name, value);
-    checkStatus(status);
-    if (status != S_FALSE)
-        return true;
-    value = {};
-    return false;
+    return onEither(object, [&](auto& task) { return valueIn(task, name); });
 }
 
 std::optional<std::int32_t> readInteger(const ObjectRef& object, TextView name)
@@ -239,7 +235,7 @@ std::optional<Text> readText(const ObjectRef& object, TextView name)
 
 void writeVariable(const ObjectRef& object, TextView name, const Value& value)
 {
-    checkStatus(onEither(object, [&](auto& task) { return task.SetValue(name, value); }));
+    onEither(object, [&](auto& task) { checkStatus(task.SetValue(name, value)); });
 }
 
 } // namespace zn

@@ -53,20 +53,15 @@ Value valueOf(const VariableDefault& value);
 /// are what a new task is asked for.
 std::vector<std::pair<Text, Value>> initialVariables(TaskKind kind, TextView taskName);
 
-/// Reads `__type` from the instance (`onInstance`) or the definition into `kind`; a missing variable is general.
-/// 0, `E_POINTER` if the object isn't there or has no such interface, or the host's failure. A value that can't be
-/// changed to an integer is raised.
-Status readKind(const ObjectRef& object, bool onInstance, TaskKind& kind);
+/// Reads `__type` from the instance (`onInstance`) or the definition; a missing variable is general. Raises `E_POINTER`
+/// if the object isn't there or has no such interface, the host's failure, and a value that is no integer.
+TaskKind readKind(const ObjectRef& object, bool onInstance);
 
-/// Reads a variable from the definition or, if `object` is none, from the instance. True if it exists, else false
-/// with an empty value. Raises the host's failure, and `E_POINTER` if `object` is neither.
-bool readVariable(const ObjectRef& object, TextView name, Value& value);
-
-/// The same as the host's status: 0 with the value, 1 if there is no such variable, negative on failure.
-Status getVariable(const ObjectRef& object, TextView name, Value& value);
+/// Reads a variable from the definition or, if `object` is none, from the instance. None if there is no such variable.
+/// Raises the host's failure, and `E_POINTER` if `object` is neither.
+std::optional<Value> readVariable(const ObjectRef& object, TextView name);
 
 // The typed reads: a value of the wanted type as it is, any other changed to it; a failed change is raised.
-// None if there is no such variable.
 std::optional<std::int32_t> readInteger(const ObjectRef& object, TextView name);
 std::optional<bool> readBoolean(const ObjectRef& object, TextView name);
 std::optional<float> readFloat(const ObjectRef& object, TextView name);

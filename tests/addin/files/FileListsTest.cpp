@@ -26,7 +26,7 @@ TEST_F(FileLists, NamesTheSourceAndWhereItsResultWent)
         {TaskKind::General, "1</conf>", "2</conf>"},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(logic.WriteList(task, c.kind, nullptr), S_OK);
+        logic.WriteList(task, c.kind, nullptr);
         EXPECT_EQ(listText(u"__output_list"), "<sels>" + head + c.first + "</sel>" + head + c.second + "</sel></sels>");
     }
 }
@@ -45,14 +45,13 @@ TEST_F(FileLists, ComeBackAsTheyWereWritten)
     }
     begin(TaskKind::Conversion);
     logic.NotePrintedItem(u"gone afterwards", u"");
-    EXPECT_EQ(logic.WriteList(task, TaskKind::Unknown, &selection), S_OK);
+    logic.WriteList(task, TaskKind::Unknown, &selection);
     EXPECT_EQ(logic.records().size(), 4U);
 
-    std::vector<OutputRecord> records(1);
-    EXPECT_EQ(logic.ReadList(task, records, false), S_OK);
-    ASSERT_EQ(records.size(), 5U);
+    const auto records = logic.ReadList(task, false);
+    ASSERT_TRUE(records && records->size() == 4U);
     for (std::size_t i = 0; i < 4; ++i) {
-        const OutputRecord& record = records[i + 1];
+        const OutputRecord& record = (*records)[i];
         EXPECT_EQ(record.path, paths[i]);
         EXPECT_EQ(record.docId, -5);
         EXPECT_EQ(record.projId, 2147483647);
@@ -60,17 +59,14 @@ TEST_F(FileLists, ComeBackAsTheyWereWritten)
         EXPECT_EQ(record.latestVersion, -1);
         EXPECT_EQ(record.selConfiguration, u"");
     }
-    EXPECT_EQ(logic.ReadList(task, records, true), S_FALSE);
-    EXPECT_EQ(records.size(), 5U);
+    EXPECT_FALSE(logic.ReadList(task, true));
 }
 
 TEST_F(FileLists, ReadWhatOthersMayHaveWritten)
 {
     const auto read = [this](const char16_t* text) {
         host.taskVariables[u"__output_list"] = text;
-        std::vector<OutputRecord> records;
-        EXPECT_EQ(logic.ReadList(task, records, true), S_OK);
-        return records;
+        return logic.ReadList(task, true).value();
     };
     EXPECT_TRUE(read(u"<sels></sels>").empty());
     const auto records = read(u"<?xml version=\"1.0\"?>\r\n<sels><group><sel><ver>abc</ver><path>a</path><path>b</path>"
@@ -84,13 +80,12 @@ TEST_F(FileLists, ReadWhatOthersMayHaveWritten)
     EXPECT_EQ(records[0].configuration, u"");
     EXPECT_EQ(records[0].extra, u"e");
 
-    std::vector<OutputRecord> none;
     for (const char16_t* broken : {u"", u"<sels>", u"sels"}) {
         host.taskVariables[u"__output_list"] = broken;
-        EXPECT_THROW(logic.ReadList(task, none, true), StatusError);
+        EXPECT_THROW(logic.ReadList(task, true), BrokenListError);
     }
     host.failures["GetValue __output_list"] = E_ACCESSDENIED;
-    EXPECT_EQ(logic.ReadList(task, none, true), E_ACCESSDENIED);
+    test::expectStatus(E_ACCESSDENIED, [&] { logic.ReadList(task, true); });
 }
 
 TEST_F(FileLists, CountAndCollectWhatIsOnDisk)
@@ -103,10 +98,10 @@ TEST_F(FileLists, CountAndCollectWhatIsOnDisk)
     save(outside);
     logic.NoteSavedFile(vaultPath("never written.stl"), u"", false);
     logic.NotePrintedItem(u"Laser", u"");
+    logic.CommitLogFile(log); // there is none yet
     EXPECT_FALSE(logic.HasHiddenFile());
-    EXPECT_EQ(logic.CommitLogFile(log), S_FALSE);
     write(log);
-    EXPECT_EQ(logic.CommitLogFile(log), S_OK);
+    logic.CommitLogFile(log);
     EXPECT_TRUE(logic.HasHiddenFile());
 
     EXPECT_EQ(logic.CountResultFiles(false, false), 2);
@@ -114,14 +109,12 @@ TEST_F(FileLists, CountAndCollectWhatIsOnDisk)
     EXPECT_EQ(logic.CountResultFiles(true, true), 4);
     host.addFile(20, 3, vaultPath("B.STL"), 6);
     host.addFile(21, 3, log, 1);
-    std::vector<ArkTaskResultDoc> documents;
-    EXPECT_EQ(logic.CollectResultFiles(documents, false), S_OK); // "a.stl" isn't in the vault
-    EXPECT_EQ(documents, (std::vector<ArkTaskResultDoc>{{20, 1, 3, 6}}));
-    EXPECT_EQ(logic.CollectResultFiles(documents, true), S_OK);
-    EXPECT_EQ(documents, (std::vector<ArkTaskResultDoc>{{20, 1, 3, 6}, {20, 1, 3, 6}, {21, 1, 3, 1}}));
+    using Documents = std::vector<ArkTaskResultDoc>;
+    EXPECT_EQ(logic.CollectResultFiles(false), (Documents{{20, 1, 3, 6}})); // "a.stl" isn't in the vault
+    EXPECT_EQ(logic.CollectResultFiles(true), (Documents{{20, 1, 3, 6}, {21, 1, 3, 1}}));
 
     SelectionRecords selection;
-    EXPECT_EQ(logic.WriteList(task, TaskKind::Conversion, &selection), S_OK);
+    logic.WriteList(task, TaskKind::Conversion, &selection);
     EXPECT_FALSE(logic.HasHiddenFile());
     EXPECT_EQ(listText(u"__selection_list"), "<sels/>");
 }

@@ -3,6 +3,7 @@
 #include "addin/files/FileLogic.h"
 #include "base/Format.h"
 #include "platform/FileSystem.h"
+#include "tests/support/ExpectStatus.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestPlatform.h"
 
@@ -26,7 +27,7 @@ protected:
 
     void begin(TaskKind kind, bool replaceExisting = false)
     {
-        ASSERT_EQ(logic.Initialize(host.vault(), kind, replaceExisting), S_OK);
+        logic.Initialize(host.vault(), kind, replaceExisting);
         logic.SetCurrentSource(&source);
     }
     /// What a save in the CAD application does: it is noted, and then the file is written.

@@ -1,5 +1,6 @@
 #include "addin/variables/TaskVariables.h"
 
+#include "tests/support/ExpectStatus.h"
 #include "tests/support/FakeHost.h"
 
 #include <algorithm>
@@ -13,9 +14,7 @@ TEST(TaskVariables, AreReadInTheWantedType)
     const auto task = host.task();
     host.taskVariables = {{u"__type", u"2"}, {u"PdfInColor", 7}, {u"__printer_margintop", 12}, {u"StlQuality", u"2"},
         {u"OutputPath2", u""}, {u"FileCardData", u"x"}};
-    TaskKind kind = TaskKind::Unknown;
-    EXPECT_EQ(readKind(task, true, kind), S_OK);
-    EXPECT_EQ(kind, TaskKind::Printing);
+    EXPECT_EQ(readKind(task, true), TaskKind::Printing);
     EXPECT_EQ(readBoolean(task, u"PdfInColor"), true);
     EXPECT_EQ(readFloat(task, u"__printer_margintop"), 12.0F);
     EXPECT_EQ(readInteger(task, u"StlQuality"), 2);
@@ -27,13 +26,11 @@ TEST(TaskVariables, AreReadInTheWantedType)
     EXPECT_EQ(host.taskVariables.at(u"FileCardData"), Value(Text()));
 
     host.taskVariables.erase(u"__type");
-    EXPECT_EQ(readKind(task, true, kind), S_OK);
-    EXPECT_EQ(kind, TaskKind::General);
+    EXPECT_EQ(readKind(task, true), TaskKind::General);
     host.failures["GetValue __type"] = E_ACCESSDENIED;
-    EXPECT_EQ(readKind(task, true, kind), E_ACCESSDENIED);
-    EXPECT_EQ(readKind(task, false, kind), E_POINTER); // a run is no definition
-    Value value;
-    EXPECT_THROW(readVariable(host.vault(), u"__type", value), StatusError);
+    test::expectStatus(E_ACCESSDENIED, [&] { readKind(task, true); });
+    test::expectStatus(E_POINTER, [&] { readKind(task, false); }); // a run is no definition
+    test::expectStatus(E_POINTER, [&] { readVariable(host.vault(), u"__type"); });
 }
 
 TEST(TaskVariables, StartWithWhatThePagesStore)

@@ -41,7 +41,7 @@ void showFileDetailsPage(Desk& desk, const Look& look)
 {
     const auto run = std::make_shared<arkin::LaunchInstance>(arkin::TaskDefinition{}, arkin::RunSetting{});
     FileLogic logic(desk.platform);
-    checkStatus(logic.Initialize(desk.vaultObject, TaskKind::Conversion, false));
+    logic.Initialize(desk.vaultObject, TaskKind::Conversion, false);
     std::vector<std::unique_ptr<OutputRecord>> sources; // the list refers to them
     for (const char* name : {"Housing", "Bolt"}) {
         const std::string file = "Gearbox/" + std::string(name) + ".zenprt";
@@ -54,7 +54,7 @@ void showFileDetailsPage(Desk& desk, const Look& look)
         logic.SetCurrentSource(sources.back().get());
         logic.NoteSavedFile(Desk::path("Converted/" + std::string(name) + ".step"), u"Default", false);
     }
-    checkStatus(logic.WriteList(run, TaskKind::Conversion, nullptr));
+    logic.WriteList(run, TaskKind::Conversion, nullptr);
     const auto page
         = desk.pages.makeFileDetailsPage({desk.vaultObject, run, TaskKind::Conversion, desk.window()}, true);
     showPage(desk, *page, look, [](QWidget& shown) { shown.setMinimumWidth(760); });

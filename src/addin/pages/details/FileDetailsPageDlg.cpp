@@ -54,21 +54,26 @@ bool holds(Condition condition, TaskKind kind, bool finished)
     return false;
 }
 
-/// The run's records with the latest versions of their files; none when the run or the vault can't be read.
+/// The run's records with the latest versions of their files; none when the run or the vault can't be read. Raises
+/// `BrokenListError`.
 std::vector<OutputRecord> recordsOf(const Platform& platform, const PageSetting& setting, bool finished)
 {
-    std::vector<OutputRecord> records;
-    FileLogic logic(platform);
-    Status status = logic.ReadList(setting.task, records, finished);
-    // Only conversions keep a list of what came out; of the other kinds a finished run shows what it was given.
-    if (status == S_FALSE && finished)
-        status = logic.ReadList(setting.task, records, false);
-    if (status != S_OK)
+    try {
+        FileLogic logic(platform);
+        auto records = logic.ReadList(setting.task, finished);
+        // Only conversions keep a list of what came out; of the other kinds a finished run shows what it was given.
+        if (!records && finished)
+            records = logic.ReadList(setting.task, false);
+        if (!records)
+            return {};
+        logic.Initialize(setting.vault, TaskKind::Unknown, false);
+        logic.FillLatestVersions(*setting.vault, *records);
+        return std::move(*records);
+    } catch (const BrokenListError&) {
+        throw;
+    } catch (const StatusError&) {
         return {};
-    if (failed(logic.Initialize(setting.vault, TaskKind::Unknown, false))
-        || failed(logic.FillLatestVersions(*setting.vault, records)))
-        return {};
-    return records;
+    }
 }
 
 } // namespace

@@ -46,13 +46,13 @@ public:
     std::int32_t window() const override { return m_page ? handleOf(*m_page) : 0; }
     void load(const ObjectRef& task) override { present().load(task); }
     bool validate() override { return m_page && m_page->validate(); }
-    Status save(const ObjectRef& task) override
+    bool save(const ObjectRef& task) override
     {
         Widget& page = present();
         if (!page.validate())
-            return S_FALSE;
+            return false;
         page.save(task);
-        return S_OK;
+        return true;
     }
 
 protected:

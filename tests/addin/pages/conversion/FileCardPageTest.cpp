@@ -61,7 +61,7 @@ protected:
     }
     std::string saved()
     {
-        EXPECT_EQ(page->save(task), S_OK);
+        EXPECT_TRUE(page->save(task));
         return toUtf8(stored().at(u"FileCardData").toText());
     }
     bool isDeclared(const char16_t* name)

@@ -211,7 +211,7 @@ TEST_F(LaunchPage, StoresThePathAndTheVariablesOfBothPaths)
     ASSERT_EQ(vault->GetRootFolderPath(root), S_OK);
     type(on<QWidget>("outputPath")->focusProxy(), shown(root) + "\\%Number%\\<Filename>-%Number%");
     EXPECT_EQ(on<QLabel>("example")->text(), "Example: " + shown(root) + "\\%Number%\\Part-%Number%.igs");
-    ASSERT_EQ(page->save(run), S_OK);
+    ASSERT_TRUE(page->save(run));
     const arkin::Variables& own = run->ownVariables();
     EXPECT_EQ(own.at(u"OutputPath"), Value(Text(u"<VaultPath>\\%Number%\\<Filename>-%Number%")));
     EXPECT_EQ(own.at(u"UsedVariables"), Value(Text(u"Number,Author")));

@@ -92,7 +92,7 @@ protected:
     /// The page's variables as the database holds them after a save.
     std::vector<std::string> saved()
     {
-        EXPECT_EQ(output->save(task), S_OK);
+        EXPECT_TRUE(output->save(task));
         arkin::Variables variables = stored();
         std::erase_if(variables, [](const auto& variable) { return variable.first.starts_with(u"__"); });
         return lines(variables);

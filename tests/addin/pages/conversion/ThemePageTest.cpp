@@ -56,7 +56,7 @@ TEST_F(ThemePage, KeepsTheThemesFileOutOfSight)
         setUp(theme(row.stored, 13, 0));
         EXPECT_EQ(ofAssembly<QLabel>("themeExample")->text(), row.example);
         type(themeEdit(), row.typed);
-        ASSERT_EQ(page->save(task), S_OK);
+        ASSERT_TRUE(page->save(task));
         EXPECT_EQ(stored().at(u"Asm3DPDFThemePath").toText(), toText(row.saved));
     }
 }
@@ -78,7 +78,7 @@ TEST_F(ThemePage, PutsTheVaultsRootInPlaceOfTheSelection)
     press(themeEdit(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(ofAssembly<QLabel>("themeExample")->text(), "Example: D:\\old\\");
     press(themeEdit(), Qt::Key_Y, Qt::ControlModifier);
-    ASSERT_EQ(page->save(task), S_OK);
+    ASSERT_TRUE(page->save(task));
     EXPECT_EQ(stored().at(u"Asm3DPDFThemePath"), Value(Text(u"<VaultPath>\\theme.xml")));
 }
 
@@ -102,7 +102,7 @@ TEST_F(ThemePage, ChoosesViewsByMouseAndKeys)
     press(window.focusWidget(), Qt::Key_Space);
     press(window.focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(window.focusWidget(), ofAssembly<QCheckBox>("allowViews"));
-    ASSERT_EQ(page->save(task), S_OK);
+    ASSERT_TRUE(page->save(task));
     EXPECT_THAT(storedOfAssembly(),
         ElementsAre("Asm3DPDFThemePath=theme.xml", "AsmPrimaryViews=32", "AsmThemeAndViewsChecks=6"));
 
@@ -110,7 +110,7 @@ TEST_F(ThemePage, ChoosesViewsByMouseAndKeys)
     click(ofAssembly<QCheckBox>("primaryViews"));
     EXPECT_FALSE(front->isEnabled());
     click(ofAssembly<QCheckBox>("primaryViews"));
-    ASSERT_EQ(page->save(task), S_OK);
+    ASSERT_TRUE(page->save(task));
     EXPECT_THAT(storedOfAssembly(),
         ElementsAre("Asm3DPDFThemePath=theme.xml", "AsmPrimaryViews=0", "AsmThemeAndViewsChecks=6"));
 }

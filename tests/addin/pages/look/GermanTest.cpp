@@ -176,7 +176,7 @@ TEST(GermanTest, StoresAFormatByItsEnglishLabel)
     };
     for (const auto& [shownLabel, storedLabel] : rows) {
         formats->setCurrentText(shownLabel);
-        ASSERT_EQ(page->save(setting.task), S_OK);
+        ASSERT_TRUE(page->save(setting.task));
         EXPECT_EQ(readText(setting.task, u"FileFormat"), storedLabel);
         formats->setCurrentIndex(5);
         page->load(setting.task);

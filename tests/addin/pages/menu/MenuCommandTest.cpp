@@ -47,13 +47,13 @@ TEST_F(MenuCommand, RefusesABlankTitleWhileTheCommandIsShown)
     title->selectAll();
     type(title, "   ");
     Answers answers({QMessageBox::Ok});
-    EXPECT_EQ(page->save(task), S_FALSE);
+    EXPECT_FALSE(page->save(task));
     EXPECT_EQ(answers.shown(), QStringList("Please enter menu command."));
     EXPECT_EQ(window.focusWidget(), title);
     EXPECT_FALSE(stored().contains(u"__menucmd_display"));
 
     click(find<QCheckBox>(window, "showCommand"));
-    EXPECT_EQ(page->save(task), S_OK);
+    EXPECT_TRUE(page->save(task));
     EXPECT_EQ(stored().at(u"__menucmd_display"), Value(false));
     EXPECT_TRUE(answers.allUsed());
 }
