@@ -1,5 +1,6 @@
 #include "addin/files/OutputRecord.h"
 
+#include "addin/variables/LaunchFreedom.h"
 #include "base/Paths.h"
 
 #include <algorithm>
@@ -30,6 +31,16 @@ bool isOneOf(TextView path, std::span<const TextView> extensions)
 std::int32_t effectiveVersion(const OutputRecord& record)
 {
     return record.version == 0 || record.version == -1 ? record.latestVersion : record.version;
+}
+
+std::int32_t selectedKind(const OutputRecord& record)
+{
+    if (!record.isCadFile)
+        return othersSelected;
+    const Text extension = textBehindLastDot(record.path);
+    if (equalNoCase(extension, u"zenasm"))
+        return assembliesSelected;
+    return equalNoCase(extension, u"zenprt") ? partsSelected : othersSelected;
 }
 
 bool isCadFile(TextView path) { return isOneOf(path, cadExtensions); }

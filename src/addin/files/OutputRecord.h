@@ -37,6 +37,9 @@ std::int32_t effectiveVersion(const OutputRecord& record);
 /// Whether the text behind the last "." is zenprt, zenasm or zendrw, without regard to case.
 bool isCadFile(TextView path);
 
+/// The bit of a file's kind for a launch: `assembliesSelected`, `partsSelected` or `othersSelected`.
+std::int32_t selectedKind(const OutputRecord& record);
+
 /// Whether the text behind the last "." is one of those that can be converted and printed, without regard to case.
 bool hasConvertibleExtension(TextView path);
 

@@ -1,16 +1,10 @@
 #include "addin/flows/LaunchFlow.h"
 
-#include "addin/flows/LaunchQuestions.h"
-#include "base/Paths.h"
+#include "addin/variables/LaunchFreedom.h"
 
 namespace zn {
 
 namespace {
-
-/// Bits of the mask that tells a conversion page which of its parts apply.
-constexpr std::int32_t assemblySelected = 4;
-constexpr std::int32_t partSelected = 8;
-constexpr std::int32_t otherSelected = 16;
 
 struct Launch {
     TaskContext& context;
@@ -39,14 +33,6 @@ void settleSelection(Launch& launch, const Text& taskName)
     launch.cmd.cancel = picked ? 0 : -1;
 }
 
-std::int32_t kindBit(const OutputRecord& record)
-{
-    if (!record.isCadFile)
-        return otherSelected;
-    const Text extension = toLower(pathExtension(record.path));
-    return extension == u"zenasm" ? assemblySelected : extension == u"zenprt" ? partSelected : otherSelected;
-}
-
 /// Writes `__selection_list` and answers which kinds of files the selection holds.
 std::int32_t writeSelection(Launch& launch)
 {
@@ -56,7 +42,7 @@ std::int32_t writeSelection(Launch& launch)
     context.fileLogic.ExpandSelection(*launch.vault, launch.instance, launch.selection, records, false);
     std::int32_t kinds = 0;
     for (const auto& record : records)
-        kinds |= kindBit(*record);
+        kinds |= selectedKind(*record);
     context.fileLogic.WriteList(launch.instance, TaskKind::Unknown, &records);
     return kinds;
 }
@@ -64,7 +50,8 @@ std::int32_t writeSelection(Launch& launch)
 /// Writes the selection, and cancels the launch of a conversion that leaves something to a user who isn't there.
 void requireNoQuestion(Launch& launch)
 {
-    const Text open = openQuestions(launch.cmd.taskObject, writeSelection(launch));
+    const std::int32_t kinds = writeSelection(launch);
+    const Text open = openQuestions(readLaunchFreedom(launch.cmd.taskObject), kinds);
     if (!open.empty())
         cancelLaunch(launch.cmd,
             u"The task leaves settings to the user, who cannot be asked here: " + open + u". Settle them in the task.");

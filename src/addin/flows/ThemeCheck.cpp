@@ -1,7 +1,7 @@
 #include "addin/flows/ThemeCheck.h"
 
 #include "addin/flows/RunClose.h"
-#include "base/Paths.h"
+#include "addin/variables/LaunchFreedom.h"
 
 namespace zn {
 
@@ -10,25 +10,16 @@ namespace {
 constexpr const char16_t* formatWithThemes = u"3D PDF - MBD (*.pdf)";
 constexpr const char16_t* noPermission = u"No Permission to access 3dPDF Theme Path";
 
-struct ThemeOfKind {
-    const char16_t* extension;
-    const char16_t* variable;
-};
-constexpr ThemeOfKind themesByKind[] = {
-    {u"zenasm", u"Asm3DPDFThemePath"},
-    {u"zenprt", u"Part3DPDFThemePath"},
-};
-
 const char16_t* themeVariable(const OutputRecord& record)
 {
-    if (!record.isCadFile)
+    switch (selectedKind(record)) {
+    case assembliesSelected:
+        return u"Asm3DPDFThemePath";
+    case partsSelected:
+        return u"Part3DPDFThemePath";
+    default:
         return nullptr;
-    const Text extension = textBehindLastDot(record.path);
-    for (const ThemeOfKind& theme : themesByKind) {
-        if (equalNoCase(extension, theme.extension))
-            return theme.variable;
     }
-    return nullptr;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QDialog>
+#include <QTabWidget>
 
 namespace zn::test {
 
@@ -21,6 +22,19 @@ protected:
         const auto& own = instance->ownVariables();
         const auto found = own.find(u"__selection_list");
         return found == own.end() ? Text() : found->second.toText();
+    }
+    /// The tabs of themes on the page that the host was handed; empty without a page.
+    std::string shownTabs()
+    {
+        QWidget* page = QWidget::find(static_cast<WId>(cmd.parentWindow));
+        if (page == &window)
+            return {};
+        page->show();
+        const auto* tabs = find<QTabWidget>(*page, "themeTabs");
+        QStringList titles;
+        for (int tab = 0; tab < tabs->count() && tabs->isVisible(); ++tab)
+            titles << tabs->tabText(tab);
+        return titles.join(' ').toStdString();
     }
 };
 
@@ -57,6 +71,45 @@ TEST_F(Launch, HandsItsPageToTheHostAndKeepsTheAnswerOnTheRun)
     ASSERT_EQ(send(TaskCmdLaunchButton, instance, u"OK"), S_OK);
     EXPECT_EQ(instance->ownVariables().at(u"SourceRefs").toInt32() & 3, 1);
     EXPECT_EQ(stored().at(u"SourceRefs"), Value(6));
+}
+
+TEST_F(Launch, AsksForTheThemesOfTheKindsThatAreSelected)
+{
+    constexpr int open = 9;
+    constexpr int fixed = 6;
+    const struct {
+        std::vector<std::string> files;
+        int assemblyChecks, partChecks;
+        const char* tabs; ///< empty for a launch without a question
+    } cases[] = {
+        {{"a/bracket.v2.zenprt"}, fixed, open, "Part"},
+        {{"b/bracket.zenprt"}, open, fixed, ""},
+        {{"c/pump.ZENASM"}, open, fixed, "Assembly"},
+        {{"d/pump.zenasm"}, fixed, open, ""},
+        {{"e/pump.zenasm", "e/bracket.zenprt"}, open, open, "Assembly Part"},
+        {{"f/bracket.zenprt"}, open, open, "Part"},
+        {{"g/pump.zendrw", "g/pump.step"}, open, fixed, ""},
+    };
+    auto variables = settled();
+    variables[u"FileFormat"] = u"3D PDF - MBD (*.pdf)";
+    openTask(TaskKind::Conversion, variables);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.files.front());
+        selection.clear();
+        for (const std::string& file : c.files)
+            selection.push_back(addSelected(file));
+        task->SetValue(u"AsmThemeAndViewsChecks", c.assemblyChecks);
+        task->SetValue(u"PartThemeAndViewsChecks", c.partChecks);
+        reopenTask();
+
+        const auto instance = launchInstance();
+        ASSERT_EQ(send(TaskCmdLaunch, instance), S_OK);
+        EXPECT_EQ(shownTabs(), c.tabs);
+
+        ArkCmd unseen{TaskCmdLaunch, 0, vault, {}, launchInstance(), 0};
+        ASSERT_EQ(addIn->OnCmd(&unseen, &selection), S_OK);
+        EXPECT_EQ(unseen.cancel, *c.tabs ? -1 : 0) << toUtf8(unseen.text);
+    }
 }
 
 TEST_F(Launch, AsksForFilesWhenNothingIsSelected)

@@ -151,6 +151,38 @@ TEST_F(Run, FailedMacroEndsTheLoopAndStillClosesTheRun)
     EXPECT_EQ(run(1), E_ACCESSDENIED);
 }
 
+TEST_F(Run, KeepsItsFirstFailureAndTakesEveryStepAllTheSame)
+{
+    bool macroWorks = true;
+    installCad([&](const std::string&) { return macroWorks; });
+    host.taskVariables[u"FileFormat"] = u"STL (*.stl)";
+    select(11, "a.zenprt");
+    const std::string reported = ", 11/7 v0";
+    struct Case {
+        bool macroWorks;
+        std::map<std::string, Status> failures;
+        Status expected;
+        std::string report;
+    };
+    const Case cases[] = {
+        {true, {{"SetValue __output_list", E_ACCESSDENIED}, {"SetValue __selection_list", E_INVALIDARG}},
+            E_ACCESSDENIED, "state 9, code 80070005, ''"},
+        {true, {{"SetValue __selection_list", E_INVALIDARG}}, E_INVALIDARG, "state 9, code 80070057, ''"},
+        {false, {{"SetValue __output_list", E_ACCESSDENIED}}, E_FAIL,
+            "state 9, code 80004005, 'Failed to run Zentrel macro.'"},
+    };
+    for (const Case& c : cases) {
+        macroWorks = c.macroWorks;
+        host.failures.clear();
+        host.failures.insert(c.failures.begin(), c.failures.end());
+        host.runCalls.clear();
+        EXPECT_EQ(run(1), c.expected);
+        ASSERT_GE(host.runCalls.size(), 2U);
+        EXPECT_EQ(host.runCalls.back(), c.report + reported);
+        EXPECT_EQ(host.runCalls[host.runCalls.size() - 2], "position 2: ");
+    }
+}
+
 TEST_F(Run, OpenBracketInTheTemplateEndsTheRunWithItsLogInTheVault)
 {
     installCad([](const std::string&) { return true; });

@@ -21,7 +21,6 @@ namespace {
 
 constexpr std::int32_t useReferencedVersion = 1;
 constexpr std::int32_t useLatestVersion = 2;
-constexpr std::int32_t userMayChangeVersions = 4;
 
 /// The codes of the formats with options, in the order in which a save makes sure of their variables.
 constexpr std::uint32_t formatsWithOptions[] = {5, 10, 22, 3, 16, 17, 13, 18, 19, 20, 6, 9, 8};
@@ -31,18 +30,19 @@ constexpr std::uint32_t formatsWithOptions[] = {5, 10, 22, 3, 16, 17, 13, 18, 19
 void CConversionSettingsPageDlg::LoadSettings(const ObjectRef& task, std::int32_t selectedKinds)
 {
     m_sheetsInFront = false;
-    const std::optional<Text> format = readText(task, u"FileFormat");
-    const bool formatIsFixed = format && selectFormat(*m_formats, *format);
+    if (const std::optional<Text> format = readText(task, u"FileFormat"))
+        selectFormat(*m_formats, *format);
+    if (m_launch)
+        m_freedom = readLaunchFreedom(task);
 
     m_sheets->setFormat(formatCode());
     m_confs->setFormat(formatCode());
     for (Page* page : std::initializer_list<Page*>{m_sheets, m_confs, m_assembly, m_part})
         page->load(task);
-    m_themes = {m_assembly->userMayChange(), m_part->userMayChange()};
     refreshForFormat();
     loadReferences(task);
     if (m_launch)
-        loadForLaunch(task, !formatIsFixed, selectedKinds);
+        loadForLaunch(task, selectedKinds);
 }
 
 void CConversionSettingsPageDlg::loadReferences(const ObjectRef& task)
@@ -53,33 +53,23 @@ void CConversionSettingsPageDlg::loadReferences(const ObjectRef& task)
     m_allowReferences->setChecked(stored.value_or(userMayChangeVersions) & userMayChangeVersions);
 }
 
-void CConversionSettingsPageDlg::loadForLaunch(const ObjectRef& task, bool formatIsOpen, std::int32_t selectedKinds)
+void CConversionSettingsPageDlg::loadForLaunch(const ObjectRef& task, std::int32_t selectedKinds)
 {
-    const bool pathIsOpen = readBoolean(task, u"PromptOutput").value_or(true);
     const std::optional<Text> path = readText(task, u"OutputPath");
-    const bool referencesAreOpen = m_allowReferences->isChecked();
+    m_isNeeded = !openQuestions(m_freedom, selectedKinds).empty();
     mbShowCtrl(AllowReferences, false);
-    mvShowGroup(FormatGroup, formatIsOpen);
-    mvShowGroup(PathGroup, pathIsOpen);
-    mvShowGroup(ReferenceGroup, referencesAreOpen);
-    m_userHasChoices = formatIsOpen || pathIsOpen || referencesAreOpen;
+    mvShowGroup(FormatGroup, m_freedom.format);
+    mvShowGroup(PathGroup, m_freedom.path);
+    mvShowGroup(ReferenceGroup, m_freedom.versions);
 
-    if (formatCode() == pdf3dFormatCode)
-        showThemeTabs(themeTabs(m_themes, selectedKinds));
-    else
-        showOutputTabs(outputTabsForFixedFormat(outputFreedom(), formatCode()));
+    if (formatCode() == pdf3dFormatCode) {
+        m_freedom.themes = themesLeftOpen(m_freedom.themes, selectedKinds);
+        showThemeTabs(themeTabs(m_freedom.themes, selectedKinds));
+    } else {
+        showOutputTabs(outputTabsForFixedFormat(m_freedom.output, formatCode()));
+    }
     showEmptyNote();
     m_path->setText(path.value_or(Text()));
-}
-
-bool CConversionSettingsPageDlg::isPageNeeded() const
-{
-    if (m_userHasChoices)
-        return true;
-    if (formatCode() == pdf3dFormatCode)
-        return m_themes.assembly || m_themes.part;
-    // Freedom of the grouping alone doesn't bring the page up: administrators count on a launch without questions.
-    return m_confs->mayChangeOutput() || m_sheets->mayChangeOutput();
 }
 
 /// The English label in every language, because the task is read on machines that speak another one.

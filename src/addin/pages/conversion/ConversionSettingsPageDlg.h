@@ -34,7 +34,7 @@ public:
     void save(const ObjectRef& task) override;
 
     /// At a launch, after `LoadSettings`: whether there is anything for the user to decide.
-    bool isPageNeeded() const;
+    bool isPageNeeded() const { return m_isNeeded; }
     Text formatLabel() const;
     std::int32_t formatCode() const;
 
@@ -77,7 +77,7 @@ private:
     QWidget* makeEmptyNote();
     void connectControls();
 
-    void loadForLaunch(const ObjectRef& task, bool formatIsOpen, std::int32_t selectedKinds);
+    void loadForLaunch(const ObjectRef& task, std::int32_t selectedKinds);
     void loadReferences(const ObjectRef& task);
     void persistOptions(const ObjectRef& task);
     void savePaths(const ObjectRef& task);
@@ -87,7 +87,6 @@ private:
     void showOutputTabs(TabsShown tabs);
     void showThemeTabs(TabsShown tabs);
     void showEmptyNote();
-    OutputFreedom outputFreedom() const;
 
     void themeTabChanged();
     /// Asks about a page in front that selects no views.
@@ -96,9 +95,9 @@ private:
 
     const PageSetting m_setting;
     const bool m_launch;
-    bool m_userHasChoices = false;
+    bool m_isNeeded = false;
     bool m_sheetsInFront = false;
-    ThemeFreedom m_themes;
+    LaunchFreedom m_freedom; ///< at a launch only
     ThemeTemplateDlg* m_themePage = nullptr; ///< the one in front
     QPointer<QWidget> m_launchParent;
 

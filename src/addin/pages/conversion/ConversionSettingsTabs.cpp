@@ -23,9 +23,9 @@ void CConversionSettingsPageDlg::refreshForFormat()
     mvShowGroup(OutputGroup, !is3dPdf);
     mvShowGroup(ThemeGroup, is3dPdf);
     if (m_launch && is3dPdf)
-        mvShowGroup(ThemeGroup, m_themeTabs->count() > 0 && (m_themes.assembly || m_themes.part));
+        mvShowGroup(ThemeGroup, m_themeTabs->count() > 0 && (m_freedom.themes.assembly || m_freedom.themes.part));
     else if (m_launch)
-        showOutputTabs(outputTabsForFormat(outputFreedom(), format));
+        showOutputTabs(outputTabsForFormat(m_freedom.output, format));
 
     m_sheets->setFormat(format);
     m_confs->setFormat(format);
@@ -35,12 +35,6 @@ void CConversionSettingsPageDlg::refreshForFormat()
     m_path->setFormat(formatLabel(), format);
     showEmptyNote();
     sendPageMessage(m_launchParent, pageFormatChangedMessage);
-}
-
-OutputFreedom CConversionSettingsPageDlg::outputFreedom() const
-{
-    return {
-        m_confs->mayChangeOutput(), m_confs->mayChangeFiles(), m_sheets->mayChangeOutput(), m_sheets->mayChangeFiles()};
 }
 
 void CConversionSettingsPageDlg::putTabs(QTabWidget& tabs, const TabPair& pair, TabsShown shown)

@@ -47,12 +47,11 @@ void fillFormatList(QComboBox& list, PageEnvironment& environment, bool launch)
 
 std::int32_t selectedFormat(const QComboBox& list) { return list.currentData().toInt(); }
 
-bool selectFormat(QComboBox& list, TextView label)
+void selectFormat(QComboBox& list, TextView label)
 {
     const OutputFormat* format = findOutputFormat(label);
     const int row = format ? list.findData(format->code) : -1;
     list.setCurrentIndex(row < 0 ? 0 : row);
-    return row >= 0;
 }
 
 } // namespace zn

@@ -17,8 +17,7 @@ void fillFormatList(QComboBox& list, PageEnvironment& environment, bool launch);
 /// The code of the selected row.
 std::int32_t selectedFormat(const QComboBox& list);
 
-/// Selects the row of the format with that English label, compared without regard to case. If there is none it selects
-/// the first row and returns false.
-bool selectFormat(QComboBox& list, TextView label);
+/// Selects the row of the format with that English label, compared without regard to case; without one the first row.
+void selectFormat(QComboBox& list, TextView label);
 
 } // namespace zn

@@ -24,18 +24,10 @@ TabsShown outputTabsForFixedFormat(const OutputFreedom& freedom, std::int32_t fo
     return {.first = freedom.confs && freedom.confFiles, .second = freedom.sheets && freedom.sheetFiles};
 }
 
-TabsShown themeTabs(ThemeFreedom& freedom, std::int32_t selectedKinds)
+TabsShown themeTabs(const ThemeFreedom& freedom, std::int32_t selectedKinds)
 {
-    const bool assemblies = selectedKinds & assembliesSelected;
-    const bool parts = selectedKinds & partsSelected;
-    if (freedom.assembly && freedom.part)
-        return {.first = assemblies, .second = parts};
-    if (freedom.assembly && assemblies)
-        return {.first = true};
-    if (freedom.part && parts)
-        return {.second = true};
-    freedom = {};
-    return {};
+    return {.first = freedom.assembly && (selectedKinds & assembliesSelected),
+        .second = freedom.part && (selectedKinds & partsSelected)};
 }
 
 } // namespace zn

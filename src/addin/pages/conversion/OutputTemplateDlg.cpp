@@ -2,6 +2,7 @@
 
 #include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/frame/Strings.h"
+#include "addin/variables/LaunchFreedom.h"
 #include "addin/variables/TaskVariables.h"
 
 #include <QCheckBox>
@@ -32,7 +33,6 @@ enum Control : int {
 
 enum Group : int { OutputGroup = 1, FileGroup = 2 };
 
-constexpr std::int32_t userMayChange = 1;
 constexpr std::int32_t outputAll = 2;
 constexpr std::int32_t outputLastActive = 4;
 constexpr std::int32_t outputNamed = 8;
@@ -169,10 +169,8 @@ void OutputTemplateDlg::hideWhatIsFixed()
 {
     mbShowCtrl(AllowOutput, false);
     mbShowCtrl(AllowFiles, false);
-    m_mayChangeOutput = m_allowOutput->isChecked();
-    m_mayChangeFiles = m_allowFiles->isChecked();
-    mvShowGroup(OutputGroup, m_mayChangeOutput);
-    mvShowGroup(FileGroup, m_mayChangeFiles);
+    mvShowGroup(OutputGroup, m_allowOutput->isChecked());
+    mvShowGroup(FileGroup, m_allowFiles->isChecked());
 }
 
 void OutputTemplateDlg::save(const ObjectRef& task)

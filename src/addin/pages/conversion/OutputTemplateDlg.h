@@ -37,11 +37,6 @@ public:
     /// To be told at every change of the output format.
     void setFormat(std::int32_t code);
 
-    /// At a launch, after `load`: whether the user may change what is output.
-    bool mayChangeOutput() const { return m_mayChangeOutput; }
-    /// At a launch, after `load`: whether the user may change the grouping into files.
-    bool mayChangeFiles() const { return m_mayChangeFiles; }
-
 protected:
     /// `texts` outlives the page.
     OutputTemplateDlg(PageEnvironment& environment, QWidget* parent, const OutputTemplate& texts, bool launch);
@@ -57,8 +52,6 @@ private:
 
     const OutputTemplate& m_texts;
     const bool m_launch;
-    bool m_mayChangeOutput = false;
-    bool m_mayChangeFiles = false;
     std::int32_t m_format = 0;
 
     QRadioButton* m_all = nullptr;

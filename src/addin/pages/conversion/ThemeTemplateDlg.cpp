@@ -4,6 +4,7 @@
 #include "addin/pages/conversion/ThemePathBox.h"
 #include "addin/pages/conversion/ViewPicker.h"
 #include "addin/pages/frame/Strings.h"
+#include "addin/variables/LaunchFreedom.h"
 #include "addin/variables/TaskVariables.h"
 
 #include <QCheckBox>
@@ -34,10 +35,8 @@ enum Control : int {
 /// The picture buttons are in a group of their own and in that of the views.
 enum Group : int { PictureGroup = 1, ViewsGroup = 2, ThemeGroup = 4 };
 
-constexpr std::int32_t userMayChangeTheme = 1;
 constexpr std::int32_t primaryViewsWanted = 2;
 constexpr std::int32_t views3dWanted = 4;
-constexpr std::int32_t userMayChangeViews = 8;
 
 constexpr TextView themeFile = u"theme.xml";
 constexpr const char16_t* section = u"AsmPartTemplateDlg";
@@ -152,8 +151,7 @@ void ThemeTemplateDlg::load(const ObjectRef& task)
         m_views3d->setChecked(*stored & views3dWanted);
         m_allowViews->setChecked(*stored & userMayChangeViews);
     }
-    m_userMayChange = m_allowTheme->isChecked() || m_allowViews->isChecked();
-    if (m_launch && m_userMayChange) {
+    if (m_launch && (m_allowTheme->isChecked() || m_allowViews->isChecked())) {
         mvShowGroup(ThemeGroup, m_allowTheme->isChecked());
         mvShowGroup(ViewsGroup, m_allowViews->isChecked());
     }

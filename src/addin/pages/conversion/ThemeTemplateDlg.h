@@ -28,8 +28,6 @@ public:
     void load(const ObjectRef& task) override;
     void save(const ObjectRef& task) override;
 
-    /// After `load`: whether the administrator left the user anything to change.
-    bool userMayChange() const { return m_userMayChange; }
     /// Whether nothing of a document would be published.
     bool hasNoViews() const;
 
@@ -45,7 +43,6 @@ private:
 
     const ThemeTemplate& m_texts;
     const bool m_launch;
-    bool m_userMayChange = true;
 
     ThemePathBox* m_path = nullptr;
     QCheckBox* m_allowTheme = nullptr;

@@ -1,5 +1,5 @@
-#include "addin/flows/LaunchQuestions.h"
 #include "addin/pages/frame/Strings.h"
+#include "addin/variables/LaunchFreedom.h"
 #include "contracts/host/PageMessage.h"
 #include "tests/addin/pages/conversion/SettingsFixture.h"
 
@@ -139,7 +139,7 @@ TEST_F(LaunchPage, ShowsWhatTheAdministratorLeftOpen)
         launch(variablesOf(launched), launched.kinds);
         EXPECT_EQ(picture(), launched.picture);
         EXPECT_EQ(page->isPageNeeded(), launched.isNeeded);
-        EXPECT_EQ(openQuestions(run, launched.kinds).empty(), !launched.isNeeded);
+        EXPECT_EQ(openQuestions(readLaunchFreedom(run), launched.kinds).empty(), !launched.isNeeded);
     }
 }
 
@@ -172,7 +172,7 @@ TEST_F(LaunchPage, ShowsEachRowThatIsOpen)
         EXPECT_EQ(picture(), row.picture) << toUtf8(row.variable);
         const bool isOpen = std::string(row.picture) != "note";
         EXPECT_EQ(page->isPageNeeded(), isOpen);
-        EXPECT_EQ(openQuestions(run, fixed.kinds).empty(), !isOpen);
+        EXPECT_EQ(openQuestions(readLaunchFreedom(run), fixed.kinds).empty(), !isOpen);
     }
     EXPECT_EQ(page->formatCode(), 19);
 }
