@@ -19,29 +19,39 @@ constexpr ValueType String = ValueType::String;
 constexpr std::monostate none{};
 constexpr TextView noText = u"";
 
+// clang-format off
 constexpr TaskVariable ownVariables[] = {
     // name, type, owner, assumed if absent, stored for a new task
     {u"__type", Integer, ScriptPage, 3, none},
     {u"__script", String, ScriptPage, none, none}, // a missing one ends the run
     {u"__zn_version", Integer, ScriptPage, 0, 0},
     {u"__menucmd_display", Boolean, MenuCommandPage, none, none}, // depends on the kind
-    {u"__selection_list", String, RunFlows, none, none}, {u"__output_list", String, RunFlows, none, none},
+    {u"__selection_list", String, RunFlows, none, none},
+    {u"__output_list", String, RunFlows, none, none},
     {u"FileFormat", String, ConversionPage, none, none}, // a missing one ends the run
     {u"OutputPath", String, OutputPage, none, TextView(u"<Path>\\<Filename>_<Extension>_<Configuration>")},
-    {u"OutputPath2", String, OutputPage, noText, noText}, {u"PromptOutput", Boolean, OutputPage, false, false},
-    {u"ReplaceOutput", Boolean, OutputPage, false, true}, {u"RefToSource", Boolean, OutputPage, false, false},
+    {u"OutputPath2", String, OutputPage, noText, noText},
+    {u"PromptOutput", Boolean, OutputPage, false, false},
+    {u"ReplaceOutput", Boolean, OutputPage, false, true},
+    {u"RefToSource", Boolean, OutputPage, false, false},
     {u"ErrorLogPath", String, OutputAndPrintPages, none, none}, // no log without it
-    {u"UsedVariables", String, OutputPage, noText, noText}, {u"SourceRefs", Integer, ConversionPage, none, 6},
-    {u"FileCardData", String, FileCardPage, noText, noText}, {u"FileConfs", Integer, ConversionPage, none, 5},
-    {u"OutputConfs", Integer, ConversionPage, none, 3}, {u"NamedConf", String, ConversionPage, noText, none},
-    {u"FileSheets", Integer, ConversionPage, none, 5}, {u"OutputSheets", Integer, ConversionPage, none, 3},
+    {u"UsedVariables", String, OutputPage, noText, noText},
+    {u"SourceRefs", Integer, ConversionPage, none, 6},
+    {u"FileCardData", String, FileCardPage, noText, noText},
+    {u"FileConfs", Integer, ConversionPage, none, 5},
+    {u"OutputConfs", Integer, ConversionPage, none, 3},
+    {u"NamedConf", String, ConversionPage, noText, none},
+    {u"FileSheets", Integer, ConversionPage, none, 5},
+    {u"OutputSheets", Integer, ConversionPage, none, 3},
     {u"NamedSheet", String, ConversionPage, noText, none},
     {u"Asm3DPDFThemePath", String, ConversionPage, none, TextView(u"theme.xml")},
     {u"Part3DPDFThemePath", String, ConversionPage, none, TextView(u"theme.xml")},
     {u"AsmThemeAndViewsChecks", Integer, ConversionPage, none, 13},
     {u"PartThemeAndViewsChecks", Integer, ConversionPage, none, 13},
-    {u"AsmPrimaryViews", Integer, ConversionPage, none, 0}, {u"PartPrimaryViews", Integer, ConversionPage, none, 0},
-    {u"__printer_prseltype", Integer, PrintPages, 0, 0}, {u"__printer_prname", String, PrintPages, noText, noText},
+    {u"AsmPrimaryViews", Integer, ConversionPage, none, 0},
+    {u"PartPrimaryViews", Integer, ConversionPage, none, 0},
+    {u"__printer_prseltype", Integer, PrintPages, 0, 0},
+    {u"__printer_prname", String, PrintPages, noText, noText},
     {u"__printer_prnamelist", String, PrintPages, noText, noText},
     {u"__printer_papsize_DEF", String, PrintPages, noText, none}, // a size that the page hides
     {u"__printer_papsize_A", String, PrintPages, noText, noText},
@@ -54,18 +64,22 @@ constexpr TaskVariable ownVariables[] = {
     {u"__printer_papsize_A2", String, PrintPages, noText, noText},
     {u"__printer_papsize_A3", String, PrintPages, noText, noText},
     {u"__printer_papsize_A4", String, PrintPages, noText, noText},
-    {u"__printer_usedrwnfo", Boolean, PrintPages, true, true}, {u"__printer_defpapsize", Integer, PrintPages, 10, 10},
+    {u"__printer_usedrwnfo", Boolean, PrintPages, true, true},
+    {u"__printer_defpapsize", Integer, PrintPages, 10, 10},
     {u"__printer_usersizechange", Boolean, PrintPages, true, true},
     {u"__printer_deforientation", Integer, PrintPages, none, 1}, // the page assumes 1, the launch 0
     {u"__printer_userorientchange", Boolean, PrintPages, true, true},
     {u"__printer_margintype", Integer, PrintPages, 1, 1},
     {u"__printer_margintop", Float, PrintPages, 0.0F, 0.0F}, // millimetres; the launch writes integers
     {u"__printer_marginbottom", Float, PrintPages, 0.0F, 0.0F},
-    {u"__printer_marginleft", Float, PrintPages, 0.0F, 0.0F}, {u"__printer_marginright", Float, PrintPages, 0.0F, 0.0F},
-    {u"__printer_headertype", Integer, PrintPages, 1, 1}, {u"__printer_headerleft", String, PrintPages, noText, noText},
+    {u"__printer_marginleft", Float, PrintPages, 0.0F, 0.0F},
+    {u"__printer_marginright", Float, PrintPages, 0.0F, 0.0F},
+    {u"__printer_headertype", Integer, PrintPages, 1, 1},
+    {u"__printer_headerleft", String, PrintPages, noText, noText},
     {u"__printer_headercenter", String, PrintPages, noText, noText},
     {u"__printer_headerright", String, PrintPages, noText, noText},
-    {u"__printer_footertype", Integer, PrintPages, 1, 1}, {u"__printer_footerleft", String, PrintPages, noText, noText},
+    {u"__printer_footertype", Integer, PrintPages, 1, 1},
+    {u"__printer_footerleft", String, PrintPages, noText, noText},
     {u"__printer_footercenter", String, PrintPages, noText, noText},
     {u"__printer_footerright", String, PrintPages, noText, noText},
     {u"__printer_showprintdlg", Boolean, PrintPages, true, true},
@@ -73,6 +87,7 @@ constexpr TaskVariable ownVariables[] = {
     {u"__printer_refversiontype", Integer, PrintPages, none, 2}, // the launch's tests assume 2, its buttons 0
     {u"__printer_copycount", Integer, PrintPages, 1, none},      // written at launch only
 };
+// clang-format on
 
 constexpr std::size_t formatOptionCount()
 {
@@ -186,6 +201,12 @@ Value valueOf(const VariableDefault& value)
         Value operator()(float number) const { return number; }
     };
     return std::visit(Visitor{}, value);
+}
+
+Value initialValue(TextView name)
+{
+    const TaskVariable* variable = findTaskVariable(name);
+    return variable ? valueOf(variable->initial) : Value();
 }
 
 std::vector<std::pair<Text, Value>> initialVariables(TaskKind kind, TextView taskName)

@@ -47,6 +47,8 @@ std::span<const TaskVariable> taskVariables();
 const TaskVariable* findTaskVariable(TextView name);
 /// A default as a value; empty for none.
 Value valueOf(const VariableDefault& value);
+/// What the pages store in a variable for a new task; empty for none.
+Value initialValue(TextView name);
 
 /// The variables that a task of this kind holds after an administrator has accepted its pages without a change, with
 /// the log folder "\Logs\" and the task's name. The script, the kind and the output format are not among them: they
