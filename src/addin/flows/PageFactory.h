@@ -75,8 +75,9 @@ public:
     virtual Text text(std::int32_t number, const char16_t* defaultText) = 0;
     /// Shows a sentence in a message box over the window.
     virtual void tell(std::int32_t window, const Text& sentence) = 0;
-    /// The sentences that found nobody at the screen since the last call (a host that runs without a person says so by
-    /// the application's boolean property "unattended").
+    /// Whether a person sees the windows from now on. If not, no message box opens.
+    virtual void setAttended(bool attended) = 0;
+    /// The sentences of the boxes that didn't open since the last call, separated by blanks.
     virtual Text takeUnspoken() = 0;
 
     virtual std::unique_ptr<MenuCommandPage> makeMenuCommandPage(const PageSetting& setting) = 0;

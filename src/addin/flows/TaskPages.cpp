@@ -15,8 +15,18 @@ PageFactory& TaskPages::factory()
         m_factory = m_source();
     if (!m_factory)
         throw StatusError(E_NOTIMPL, "This build of the add-in has no windows.");
+    m_factory->setAttended(m_attended);
     return *m_factory;
 }
+
+void TaskPages::setAttended(bool attended)
+{
+    m_attended = attended;
+    if (m_factory)
+        m_factory->setAttended(attended);
+}
+
+Text TaskPages::takeUnspoken() { return m_factory ? m_factory->takeUnspoken() : Text(); }
 
 void TaskPages::destroyAll()
 {

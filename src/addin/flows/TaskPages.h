@@ -22,6 +22,10 @@ public:
 
     /// The windows' library; loaded at the first call.
     PageFactory& factory();
+    /// Whether a person sees the windows from now on.
+    void setAttended(bool attended);
+    /// What pages would have told a person since the last call.
+    Text takeUnspoken();
     /// Destroys all pages together, in the order of the members.
     void destroyAll();
 
@@ -41,6 +45,7 @@ public:
 
 private:
     PagesSource m_source;
+    bool m_attended = true;
     std::shared_ptr<PageFactory> m_factory;
 };
 

@@ -87,13 +87,26 @@ Status CZNTaskAddIn::OnCmd(ArkCmd* cmd, ArkSelection* selection)
     if (!cmd || !selection)
         return E_POINTER;
     try {
-        const auto vault = query<IArkVault>(cmd->vault);
+        m_context.pages.setAttended(cmd->attended);
+        const Status status = Answer(*cmd, *selection);
+        cmd->unspoken = m_context.pages.takeUnspoken();
+        return status;
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+/// The edge of the flows: their failures become a status and a sentence.
+Status CZNTaskAddIn::Answer(ArkCmd& cmd, ArkSelection& selection)
+{
+    try {
+        const auto vault = query<IArkVault>(cmd.vault);
         if (!vault)
-            return cmd->vault ? E_NOINTERFACE : E_POINTER;
-        return dispatch(m_context, vault, *cmd, *selection, weak_from_this().lock());
+            return cmd.vault ? E_NOINTERFACE : E_POINTER;
+        return dispatch(m_context, vault, cmd, selection, weak_from_this().lock());
     } catch (const StatusError& error) {
         if (*error.what())
-            cmd->text = toText(error.what());
+            cmd.text = toText(error.what());
         return error.status();
     } catch (...) {
         return currentExceptionStatus();

@@ -36,11 +36,14 @@ public:
     /// `E_POINTER` if an argument is missing.
     Status GetAddInInfo(ArkAddInInfo* info, IArkCmdMgr* commandManager) override;
     /// `E_POINTER` if an argument is missing; the failure of asking the vault for its interface; success for a
-    /// command that isn't the add-in's. A failure with a sentence of its own leaves it in `text`. The object itself
+    /// command that isn't the add-in's. A failure with a sentence of its own leaves it in `text`; what message boxes
+    /// would have said where nobody sees them is left in `unspoken`. The object itself
     /// is the callback of its pages, so it must be owned by a shared pointer for the commands that hand pages over.
     Status OnCmd(ArkCmd* cmd, ArkSelection* selection) override;
 
 private:
+    Status Answer(ArkCmd& cmd, ArkSelection& selection);
+
     Platform m_platform;
     TaskContext m_context;
 };

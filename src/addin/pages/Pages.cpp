@@ -4,9 +4,7 @@
 #include "addin/pages/conversion/FileCardPageDlg.h"
 #include "addin/pages/conversion/OutputFileDetailsPageDlg.h"
 #include "addin/pages/details/FileDetailsPageDlg.h"
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/frame/Page.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/menu/MenuCommandDlg.h"
 #include "addin/pages/print/FilesDlg.h"
 #include "addin/pages/print/MarginsDlg.h"
@@ -15,6 +13,7 @@
 #include "addin/pages/print/PrintUIDlg.h"
 #include "addin/pages/script/ScriptPageDlg.h"
 #include "addin/pages/selection/SelectionDlg.h"
+#include "qtglue/Texts.h"
 
 namespace zn {
 
@@ -58,9 +57,12 @@ Text Pages::text(std::int32_t number, const char16_t* defaultText)
     return typed(m_environment.text(number, defaultText));
 }
 
-void Pages::tell(std::int32_t window, const Text& sentence) { zn::tell(windowOf(window), shown(sentence)); }
+void Pages::tell(std::int32_t window, const Text& sentence)
+{
+    m_environment.messages().tell(windowOf(window), shown(sentence));
+}
 
-Text Pages::takeUnspoken() { return typed(zn::takeUnspoken()); }
+Text Pages::takeUnspoken() { return typed(m_environment.messages().takeUnspoken()); }
 
 std::unique_ptr<MenuCommandPage> Pages::makeMenuCommandPage(const PageSetting& setting)
 {

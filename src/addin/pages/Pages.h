@@ -14,6 +14,7 @@ public:
     bool isWindow(std::int32_t handle) const override;
     Text text(std::int32_t number, const char16_t* defaultText) override;
     void tell(std::int32_t window, const Text& sentence) override;
+    void setAttended(bool attended) override { m_environment.messages().setAttended(attended); }
     Text takeUnspoken() override;
 
     std::unique_ptr<MenuCommandPage> makeMenuCommandPage(const PageSetting& setting) override;

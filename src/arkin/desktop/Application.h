@@ -10,17 +10,18 @@ namespace arkin {
 /// The toolkit's application object of a program that is no window program in itself. One a process.
 class Application {
 public:
-    /// `platform` as `Display` has it. `attended` false tells pages that nobody sees their message boxes.
-    Application(const std::string& platform, bool attended);
+    /// `platform` as `Display` has it.
+    explicit Application(const std::string& platform);
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
     ~Application();
 
 private:
+    // The toolkit keeps references to its command line.
+    int m_count = 3;
+    std::string m_words[3];
+    char* m_arguments[4] = {};
     std::unique_ptr<QApplication> m_application;
 };
-
-/// The sentences that pages had for nobody since the last call.
-std::string takeUnspoken();
 
 } // namespace arkin

@@ -18,7 +18,8 @@ namespace arkin {
 
 namespace {
 
-QWidget* windowOf(std::int32_t handle) { return handle == 0 ? nullptr : QWidget::find(static_cast<WId>(handle)); }
+/// What an add-in told nobody, by its own account and in dialogs that opened all the same.
+std::string told(const zn::Text& unspoken, UnseenDialogs& unseen) { return zn::toUtf8(unspoken) + unseen.take(); }
 
 } // namespace
 
@@ -27,7 +28,7 @@ HostDesktop::HostDesktop(const Display& display, bool wanted)
     , m_canAsk(m_problem.empty())
 {
     if (!QCoreApplication::instance())
-        m_application = std::make_unique<Application>(m_canAsk ? display.platform : "offscreen", m_canAsk);
+        m_application = std::make_unique<Application>(m_canAsk ? display.platform : "offscreen");
 }
 
 HostDesktop::~HostDesktop() = default;
@@ -45,15 +46,15 @@ void HostDesktop::fillTask(TaskSetup& setup)
     UnseenDialogs unseen;
     QWidget owner;
     try {
-        setup.open(static_cast<std::int32_t>(owner.winId()));
+        setup.open(zn::handleOf(owner), false);
         const auto refusing = setup.accept();
-        const auto told = takeUnspoken() + unseen.take();
+        const auto sentences = told(setup.takeUnspoken(), unseen);
         if (refusing)
             throw zn::StatusError(zn::E_ABORT,
-                "The page '" + zn::toUtf8(*refusing)
-                    + "' doesn't accept what it starts with: " + (told.empty() ? "it gives no reason." : told));
-        if (!told.empty())
-            throw zn::StatusError(zn::E_ABORT, told);
+                "The page '" + zn::toUtf8(*refusing) + "' doesn't accept what it starts with: "
+                    + (sentences.empty() ? "it gives no reason." : sentences));
+        if (!sentences.empty())
+            throw zn::StatusError(zn::E_ABORT, sentences);
     } catch (...) {
         setup.close();
         throw;
@@ -69,10 +70,10 @@ std::optional<RunInfo> HostDesktop::launchTask(LaunchFlow& launch)
     }
     UnseenDialogs unseen;
     const auto step = launch.prepare(0);
-    const auto open = step == LaunchStep::Page ? openQuestions(windowOf(launch.pageWindow())) : std::string();
+    const auto open = step == LaunchStep::Page ? openQuestions(zn::windowOf(launch.pageWindow())) : std::string();
     requireSettled(launch, step, open);
-    if (const auto told = takeUnspoken() + unseen.take(); !told.empty())
-        throw zn::StatusError(zn::E_ABORT, told);
+    if (const auto sentences = told(launch.unspoken(), unseen); !sentences.empty())
+        throw zn::StatusError(zn::E_ABORT, sentences);
     launch.close();
     return launch.enqueue();
 }
@@ -82,13 +83,13 @@ void HostDesktop::showDetails(TaskDetails& details) { DetailsWindow(details).exe
 std::vector<zn::Text> HostDesktop::pickFiles(
     zn::IArkVault& vault, std::int32_t window, bool several, zn::TextView title, zn::TextView filter)
 {
-    BrowseDialog dialog(vault, shown(title), parseFilters(filter), several, windowOf(window));
+    BrowseDialog dialog(vault, shown(title), parseFilters(filter), several, zn::windowOf(window));
     return dialog.exec() == QDialog::Accepted ? dialog.paths() : std::vector<zn::Text>();
 }
 
 std::shared_ptr<zn::IArkFolder> HostDesktop::pickFolder(zn::IArkVault& vault, std::int32_t window, zn::TextView title)
 {
-    BrowseDialog dialog(vault, shown(title), windowOf(window));
+    BrowseDialog dialog(vault, shown(title), zn::windowOf(window));
     return dialog.exec() == QDialog::Accepted ? dialog.folder() : nullptr;
 }
 

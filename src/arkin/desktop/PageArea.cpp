@@ -12,7 +12,7 @@ namespace arkin {
 PageArea::PageArea(const zn::Text& title, std::int32_t window, QWidget* parent)
     : QScrollArea(parent)
     , m_title(title)
-    , m_page(QWidget::find(static_cast<WId>(window)))
+    , m_page(zn::windowOf(window))
 {
     if (window == 0 || !m_page)
         throw zn::StatusError(

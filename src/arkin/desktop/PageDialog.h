@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arkin/desktop/PageArea.h"
+#include "qtglue/Windows.h"
 
 #include <QDialog>
 
@@ -16,7 +17,7 @@ protected:
     explicit PageDialog(QWidget* parent = nullptr);
 
     /// The handle that add-ins get as the parent of their pages.
-    std::int32_t handle() const { return static_cast<std::int32_t>(winId()); }
+    std::int32_t handle() const { return zn::handleOf(*this); }
     /// Makes the area of a page and follows its size.
     PageArea* makeArea(const zn::Text& title, std::int32_t window);
     QVBoxLayout& content() { return *m_content; }

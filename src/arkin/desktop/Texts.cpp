@@ -2,16 +2,9 @@
 
 #include "arkin/store/Codes.h"
 
-#include <QMessageBox>
-
 namespace arkin {
 
-void tell(QWidget* parent, const QString& sentence)
-{
-    QMessageBox box(QMessageBox::Warning, QStringLiteral("ARKIN"), sentence, QMessageBox::Ok, parent);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
-}
+void tell(QWidget* parent, const QString& sentence) { zn::showSentence(parent, QStringLiteral("ARKIN"), sentence); }
 
 void tellCurrentFailure(QWidget* parent) noexcept
 {

@@ -2,6 +2,8 @@
 
 #include "arkin/reftree/RefTreeModel.h"
 #include "arkin/reftree/RefTreeView.h"
+#include "qtglue/Texts.h"
+#include "qtglue/Windows.h"
 
 #include <QScopedValueRollback>
 
@@ -30,13 +32,13 @@ Status RefTreeCtrl::Create(
     std::int32_t parentWindow, zn::TextView name, zn::IFileRefCmd& commands, std::int32_t& window)
 {
     return guarded([&] {
-        QWidget* parent = QWidget::find(static_cast<WId>(static_cast<std::uint32_t>(parentWindow)));
+        QWidget* parent = zn::windowOf(parentWindow);
         if (!parent || m_view)
             return zn::E_INVALIDARG;
         m_commands = &commands;
         m_view = new RefTreeView(parent);
         m_view->setObjectName("fileTree");
-        m_view->setAccessibleName(QString::fromUtf16(name.data(), static_cast<qsizetype>(name.size())));
+        m_view->setAccessibleName(zn::shown(name));
         m_model = new RefTreeModel(m_view, [this](zn::IFileRefItem& row, bool checked) {
             const bool isTaken = !zn::failed(m_commands->OnCheck(row, checked));
             m_view->viewport()->update();
@@ -47,7 +49,7 @@ Status RefTreeCtrl::Create(
         QObject::connect(m_view, &QTreeView::collapsed, m_view, [this](const auto& row) { tellExpanded(row, false); });
         // A handle makes the view a window of the system; its parents need not become ones for that.
         m_view->setAttribute(Qt::WA_DontCreateNativeAncestors);
-        window = static_cast<std::int32_t>(m_view->winId());
+        window = zn::handleOf(*m_view);
         return S_OK;
     });
 }

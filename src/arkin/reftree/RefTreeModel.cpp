@@ -1,6 +1,7 @@
 #include "arkin/reftree/RefTreeModel.h"
 
 #include "arkin/reftree/FileTypeIcons.h"
+#include "qtglue/Texts.h"
 
 #include <QBrush>
 #include <QCoreApplication>
@@ -12,11 +13,10 @@ namespace arkin {
 using zn::FileRefCheck;
 using zn::IFileRefItem;
 using zn::IFileRefItem2;
+using zn::shown;
 using zn::Text;
 
 namespace {
-
-QString shown(const Text& text) { return QString::fromStdU16String(text); }
 
 QString versionText(IFileRefItem& item)
 {

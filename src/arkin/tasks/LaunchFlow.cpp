@@ -40,8 +40,10 @@ Status LaunchFlow::send(zn::TaskCommand command, zn::ArkCmd& cmd)
     cmd.parentWindow = m_window;
     cmd.vault = m_host.vault;
     cmd.taskObject = m_instance;
+    cmd.attended = m_window != 0;
     const auto button = cmd.text;
     const auto status = m_addIn->OnCmd(&cmd, &m_selection);
+    m_unspoken += cmd.unspoken;
     // What the host has put in is no sentence of the add-in.
     if (cmd.text == button)
         cmd.text.clear();

@@ -28,6 +28,8 @@ public:
     LaunchStep prepare(std::int32_t parentWindow);
     /// After `Page` the page's title, after `Stopped` the add-in's reason, if it gave one.
     const zn::Text& text() const { return m_text; }
+    /// What the add-in would have told a person since the launch began; empty where one was there to be told.
+    const zn::Text& unspoken() const { return m_unspoken; }
     /// The page's handle, after `Page`.
     std::int32_t pageWindow() const { return m_pageWindow; }
     const TaskDefinition& task() const { return m_task; }
@@ -53,6 +55,7 @@ private:
     std::int32_t m_window = 0;
     std::int32_t m_pageWindow = 0;
     zn::Text m_text;
+    zn::Text m_unspoken;
 };
 
 } // namespace arkin

@@ -2,6 +2,8 @@
 
 #include "arkin/tasks/AddInModule.h"
 
+#include <utility>
+
 namespace arkin {
 
 using zn::StatusError;
@@ -30,9 +32,11 @@ void TaskSetup::send(zn::TaskCommand command, zn::ArkCmd& cmd, const char* what)
     cmd.parentWindow = m_window;
     cmd.vault = m_host.vault;
     cmd.taskObject = m_properties;
+    cmd.attended = m_attended;
     zn::ArkSelection nothing;
     m_properties->takeRefusal();
     const auto status = m_addIn->OnCmd(&cmd, &nothing);
+    m_unspoken += cmd.unspoken;
     const auto refusal = m_properties->takeRefusal();
     if (!zn::failed(status) && refusal.empty())
         return;
@@ -44,9 +48,10 @@ void TaskSetup::send(zn::TaskCommand command, zn::ArkCmd& cmd, const char* what)
             + (refusal.empty() ? describeFailure(m_host, status, cmd) : refusal));
 }
 
-void TaskSetup::open(std::int32_t parentWindow)
+void TaskSetup::open(std::int32_t parentWindow, bool attended)
 {
     m_window = parentWindow;
+    m_attended = attended;
     zn::ArkCmd cmd;
     send(zn::TaskCmdSetup, cmd, "can't be set up");
     if (pages().empty())
@@ -60,6 +65,8 @@ std::optional<zn::Text> TaskSetup::accept()
     send(zn::TaskCmdSetupButton, cmd, "isn't changed");
     return cmd.cancel != 0 ? std::optional(cmd.text) : std::nullopt;
 }
+
+zn::Text TaskSetup::takeUnspoken() { return std::exchange(m_unspoken, {}); }
 
 void TaskSetup::cancel()
 {

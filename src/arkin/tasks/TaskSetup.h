@@ -17,13 +17,15 @@ public:
     TaskSetup& operator=(const TaskSetup&) = delete;
     ~TaskSetup();
 
-    /// Lets the add-in build its pages as children of the window. Once.
-    void open(std::int32_t parentWindow);
+    /// Lets the add-in build its pages as children of the window. Once. `attended` is whether a person sees them.
+    void open(std::int32_t parentWindow, bool attended = true);
     /// Valid until `close`.
     const std::vector<zn::ArkTaskPage>& pages() const { return m_properties->pages(); }
 
     /// Lets the pages write their values. The title of the page that refuses its own; none when all have written.
     std::optional<zn::Text> accept();
+    /// What the pages would have told a person who sees them, since the last call.
+    zn::Text takeUnspoken();
     /// Tells the add-in that its pages were given up.
     void cancel();
 
@@ -45,6 +47,8 @@ private:
     std::shared_ptr<zn::IArkAddIn5> m_addIn;
     std::shared_ptr<TaskProperties> m_properties;
     std::int32_t m_window = 0;
+    bool m_attended = true;
+    zn::Text m_unspoken;
 };
 
 } // namespace arkin

@@ -68,6 +68,8 @@ struct ArkCmd {
     Text text; ///< in and out: a button's name; the title of a page; the sentence of a failure or a refused launch
     ObjectRef taskObject;    ///< in and out: `IArkTaskProperties` on setup commands, else `IArkTaskInstance`
     std::int16_t cancel = 0; ///< out: -1 tells the host to stop
+    bool attended = true;    ///< whether a person sees the add-in's windows; if not, its message boxes don't open
+    Text unspoken;           ///< out: the sentences of boxes that didn't open, separated by blanks
 };
 
 /// A property page that an add-in hands to the host.

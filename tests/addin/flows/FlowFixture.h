@@ -21,7 +21,8 @@ protected:
     /// Sends a command about `object` from the host's window.
     Status send(std::int32_t command, ObjectRef object, Text text = {})
     {
-        cmd = {command, static_cast<std::int32_t>(window.winId()), vault, std::move(text), std::move(object), 0};
+        cmd = {
+            command, static_cast<std::int32_t>(window.winId()), vault, std::move(text), std::move(object), 0, true, {}};
         return addIn->OnCmd(&cmd, &selection);
     }
     /// A run of the task that is about to be launched.

@@ -106,7 +106,7 @@ TEST_F(Launch, AsksForTheThemesOfTheKindsThatAreSelected)
         ASSERT_EQ(send(TaskCmdLaunch, instance), S_OK);
         EXPECT_EQ(shownTabs(), c.tabs);
 
-        ArkCmd unseen{TaskCmdLaunch, 0, vault, {}, launchInstance(), 0};
+        ArkCmd unseen{TaskCmdLaunch, 0, vault, {}, launchInstance(), 0, false, {}};
         ASSERT_EQ(addIn->OnCmd(&unseen, &selection), S_OK);
         EXPECT_EQ(unseen.cancel, *c.tabs ? -1 : 0) << toUtf8(unseen.text);
     }

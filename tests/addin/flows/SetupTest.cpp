@@ -107,6 +107,15 @@ TEST_F(Setup, KeepsTheDialogOpenOnAPageThatRefuses)
     EXPECT_EQ(cmd.cancel, -1);
     EXPECT_EQ(cmd.text, u"Margins");
     EXPECT_EQ(valueOf(u"__printer_prseltype"), Value());
+    EXPECT_EQ(cmd.unspoken, u"");
+
+    // Where nobody sees the box, the host gets what it would have said.
+    ArkCmd unseen{TaskCmdSetupButton, static_cast<std::int32_t>(window.winId()), vault, u"OK", task, 0, false, {}};
+    EXPECT_EQ(addIn->OnCmd(&unseen, &selection), S_OK);
+    EXPECT_EQ(unseen.cancel, -1);
+    EXPECT_EQ(unseen.text, u"Margins");
+    EXPECT_EQ(
+        toUtf8(unseen.unspoken), "\"two\" is no length for the margin \"Top\". Please enter a number, such as 12.5.");
 
     top->setText("12.5");
     EXPECT_EQ(send(TaskCmdSetupButton, task, u"OK"), S_OK);

@@ -47,6 +47,7 @@ TEST_F(HostDesktopTest, FillsANewTaskUnseen)
         {{{u"First", Value(u"bad")}}, "The page 'First' doesn't accept what it starts with: it gives no reason."},
         {{{u"Plan", Value(u"fail")}}, "The task '' isn't changed: It went wrong."},
         {{{u"Plan", Value(u"box")}}, "Nobody sees this."},
+        {{{u"Plan", Value(u"tell")}}, "Nobody hears this."},
     };
     for (const auto& row : rows) {
         task.variables = row.variables;

@@ -41,6 +41,8 @@ Desk::Desk(const Text& language, const std::filesystem::path& stringFolder)
     , vaultObject(std::make_shared<arkin::VaultObject>(vault))
     , pages(platform)
 {
+    // Nobody sits at the screen of these windows: no box waits for an answer.
+    pages.setAttended(false);
     for (const char16_t* name : {u"Author", u"Description", u"Number", u"Project"})
         vault.cards().addVariable(name);
     pages.environment().lex().observe([this](const lexmgr::Lookup& lookup) {

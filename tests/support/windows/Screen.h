@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <QCoreApplication>
 #include <QtGlobal>
-#include <QVariant>
 
 namespace zn::test {
 
@@ -13,8 +11,5 @@ inline void useOwnScreen()
 {
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" ZN_SOURCE_DIR "/tests/support/windows/screen.json");
 }
-
-/// Nobody sits at that screen: what a window says goes to `takeUnspoken`, and no box waits for an answer.
-inline void workUnattended() { qApp->setProperty("unattended", true); }
 
 } // namespace zn::test

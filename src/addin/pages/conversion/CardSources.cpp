@@ -3,7 +3,7 @@
 #include "addin/libraries/flowicons/FlowIcons.h"
 #include "addin/pages/frame/Images.h"
 #include "addin/pages/frame/PageEnvironment.h"
-#include "addin/pages/frame/Strings.h"
+#include "qtglue/Texts.h"
 
 #include <algorithm>
 

@@ -7,7 +7,6 @@
 #include "addin/pages/conversion/PartTemplateDlg.h"
 #include "addin/pages/conversion/SheetsTemplateDlg.h"
 #include "addin/pages/frame/Images.h"
-#include "addin/pages/frame/MessageBoxes.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -152,9 +151,9 @@ QWidget* CConversionSettingsPageDlg::makeEmptyNote()
 
 void CConversionSettingsPageDlg::connectControls()
 {
-    connect(m_formats, &QComboBox::currentIndexChanged, this, [this] { inSlot(this, [this] { refreshForFormat(); }); });
-    connect(m_options, &QPushButton::clicked, this, [this] { inSlot(this, [this] { showOptions(); }); });
-    connect(m_themeTabs, &QTabWidget::currentChanged, this, [this] { inSlot(this, [this] { themeTabChanged(); }); });
+    connect(m_formats, &QComboBox::currentIndexChanged, this, [this] { inSlot([this] { refreshForFormat(); }); });
+    connect(m_options, &QPushButton::clicked, this, [this] { inSlot([this] { showOptions(); }); });
+    connect(m_themeTabs, &QTabWidget::currentChanged, this, [this] { inSlot([this] { themeTabChanged(); }); });
 }
 
 } // namespace zn

@@ -6,10 +6,10 @@
 #include "addin/pages/conversion/OutputPathRow.h"
 #include "addin/pages/conversion/PartTemplateDlg.h"
 #include "addin/pages/conversion/SheetsTemplateDlg.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/options/AdvancedConvOpDlg.h"
 #include "addin/variables/OutputFormats.h"
 #include "addin/variables/TaskVariables.h"
+#include "qtglue/Texts.h"
 
 #include <QCheckBox>
 #include <QComboBox>

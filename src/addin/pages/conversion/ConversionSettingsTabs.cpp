@@ -4,7 +4,6 @@
 #include "addin/pages/conversion/OutputPathRow.h"
 #include "addin/pages/conversion/PartTemplateDlg.h"
 #include "addin/pages/conversion/SheetsTemplateDlg.h"
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/options/AdvancedConvOpDlg.h"
 #include "addin/variables/OutputFormats.h"
 #include "contracts/host/PageMessage.h"
@@ -91,7 +90,7 @@ bool CConversionSettingsPageDlg::mayLeaveThemePage()
 {
     if (!m_themePage || !m_themePage->hasNoViews())
         return true;
-    return ask(this, ts(186, u"Are you sure you don't want to specify view(s) to publish at this time?"),
+    return ask(ts(186, u"Are you sure you don't want to specify view(s) to publish at this time?"),
         ts(188, u"ZENTREL ARKIN Administration"));
 }
 
@@ -102,7 +101,7 @@ bool CConversionSettingsPageDlg::event(QEvent* event)
         return Page::event(event);
     auto* message = static_cast<PageMessage*>(event);
     message->accept();
-    inSlot(this, [&] {
+    inSlot([&] {
         if (!asksToLeave)
             message->result = m_formats->currentIndex();
         else if (!m_themeTabs->isHidden())

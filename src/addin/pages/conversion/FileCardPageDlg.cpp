@@ -1,11 +1,10 @@
 #include "addin/pages/conversion/FileCardPageDlg.h"
 
 #include "addin/pages/frame/Images.h"
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/paths/CardVariables.h"
 #include "addin/variables/TaskVariables.h"
 #include "base/Format.h"
+#include "qtglue/Texts.h"
 
 #include <algorithm>
 #include <QComboBox>
@@ -152,7 +151,7 @@ void CFileCardPageDlg::fillLists()
 void CFileCardPageDlg::connectControls()
 {
     const auto on
-        = [this](void (CFileCardPageDlg::*work)()) { return [this, work] { inSlot(this, [&] { (this->*work)(); }); }; };
+        = [this](void (CFileCardPageDlg::*work)()) { return [this, work] { inSlot([&] { (this->*work)(); }); }; };
     connect(m_add, &QPushButton::clicked, this, on(&CFileCardPageDlg::addVariable));
     connect(m_remove, &QPushButton::clicked, this, on(&CFileCardPageDlg::removeVariable));
     connect(m_list, &QTreeWidget::itemSelectionChanged, this, on(&CFileCardPageDlg::showSelection));

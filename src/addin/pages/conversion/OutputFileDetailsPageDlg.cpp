@@ -1,12 +1,12 @@
 #include "addin/pages/conversion/OutputFileDetailsPageDlg.h"
 
 #include "addin/pages/conversion/ExampleLine.h"
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/paths/ExampleText.h"
+#include "addin/pages/paths/LogFolderRow.h"
 #include "addin/pages/paths/PathTokens.h"
 #include "addin/pages/script/ScriptPageDlg.h"
 #include "addin/variables/TaskVariables.h"
+#include "qtglue/Texts.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -40,8 +40,6 @@ enum Control : int {
     AdvancedScripting = 320,
 };
 
-constexpr const char16_t* defaultPath = u"<Path>\\<Filename>_<Extension>_<Configuration>";
-
 } // namespace
 
 COutputFileDetailsPageDlg::COutputFileDetailsPageDlg(
@@ -54,7 +52,7 @@ COutputFileDetailsPageDlg::COutputFileDetailsPageDlg(
           RefToSource, "refToSource", u"Create a re&ference from the destination file to the source file"))
     , m_replace(control<QRadioButton>(Replace, "replaceOutput", u"&Replace exisiting files"))
     , m_newVersion(control<QRadioButton>(NewVersion, "newVersion", u"Create &new version of existing files"))
-    , m_logPath(control<QLineEdit>(LogPath, "errorLogPath"))
+    , m_logFolder(makeLogFolder())
 {
     auto* advanced = control<QPushButton>(AdvancedScripting, "advancedScripting", u"Advanced &Scripting Options...");
     auto* whole = new QVBoxLayout(this);
@@ -62,7 +60,7 @@ COutputFileDetailsPageDlg::COutputFileDetailsPageDlg(
     whole->addWidget(makeSecondaryBox());
     whole->addWidget(m_refToSource);
     whole->addWidget(makeDuplicateBox());
-    whole->addWidget(makeLogRow());
+    whole->addWidget(m_logFolder);
     whole->addWidget(advanced, 0, Qt::AlignLeft);
     whole->addStretch();
     setKeyOrder();
@@ -70,10 +68,10 @@ COutputFileDetailsPageDlg::COutputFileDetailsPageDlg(
 
     m_variables = ReadVaultVariables(setting.vault);
     fillPathBoxes();
-    fillLogPath();
+    m_logFolder->fill();
     m_replace->setChecked(true);
     connect(advanced, &QPushButton::clicked, this,
-        [this] { inSlot(this, [this] { editScript(this->environment(), this, m_setting.task); }); });
+        [this] { inSlot([this] { editScript(this->environment(), this, m_setting.task); }); });
     followPath(m_primary);
     followPath(m_secondary);
 }
@@ -153,22 +151,16 @@ QWidget* COutputFileDetailsPageDlg::makeDuplicateBox()
     return group;
 }
 
-QWidget* COutputFileDetailsPageDlg::makeLogRow()
+LogFolderRow* COutputFileDetailsPageDlg::makeLogFolder()
 {
-    auto* row = new QWidget(this);
-    auto* label = control<QLabel>(LogLabel, "errorLogPathLabel", u"&Error logs folder:");
-    auto* button = control<QPushButton>(Browse, "browse", u"&Browse...");
-    auto* note = control<QLabel>(LogNote, "errorLogNote", u"(Error log files will be named with a unique identifier)");
-    note->setWordWrap(true);
-    label->setBuddy(m_logPath);
-    connect(button, &QPushButton::clicked, this, [this] { inSlot(this, [this] { browse(); }); });
-    auto* grid = new QGridLayout(row);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->addWidget(label, 0, 0, 1, 2);
-    grid->addWidget(m_logPath, 1, 0);
-    grid->addWidget(button, 1, 1);
-    grid->addWidget(note, 2, 0, 1, 2);
-    return row;
+    const LogFolderRow::Controls controls{
+        control<QLabel>(LogLabel, "errorLogPathLabel", u"&Error logs folder:"),
+        control<QLineEdit>(LogPath, "errorLogPath"),
+        control<QPushButton>(Browse, "browse", u"&Browse..."),
+        control<QLabel>(LogNote, "errorLogNote", u"(Error log files will be named with a unique identifier)"),
+    };
+    return new LogFolderRow(
+        *this, environment(), m_setting, controls, ts(6, u"Select a folder:"), LogFolderRow::Picked::WholePath);
 }
 
 void COutputFileDetailsPageDlg::fillPathBoxes()
@@ -176,24 +168,14 @@ void COutputFileDetailsPageDlg::fillPathBoxes()
     for (const PathField* field : {&m_primary, &m_secondary}) {
         AddPathTokens(environment(), *field->box);
         AddVariableTokens(environment(), *field->box, m_variables);
-        field->box->mvSetText(field == &m_primary ? defaultPath : u"");
+        field->box->mvSetText(initialValue(field == &m_primary ? u"OutputPath" : u"OutputPath2").toText());
         field->box->mvRegisterCallback(this);
     }
 }
 
-void COutputFileDetailsPageDlg::fillLogPath()
-{
-    const auto properties = query<IArkTaskProperties>(m_setting.task);
-    if (!properties)
-        throw StatusError(E_POINTER);
-    Text taskName;
-    checkStatus(properties->GetTaskName(taskName));
-    m_logPath->setText(QStringLiteral("\\") + ts(135, u"Logs") + QStringLiteral("\\") + shown(taskName));
-}
-
 void COutputFileDetailsPageDlg::OnTokenTextChanged(tokenctrl::TokenBox& box)
 {
-    inSlot(this, [&] { followPath(&box == m_primary.box.get() ? m_primary : m_secondary); });
+    inSlot([&] { followPath(&box == m_primary.box.get() ? m_primary : m_secondary); });
 }
 
 void COutputFileDetailsPageDlg::followPath(const PathField& field)
@@ -210,22 +192,9 @@ void COutputFileDetailsPageDlg::showEvent(QShowEvent* event)
     OnTokenTextChanged(*m_secondary.box);
 }
 
-void COutputFileDetailsPageDlg::browse()
-{
-    std::shared_ptr<IArkFolder> folder;
-    const Status status = m_setting.vault->BrowseForFolder(handleOf(*this), typed(ts(6, u"Select a folder:")), folder);
-    checkStatus(status);
-    if (status != S_OK || !folder)
-        return;
-    Text path;
-    checkStatus(folder->GetLocalPath(path));
-    m_logPath->setText(shown(path));
-}
-
 void COutputFileDetailsPageDlg::load(const ObjectRef& task)
 {
-    if (const auto path = readText(task, u"ErrorLogPath"))
-        m_logPath->setText(shown(*path));
+    m_logFolder->load(task);
     if (const auto path = readText(task, u"OutputPath"))
         m_primary.box->mvSetText(*path);
     if (const auto path = readText(task, u"OutputPath2"))
@@ -242,7 +211,7 @@ void COutputFileDetailsPageDlg::save(const ObjectRef& task)
     const Text secondary = m_secondary.box->moGetText();
     CollectUsedVariables(primary, secondary, m_variables, m_usedVariables);
 
-    writeVariable(task, u"ErrorLogPath", Value(typed(m_logPath->text())));
+    m_logFolder->save(task);
     writeVariable(task, u"OutputPath", Value(primary));
     writeVariable(task, u"OutputPath2", Value(secondary));
     writeVariable(task, u"RefToSource", Value(m_refToSource->isChecked()));

@@ -6,13 +6,13 @@
 #include <vector>
 
 class QCheckBox;
-class QLineEdit;
 class QRadioButton;
 class QWidget;
 
 namespace zn {
 
 class ExampleLine;
+class LogFolderRow;
 
 /// The last page of a Convert Files task: where the output files go, what a clash of names does, whether the result
 /// refers to its source, and where error logs lie. Its paths are templates, of which it shows an example.
@@ -41,18 +41,16 @@ private:
     QWidget* makePrimaryBox();
     QWidget* makeSecondaryBox();
     QWidget* makeDuplicateBox();
-    QWidget* makeLogRow();
+    LogFolderRow* makeLogFolder();
     /// Makes a path box with its menu button, to be filled by `fillPathBoxes`.
     QWidget* makePathRow(PathField& field, int number, const char* role, const char16_t* name);
     void fillPathBoxes();
-    void fillLogPath();
     /// The order in which Tab goes through the controls.
     void setKeyOrder();
 
     void OnTokenTextChanged(tokenctrl::TokenBox& box) override;
     /// Shows the example of a path and folds the vault's root in it. Raises the vault's failures.
     void followPath(const PathField& field);
-    void browse();
 
     PageSetting m_setting;
     ConversionPage& m_conversion;
@@ -62,7 +60,7 @@ private:
     QCheckBox* m_refToSource;
     QRadioButton* m_replace;
     QRadioButton* m_newVersion;
-    QLineEdit* m_logPath;
+    LogFolderRow* m_logFolder;
     std::vector<Text> m_variables;     ///< of the vault
     std::vector<Text> m_usedVariables; ///< found in a path since the page was made
 };

@@ -1,6 +1,5 @@
 #include "addin/pages/conversion/OutputPathRow.h"
 
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/frame/PageEnvironment.h"
 #include "addin/pages/paths/ExampleText.h"
 #include "addin/pages/paths/PathTokens.h"
@@ -47,7 +46,7 @@ void OutputPathRow::showExample()
 
 void OutputPathRow::OnTokenTextChanged(tokenctrl::TokenBox& box)
 {
-    inSlot(m_place, [&] {
+    m_environment.messages().inSlot(m_place, [&] {
         showExample();
         FoldVaultRoot(box, *m_vault);
     });

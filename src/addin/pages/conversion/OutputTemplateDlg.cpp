@@ -1,9 +1,8 @@
 #include "addin/pages/conversion/OutputTemplateDlg.h"
 
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/variables/LaunchFreedom.h"
 #include "addin/variables/TaskVariables.h"
+#include "qtglue/Texts.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -74,7 +73,7 @@ OutputTemplateDlg::OutputTemplateDlg(
     m_allowFiles->setChecked(true);
     m_name->setText(ts(54, u"Default"));
     for (const QRadioButton* button : {m_all, m_lastActive, m_named})
-        connect(button, &QRadioButton::toggled, this, [this] { inSlot(this, [this] { refresh(); }); });
+        connect(button, &QRadioButton::toggled, this, [this] { inSlot([this] { refresh(); }); });
     refresh();
 }
 

@@ -1,11 +1,10 @@
 #include "addin/pages/conversion/ThemePathBox.h"
 
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/frame/PageEnvironment.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/paths/PathTokens.h"
 #include "base/Status.h"
 #include "contracts/host/ArkVault.h"
+#include "qtglue/Texts.h"
 
 #include <QCoreApplication>
 #include <QInputMethodEvent>
@@ -39,14 +38,15 @@ void ThemePathBox::attach(QToolButton* menuButton, QLabel* example)
 {
     m_menuButton = menuButton;
     m_example = example;
-    connect(menuButton, &QToolButton::clicked, this, [this] { inSlot(m_place, [this] { showMenu(); }); });
+    connect(menuButton, &QToolButton::clicked, this,
+        [this] { m_environment.messages().inSlot(m_place, [this] { showMenu(); }); });
     m_box->mvRegisterCallback(this);
     setText({});
 }
 
 void ThemePathBox::OnTokenTextChanged(tokenctrl::TokenBox& box)
 {
-    inSlot(m_place, [&] {
+    m_environment.messages().inSlot(m_place, [&] {
         Text root;
         checkStatus(m_vault->GetRootFolderPath(root));
         const QString path = shown(box.moGetText()).replace(shown(vaultPathToken), shown(root));
@@ -61,7 +61,7 @@ void ThemePathBox::showMenu()
     auto* menu = new QMenu(m_menuButton);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(m_environment.text(27, u"Vault Root Folder Path"), this,
-        [this] { inSlot(m_place, [this] { insertVaultPath(); }); });
+        [this] { m_environment.messages().inSlot(m_place, [this] { insertVaultPath(); }); });
     menu->popup(m_menuButton->mapToGlobal(QPoint(0, 0)));
 }
 

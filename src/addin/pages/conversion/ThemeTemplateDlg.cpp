@@ -3,9 +3,9 @@
 #include "addin/pages/conversion/ExampleLine.h"
 #include "addin/pages/conversion/ThemePathBox.h"
 #include "addin/pages/conversion/ViewPicker.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/variables/LaunchFreedom.h"
 #include "addin/variables/TaskVariables.h"
+#include "qtglue/Texts.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

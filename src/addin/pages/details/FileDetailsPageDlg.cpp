@@ -3,7 +3,6 @@
 #include "addin/files/FileLogic.h"
 #include "addin/pages/details/FileDetailsRow.h"
 #include "addin/pages/frame/Images.h"
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/lists/IconCache.h"
 #include "addin/pages/lists/VListCtrl.h"
 
@@ -88,10 +87,11 @@ CFileDetailsPageDlg::CFileDetailsPageDlg(
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(m_list);
+    m_list->onFailure([this] { messages().tellCurrentFailure(this); });
     const auto look = makeColumns();
     mbInitLexWnd();
     // A list that can't be understood leaves the page empty, but with a word about it.
-    inSlot(this, [&] { fill(setting, look); });
+    inSlot([&] { fill(setting, look); });
 }
 
 QSize CFileDetailsPageDlg::sizeHint() const

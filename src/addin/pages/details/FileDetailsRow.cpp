@@ -1,8 +1,8 @@
 #include "addin/pages/details/FileDetailsRow.h"
 
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/lists/IconCache.h"
 #include "base/Format.h"
+#include "qtglue/Texts.h"
 
 namespace zn {
 

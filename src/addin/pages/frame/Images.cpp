@@ -5,7 +5,11 @@
 #include <QHash>
 
 /// The pictures are in a static library, where nothing else would bring them in.
-static void bringInPictures() { Q_INIT_RESOURCE(images); }
+static bool bringInPictures()
+{
+    Q_INIT_RESOURCE(images);
+    return true;
+}
 
 namespace zn {
 
@@ -41,15 +45,10 @@ QHash<QString, QString> picturesByExtension()
     return pictures;
 }
 
-/// Icons are made once; what they have drawn is kept with them.
 QIcon icon(const QString& path)
 {
-    static QHash<QString, QIcon> icons;
-    const auto found = icons.constFind(path);
-    if (found != icons.constEnd())
-        return *found;
-    bringInPictures();
-    return *icons.insert(path, svgIcon(QStringLiteral(":/zn/images/%1.svg").arg(path)));
+    [[maybe_unused]] static const bool areThere = bringInPictures();
+    return svgIcon(QStringLiteral(":/zn/images/%1.svg").arg(path));
 }
 
 } // namespace

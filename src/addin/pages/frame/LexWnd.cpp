@@ -1,7 +1,6 @@
 #include "addin/pages/frame/LexWnd.h"
 
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
+#include "qtglue/Texts.h"
 
 #include <QLabel>
 #include <QTimer>
@@ -70,8 +69,7 @@ void LexWnd::mbInitLexWnd(const char16_t* title)
 void LexWnd::tellProblems()
 {
     for (const Text& problem : m_environment.lex().takeProblems()) {
-        QTimer::singleShot(
-            0, &m_window, [parent = &m_window, problem] { inSlot(parent, [&] { tell(parent, shown(problem)); }); });
+        QTimer::singleShot(0, &m_window, [this, problem] { inSlot([&] { tell(shown(problem)); }); });
     }
 }
 

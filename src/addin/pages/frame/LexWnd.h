@@ -24,6 +24,12 @@ protected:
 
     PageEnvironment& environment() const { return m_environment; }
 
+    // As `MessageBoxes` has them, over this window.
+    MessageBoxes& messages() const { return m_environment.messages(); }
+    void tell(const QString& sentence, const QString& title = {}) { messages().tell(&m_window, sentence, title); }
+    bool ask(const QString& question, const QString& title = {}) { return messages().ask(&m_window, question, title); }
+    template <class Work> void inSlot(Work&& work) noexcept { messages().inSlot(&m_window, work); }
+
     /// Makes a control. `text` is the text of a label, button or box; for other controls it is what a screen reader
     /// says, and may be left empty where a label with this control as its buddy says it.
     template <class Control> Control* control(int number, const char* role, const char16_t* text = u"")

@@ -1,77 +1,38 @@
 #include "addin/pages/frame/MessageBoxes.h"
 
 #include "addin/installation/ErrorTexts.h"
-#include "addin/pages/frame/Strings.h"
 #include "base/Status.h"
+#include "qtglue/Texts.h"
 
-#include <QApplication>
 #include <QMessageBox>
+
+#include <utility>
 
 namespace zn {
 
 namespace {
 
-const char* const productName = "ZENTREL Task Add-in";
-
-/// Where sentences are kept that found nobody: with the application, so that the host finds them, too.
-const char* const unspokenProperty = "unspoken";
-
-QString unspoken() { return qApp->property(unspokenProperty).toString(); }
-
-/// Where the sentences of status codes are looked up; null before the library is loaded.
-lexmgr::Library*& strings()
-{
-    static lexmgr::Library* library = nullptr;
-    return library;
-}
-
-QString titleOr(const QString& title) { return title.isEmpty() ? QString::fromLatin1(productName) : title; }
-
-void keep(const QString& sentence)
-{
-    const QString before = unspoken();
-    qApp->setProperty(unspokenProperty, before.isEmpty() ? sentence : before + QStringLiteral(" ") + sentence);
-}
-
-QString sentenceOf(Status status) { return shown(errorText(status, strings())); }
-
-QString currentSentence()
-{
-    try {
-        throw;
-    } catch (const StatusError& error) {
-        const QString sentence = QString::fromUtf8(error.what());
-        return sentence.isEmpty() ? sentenceOf(error.status()) : sentence;
-    } catch (...) {
-        return sentenceOf(currentExceptionStatus());
-    }
-}
+QString titleOr(const QString& title) { return title.isEmpty() ? QStringLiteral("ZENTREL Task Add-in") : title; }
 
 } // namespace
 
-void speakBy(lexmgr::Library* library) { strings() = library; }
+QString MessageBoxes::takeUnspoken() { return std::exchange(m_unspoken, {}); }
 
-bool attended() { return !qApp->property("unattended").toBool(); }
-
-QString takeUnspoken()
+void MessageBoxes::keep(const QString& sentence)
 {
-    const QString sentences = unspoken();
-    qApp->setProperty(unspokenProperty, QVariant());
-    return sentences;
+    m_unspoken += m_unspoken.isEmpty() ? sentence : QStringLiteral(" ") + sentence;
 }
 
-void tell(QWidget* parent, const QString& sentence, const QString& title)
+void MessageBoxes::tell(QWidget* parent, const QString& sentence, const QString& title)
 {
-    if (!attended())
+    if (!m_attended)
         return keep(sentence);
-    QMessageBox box(QMessageBox::Warning, titleOr(title), sentence, QMessageBox::Ok, parent);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    showSentence(parent, titleOr(title), sentence);
 }
 
-bool ask(QWidget* parent, const QString& question, const QString& title)
+bool MessageBoxes::ask(QWidget* parent, const QString& question, const QString& title)
 {
-    if (!attended()) {
+    if (!m_attended) {
         keep(question);
         return false;
     }
@@ -81,7 +42,18 @@ bool ask(QWidget* parent, const QString& question, const QString& title)
     return box.exec() == QMessageBox::Yes;
 }
 
-void tellCurrentFailure(QWidget* parent, const QString& title) noexcept
+QString MessageBoxes::currentSentence() const
+{
+    try {
+        throw;
+    } catch (const StatusError& error) {
+        return *error.what() ? shown(error.what()) : shown(errorText(error.status(), m_library));
+    } catch (...) {
+        return shown(errorText(currentExceptionStatus(), m_library));
+    }
+}
+
+void MessageBoxes::tellCurrentFailure(QWidget* parent, const QString& title) noexcept
 {
     try {
         tell(parent, currentSentence(), title);

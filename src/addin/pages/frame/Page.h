@@ -27,11 +27,6 @@ protected:
     }
 };
 
-/// The widget behind a window handle of this process; null for none.
-QWidget* windowOf(std::int32_t handle);
-/// The handle of a widget's window.
-std::int32_t handleOf(QWidget& widget);
-
 /// What the flows hold of a page: the window belongs to its parent, which may destroy it first.
 template <class Interface, class Widget> class PageHandle : public Interface {
 public:

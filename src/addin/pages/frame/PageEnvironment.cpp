@@ -5,10 +5,9 @@
 #include "addin/libraries/flowicons/FlowIcons.h"
 #include "addin/libraries/lexmgr/LexMgr.h"
 #include "addin/libraries/tokenctrl/TokenCtrl.h"
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "platform/FileSystem.h"
 #include "platform/Platform.h"
+#include "qtglue/Texts.h"
 
 namespace zn {
 
@@ -32,11 +31,7 @@ PageEnvironment::PageEnvironment(const Platform& platform)
 {
 }
 
-PageEnvironment::~PageEnvironment()
-{
-    if (m_lex)
-        speakBy(nullptr);
-}
+PageEnvironment::~PageEnvironment() = default;
 
 template <class Entry> Entry PageEnvironment::entryOf(const char16_t* library, const char* name)
 {
@@ -64,7 +59,7 @@ lexmgr::Library& PageEnvironment::lex()
         const auto entry
             = libraryFunction<lexmgr::LibraryEntry>(settings, m_platform.files, u"LexMgr.dll", lexmgr::libraryEntry);
         m_lex.reset(entry(settingsOf(settings, m_platform.files)));
-        speakBy(m_lex.get());
+        m_messages.speakBy(m_lex.get());
     }
     return *m_lex;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "addin/pages/frame/MessageBoxes.h"
 #include "base/Text.h"
 
 #include <memory>
@@ -34,6 +35,7 @@ public:
     ~PageEnvironment();
 
     const Platform& platform() const { return m_platform; }
+    MessageBoxes& messages() { return m_messages; }
     /// The library of texts and windows. Raises `StatusError` with a sentence that names what is missing.
     lexmgr::Library& lex();
     /// A new token edit, not bound to a window yet. Raises the same.
@@ -50,6 +52,7 @@ private:
     template <class Entry> Entry entryOf(const char16_t* library, const char* name);
 
     const Platform& m_platform;
+    MessageBoxes m_messages;
     std::unique_ptr<flowicons::Library> m_flowIcons;
     std::unique_ptr<lexmgr::Library> m_lex;
 };

@@ -1,8 +1,8 @@
 #include "addin/pages/lists/IconCache.h"
 
 #include "addin/pages/frame/Images.h"
-#include "addin/pages/frame/Strings.h"
 #include "base/Paths.h"
+#include "qtglue/Texts.h"
 
 namespace zn {
 

@@ -14,6 +14,8 @@ class VListCtrl : public QTreeView {
 public:
     explicit VListCtrl(QWidget* parent = nullptr);
 
+    /// What is done with a failure of sorting, while the exception is handled.
+    void onFailure(std::function<void()> tell) { m_model.onFailure(std::move(tell)); }
     /// The images whose numbers the rows give.
     void setImages(ImageListRef images);
     /// Appends a column, `width` tenths of the list's width wide until the user changes it, but never narrower than

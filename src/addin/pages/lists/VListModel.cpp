@@ -1,28 +1,18 @@
 #include "addin/pages/lists/VListModel.h"
 
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/lists/SortKeys.h"
+#include "qtglue/Windows.h"
 
 #include <algorithm>
-#include <mutex>
 #include <numeric>
-#include <QWidget>
 
 namespace zn {
 
 namespace {
 
-/// The one lock of the program under which lists are sorted, whichever thread owns them.
-std::mutex& sortLock()
-{
-    static std::mutex lock;
-    return lock;
-}
-
 /// The rows' numbers in the order of the sorted column.
 std::vector<int> sortedOrder(const std::deque<VListCtrlItemRef>& rows, int column, Qt::SortOrder order)
 {
-    const std::lock_guard guard(sortLock());
     SortKeys makeKey;
     std::vector<std::string> keys;
     keys.reserve(rows.size());
@@ -107,7 +97,7 @@ void VListModel::sort(int column, Qt::SortOrder order)
     if (column < 0 || column >= m_columns.size())
         return;
     // Called by the view's slots, through which no exception may pass.
-    inSlot(qobject_cast<QWidget*>(QObject::parent()), [&] { takeOrder(sortedOrder(m_rows, column, order)); });
+    guarded([&] { takeOrder(sortedOrder(m_rows, column, order)); }, m_tellFailure);
 }
 
 void VListModel::takeOrder(const std::vector<int>& numbers)

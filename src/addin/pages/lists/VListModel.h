@@ -3,6 +3,7 @@
 #include "addin/pages/lists/VListCtrlItem.h"
 
 #include <deque>
+#include <functional>
 #include <QAbstractTableModel>
 #include <QStringList>
 
@@ -11,9 +12,10 @@ namespace zn {
 /// The rows of a `VListCtrl`, between its owner and the toolkit's view.
 class VListModel : public QAbstractTableModel {
 public:
-    /// The list of the rows is the parent.
     using QAbstractTableModel::QAbstractTableModel;
 
+    /// What is done with a failure of sorting, while the exception is handled.
+    void onFailure(std::function<void()> tell) { m_tellFailure = std::move(tell); }
     void setImages(ImageListRef images) { m_images = std::move(images); }
     void addColumn(const QString& title);
 
@@ -34,6 +36,7 @@ public:
 private:
     void takeOrder(const std::vector<int>& numbers);
 
+    std::function<void()> m_tellFailure = [] {};
     ImageListRef m_images;
     QStringList m_columns;
     std::deque<VListCtrlItemRef> m_rows; ///< new rows come in at its beginning

@@ -1,8 +1,7 @@
 #include "addin/pages/menu/MenuCommandDlg.h"
 
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/variables/TaskVariables.h"
+#include "qtglue/Texts.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -125,7 +124,7 @@ bool CMenuCommandDlg::validate()
 {
     if (!m_show->isChecked() || !m_title->text().trimmed().isEmpty())
         return true;
-    tell(this, ts(134, u"Please enter menu command."));
+    tell(ts(134, u"Please enter menu command."));
     m_title->setFocus();
     return false;
 }

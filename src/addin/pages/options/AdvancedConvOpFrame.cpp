@@ -1,9 +1,8 @@
 #include "addin/pages/options/AdvancedConvOpFrame.h"
 
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/options/ConvOpDlg.h"
 #include "base/Format.h"
+#include "qtglue/Texts.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -38,7 +37,7 @@ AdvancedConvOpFrame::AdvancedConvOpFrame(PageEnvironment& environment, QWidget* 
     connect(m_ok, &QPushButton::clicked, this, [this] { onOK(); });
     connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_help, &QPushButton::clicked, this,
-        [this, helpTopic] { inSlot(this, [this, helpTopic] { mzbShowHelp(helpTopic); }); });
+        [this, helpTopic] { inSlot([this, helpTopic] { mzbShowHelp(helpTopic); }); });
     mbInitLexWnd();
     setWindowTitle(shown(formatText(ts(22, u"Advanced Scripting Options (%s)").toUtf8(), typed(nameOf(formatLabel)))));
 }
@@ -69,7 +68,7 @@ void AdvancedConvOpFrame::placeControls(QWidget* child)
 
 void AdvancedConvOpFrame::resetAll()
 {
-    inSlot(this, [this] {
+    inSlot([this] {
         if (m_child)
             m_child->LoadOptions(true);
     });
@@ -77,7 +76,7 @@ void AdvancedConvOpFrame::resetAll()
 
 void AdvancedConvOpFrame::onOK()
 {
-    inSlot(this, [this] {
+    inSlot([this] {
         if (m_child)
             m_child->OnOK();
     });

@@ -1,9 +1,9 @@
 #include "addin/pages/options/ConvOpDlg.h"
 
 #include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/options/OptionWindow.h"
 #include "addin/variables/TaskVariables.h"
+#include "qtglue/Texts.h"
 
 #include <algorithm>
 #include <QButtonGroup>
@@ -44,7 +44,7 @@ void CConvOpDlg::LoadOptions(bool reset)
     try {
         readOptions(reset);
     } catch (...) {
-        tellCurrentFailure(messageParent());
+        m_setting.environment.messages().tellCurrentFailure(messageParent());
     }
     if (m_window) {
         showSettings();
@@ -79,7 +79,7 @@ bool CConvOpDlg::OnOK()
                 m_setting.task, name, slot.type == ValueType::Boolean ? Value(*slot.value > 0) : Value(*slot.value));
     } catch (...) {
         written = false;
-        tellCurrentFailure(messageParent());
+        m_setting.environment.messages().tellCurrentFailure(messageParent());
     }
     if (m_window)
         m_window->close();

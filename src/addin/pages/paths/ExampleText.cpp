@@ -3,12 +3,12 @@
 #include "addin/libraries/tokenctrl/TokenCtrl.h"
 #include "addin/macro/DateFormat.h"
 #include "addin/pages/frame/PageEnvironment.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/variables/OutputFormats.h"
 #include "base/Dates.h"
 #include "contracts/host/ArkVault.h"
 #include "platform/Clock.h"
 #include "platform/Platform.h"
+#include "qtglue/Texts.h"
 
 namespace zn {
 

@@ -2,10 +2,10 @@
 
 #include "addin/libraries/tokenctrl/TokenCtrl.h"
 #include "addin/pages/frame/PageEnvironment.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/paths/CardVariables.h"
 #include "base/Format.h"
 #include "contracts/host/ArkVault.h"
+#include "qtglue/Texts.h"
 
 #include <algorithm>
 

@@ -6,9 +6,10 @@
 
 class QButtonGroup;
 class QCheckBox;
-class QLineEdit;
 
 namespace zn {
+
+class LogFolderRow;
 
 /// The last page of a print task: whether a launch shows the dialog, what it selects of the references and in which
 /// version, and where the error logs go.
@@ -23,15 +24,13 @@ public:
 private:
     QWidget* makeChoice(QButtonGroup& group, int box, const char16_t* title, const char* role,
         std::span<const std::pair<const char*, const char16_t*>> buttons, int checked);
-    QWidget* makeLogRow();
-    Text defaultLogPath();
-    void browse();
+    LogFolderRow* makeLogFolder();
 
     PageSetting m_setting;
     QCheckBox* m_showDialog;
     QButtonGroup* m_autoSelect; ///< 0 none, 1 drawings, 2 parts and assemblies, 3 all
     QButtonGroup* m_version;    ///< 0 as referenced, 1 latest, 2 asked for
-    QLineEdit* m_logPath;       ///< below the vault's root
+    LogFolderRow* m_logFolder;
 };
 
 } // namespace zn

@@ -1,11 +1,10 @@
 #include "addin/pages/print/MarginsDlg.h"
 
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/print/LinesEdit.h"
 #include "addin/pages/print/MillimeterEdit.h"
 #include "addin/variables/TaskVariables.h"
 #include "base/Format.h"
+#include "qtglue/Texts.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>
@@ -139,7 +138,7 @@ QGroupBox* CMarginsDlg::makeTexts(
 
 void CMarginsDlg::enableFields()
 {
-    inSlot(this, [this] {
+    inSlot([this] {
         for (const Choice* choice : {&m_margins, &m_header, &m_footer})
             mvEnableGroup(choice->box, choice->type->checkedId() == Fixed);
         // A greyed field can't be corrected, and it is stored all the same.
@@ -178,7 +177,7 @@ bool CMarginsDlg::validate()
     for (MillimeterEdit* edit : m_edits) {
         if (edit->number())
             continue;
-        tell(this,
+        tell(
             shown(formatText(ts(640, u"\"%s\" is no length for the margin \"%s\". Please enter a number, such as 12.5.")
                                  .toUtf8()
                                  .constData(),

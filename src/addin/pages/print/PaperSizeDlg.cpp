@@ -1,8 +1,8 @@
 #include "addin/pages/print/PaperSizeDlg.h"
 
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/print/PaperSizes.h"
 #include "addin/variables/TaskVariables.h"
+#include "qtglue/Texts.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>

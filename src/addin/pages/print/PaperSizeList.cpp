@@ -1,7 +1,7 @@
 #include "addin/pages/print/PaperSizeList.h"
 
 #include "addin/pages/frame/Images.h"
-#include "addin/pages/frame/Strings.h"
+#include "qtglue/Texts.h"
 
 #include <QCompleter>
 #include <QHeaderView>

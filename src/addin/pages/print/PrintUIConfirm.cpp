@@ -1,11 +1,10 @@
 // The print dialog's step of OK.
 
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/print/PrintUIControls.h"
 #include "addin/pages/print/PrintUIDlg.h"
 #include "addin/pages/print/PrintUIMarginsDlg.h"
 #include "addin/variables/TaskVariables.h"
+#include "qtglue/Texts.h"
 
 #include <QComboBox>
 #include <QRadioButton>
@@ -92,7 +91,7 @@ bool PrintUIDlg::write(QWidget* focus, TextView variable, const Value& value)
 
 bool PrintUIDlg::refuse(QWidget* focus, const QString& sentence)
 {
-    tell(messageParent(), sentence, windowTitle());
+    messages().tell(messageParent(), sentence, windowTitle());
     if (focus)
         focus->setFocus();
     return false;

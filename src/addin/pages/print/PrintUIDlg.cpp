@@ -1,15 +1,14 @@
 #include "addin/pages/print/PrintUIDlg.h"
 
 #include "addin/installation/ErrorTexts.h"
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/frame/Page.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/print/PrintUIControls.h"
 #include "addin/pages/print/PrintUIMarginsDlg.h"
 #include "addin/pages/print/StrComp.h"
 #include "addin/variables/TaskVariables.h"
 #include "contracts/classes/ClassStore.h"
 #include "contracts/host/ArkBatch.h"
+#include "qtglue/Texts.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -72,7 +71,7 @@ bool PrintUIDlg::makeTree()
         m_treeWindow = failed(status) ? nullptr : windowOf(window);
         why = m_treeWindow ? QString() : hostSentence(failed(status) ? status : E_UNEXPECTED);
     } catch (const StatusError& error) {
-        why = shownUtf8(error.what());
+        why = shown(error.what());
     }
     if (!m_treeWindow)
         return refuse(nullptr, message(NoTreeText, u"Could not create the IXRefTreeListCtrl control.\n") + why);
@@ -93,7 +92,7 @@ std::shared_ptr<FileRefRows> PrintUIDlg::readRows()
     if (!failed(status))
         status = list->GetRows(listColumns, m_referencedVersion->isChecked() ? 1 : 0, rows);
     if (failed(status)) {
-        tell(messageParent(),
+        messages().tell(messageParent(),
             message(NoFilesText, u"Failed to read information about selected files.\n") + hostSentence(status),
             windowTitle());
         return nullptr;
@@ -199,7 +198,7 @@ Status PrintUIDlg::OnExpand(IFileRefItem& row, bool expanded)
 
 void PrintUIDlg::accept()
 {
-    inSlot(this, [this] {
+    inSlot([this] {
         if (confirm())
             QDialog::accept();
     });
@@ -225,7 +224,7 @@ bool showPrintDialog(PageEnvironment& environment, const std::shared_ptr<IArkVau
     ArkSelection& selection, bool show)
 {
     if (!cmd) {
-        tell(nullptr, environment.text(NoCommandText, u"ArkCmd struct is NULL", section),
+        environment.messages().tell(nullptr, environment.text(NoCommandText, u"ArkCmd struct is NULL", section),
             environment.text(NoCommandTitle, u"ZENTREL Print Add-In", section));
         return false;
     }
@@ -236,7 +235,7 @@ bool showPrintDialog(PageEnvironment& environment, const std::shared_ptr<IArkVau
             return false;
         return show ? dialog.exec() == QDialog::Accepted : dialog.confirm();
     } catch (...) {
-        tellCurrentFailure(parent);
+        environment.messages().tellCurrentFailure(parent);
         return false;
     }
 }

@@ -1,6 +1,5 @@
 // The controls of the print dialog and where they stand.
 
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/print/PrintUIControls.h"
 #include "addin/pages/print/PrintUIDlg.h"
 
@@ -70,7 +69,7 @@ QWidget* PrintUIDlg::makeFilesTab()
     m_filesLayout = layout;
     connect(either, &QButtonGroup::buttonToggled, this, [this](QAbstractButton*, bool isDown) {
         if (isDown && m_tree)
-            inSlot(messageParent(), [this] { changeVersion(); });
+            messages().inSlot(messageParent(), [this] { changeVersion(); });
     });
     return tab;
 }
@@ -101,8 +100,8 @@ QLayout* PrintUIDlg::makeFields()
     fields->addWidget(m_total, 1, 3, 1, 2);
     fields->setColumnStretch(1, 1);
     connect(m_size, &QComboBox::currentIndexChanged, this,
-        [this] { inSlot(messageParent(), [this] { showPrinterOfSize(); }); });
-    connect(m_copies, &QSpinBox::valueChanged, this, [this] { inSlot(this, [this] { showTotal(); }); });
+        [this] { messages().inSlot(messageParent(), [this] { showPrinterOfSize(); }); });
+    connect(m_copies, &QSpinBox::valueChanged, this, [this] { inSlot([this] { showTotal(); }); });
     return fields;
 }
 
@@ -126,7 +125,7 @@ QLayout* PrintUIDlg::makeButtons()
     print->setDefault(true);
     connect(print, &QPushButton::clicked, this, [this] { accept(); });
     connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
-    connect(help, &QPushButton::clicked, this, [this] { inSlot(this, [this] { mzbShowHelp(section); }); });
+    connect(help, &QPushButton::clicked, this, [this] { inSlot([this] { mzbShowHelp(section); }); });
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(print);

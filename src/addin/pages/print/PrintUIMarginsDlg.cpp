@@ -1,7 +1,7 @@
 #include "addin/pages/print/PrintUIMarginsDlg.h"
 
-#include "addin/pages/frame/Strings.h"
 #include "addin/variables/TaskVariables.h"
+#include "qtglue/Texts.h"
 
 #include <algorithm>
 #include <QCheckBox>

@@ -1,12 +1,11 @@
 #include "addin/pages/print/PrinterDlg.h"
 
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/print/LinesEdit.h"
 #include "addin/pages/print/PaperSizeList.h"
 #include "addin/variables/TaskVariables.h"
 #include "platform/Platform.h"
 #include "platform/Printers.h"
+#include "qtglue/Texts.h"
 
 #include <QButtonGroup>
 #include <QComboBox>
@@ -50,7 +49,7 @@ CPrinterDlg::CPrinterDlg(PageEnvironment& environment, QWidget* parent)
         = [this](int number, const char16_t* text) { return this->environment().text(number, text, u"PrinterDlg"); };
     m_sizes->setHeaders(column(SizeColumn, u"Paper Size"), column(PrinterColumn, u"Printer Name"));
     fillPrinters();
-    connect(m_type, &QButtonGroup::idToggled, this, [this] { inSlot(this, [this] { enableFields(); }); });
+    connect(m_type, &QButtonGroup::idToggled, this, [this] { inSlot([this] { enableFields(); }); });
     enableFields();
 }
 

@@ -1,7 +1,7 @@
 #include "addin/pages/script/MacroEdit.h"
 
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/script/MacroHighlighter.h"
+#include "qtglue/Texts.h"
 
 #include <algorithm>
 #include <QFontDatabase>

@@ -1,6 +1,6 @@
 #include "addin/pages/script/MacroEdit.h"
 
-#include "addin/pages/frame/Strings.h"
+#include "qtglue/Texts.h"
 
 #include <algorithm>
 #include <QKeyEvent>

@@ -1,8 +1,8 @@
 #include "addin/pages/script/MacroEditor.h"
 
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/script/FindBar.h"
 #include "addin/pages/script/MacroEdit.h"
+#include "qtglue/Texts.h"
 
 #include <algorithm>
 #include <QLabel>

@@ -1,5 +1,7 @@
 #include "addin/pages/script/MacroHighlighter.h"
 
+#include "qtglue/Texts.h"
+
 namespace zn {
 
 namespace {
@@ -23,7 +25,7 @@ void MacroHighlighter::setColours(const MacroColours& colours)
 
 void MacroHighlighter::highlightBlock(const QString& line)
 {
-    const TextView text(reinterpret_cast<const char16_t*>(line.utf16()), static_cast<std::size_t>(line.size()));
+    const TextView text = viewOf(line);
     const ColouredLine coloured = colouredLine(text, previousBlockState() == CommentGoesOn);
     for (const ColouredPart& one : coloured.parts)
         setFormat(static_cast<int>(one.position), static_cast<int>(one.length),

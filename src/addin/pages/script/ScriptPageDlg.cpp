@@ -2,14 +2,13 @@
 
 #include "addin/macro/MacroResources.h"
 #include "addin/pages/frame/Images.h"
-#include "addin/pages/frame/MessageBoxes.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/script/InstalledVersions.h"
 #include "addin/pages/script/MacroEdit.h"
 #include "addin/pages/script/MacroEditor.h"
 #include "addin/variables/TaskVariables.h"
 #include "platform/InstalledProducts.h"
 #include "platform/Platform.h"
+#include "qtglue/Texts.h"
 
 #include <algorithm>
 #include <QComboBox>
@@ -98,10 +97,10 @@ CScriptPageDlg::CScriptPageDlg(PageEnvironment& environment, QWidget* parent, Fo
     m_editor->setTexts(macroEditorTexts([this](int number, const char16_t* english) { return own(number, english); }));
     mbInitLexWnd();
 
-    connect(m_insert, &QPushButton::clicked, this, [this] { inSlot(this, [this] { showInsertMenu(); }); });
-    connect(m_kinds, &QComboBox::activated, this, [this] { inSlot(this, [this] { kindChosen(); }); });
+    connect(m_insert, &QPushButton::clicked, this, [this] { inSlot([this] { showInsertMenu(); }); });
+    connect(m_kinds, &QComboBox::activated, this, [this] { inSlot([this] { kindChosen(); }); });
     if (m_reset) {
-        connect(m_reset, &QPushButton::clicked, this, [this] { inSlot(this, [this] { reset(); }); });
+        connect(m_reset, &QPushButton::clicked, this, [this] { inSlot([this] { reset(); }); });
         connect(&m_editor->edit(), &QPlainTextEdit::textChanged, this, [this] { enableReset(true); });
     }
 }
@@ -153,7 +152,7 @@ void CScriptPageDlg::fillKinds()
 void CScriptPageDlg::fillVersions()
 {
     std::vector<CadVersion> versions;
-    inSlot(this, [&] { versions = cadVersions(environment().platform().products.list()); });
+    inSlot([&] { versions = cadVersions(environment().platform().products.list()); });
     versions.push_back({typed(ts(1, u"<Use default>")), 0});
     std::ranges::sort(
         versions, [](const CadVersion& a, const CadVersion& b) { return compareNoCase(a.label, b.label) < 0; });
@@ -217,15 +216,14 @@ void CScriptPageDlg::kindChosen()
 void CScriptPageDlg::replaceByDefault(TaskKind kind)
 {
     m_editor->edit().replaceMacroText(LoadScriptResource(kind));
-    tell(this,
-        own(restartDialog, u"You must restart the task property dialog box in order to see the new user interface."));
+    tell(own(restartDialog, u"You must restart the task property dialog box in order to see the new user interface."));
 }
 
 void CScriptPageDlg::reset()
 {
     const QString question
         = own(resetQuestion, u"Are you sure you want to discard any changes you have made to the script?");
-    if (!ask(this, question, own(resetTitle, u"Reset")))
+    if (!ask(question, own(resetTitle, u"Reset")))
         return;
     m_script = LoadScriptResource(selectedKind());
     m_editor->edit().replaceMacroText(m_script);
@@ -256,7 +254,7 @@ Text CScriptPageDlg::LoadScriptResource(TaskKind kind)
     const Text macro = defaultMacro(kind);
     if (!macro.empty())
         return macro + u"\n";
-    tell(this, own(scriptNotFound, u"Could not find Script resource!"));
+    tell(own(scriptNotFound, u"Could not find Script resource!"));
     return {};
 }
 
@@ -275,8 +273,7 @@ CScriptDlg::CScriptDlg(PageEnvironment& environment, QWidget* parent)
     registerControl(help, buttons->button(QDialogButtonBox::Help), "help", u"&Help");
     connect(buttons, &QDialogButtonBox::accepted, this, &CScriptDlg::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &CScriptDlg::reject);
-    connect(
-        buttons, &QDialogButtonBox::helpRequested, this, [this] { inSlot(this, [this] { mzbShowHelp(lexName); }); });
+    connect(buttons, &QDialogButtonBox::helpRequested, this, [this] { inSlot([this] { mzbShowHelp(lexName); }); });
 
     auto* whole = new QVBoxLayout(this);
     whole->addWidget(m_page, 1);
@@ -290,7 +287,7 @@ CScriptDlg::CScriptDlg(PageEnvironment& environment, QWidget* parent)
 
 void CScriptDlg::accept()
 {
-    inSlot(this, [this] {
+    inSlot([this] {
         m_page->Apply();
         Dialog::accept();
     });

@@ -1,12 +1,11 @@
 #include "addin/pages/selection/SelectionDlg.h"
 
 #include "addin/installation/ErrorTexts.h"
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/frame/Page.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/lists/IconCache.h"
 #include "addin/pages/lists/VListCtrl.h"
 #include "addin/pages/selection/FileFilter.h"
+#include "qtglue/Texts.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -73,7 +72,7 @@ CSelectionDlg::CSelectionDlg(PageEnvironment& environment, QWidget* parent, std:
     if (!taskName.empty())
         setWindowTitle(own(titleWithTask, u"Select Files and Folders for %s").replace("%s", shown(taskName)));
     enableRemove();
-    inSlot(this, [this] { readVaultRoot(); });
+    inSlot([this] { readVaultRoot(); });
 }
 
 CSelectionDlg::~CSelectionDlg() = default;
@@ -82,6 +81,7 @@ void CSelectionDlg::makeControls()
 {
     auto* label = control<QLabel>(ListLabel, "selectionLabel", u"&Selected files and folders:");
     label->setBuddy(m_list);
+    m_list->onFailure([this] { messages().tellCurrentFailure(this); });
     m_list->setImages(m_icons->images());
     m_list->addColumn({}, 10);
     m_list->header()->hide();
@@ -111,17 +111,16 @@ void CSelectionDlg::makeControls()
     const QFontMetrics metrics(font());
     resize(metrics.averageCharWidth() * 90, metrics.height() * 24); // room for paths
 
-    connect(files, &QPushButton::clicked, this, [this] { inSlot(this, [this] { AddFiles(); }); });
-    connect(folder, &QPushButton::clicked, this, [this] { inSlot(this, [this] { AddFolder(); }); });
-    connect(m_remove, &QPushButton::clicked, this, [this] { inSlot(this, [this] { RemoveSelected(); }); });
+    connect(files, &QPushButton::clicked, this, [this] { inSlot([this] { AddFiles(); }); });
+    connect(folder, &QPushButton::clicked, this, [this] { inSlot([this] { AddFolder(); }); });
+    connect(m_remove, &QPushButton::clicked, this, [this] { inSlot([this] { RemoveSelected(); }); });
     auto* deleteKey = new QShortcut(QKeySequence::Delete, m_list);
     deleteKey->setContext(Qt::WidgetShortcut);
-    connect(deleteKey, &QShortcut::activated, this, [this] { inSlot(this, [this] { RemoveSelected(); }); });
+    connect(deleteKey, &QShortcut::activated, this, [this] { inSlot([this] { RemoveSelected(); }); });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { enableRemove(); });
     connect(buttons, &QDialogButtonBox::accepted, this, &CSelectionDlg::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &CSelectionDlg::reject);
-    connect(
-        buttons, &QDialogButtonBox::helpRequested, this, [this] { inSlot(this, [this] { mzbShowHelp(lexName); }); });
+    connect(buttons, &QDialogButtonBox::helpRequested, this, [this] { inSlot([this] { mzbShowHelp(lexName); }); });
 }
 
 QString CSelectionDlg::own(int number, const char16_t* defaultText) const
@@ -154,9 +153,8 @@ void CSelectionDlg::AddFiles()
             missing.append(shown(path));
     }
     if (!missing.isEmpty())
-        tell(this,
-            own(notInVault, u"These files are not in the vault and were left out:") + QLatin1Char('\n')
-                + missing.join(QLatin1Char('\n')));
+        tell(own(notInVault, u"These files are not in the vault and were left out:") + QLatin1Char('\n')
+            + missing.join(QLatin1Char('\n')));
 }
 
 bool CSelectionDlg::addFile(const Text& path)
@@ -232,9 +230,9 @@ void CSelectionDlg::enableRemove() { mbEnableCtrl(RemoveButton, m_list->selectio
 
 void CSelectionDlg::accept()
 {
-    inSlot(this, [this] {
+    inSlot([this] {
         if (m_list->itemCount() == 0)
-            tell(this, own(nothingSelected, u"Please select at least one folder or file."));
+            tell(own(nothingSelected, u"Please select at least one folder or file."));
         else
             Dialog::accept();
     });

@@ -1,6 +1,6 @@
-#include "addin/pages/frame/Strings.h"
 #include "addin/variables/LaunchFreedom.h"
 #include "contracts/host/PageMessage.h"
+#include "qtglue/Texts.h"
 #include "tests/addin/pages/conversion/SettingsFixture.h"
 
 #include <QComboBox>

@@ -1,4 +1,4 @@
-#include "addin/pages/frame/Strings.h"
+#include "qtglue/Texts.h"
 #include "tests/addin/pages/conversion/SettingsFixture.h"
 #include "tests/support/FakeHost.h"
 

@@ -1,4 +1,3 @@
-#include "addin/pages/frame/MessageBoxes.h"
 #include "addin/pages/frame/PageEnvironment.h"
 #include "addin/pages/menu/MenuCommandDlg.h"
 #include "tests/support/BoxAnswer.h"
@@ -47,11 +46,13 @@ TEST_F(FrameTest, TellsOfABrokenStringFileOnceAndShowsTheRest)
 TEST_F(FrameTest, SaysAFailureWithoutASentenceByItsCode)
 {
     test::BoxAnswer box;
-    const auto fail
-        = [](Status status, const char* sentence) { inSlot(nullptr, [&] { throw StatusError(status, sentence); }); };
+    MessageBoxes& messages = environment.messages();
+    const auto fail = [&](Status status, const char* sentence) {
+        messages.inSlot(nullptr, [&] { throw StatusError(status, sentence); });
+    };
     fail(statusCode(0x80040304), "");
     fail(statusCode(0x80040304), "The file \"a.par\" is checked out by Ann.");
-    inSlot(nullptr, [] { throw std::bad_alloc(); });
+    messages.inSlot(nullptr, [] { throw std::bad_alloc(); });
     EXPECT_EQ(box.said,
         QStringList({"The file is checked out already.", "The file \"a.par\" is checked out by Ann.",
             "There is not enough memory for this operation."}));

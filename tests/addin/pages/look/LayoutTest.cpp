@@ -29,7 +29,7 @@ void expectGoodLooks(const WindowCase& window, const Text& language, const std::
         EXPECT_THAT(layoutFaults(shown), IsEmpty()) << window.name << " in " << toUtf8(language);
     });
     EXPECT_TRUE(looked) << window.name << " did not open";
-    EXPECT_EQ(takeUnspoken(), "") << window.name;
+    EXPECT_EQ(toUtf8(desk.pages.takeUnspoken()), "") << window.name;
 }
 
 class LayoutTest : public ::testing::TestWithParam<WindowCase> { };

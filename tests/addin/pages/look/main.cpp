@@ -7,7 +7,6 @@ int main(int argc, char** argv)
 {
     zn::test::useOwnScreen();
     QApplication application(argc, argv);
-    zn::test::workUnattended();
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -2,10 +2,10 @@
 
 #include "addin/libraries/tokenctrl/TokenCtrl.h"
 #include "addin/pages/frame/PageEnvironment.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/paths/ExampleText.h"
 #include "arkin/vault/VaultObject.h"
 #include "base/Dates.h"
+#include "qtglue/Texts.h"
 #include "tests/arkin/VaultFixture.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/InstalledPlatform.h"

@@ -53,10 +53,9 @@ TEST_F(PrintFaultsTest, WithoutTheUserItsMessagesEndTheLaunch)
         EXPECT_FALSE(launch({}, false));
         EXPECT_EQ(person.shown(), QStringList("Please select at least one file."));
     }
-    qApp->setProperty("unattended", true);
+    pages().setAttended(false);
     EXPECT_FALSE(launch({{u"__printer_prseltype", 1}}, false));
     EXPECT_EQ(toUtf8(pages().takeUnspoken()), "No printer selected.");
-    qApp->setProperty("unattended", false);
 }
 
 TEST_F(PrintFaultsTest, LeavesOutFilesThatTheUserMayNotRead)

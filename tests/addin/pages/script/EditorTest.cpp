@@ -1,7 +1,7 @@
 #include "addin/pages/script/MacroEditor.h"
 
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/script/MacroEdit.h"
+#include "qtglue/Texts.h"
 #include "tests/support/OffscreenApplication.h"
 
 #include <gtest/gtest.h>

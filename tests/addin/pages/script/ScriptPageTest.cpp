@@ -1,10 +1,10 @@
 #include "addin/pages/script/ScriptPageDlg.h"
 
 #include "addin/macro/MacroResources.h"
-#include "addin/pages/frame/Strings.h"
 #include "addin/pages/script/InstalledVersions.h"
 #include "addin/pages/script/MacroEdit.h"
 #include "platform/linux/RegistryProducts.h"
+#include "qtglue/Texts.h"
 #include "tests/support/BoxAnswer.h"
 #include "tests/support/pages/PageFixture.h"
 

@@ -120,6 +120,8 @@ private:
             return E_FAIL;
         if (plan == u"box")
             QMessageBox::warning(nullptr, "Test", "Nobody sees this.");
+        if (plan == u"tell" && !cmd.attended)
+            cmd.unspoken = u"Nobody hears this.";
         if (plan == u"object")
             task.SetValue(u"Wrong", Value(ObjectRef()));
         if (m_pages[0]->edit->text() == "bad") {

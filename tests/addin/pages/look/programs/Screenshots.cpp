@@ -84,7 +84,6 @@ int main(int argc, char** argv)
 {
     test::useOwnScreen();
     QApplication application(argc, argv);
-    test::workUnattended();
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.empty()) {
         std::cerr << "usage: screenshots FOLDER [LANGUAGE [WINDOW...]]\n";
