@@ -127,8 +127,8 @@ bool FileLogic::IsInside(const OutputRecord& record) const
 
 void FileLogic::AddNewFiles(IArkVault& vault, const ObjectRef& task, const HostErrorLog& log)
 {
-    const auto batch = inStep(u"Creating ArkUtil_BatchAdd interface.",
-        [&] { return createUtility<IArkBatchAdd>(vault, ArkUtil_BatchAdd); });
+    const auto batch = inStep(
+        u"Creating ArkUtil_BatchAdd interface.", [&] { return createUtility<IArkBatchAdd>(vault, ArkUtil_BatchAdd); });
     const std::vector<Text> names = usedVariables(task);
     std::int32_t pending = 0;
     for (OutputRecord& record : m_records) {
@@ -136,8 +136,8 @@ void FileLogic::AddNewFiles(IArkVault& vault, const ObjectRef& task, const HostE
             continue;
         pending += IsInside(record) ? 1 : 0;
         const Text path = record.path;
-        checkStep(NoteForAdding(vault, *batch, record, names),
-            formatText("Adding file '%s' from path.", pathFolder(path)));
+        checkStep(
+            NoteForAdding(vault, *batch, record, names), formatText("Adding file '%s' from path.", pathFolder(path)));
     }
     if (pending == 0)
         return;

@@ -42,7 +42,8 @@ public:
     /// Without a selection the records go to `__output_list`. With one, the records are replaced by copies of the
     /// selection's and go to `__selection_list`.
     void WriteList(const ObjectRef& task, TaskKind kind, const SelectionRecords* selection);
-    /// The stored records; none when the list was never written. Raises `BrokenListError` for text that is no such list.
+    /// The stored records; none when the list was never written. Raises `BrokenListError` for text that is no such
+    /// list.
     std::optional<std::vector<OutputRecord>> ReadList(const ObjectRef& task, bool outputList);
 
     /// Whether a hidden record has a file on disk, by which the report knows of a log.

@@ -74,8 +74,7 @@ void buildScriptPage(TaskPages& pages, const PageSetting& setting, PageArray& ar
     array.add(titles::script, *pages.script);
 }
 
-void buildPages(
-    TaskContext& context, IArkTaskProperties& properties, const PageSetting& setting, const ObjectRef& self)
+void buildPages(TaskContext& context, IArkTaskProperties& properties, const PageSetting& setting, const ObjectRef& self)
 {
     TaskPages& pages = context.pages;
     pages.destroyAll();

@@ -97,7 +97,7 @@ private:
     const bool m_launch;
     bool m_isNeeded = false;
     bool m_sheetsInFront = false;
-    LaunchFreedom m_freedom; ///< at a launch only
+    LaunchFreedom m_freedom;                 ///< at a launch only
     ThemeTemplateDlg* m_themePage = nullptr; ///< the one in front
     QPointer<QWidget> m_launchParent;
 
