@@ -61,10 +61,10 @@ template <class Integer> Integer asInteger(const Value& value)
         return static_cast<Integer>(*whole);
     }
     const double number = roundHalfEven(asDouble(value));
-    constexpr double least = static_cast<double>(std::numeric_limits<Integer>::min());
-    constexpr double beyond = -2.0 * static_cast<double>(std::numeric_limits<Integer>::min() / 2);
     if constexpr (std::is_signed_v<Integer>) {
-        if (!(number >= least && number < beyond))
+        // A power of two, so that the number beyond the largest is exact, too.
+        constexpr double least = static_cast<double>(std::numeric_limits<Integer>::min());
+        if (!(number >= least && number < -least))
             overflow();
     } else if (!(number >= 0 && number <= static_cast<double>(std::numeric_limits<Integer>::max()))) {
         overflow();

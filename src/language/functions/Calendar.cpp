@@ -117,14 +117,15 @@ double countedIntervals(Interval interval, double from, double to, int firstDay)
 {
     const CalendarTime a = calendarOf(from);
     const CalendarTime b = calendarOf(to);
-    const double monthCount = (b.year - a.year) * 12 + b.month - a.month;
     switch (interval) {
     case Interval::Year:
         return b.year - a.year;
-    case Interval::Quarter:
-        return (b.year - a.year) * 4 + (b.month - 1) / 3 - (a.month - 1) / 3;
+    case Interval::Quarter: {
+        const int quarters = (b.year - a.year) * 4 + (b.month - 1) / 3 - (a.month - 1) / 3;
+        return quarters;
+    }
     case Interval::Month:
-        return monthCount;
+        return (b.year - a.year) * 12 + b.month - a.month;
     case Interval::DayOfYear:
     case Interval::Day:
         return std::floor(to) - std::floor(from);
