@@ -41,7 +41,7 @@ def turned_conditions(line, code):
             yield f"{line[:begin]}!({line[begin:end]}){line[end:]}"
 
 
-DECLARATION = re.compile(r"(?:[\w:]|<.*>)+[&*]? [&*]?\w+(?: =|;|\(|\{|\[)")
+DECLARATION = re.compile(r"(?:[\w:]|<.*>)+[&*]? [&*]?\w+(?: =|;|,|\(|\{|\[)")
 NOT_DROPPED = re.compile(r"(?:return|using|const|constexpr|auto|static|extern|struct|class|enum|namespace|friend|do|"
                          r"else|case|default|break|continue|template|public|private|protected|virtual|explicit)\b")
 ONLY_A_LOG_LINE = re.compile(rf"(?:\w+(?:\.|->))*[lL]og\w*\({LITERAL}*\);$")
@@ -59,6 +59,8 @@ def dropped_statements(line, code):
         return
     if text.count("(") != text.count(")") or text.count("{") != text.count("}"):
         return
+    if re.search(r"\.reserve\(", text):
+        return  # costs time only
     declares = DECLARATION.match(text) and not re.match(r"(?:throw|delete) ", text)
     if not declares and not NOT_DROPPED.match(text) and not ONLY_A_LOG_LINE.match(text):
         yield without(line, code)
