@@ -182,8 +182,10 @@ Status FakeHost::makeUtility(ArkUtility kind, ObjectRef& utility)
         utility = std::make_shared<BatchAdd>(*this);
         break;
     case ArkUtil_VariableMgr:
+        utility = vault();
+        break;
     case ArkUtil_BatchList:
-        return E_NOTIMPL; // only windows ask for them, and those are tested with the real vault
+        return E_NOTIMPL; // only windows ask for it, and those are tested with the real vault
     }
     return status;
 }

@@ -4,6 +4,7 @@
 #include "addin/flows/LaunchFlow.h"
 #include "addin/flows/RunFlow.h"
 #include "addin/flows/SetupFlow.h"
+#include "addin/variables/TaskRules.h"
 #include "base/Format.h"
 
 namespace zn {
@@ -107,6 +108,31 @@ Status CZNTaskAddIn::Answer(ArkCmd& cmd, ArkSelection& selection)
     } catch (const StatusError& error) {
         if (*error.what())
             cmd.text = toText(error.what());
+        return error.status();
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+Status CZNTaskAddIn::GetVariables(std::vector<ArkTaskVariable>& variables)
+{
+    try {
+        variables.clear();
+        for (const TaskVariable& row : taskVariables())
+            variables.push_back({Text(row.name), row.type});
+        return S_OK;
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+Status CZNTaskAddIn::SettleVariables(const ObjectRef& vault, const ObjectRef& task, Text& sentence)
+{
+    try {
+        settleVariables(query<IArkVault>(vault), task);
+        return S_OK;
+    } catch (const StatusError& error) {
+        sentence = toText(error.what());
         return error.status();
     } catch (...) {
         return currentExceptionStatus();

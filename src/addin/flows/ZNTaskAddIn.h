@@ -28,7 +28,7 @@ struct TaskContext {
 
 /// The one object that the vault host creates from this module: says who it is and which commands it wants, and
 /// routes every command to its flow. Used by one thread at a time. No exception leaves it.
-class CZNTaskAddIn : public IArkAddIn5, public std::enable_shared_from_this<CZNTaskAddIn> {
+class CZNTaskAddIn : public IArkAddIn5, public IArkTaskVariables, public std::enable_shared_from_this<CZNTaskAddIn> {
 public:
     /// `platform` outlives the object. Without `windows` the commands that need a page answer `E_NOTIMPL`.
     explicit CZNTaskAddIn(const Platform& platform, PagesSource windows = {});
@@ -40,6 +40,9 @@ public:
     /// would have said where nobody sees them is left in `unspoken`. The object itself
     /// is the callback of its pages, so it must be owned by a shared pointer for the commands that hand pages over.
     Status OnCmd(ArkCmd* cmd, ArkSelection* selection) override;
+
+    Status GetVariables(std::vector<ArkTaskVariable>& variables) override;
+    Status SettleVariables(const ObjectRef& vault, const ObjectRef& task, Text& sentence) override;
 
 private:
     Status Answer(ArkCmd& cmd, ArkSelection& selection);

@@ -22,10 +22,10 @@ constexpr TextView noText = u"";
 // clang-format off
 constexpr TaskVariable ownVariables[] = {
     // name, type, owner, assumed if absent, stored for a new task
-    {u"__type", Integer, ScriptPage, 3, none},
-    {u"__script", String, ScriptPage, none, none}, // a missing one ends the run
+    {kindVariable, Integer, ScriptPage, 3, none},
+    {scriptVariable, String, ScriptPage, none, none}, // a missing one ends the run
     {u"__zn_version", Integer, ScriptPage, 0, 0},
-    {u"__menucmd_display", Boolean, MenuCommandPage, none, none}, // depends on the kind
+    {menuDisplayVariable, Boolean, MenuCommandPage, none, none}, // depends on the kind
     {u"__selection_list", String, RunFlows, none, none},
     {u"__output_list", String, RunFlows, none, none},
     {u"FileFormat", String, ConversionPage, none, none}, // a missing one ends the run
@@ -147,7 +147,7 @@ template <class Task> TaskKind kindIn(const ObjectRef& object)
     const auto task = query<Task>(object);
     if (!task)
         throw StatusError(E_POINTER);
-    const std::optional<Value> value = valueIn(*task, u"__type");
+    const std::optional<Value> value = valueIn(*task, kindVariable);
     return value ? static_cast<TaskKind>(value->toInt32()) : TaskKind::General;
 }
 
@@ -217,7 +217,7 @@ std::vector<std::pair<Text, Value>> initialVariables(TaskKind kind, TextView tas
             variables.emplace_back(variable.name, valueOf(variable.initial));
     }
     // Kinds that stand in the menu by themselves; a script task has to be put there.
-    variables.emplace_back(u"__menucmd_display", kind == TaskKind::Conversion || kind == TaskKind::Printing);
+    variables.emplace_back(menuDisplayVariable, kind == TaskKind::Conversion || kind == TaskKind::Printing);
     if (isStored(OutputAndPrintPages, kind))
         variables.emplace_back(u"ErrorLogPath", Text(u"\\Logs\\").append(taskName));
     return variables;

@@ -143,14 +143,15 @@ private:
     void make(Session& session, const TaskRow& row) const
     {
         const auto file = programFolder() / "tasks" / row.file;
+        const VariableRules rules(session.taskHost(), defaultAddIn);
         TaskRequest request;
         request.name = row.name;
         request.kind = row.kind;
-        request.file = readTaskFile(file);
+        request.file = readTaskFile(file, rules.known());
         if (row.kind == zn::TaskKind::Printing)
             request.settings[u"__printer_prname"] = zn::Value(m_printer);
         request.script = macroOf(request.file, file, row.kind);
-        makeTask(session, request);
+        makeTask(session, rules, request);
     }
 
     void tell(Session& session) const

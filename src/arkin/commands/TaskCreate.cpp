@@ -4,6 +4,7 @@
 #include "arkin/commands/frame/Assignment.h"
 #include "arkin/commands/frame/MakeTask.h"
 #include "arkin/commands/frame/TaskText.h"
+#include "arkin/tasks/VariableRules.h"
 
 #include <iostream>
 
@@ -23,7 +24,8 @@ public:
 
     int run(Session& session) override
     {
-        const auto count = makeTask(session, readRequest());
+        const VariableRules rules(session.taskHost(), defaultAddIn);
+        const auto count = makeTask(session, rules, readRequest(rules.known()));
         if (session.json())
             printJson({{"task", m_name}, {"kind", m_kind}, {"variables", count}});
         else
@@ -32,16 +34,16 @@ public:
     }
 
 private:
-    TaskRequest readRequest() const
+    TaskRequest readRequest(const KnownVariables& known) const
     {
         TaskRequest request;
         request.name = zn::toText(m_name);
         request.kind = kindOf(m_kind);
         if (!m_file.empty())
-            request.file = readTaskFile(m_file);
+            request.file = readTaskFile(m_file, known);
         for (const auto& setting : m_settings) {
             const auto [name, value] = splitAssignment(setting);
-            request.settings[name] = parseVariable(name, value);
+            request.settings[name] = parseVariable(name, value, known);
         }
         request.script = macroOf(request.file, m_file, request.kind);
         return request;

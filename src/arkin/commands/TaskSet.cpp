@@ -2,7 +2,8 @@
 #include "arkin/commands/frame/Output.h"
 
 #include "arkin/commands/frame/Assignment.h"
-#include "arkin/tasks/NewTask.h"
+#include "arkin/tasks/VariableRules.h"
+#include "contracts/host/ArkTask.h"
 
 #include <iostream>
 
@@ -21,19 +22,18 @@ public:
     int run(Session& session) override
     {
         TaskStore tasks(session.store().database(), session.vault().info().id);
-        const auto task = tasks.get(zn::toText(m_name));
-        auto variables = task.variables;
+        auto task = tasks.get(zn::toText(m_name));
+        const VariableRules rules(session.taskHost(), task.addIn);
         for (const auto& setting : m_settings) {
             const auto [name, value] = splitAssignment(setting);
-            if (name == u"__type")
+            if (name == zn::kindVariable)
                 throw zn::StatusError(
                     zn::E_INVALIDARG, "A task's kind stays what it is: create a new task of the other kind.");
-            variables[name] = parseVariable(name, value);
+            task.variables[name] = parseVariable(name, value, rules.known());
         }
-        requireFormat(variables, task.kind());
-        deriveVariables(variables, task.kind(), session.variableNames());
+        rules.settle(task);
         const auto user = zn::toText(session.vault().caller().user);
-        tasks.change(task.id, {variables, {}, user, session.platform().clock().now()});
+        tasks.change(task.id, {task.variables, {}, user, session.platform().clock().now()});
         if (session.json())
             printJson({{"task", zn::toUtf8(task.name)}, {"set", m_settings.size()}});
         else

@@ -1,7 +1,5 @@
 #include "arkin/tasks/TaskFile.h"
 
-#include "addin/variables/TaskVariables.h"
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -54,15 +52,15 @@ std::size_t distance(TextView a, TextView b)
     return row[b.size()];
 }
 
-const zn::TaskVariable& rowOf(TextView name)
+const zn::ArkTaskVariable& rowOf(TextView name, const KnownVariables& known)
 {
-    if (const auto* row = zn::findTaskVariable(name))
+    if (known.empty())
+        refuse("The task's add-in doesn't tell which variables its tasks have; its pages alone can set them.");
+    if (const auto row = std::ranges::find(known, name, &zn::ArkTaskVariable::name); row != known.end())
         return *row;
     const auto folded = zn::foldCase(name);
-    const auto all = zn::taskVariables();
-    const auto nearest = std::min_element(all.begin(), all.end(), [&](const auto& a, const auto& b) {
-        return distance(zn::foldCase(a.name), folded) < distance(zn::foldCase(b.name), folded);
-    });
+    const auto nearest = std::ranges::min_element(
+        known, {}, [&](const auto& each) { return distance(zn::foldCase(each.name), folded); });
     const bool near = distance(zn::foldCase(nearest->name), folded) <= 2;
     refuse("No task has a variable named '" + shown(toUtf8(name)) + "'"
         + (near ? "; did you mean '" + toUtf8(nearest->name) + "'?" : "."));
@@ -82,12 +80,12 @@ const char* wantedBy(ValueType type)
     }
 }
 
-[[noreturn]] void refuseValue(const zn::TaskVariable& row, const std::string& given)
+[[noreturn]] void refuseValue(const zn::ArkTaskVariable& row, const std::string& given)
 {
     refuse("The variable '" + toUtf8(row.name) + "' takes " + wantedBy(row.type) + ", not " + given + ".");
 }
 
-Value fromJson(const zn::TaskVariable& row, const json& value)
+Value fromJson(const zn::ArkTaskVariable& row, const json& value)
 {
     switch (row.type) {
     case ValueType::Boolean:
@@ -168,14 +166,14 @@ void readMenu(const json& menu, TaskFile& file)
 
 } // namespace
 
-TaskFile parseTaskFile(std::string_view text)
+TaskFile parseTaskFile(std::string_view text, const KnownVariables& known)
 {
     TaskFile file;
     const auto document = parsed(text);
     for (const auto& [name, value] : expectObject(document, "A task file").items()) {
         if (name == "variables") {
             for (const auto& [variable, content] : expectObject(value, "'variables'").items())
-                file.variables[zn::toText(variable)] = fromJson(rowOf(zn::toText(variable)), content);
+                file.variables[zn::toText(variable)] = fromJson(rowOf(zn::toText(variable), known), content);
         } else if (name == "script") {
             file.script = toUtf8(textMember(value, "script"));
         } else if (name == "menu") {
@@ -187,7 +185,7 @@ TaskFile parseTaskFile(std::string_view text)
     return file;
 }
 
-Value parseVariable(TextView name, TextView text)
+Value parseVariable(TextView name, TextView text, const KnownVariables& known)
 {
     static constexpr std::pair<const char16_t*, bool> booleans[] = {
         {u"true", true},
@@ -198,7 +196,7 @@ Value parseVariable(TextView name, TextView text)
         {u"no", false},
         {u"0", false},
     };
-    const auto& row = rowOf(name);
+    const auto& row = rowOf(name, known);
     const auto utf8 = toUtf8(text);
     if (row.type == ValueType::String)
         return Text(text);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arkin/tasks/TaskStore.h"
+#include "contracts/host/Records.h"
 
 #include <filesystem>
 #include <string_view>
@@ -24,12 +25,15 @@ struct TaskFile {
     std::optional<zn::Text> menuDescription;
 };
 
+/// The variables that a task may have, as its add-in tells them.
+using KnownVariables = std::vector<zn::ArkTaskVariable>;
+
 /// Raises `StatusError` E_INVALIDARG with a sentence that names the place: the line and column of a fault in the text,
 /// a member that nobody knows, a variable with the type that it takes.
-TaskFile parseTaskFile(std::string_view json);
+TaskFile parseTaskFile(std::string_view json, const KnownVariables& known);
 
 /// A variable's value from a command line's text: a whole number, a number with a point, true/false/yes/no/-1/0/1, or
 /// the text itself. Raises like `parseTaskFile`.
-zn::Value parseVariable(zn::TextView name, zn::TextView text);
+zn::Value parseVariable(zn::TextView name, zn::TextView text, const KnownVariables& known);
 
 } // namespace arkin

@@ -2,6 +2,7 @@
 
 #include "arkin/store/Codes.h"
 #include "arkin/tasks/TaskSchema.h"
+#include "contracts/host/ArkTask.h"
 
 namespace arkin {
 
@@ -14,7 +15,7 @@ using zn::toUtf8;
 
 zn::TaskKind TaskDefinition::kind() const
 {
-    const auto type = variables.find(u"__type");
+    const auto type = variables.find(zn::Text(zn::kindVariable));
     return type == variables.end() ? zn::TaskKind::General : static_cast<zn::TaskKind>(type->second.toInt32());
 }
 
@@ -108,7 +109,7 @@ std::vector<TaskDefinition> TaskStore::list()
             << "SELECT value_type, value_text FROM task_variables WHERE task_id = :id AND name = '__type'",
             use(each.id), into(kind.type), into(kind.text);
         if (m_database.session().got_data())
-            each.variables[u"__type"] = fromStoredVariable(kind);
+            each.variables[zn::Text(zn::kindVariable)] = fromStoredVariable(kind);
     }
     return tasks;
 }

@@ -21,4 +21,16 @@ public:
     virtual Status OnCmd(ArkCmd* cmd, ArkSelection* selection) = 0;
 };
 
+/// What an add-in's object may be, too: the rules of its tasks' variables, for a host that lets people write them
+/// without the property pages.
+class IArkTaskVariables {
+public:
+    virtual ~IArkTaskVariables() = default;
+    /// The variables that a task of any kind may have.
+    virtual Status GetVariables(std::vector<ArkTaskVariable>& variables) = 0;
+    /// After variables of a definition were written: refuses a value that no page would store, and writes the variables
+    /// that follow from others. A failure may leave a sentence.
+    virtual Status SettleVariables(const ObjectRef& vault, const ObjectRef& task, Text& sentence) = 0;
+};
+
 } // namespace zn

@@ -8,6 +8,11 @@
 
 namespace zn {
 
+// The variables of a task that the host knows, too.
+inline constexpr TextView kindVariable = u"__type";                   ///< a `TaskKind`
+inline constexpr TextView scriptVariable = u"__script";               ///< the macro template
+inline constexpr TextView menuDisplayVariable = u"__menucmd_display"; ///< whether the task stands in a file's menu
+
 /// A task's definition, while an administrator sets it up.
 class IArkTaskProperties : public Object {
 public:

@@ -95,6 +95,12 @@ struct ArkListRow {
     std::vector<Text> columns;
 };
 
+/// One of the variables that an add-in's tasks may have.
+struct ArkTaskVariable {
+    Text name;
+    ValueType type = ValueType::String; ///< Int32, Boolean, Float32 or String
+};
+
 struct ArkAddInInfo {
     Text name;
     Text maker;

@@ -1,4 +1,6 @@
 #include "arkin/tasks/NewTask.h"
+#include "arkin/tasks/VariableRules.h"
+#include "tests/arkin/tasks/TaskFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -6,8 +8,18 @@ namespace arkin::test {
 
 using ::testing::HasSubstr;
 using zn::Value;
+using zn::ValueType;
 
 namespace {
+
+const KnownVariables known = {
+    {u"FileCardData", ValueType::String},
+    {u"FileFormat", ValueType::String},
+    {u"OutputPath", ValueType::String},
+    {u"Margin", ValueType::Float32},
+    {u"ReplaceOutput", ValueType::Boolean},
+    {u"StlQuality", ValueType::Int32},
+};
 
 template <class Call> std::string sentenceOf(Call call)
 {
@@ -48,19 +60,19 @@ TEST(TaskFileTest, SaysWhatIsWrongWhere)
         {R"({"one\ntwo": 1})", "has no member 'one?two';"},
     };
     for (const auto& row : rows)
-        EXPECT_THAT(sentenceOf([&] { parseTaskFile(row.json); }), HasSubstr(row.sentence));
+        EXPECT_THAT(sentenceOf([&] { parseTaskFile(row.json, known); }), HasSubstr(row.sentence));
 }
 
 TEST(TaskFileTest, ReadsTheSettingsOfACommandLineByTheVariablesType)
 {
-    EXPECT_EQ(parseVariable(u"ReplaceOutput", u"Yes"), Value(true));
-    EXPECT_EQ(parseVariable(u"ReplaceOutput", u"0"), Value(false));
-    EXPECT_EQ(parseVariable(u"StlQuality", u"-2"), Value(-2));
-    EXPECT_EQ(parseVariable(u"__printer_margintop", u"2.5"), Value(2.5F));
-    EXPECT_EQ(parseVariable(u"OutputPath", u"12"), Value(u"12"));
-    EXPECT_EQ(sentenceOf([] { parseVariable(u"ReplaceOutput", u"maybe"); }),
+    EXPECT_EQ(parseVariable(u"ReplaceOutput", u"Yes", known), Value(true));
+    EXPECT_EQ(parseVariable(u"ReplaceOutput", u"0", known), Value(false));
+    EXPECT_EQ(parseVariable(u"StlQuality", u"-2", known), Value(-2));
+    EXPECT_EQ(parseVariable(u"Margin", u"2.5", known), Value(2.5F));
+    EXPECT_EQ(parseVariable(u"OutputPath", u"12", known), Value(u"12"));
+    EXPECT_EQ(sentenceOf([] { parseVariable(u"ReplaceOutput", u"maybe", known); }),
         "The variable 'ReplaceOutput' takes true or false, not 'maybe'.");
-    EXPECT_EQ(sentenceOf([] { parseVariable(u"StlQuality", u"2x"); }),
+    EXPECT_EQ(sentenceOf([] { parseVariable(u"StlQuality", u"2x", known); }),
         "The variable 'StlQuality' takes a whole number, not '2x'.");
 }
 
@@ -71,30 +83,39 @@ TEST(TaskFileTest, WhatIsGivenWinsOverWhatThePagesWrite)
     request.kind = zn::TaskKind::Conversion;
     request.script = u"sub main\n";
     request.file = parseTaskFile(R"json({"variables": {"FileFormat": "STL (*.stl)", "StlQuality": 2,
-        "OutputPath": "<Path>\\%Number%\\<Filename>", "SheetMetalGeometry": 0, "SheetMetalMergeCoplanar": 0,
-        "FileCardData": ["Description;100;Title", "Note;8;a; b"]}, "menu": {"text": "STL", "display": true}})json");
+        "FileCardData": ["Description;100;Title", "Note;8;a; b"]}, "menu": {"text": "STL", "display": true}})json",
+        known);
     request.settings = {{u"StlQuality", Value(1)}};
     auto task = startTask(request);
     EXPECT_EQ(task.variables.at(u"StlQuality"), Value(1));
     // As the pages might leave it.
     task.variables[u"StlQuality"] = Value(7);
-    task.variables[u"SheetMetalBendLines"] = Value(1);
+    task.variables[u"OutputPath"] = Value(u"x");
     task.menu = {{1, u"Convert Files", u"Converts"}};
-    settleTask(task, request, {u"Number", u"Title"});
+    settleTask(task, request);
     EXPECT_EQ(task.variables,
         (Variables{{u"__type", Value(1)}, {u"__script", Value(u"sub main\n")}, {u"__menucmd_display", Value(true)},
-            {u"FileFormat", Value(u"STL (*.stl)")}, {u"StlQuality", Value(1)}, {u"SheetMetalGeometry", Value(0)},
-            {u"SheetMetalMergeCoplanar", Value(0)}, {u"SheetMetalBendLines", Value(1)},
-            {u"SheetMetalOptions", Value(4 + 16)}, {u"UsedVariables", Value(u"Number")},
-            {u"OutputPath", Value(u"<Path>\\%Number%\\<Filename>")},
+            {u"FileFormat", Value(u"STL (*.stl)")}, {u"StlQuality", Value(1)}, {u"OutputPath", Value(u"x")},
             {u"FileCardData", Value(u"Description;100;Title\nNote;8;a; b\n")}}));
     EXPECT_EQ(task.menu, (std::vector<MenuEntry>{{1, u"STL", u"Converts"}}));
+}
 
-    request.file.variables[u"FileFormat"] = Value(u"STL");
-    EXPECT_THAT(sentenceOf([&] { startTask(request); }),
-        HasSubstr("The variable 'FileFormat' doesn't take \"STL\": one of \"<Prompt the user>\", \"3D PDF"));
-    request.file.variables[u"FileFormat"] = Value(u"<Prompt the user>");
-    EXPECT_EQ(sentenceOf([&] { startTask(request); }), "no failure");
+TEST_F(TaskFixture, TheAddInTellsTheRulesOfItsVariables)
+{
+    const VariableRules rules(host, u"Test.AddIn");
+    EXPECT_EQ(parseVariable(u"StlQuality", u"3", rules.known()), Value(3));
+    TaskDefinition task;
+    task.variables = {{u"OutputPath", Value(u"<Path>")}, {u"PathLength", Value(99)}};
+    rules.settle(task);
+    EXPECT_EQ(task.variables, (Variables{{u"OutputPath", Value(u"<Path>")}, {u"PathLength", Value(6)}}));
+    task.variables[u"OutputPath"] = Value(u"Q");
+    EXPECT_EQ(sentenceOf([&] { rules.settle(task); }), "No path has a Q.");
+
+    const VariableRules none(host, u"Test.Silent");
+    EXPECT_EQ(sentenceOf([&] { parseVariable(u"StlQuality", u"3", none.known()); }),
+        "The task's add-in doesn't tell which variables its tasks have; its pages alone can set them.");
+    none.settle(task);
+    EXPECT_EQ(task.variables.at(u"OutputPath"), Value(u"Q"));
 }
 
 } // namespace arkin::test

@@ -38,6 +38,7 @@ TaskFixture::TaskFixture()
     here.database.session() << "INSERT INTO vaults (id, name, name_key, root) VALUES (1, 'Demo', 'demo', '/Vault')";
     const auto library = here.files.fromMachine(ZN_BIN_DIR "/libTestAddIn.so");
     registerClass(here.registry, u"Test.AddIn", u"{ADD-IN}", library);
+    registerClass(here.registry, u"Test.Silent", u"{SILENT}", library);
     registerClass(here.registry, u"Test.Stranger", u"{STRANGER}", library);
     registerClass(here.registry, u"Test.Unknown", u"{UNKNOWN}", library);
     registerClass(here.registry, u"Test.Gone", u"{GONE}", u"Z:\\nowhere\\gone.so");

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "addin/files/CardMapping.h"
-#include "addin/pages/paths/CardVariables.h"
+#include "addin/variables/CardVariables.h"
 #include "base/Text.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "addin/pages/conversion/FileCardPageDlg.h"
 
 #include "addin/pages/frame/Images.h"
-#include "addin/pages/paths/CardVariables.h"
+#include "addin/variables/CardVariables.h"
 #include "addin/variables/TaskVariables.h"
 #include "base/Format.h"
 #include "qtglue/Texts.h"

@@ -6,6 +6,7 @@
 #include "addin/pages/paths/PathTokens.h"
 #include "addin/pages/script/ScriptPageDlg.h"
 #include "addin/variables/TaskVariables.h"
+#include "addin/variables/UsedVariables.h"
 #include "qtglue/Texts.h"
 
 #include <QCheckBox>

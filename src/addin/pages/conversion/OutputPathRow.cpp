@@ -3,6 +3,7 @@
 #include "addin/pages/frame/PageEnvironment.h"
 #include "addin/pages/paths/ExampleText.h"
 #include "addin/pages/paths/PathTokens.h"
+#include "addin/variables/UsedVariables.h"
 #include "contracts/host/ArkVault.h"
 
 #include <QLabel>

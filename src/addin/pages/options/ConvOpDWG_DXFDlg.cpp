@@ -1,6 +1,7 @@
 #include "addin/pages/options/ConvOpDWG_DXFDlg.h"
 
 #include "addin/pages/options/OptionWindow.h"
+#include "addin/variables/SheetMetalBits.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -45,25 +46,7 @@ CConvOpDWG_DXFDlg::CConvOpDWG_DXFDlg(OptionSetting setting)
 void CConvOpDWG_DXFDlg::RegisterOptions(OptionMap& map, bool reset)
 {
     CConvOpDlg::RegisterOptions(map, reset);
-    const bool geometry = isOn(u"SheetMetalGeometry");
-    const bool digits[] = {
-        isOn(u"SheetMetalBoundingBox"), // the most significant
-        false,
-        false,
-        false,
-        false,
-        isOn(u"SheetMetalFormingTools") && geometry,
-        isOn(u"SheetMetalLibraryFeatures") && geometry,
-        setting(u"SheetMetalMergeCoplanar") == 0,
-        isOn(u"SheetMetalSketches"),
-        isOn(u"SheetMetalBendLines"),
-        isOn(u"SheetMetalHiddenEdges") && geometry,
-        geometry,
-    };
-    std::int32_t options = 0;
-    for (const bool digit : digits)
-        options = 2 * options + (digit ? 1 : 0);
-    setting(u"SheetMetalOptions") = options;
+    setting(u"SheetMetalOptions") = sheetMetalBits([this](TextView name) { return setting(name); });
 }
 
 void CConvOpDWG_DXFDlg::makeControls(OptionWindow& window)

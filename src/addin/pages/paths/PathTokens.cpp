@@ -2,7 +2,7 @@
 
 #include "addin/libraries/tokenctrl/TokenCtrl.h"
 #include "addin/pages/frame/PageEnvironment.h"
-#include "addin/pages/paths/CardVariables.h"
+#include "addin/variables/UsedVariables.h"
 #include "base/Format.h"
 #include "contracts/host/ArkVault.h"
 #include "qtglue/Texts.h"
@@ -57,8 +57,6 @@ std::vector<SubMenu> subMenus(const std::vector<Text>& names)
     return groups;
 }
 
-Text patternOf(const Text& name) { return u'%' + name + u'%'; }
-
 } // namespace
 
 void AddPathTokens(PageEnvironment& environment, tokenctrl::TokenBox& box)
@@ -67,14 +65,6 @@ void AddPathTokens(PageEnvironment& environment, tokenctrl::TokenBox& box)
         const Text menuText = typed(environment.text(token.string, token.menuText));
         box.mvAddPattern(token.pattern, false, menuText.c_str(), nullptr, menuText.c_str());
     }
-}
-
-std::vector<Text> ReadVaultVariables(const std::shared_ptr<IArkVault>& vault)
-{
-    std::vector<Text> names;
-    for (CardVariable& variable : readCardVariables(vault))
-        names.push_back(std::move(variable.name));
-    return names;
 }
 
 VarMenuHelper::VarMenuHelper(const std::vector<Text>& names)
@@ -97,30 +87,10 @@ void AddVariableTokens(PageEnvironment& environment, tokenctrl::TokenBox& box, c
     const Text root = typed(environment.text(3, u"Variables", u"TS", u"VariableMgr"));
     const VarMenuHelper menu(names);
     for (const Text& name : names) {
-        const Text pattern = patternOf(name);
+        const Text pattern = variablePattern(name);
         const Text path = root + u'\\' + menu.path(name);
         box.mvAddPattern(pattern.c_str(), true, name.c_str(), name.c_str(), path.c_str());
     }
-}
-
-void CollectUsedVariables(TextView pathOne, TextView pathTwo, const std::vector<Text>& names, std::vector<Text>& used)
-{
-    for (const Text& name : names) {
-        const Text pattern = patternOf(name);
-        const bool occurs = pathOne.find(pattern) != TextView::npos || pathTwo.find(pattern) != TextView::npos;
-        if (occurs && std::find(used.begin(), used.end(), name) == used.end())
-            used.push_back(name);
-    }
-}
-
-Text JoinVariableNames(const std::vector<Text>& used)
-{
-    Text joined;
-    for (const Text& name : used)
-        joined += name + u',';
-    if (!joined.empty())
-        joined.pop_back();
-    return joined;
 }
 
 void FoldVaultRoot(tokenctrl::TokenBox& box, IArkVault& vault)

@@ -10,7 +10,7 @@ namespace tokenctrl {
 class TokenBox;
 }
 
-/// The tokens of path templates: which ones a box offers, and which of them a template uses.
+/// The tokens of path templates that a box offers.
 namespace zn {
 
 class IArkVault;
@@ -18,9 +18,6 @@ class PageEnvironment;
 
 /// Makes the nine tokens of output paths known to the box, at the first level of its menu.
 void AddPathTokens(PageEnvironment& environment, tokenctrl::TokenBox& box);
-
-/// The names of all card variables, in the vault's order; raises what `readCardVariables` raises.
-std::vector<Text> ReadVaultVariables(const std::shared_ptr<IArkVault>& vault);
 
 /// Makes submenus of a list of names: neighbours with the same initial form a group, whose label is the beginning of
 /// its first and its last name.
@@ -39,13 +36,6 @@ private:
 
 /// Makes "%name%" of each name known to the box, in submenus below "Variables".
 void AddVariableTokens(PageEnvironment& environment, tokenctrl::TokenBox& box, const std::vector<Text>& names);
-
-/// Adds each of `names` that stands in one of the paths as "%name%" to `used`, unless it is there already. What is in
-/// `used` stays.
-void CollectUsedVariables(TextView pathOne, TextView pathTwo, const std::vector<Text>& names, std::vector<Text>& used);
-
-/// The names separated by commas.
-Text JoinVariableNames(const std::vector<Text>& used);
 
 /// Turns the vault's root folder at the begin of the box's text into its token. To be called after each change.
 void FoldVaultRoot(tokenctrl::TokenBox& box, IArkVault& vault);

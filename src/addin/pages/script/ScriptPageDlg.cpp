@@ -35,9 +35,7 @@ enum Control : int {
 };
 
 constexpr const char16_t* lexName = u"ScriptPageDlg";
-constexpr const char16_t* scriptVariable = u"__script";
 constexpr const char16_t* versionVariable = u"__zn_version";
-constexpr const char16_t* kindVariable = u"__type";
 
 struct KindRow {
     TaskKind kind;

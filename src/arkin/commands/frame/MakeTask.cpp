@@ -19,14 +19,14 @@ TaskDefinition fill(Session& session, TaskDefinition task)
 
 } // namespace
 
-TaskFile readTaskFile(const std::filesystem::path& file)
+TaskFile readTaskFile(const std::filesystem::path& file, const KnownVariables& known)
 {
     std::ifstream stream(file, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(stream), {}};
     if (!stream.is_open() || stream.bad())
         throw zn::StatusError(zn::E_INVALIDARG, "The task file " + file.string() + " can't be read.");
     try {
-        return parseTaskFile(text);
+        return parseTaskFile(text, known);
     } catch (const zn::StatusError& error) {
         throw zn::StatusError(error.status(), file.string() + ": " + error.what());
     }
@@ -37,11 +37,12 @@ zn::Text macroOf(const TaskFile& task, const std::filesystem::path& file, zn::Ta
     return task.script.empty() ? defaultMacro(kind) + u"\n" : readMacro(file.parent_path() / task.script);
 }
 
-std::size_t makeTask(Session& session, const TaskRequest& request)
+std::size_t makeTask(Session& session, const VariableRules& rules, const TaskRequest& request)
 {
     session.tasks().requireFreeName(request.name);
     auto task = fill(session, startTask(request));
-    settleTask(task, request, session.variableNames());
+    settleTask(task, request);
+    rules.settle(task);
     task.createdBy = zn::toText(session.vault().caller().user);
     task.createdAt = session.platform().clock().now();
     session.tasks().create(task);

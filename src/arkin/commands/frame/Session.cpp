@@ -91,14 +91,6 @@ Desktop& Session::desktop(bool wanted)
 
 std::filesystem::path programFolder() { return std::filesystem::read_symlink("/proc/self/exe").parent_path(); }
 
-std::vector<Text> Session::variableNames()
-{
-    std::vector<Text> names;
-    for (const auto& variable : vault().cards().variables())
-        names.push_back(variable.name);
-    return names;
-}
-
 Text Session::pathOf(const std::string& machinePath)
 {
     if (machinePath.empty())

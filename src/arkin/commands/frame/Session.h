@@ -46,7 +46,6 @@ public:
     /// is. Raises `StatusError` with a sentence if the library isn't there.
     Desktop& desktop(bool wanted);
     TaskStore tasks() { return {store().database(), vault().info().id}; }
-    std::vector<zn::Text> variableNames();
 
     /// A machine's path of the command line as a backslash path; a relative one is below the current folder.
     zn::Text pathOf(const std::string& machinePath);

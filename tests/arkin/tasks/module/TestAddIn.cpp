@@ -107,7 +107,7 @@ Status setupPlan(const ArkCmd& cmd)
     return cmd.text == u"OK" ? properties->SetValue(u"ErrorLogPath", Value(u"\\Logs\\" + name)) : S_OK;
 }
 
-class TestAddIn : public IArkAddIn5, public std::enable_shared_from_this<TestAddIn> {
+class TestAddIn : public IArkAddIn5, public IArkTaskVariables, public std::enable_shared_from_this<TestAddIn> {
 public:
     Status GetAddInInfo(ArkAddInInfo*, IArkCmdMgr*) override { return S_OK; }
     Status OnCmd(ArkCmd* cmd, ArkSelection* selection) override
@@ -117,6 +117,28 @@ public:
         if (cmd->command == TaskCmdSetup || cmd->command == TaskCmdSetupButton)
             return setupPlan(*cmd);
         return runPlan(*query<IArkTaskInstance>(cmd->taskObject), *selection);
+    }
+    Status GetVariables(std::vector<ArkTaskVariable>& variables) override
+    {
+        variables = {
+            {u"FileFormat", ValueType::String},
+            {u"OutputPath", ValueType::String},
+            {u"RefToSource", ValueType::Boolean},
+            {u"StlQuality", ValueType::Int32},
+        };
+        return S_OK;
+    }
+    /// Texts have no letter Q; their length follows.
+    Status SettleVariables(const ObjectRef&, const ObjectRef& task, Text& sentence) override
+    {
+        const auto properties = query<IArkTaskProperties>(task);
+        Value path;
+        properties->GetValue(u"OutputPath", path);
+        if (path.toText().find(u'Q') != Text::npos) {
+            sentence = u"No path has a Q.";
+            return E_INVALIDARG;
+        }
+        return properties->SetValue(u"PathLength", Value(static_cast<std::int32_t>(path.toText().size())));
     }
 };
 
@@ -129,6 +151,13 @@ public:
     }
 };
 
+/// Says nothing of its variables.
+class SilentAddIn : public IArkAddIn5 {
+public:
+    Status GetAddInInfo(ArkAddInInfo*, IArkCmdMgr*) override { return S_OK; }
+    Status OnCmd(ArkCmd*, ArkSelection*) override { return S_OK; }
+};
+
 class Stranger : public Object { };
 
 } // namespace
@@ -138,6 +167,8 @@ Status DllGetClassObject(const char16_t* classId, ObjectRef* factory)
 {
     if (TextView(classId) == u"{ADD-IN}")
         *factory = std::make_shared<Factory<TestAddIn>>();
+    else if (TextView(classId) == u"{SILENT}")
+        *factory = std::make_shared<Factory<SilentAddIn>>();
     else if (TextView(classId) == u"{STRANGER}")
         *factory = std::make_shared<Factory<Stranger>>();
     return *factory ? S_OK : CLASS_E_CLASSNOTAVAILABLE;

@@ -1,4 +1,4 @@
-#include "addin/pages/paths/CardVariables.h"
+#include "addin/variables/CardVariables.h"
 
 #include "contracts/host/ArkVault.h"
 
