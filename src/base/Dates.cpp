@@ -1,5 +1,6 @@
 #include "base/Dates.h"
 
+#include <chrono>
 #include <cmath>
 #include <ctime>
 #include <memory>
@@ -11,30 +12,24 @@ namespace zn {
 
 namespace {
 
-constexpr std::int64_t unixEpochDays = 25569; // 1 January 1970 as a day count
+using std::chrono::sys_days;
 
-// Civil calendar from and to days since 1 March 0000, by eras of 400 years.
-std::int64_t civilDays(std::int64_t year, int month, int day)
+constexpr sys_days dayZero = std::chrono::year(1899) / 12 / 30;
+constexpr std::int64_t unixEpochDays = (sys_days() - dayZero).count();
+
+/// A day beyond the month's end falls into the next month.
+std::int64_t civilDays(int year, int month, int day)
 {
-    year -= month <= 2;
-    const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
-    const std::int64_t yearOfEra = year - era * 400;
-    const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-    return era * 146097 + dayOfEra - 719468 + unixEpochDays;
+    const auto wanted = std::chrono::year(year) / month / 1;
+    return (sys_days(wanted) - dayZero).count() + day - 1;
 }
 
-void civilDate(std::int64_t days, CalendarTime& time)
+void civilDate(std::int64_t count, CalendarTime& time)
 {
-    const std::int64_t shifted = days - unixEpochDays + 719468;
-    const std::int64_t era = (shifted >= 0 ? shifted : shifted - 146096) / 146097;
-    const std::int64_t dayOfEra = shifted - era * 146097;
-    const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t monthIndex = (5 * dayOfYear + 2) / 153;
-    time.day = static_cast<int>(dayOfYear - (153 * monthIndex + 2) / 5 + 1);
-    time.month = static_cast<int>(monthIndex < 10 ? monthIndex + 3 : monthIndex - 9);
-    time.year = static_cast<int>(yearOfEra + era * 400 + (time.month <= 2 ? 1 : 0));
+    const std::chrono::year_month_day date = dayZero + std::chrono::days(count);
+    time.year = static_cast<int>(date.year());
+    time.month = static_cast<int>(static_cast<unsigned>(date.month()));
+    time.day = static_cast<int>(static_cast<unsigned>(date.day()));
 }
 
 /// The formats of the default locale, in UTC since a day count carries no zone.

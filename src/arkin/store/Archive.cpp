@@ -2,10 +2,10 @@
 
 #include "arkin/store/Codes.h"
 #include "arkin/store/Sha256.h"
+#include "arkin/store/Uuid.h"
 
 #include <cerrno>
 #include <fcntl.h>
-#include <random>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -56,13 +56,6 @@ bool holdsWhole(const fs::path& path, std::int64_t size)
 {
     struct stat status { };
     return stat(path.c_str(), &status) == 0 && status.st_size == size;
-}
-
-/// No two batches have the same name, also not one whose process has died and whose number was given again.
-std::string freshName()
-{
-    std::random_device random;
-    return std::to_string(getpid()) + "-" + std::to_string(random()) + std::to_string(random());
 }
 
 void removeFiles(const std::vector<fs::path>& files)
@@ -167,7 +160,7 @@ std::vector<fs::path> Archive::arrivals() const
 ArchiveBatch::ArchiveBatch(const Archive& archive)
     : m_archive(archive)
     , m_lock(archive.m_folder / "lock", O_RDWR | O_CREAT, E_ARK_ARCHIVE)
-    , m_name(freshName())
+    , m_name(newUuid())
     , m_buffer(bufferSize)
 {
     takeSharedLock(m_lock, archive.m_folder / "lock");

@@ -1,8 +1,6 @@
 #include "arkin/tasks/RunStore.h"
 
-#include "base/Format.h"
-
-#include <random>
+#include "arkin/store/Uuid.h"
 
 namespace arkin {
 
@@ -54,13 +52,6 @@ zn::Text stateText(const RunInfo& run, std::int64_t now)
     return workerDied(run, now) ? u"worker died (" + name + u")" : name;
 }
 
-zn::Text newGuid()
-{
-    std::random_device random;
-    const auto a = random(), b = random(), c = random(), d = random();
-    // A random identifier, version 4.
-    return zn::formatText("{%08X-%04X-%04X-%04X-%04X%08X}", a, b >> 16, (b & 0x0FFFU) | 0x4000U,
-        (c >> 16 & 0x3FFFU) | 0x8000U, c & 0xFFFFU, d);
-}
+zn::Text newGuid() { return u"{" + zn::toUpper(zn::toText(newUuid())) + u"}"; }
 
 } // namespace arkin

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 
 namespace zn::language {
@@ -37,7 +38,8 @@ double secondsOf(double days) { return std::round(days * 86400.0); }
 
 int daysInMonth(int year, int month)
 {
-    return static_cast<int>(normalizedDate(year, month + 1, 1) - normalizedDate(year, month, 1));
+    const auto last = std::chrono::year(year) / month / std::chrono::last;
+    return static_cast<int>(static_cast<unsigned>(last.day()));
 }
 
 double addedMonths(double days, double count)
@@ -71,8 +73,9 @@ CalendarTime calendarOf(double days)
 
 int weekdayOf(double days, int firstDay)
 {
-    // Day 1, 31 December 1899, was a Sunday.
-    const auto fromSunday = static_cast<int>(std::fmod(std::floor(days) + 7'000'000 - 1, 7));
+    constexpr std::chrono::sys_days dayZero = std::chrono::year(1899) / 12 / 30;
+    const std::chrono::weekday weekday = dayZero + std::chrono::days(static_cast<std::int64_t>(std::floor(days)));
+    const auto fromSunday = static_cast<int>(weekday.c_encoding());
     return (fromSunday - std::max(firstDay, 1) + 8) % 7 + 1;
 }
 

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace arkin {
+
+/// A random identifier that nobody else has: "1b4e28ba-2fa1-41d2-883f-0016d3cca427".
+std::string newUuid();
+
+} // namespace arkin
