@@ -34,20 +34,14 @@ ucred peerOf(int socket)
 
 } // namespace
 
-Descriptor::~Descriptor()
-{
-    if (m_fd >= 0)
-        ::close(m_fd);
-}
-
-Channel::Channel(Descriptor socket)
+Channel::Channel(FileDescriptor socket)
     : m_socket(std::move(socket))
     , m_cancelled(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
-    const ucred peer = peerOf(m_socket.get());
+    const ucred peer = peerOf(m_socket.number());
     if (peer.uid != geteuid())
         throw StatusError(E_ACCESSDENIED, "The connection's peer is a process of another user.");
-    m_peerProcess = Descriptor(static_cast<int>(syscall(SYS_pidfd_open, peer.pid, 0)));
+    m_peerProcess = FileDescriptor(static_cast<int>(syscall(SYS_pidfd_open, peer.pid, 0)));
 }
 
 void Channel::waitFor(short events, std::optional<Milliseconds> limit)
@@ -55,7 +49,7 @@ void Channel::waitFor(short events, std::optional<Milliseconds> limit)
     const auto start = std::chrono::steady_clock::now();
     for (;;) {
         pollfd watched[]
-            = {{m_socket.get(), events, 0}, {m_cancelled.get(), POLLIN, 0}, {m_peerProcess.get(), POLLIN, 0}};
+            = {{m_socket.number(), events, 0}, {m_cancelled.number(), POLLIN, 0}, {m_peerProcess.number(), POLLIN, 0}};
         int timeout = -1;
         if (limit) {
             const auto elapsed = std::chrono::duration_cast<Milliseconds>(std::chrono::steady_clock::now() - start);
@@ -83,7 +77,7 @@ void Channel::send(const std::string& line)
     std::size_t sent = 0;
     while (sent < framed.size()) {
         const ssize_t count
-            = ::send(m_socket.get(), framed.data() + sent, framed.size() - sent, MSG_NOSIGNAL | MSG_DONTWAIT);
+            = ::send(m_socket.number(), framed.data() + sent, framed.size() - sent, MSG_NOSIGNAL | MSG_DONTWAIT);
         if (count >= 0)
             sent += static_cast<std::size_t>(count);
         else if (errno == EAGAIN)
@@ -114,7 +108,7 @@ std::string Channel::receive(std::optional<Milliseconds> limit)
 void Channel::readSome()
 {
     char chunk[65536];
-    const ssize_t count = recv(m_socket.get(), chunk, sizeof chunk, MSG_DONTWAIT);
+    const ssize_t count = recv(m_socket.number(), chunk, sizeof chunk, MSG_DONTWAIT);
     if (count > 0)
         m_buffer.append(chunk, static_cast<std::size_t>(count));
     else if (count == 0 || (errno != EAGAIN && errno != EINTR))
@@ -136,7 +130,7 @@ std::optional<std::string> Channel::takeLine()
 
 bool Channel::peerGone() const
 {
-    pollfd watched[] = {{m_socket.get(), POLLRDHUP, 0}, {m_peerProcess.get(), POLLIN, 0}};
+    pollfd watched[] = {{m_socket.number(), POLLRDHUP, 0}, {m_peerProcess.number(), POLLIN, 0}};
     return poll(watched, std::size(watched), 0) > 0;
 }
 
@@ -144,7 +138,7 @@ void Channel::cancel()
 {
     const std::uint64_t one = 1;
     // Only a full counter could fail, and that means cancelled as well.
-    [[maybe_unused]] const ssize_t written = write(m_cancelled.get(), &one, sizeof one);
+    [[maybe_unused]] const ssize_t written = write(m_cancelled.number(), &one, sizeof one);
 }
 
 } // namespace zn::automation

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "base/Status.h"
+#include "platform/FileDescriptor.h"
 
 #include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <sys/types.h>
-#include <utility>
 
 namespace zn::automation {
 
@@ -15,32 +15,6 @@ namespace zn::automation {
 inline constexpr Status RPC_E_TIMEOUT = statusCode(0x8001011F);
 
 using Milliseconds = std::chrono::milliseconds;
-
-/// A file descriptor that closes itself.
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int fd)
-        : m_fd(fd)
-    {
-    }
-    Descriptor(Descriptor&& other) noexcept
-        : m_fd(std::exchange(other.m_fd, -1))
-    {
-    }
-    Descriptor& operator=(Descriptor&& other) noexcept
-    {
-        std::swap(m_fd, other.m_fd);
-        return *this;
-    }
-    ~Descriptor();
-
-    int get() const { return m_fd; }
-    explicit operator bool() const { return m_fd >= 0; }
-
-private:
-    int m_fd = -1;
-};
 
 /// One end of a connected local socket that carries messages, one line each.
 ///
@@ -52,7 +26,7 @@ public:
     static constexpr std::size_t maximumMessage = std::size_t{64} << 20;
 
     /// Takes a connected socket over. Raises `StatusError` (`E_ACCESSDENIED`) if the peer is another user's process.
-    explicit Channel(Descriptor socket);
+    explicit Channel(FileDescriptor socket);
 
     /// Sends one message; `line` has no line feed. Raises `StatusError`: `RPC_E_DISCONNECTED` if the peer has gone,
     /// `E_ABORT` after `cancel`, `E_INVALIDARG` if the message is too big.
@@ -69,17 +43,17 @@ public:
     void cancel();
 
     /// Closes this end; the peer sees it at once.
-    void close() { m_socket = Descriptor(); }
+    void close() { m_socket = FileDescriptor(); }
 
 private:
     void waitFor(short events, std::optional<Milliseconds> limit);
     void readSome();
     std::optional<std::string> takeLine();
 
-    Descriptor m_socket;
+    FileDescriptor m_socket;
     /// Signals the peer's death even if one of its children still holds the socket.
-    Descriptor m_peerProcess;
-    Descriptor m_cancelled;
+    FileDescriptor m_peerProcess;
+    FileDescriptor m_cancelled;
     std::string m_buffer;
     std::size_t m_scanned = 0;
 };
@@ -93,12 +67,12 @@ std::string socketFileName(const std::string& itemName);
 
 /// A listening socket in `folder`; a socket file of the same name, left by a dead process, is replaced.
 /// Raises `StatusError`.
-Descriptor listenIn(const std::filesystem::path& folder, const std::string& fileName);
+FileDescriptor listenIn(const std::filesystem::path& folder, const std::string& fileName);
 
 /// A connection to the socket file; an empty descriptor if nobody listens there.
-Descriptor connectTo(const std::filesystem::path& folder, const std::string& fileName);
+FileDescriptor connectTo(const std::filesystem::path& folder, const std::string& fileName);
 
 /// Waits for a connection; an empty descriptor when the time has run out.
-Descriptor acceptFrom(const Descriptor& listener, Milliseconds limit);
+FileDescriptor acceptFrom(const FileDescriptor& listener, Milliseconds limit);
 
 } // namespace zn::automation

@@ -1,6 +1,7 @@
 #include "automation/Connection.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 namespace zn::automation {
 
@@ -66,7 +67,7 @@ struct Depth {
 
 } // namespace
 
-Connection::Connection(Descriptor socket, Handler handler, Log log)
+Connection::Connection(FileDescriptor socket, Handler handler, Log log)
     : m_channel(std::move(socket))
     , m_handler(std::move(handler))
     , m_log(std::move(log))

@@ -18,7 +18,7 @@ public:
     /// connection.
     using Handler = std::function<Json(const std::string& method, const Json& parameters)>;
 
-    Connection(Descriptor socket, Handler handler, Log log);
+    Connection(FileDescriptor socket, Handler handler, Log log);
 
     /// Calls the peer and serves its calls meanwhile. `limit` is for each silence of the peer, not for the whole call.
     /// Raises the call's own failure, and `RPC_E_DISCONNECTED`, `RPC_E_TIMEOUT` or `E_ABORT` as `StatusError`; after

@@ -30,7 +30,7 @@ void ObjectServer::withdraw()
 {
     if (!m_listener)
         return;
-    m_listener = Descriptor();
+    m_listener = FileDescriptor();
     std::error_code ignored;
     std::filesystem::remove(m_folder / m_fileName, ignored);
 }
@@ -42,13 +42,13 @@ ServeEnd ObjectServer::serve(Milliseconds firstClient)
         const auto left = std::chrono::duration_cast<Milliseconds>(deadline - std::chrono::steady_clock::now());
         if (left.count() <= 0)
             return ServeEnd::NoClient;
-        Descriptor socket = acceptFrom(m_listener, left);
+        FileDescriptor socket = acceptFrom(m_listener, left);
         if (socket && serveClient(std::move(socket)))
             return m_stopped ? ServeEnd::Stopped : ServeEnd::ClientGone;
     }
 }
 
-bool ObjectServer::serveClient(Descriptor socket)
+bool ObjectServer::serveClient(FileDescriptor socket)
 {
     try {
         m_session = std::make_unique<ServerSession>(std::move(socket), m_root, m_log);

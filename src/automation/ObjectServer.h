@@ -41,14 +41,14 @@ public:
 
 private:
     /// Serves one connection. False if the peer never introduced itself.
-    bool serveClient(Descriptor socket);
+    bool serveClient(FileDescriptor socket);
     void withdraw();
 
     std::filesystem::path m_folder;
     std::string m_fileName;
     DispatchRef m_root;
     Log m_log;
-    Descriptor m_listener;
+    FileDescriptor m_listener;
     std::unique_ptr<ServerSession> m_session;
     bool m_stopped = false;
 };

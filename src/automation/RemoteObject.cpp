@@ -2,6 +2,8 @@
 
 #include "automation/ServerSession.h"
 
+#include <nlohmann/json.hpp>
+
 namespace zn::automation {
 
 namespace {
@@ -22,12 +24,12 @@ bool runsMacro(TextView member) { return equalNoCase(member, u"RunMacro") || equ
 
 } // namespace
 
-std::shared_ptr<ClientSession> ClientSession::open(Descriptor socket, Limits limits, Log log)
+std::shared_ptr<ClientSession> ClientSession::open(FileDescriptor socket, Limits limits, Log log)
 {
     return std::shared_ptr<ClientSession>(new ClientSession(std::move(socket), limits, std::move(log)));
 }
 
-ClientSession::ClientSession(Descriptor socket, Limits limits, Log log)
+ClientSession::ClientSession(FileDescriptor socket, Limits limits, Log log)
     : m_limits(limits)
     , m_connection(std::make_unique<Connection>(
           std::move(socket),

@@ -21,7 +21,7 @@ public:
         Milliseconds call{120'000};
     };
 
-    static std::shared_ptr<ClientSession> open(Descriptor socket, Limits limits, Log log);
+    static std::shared_ptr<ClientSession> open(FileDescriptor socket, Limits limits, Log log);
 
     /// The published object. Raises `StatusError`.
     DispatchRef root();
@@ -36,7 +36,7 @@ public:
     void cancel() { m_connection->cancel(); }
 
 private:
-    ClientSession(Descriptor socket, Limits limits, Log log);
+    ClientSession(FileDescriptor socket, Limits limits, Log log);
 
     Json encodeObject(const ObjectRef& object) override;
     ObjectRef decodeObject(const Json& form) override;

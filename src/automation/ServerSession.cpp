@@ -1,6 +1,7 @@
 #include "automation/ServerSession.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 namespace zn::automation {
 
@@ -51,7 +52,7 @@ MemberUse memberUse(const Json& form)
 
 } // namespace
 
-ServerSession::ServerSession(Descriptor socket, DispatchRef root, Log log)
+ServerSession::ServerSession(FileDescriptor socket, DispatchRef root, Log log)
     : m_root(std::move(root))
     , m_connection(std::make_shared<Connection>(
           std::move(socket),

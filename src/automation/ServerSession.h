@@ -15,7 +15,7 @@ inline constexpr int protocolVersion = 1;
 /// The server's side of one client's connection: the objects that the client holds, and the calls that it makes.
 class ServerSession : private ObjectCodec {
 public:
-    ServerSession(Descriptor socket, DispatchRef root, Log log);
+    ServerSession(FileDescriptor socket, DispatchRef root, Log log);
     ~ServerSession() override;
 
     /// Serves one call. Raises `StatusError` when the connection has ended.

@@ -30,7 +30,7 @@ DispatchRef SocketRunningObjects::lookup(TextView name)
         return found->second.root;
     if (!available())
         return nullptr;
-    Descriptor socket = connectTo(m_folder, fileName);
+    FileDescriptor socket = connectTo(m_folder, fileName);
     if (!socket)
         return nullptr;
     try {

@@ -21,7 +21,7 @@ struct FolderAddress {
         : directory(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC))
     {
         address.sun_family = AF_UNIX;
-        const std::string path = fmt::format("/proc/self/fd/{}/{}", directory.get(), fileName);
+        const std::string path = fmt::format("/proc/self/fd/{}/{}", directory.number(), fileName);
         if (path.size() >= sizeof address.sun_path)
             throw StatusError(E_INVALIDARG, "The name of a published object is too long: " + fileName);
         std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
@@ -29,13 +29,13 @@ struct FolderAddress {
 
     const sockaddr* get() const { return reinterpret_cast<const sockaddr*>(&address); }
 
-    Descriptor directory;
+    FileDescriptor directory;
     sockaddr_un address{};
 };
 
-Descriptor newSocket()
+FileDescriptor newSocket()
 {
-    Descriptor made(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    FileDescriptor made(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     if (!made)
         throw StatusError(E_FAIL, fmt::format("No socket could be made: {}.", std::strerror(errno)));
     return made;
@@ -68,32 +68,32 @@ std::string socketFileName(const std::string& itemName)
     return name + ".sock";
 }
 
-Descriptor listenIn(const std::filesystem::path& folder, const std::string& fileName)
+FileDescriptor listenIn(const std::filesystem::path& folder, const std::string& fileName)
 {
     const FolderAddress address(folder, fileName);
-    Descriptor listener = newSocket();
-    unlinkat(address.directory.get(), fileName.c_str(), 0);
-    if (bind(listener.get(), address.get(), sizeof address.address) != 0 || listen(listener.get(), 4) != 0)
+    FileDescriptor listener = newSocket();
+    unlinkat(address.directory.number(), fileName.c_str(), 0);
+    if (bind(listener.number(), address.get(), sizeof address.address) != 0 || listen(listener.number(), 4) != 0)
         throw StatusError(E_FAIL,
             fmt::format("The socket {} cannot be made: {}.", (folder / fileName).string(), std::strerror(errno)));
     return listener;
 }
 
-Descriptor connectTo(const std::filesystem::path& folder, const std::string& fileName)
+FileDescriptor connectTo(const std::filesystem::path& folder, const std::string& fileName)
 {
     const FolderAddress address(folder, fileName);
-    Descriptor connection = newSocket();
-    if (!address.directory || connect(connection.get(), address.get(), sizeof address.address) != 0)
+    FileDescriptor connection = newSocket();
+    if (!address.directory || connect(connection.number(), address.get(), sizeof address.address) != 0)
         return {};
     return connection;
 }
 
-Descriptor acceptFrom(const Descriptor& listener, Milliseconds limit)
+FileDescriptor acceptFrom(const FileDescriptor& listener, Milliseconds limit)
 {
-    pollfd watched{listener.get(), POLLIN, 0};
+    pollfd watched{listener.number(), POLLIN, 0};
     if (poll(&watched, 1, static_cast<int>(limit.count())) <= 0)
         return {};
-    return Descriptor(accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC));
+    return FileDescriptor(accept4(listener.number(), nullptr, nullptr, SOCK_CLOEXEC));
 }
 
 } // namespace zn::automation

@@ -1,20 +1,48 @@
 #pragma once
 
+#include "platform/FileDescriptor.h"
+
 #include <filesystem>
-#include <string_view>
 
 namespace zn {
 
-/// Creates or replaces a file so that a reader, or the machine after a crash, finds the old content or the new one
-/// whole: a temporary name in the same folder, synced, renamed, the folder synced. Raises `StatusError` with a
-/// sentence that names the file; the old content then still stands and no temporary file is left.
-void writeFileAtomically(const std::filesystem::path& path, std::string_view bytes);
+/// A file that becomes visible whole: it is written under a temporary name in the target's folder and takes the
+/// target's place on `commit`. The destructor removes what was not committed, and never commits.
+///
+/// Failures are raised as `std::system_error` with the system's reason, which each user turns into a failure of its
+/// own kind; the target is then what it was.
+class AtomicFile {
+public:
+    /// Creates the temporary file, empty, with the rights that a plainly created file has.
+    explicit AtomicFile(std::filesystem::path target);
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+    ~AtomicFile();
 
-/// The second half of the above for a file that was written elsewhere on the same disk: syncs `temporary`, renames
-/// it to `path`, which may exist, and syncs the folder. Raises `StatusError`; `temporary` then still stands.
-void replaceFileDurably(const std::filesystem::path& temporary, const std::filesystem::path& path);
+    const std::filesystem::path& target() const { return m_target; }
+    const std::filesystem::path& temporary() const { return m_temporary; }
 
-/// Makes the names in a folder durable. Raises `StatusError`.
-void syncFolder(const std::filesystem::path& folder);
+    void write(std::string_view bytes);
+
+    enum class Sync {
+        /// The machine may lose the file if it loses its power: for what can be made again.
+        No,
+        /// File and folder are synced: after the return they outlive a loss of power.
+        Yes,
+    };
+    /// Renames the temporary file, however it was written, over the target.
+    void commit(Sync sync);
+
+private:
+    std::filesystem::path m_target;
+    std::filesystem::path m_temporary;
+    FileDescriptor m_file;
+    bool m_committed = false;
+};
+
+/// Makes a file's bytes, or the names in a folder, durable; the empty path is the current folder. 0, or the system's
+/// error number. Some file systems know no sync of folders: what they do by themselves is then all there is, and
+/// counts as done.
+int syncPath(const std::filesystem::path& path);
 
 } // namespace zn

@@ -33,17 +33,17 @@ Exchange exchange(const std::string& bytes)
     ObjectServer server(folder.path() / "run", "Test", std::make_shared<Counterpart>(),
         [&](const std::string& line) { seen.log.push_back(line); });
     std::thread peer([&] {
-        Descriptor socket = connectTo(folder.path() / "run", socketFileName("Test"));
+        FileDescriptor socket = connectTo(folder.path() / "run", socketFileName("Test"));
         std::size_t sent = 0;
         while (sent < bytes.size()) {
-            const ssize_t count = send(socket.get(), bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+            const ssize_t count = send(socket.number(), bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
             if (count <= 0)
                 break;
             sent += static_cast<std::size_t>(count);
         }
-        shutdown(socket.get(), SHUT_WR);
+        shutdown(socket.number(), SHUT_WR);
         char chunk[4096];
-        for (ssize_t count = 0; (count = read(socket.get(), chunk, sizeof chunk)) > 0;)
+        for (ssize_t count = 0; (count = read(socket.number(), chunk, sizeof chunk)) > 0;)
             seen.answer.append(chunk, static_cast<std::size_t>(count));
     });
     // Whoever introduces himself comes at once, but a busy machine may be slow about it.

@@ -1,19 +1,26 @@
 #include "addin/flows/PagesLibrary.h"
 
-#include <dlfcn.h>
+#include "platform/SharedLibrary.h"
 
 namespace zn {
 
+namespace {
+
+SharedLibrary load(const std::filesystem::path& library)
+{
+    try {
+        return SharedLibrary(library, SharedLibrary::Stay::Always);
+    } catch (const SharedLibrary::Failure& failure) {
+        throw StatusError(
+            E_FAIL, "The add-in's windows can't be loaded from " + library.string() + ": " + failure.what() + ".");
+    }
+}
+
+} // namespace
+
 std::shared_ptr<PageFactory> loadPages(const std::filesystem::path& library, const Platform& platform)
 {
-    void* handle = dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    if (!handle) {
-        const char* reason = dlerror();
-        throw StatusError(E_FAIL,
-            "The add-in's windows can't be loaded from " + library.string() + ": "
-                + (reason ? reason : "no reason was given") + ".");
-    }
-    const auto make = reinterpret_cast<MakePageFactoryFunction>(dlsym(handle, makePageFactoryName));
+    const auto make = load(library).function<MakePageFactoryFunction>(makePageFactoryName);
     if (!make)
         throw StatusError(E_NOINTERFACE, library.string() + " isn't the add-in's library of windows; install it anew.");
     std::shared_ptr<PageFactory> factory;

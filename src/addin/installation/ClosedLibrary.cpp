@@ -5,7 +5,6 @@
 #include "platform/FileSystem.h"
 
 #include <algorithm>
-#include <dlfcn.h>
 
 namespace zn {
 
@@ -45,22 +44,21 @@ std::string closedLibraryFile(SettingsLight& settings, FileSystem& files, TextVi
 
 } // namespace
 
-void* loadLibrary(SettingsLight& settings, FileSystem& files, TextView name)
+SharedLibrary loadLibrary(SettingsLight& settings, FileSystem& files, TextView name)
 {
     const std::string file = isClosed(name) ? closedLibraryFile(settings, files, name) : toUtf8(name);
-    void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!library) {
-        const char* reason = dlerror();
+    try {
+        return SharedLibrary(file);
+    } catch (const SharedLibrary::Failure& failure) {
         throw StatusError(badModule,
-            "The library \"" + toUtf8(name) + "\" could not be loaded: " + (reason ? reason : "no reason was given")
+            "The library \"" + toUtf8(name) + "\" could not be loaded: " + failure.what()
                 + ". Install the product again.");
     }
-    return library;
 }
 
-void* libraryFunction(void* library, TextView libraryName, const char* function)
+void* libraryFunction(const SharedLibrary& library, TextView libraryName, const char* function)
 {
-    void* address = dlsym(library, function);
+    void* address = library.find(function);
     if (!address)
         throw StatusError(procedureNotFound,
             "The library \"" + toUtf8(libraryName) + "\" has no function \"" + function

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Text.h"
+#include "platform/SharedLibrary.h"
 
 namespace zn {
 
@@ -13,10 +14,10 @@ class SettingsLight;
 ///
 /// Raises `StatusError` with a sentence that names the file and what to do: the product's folder is unknown, the file
 /// isn't there, or it doesn't load.
-void* loadLibrary(SettingsLight& settings, FileSystem& files, TextView name);
+SharedLibrary loadLibrary(SettingsLight& settings, FileSystem& files, TextView name);
 
 /// The address of a library's function. Raises `StatusError` if it has none of that name.
-void* libraryFunction(void* library, TextView libraryName, const char* function);
+void* libraryFunction(const SharedLibrary& library, TextView libraryName, const char* function);
 
 /// A function of a library, such as `libraryFunction<LibraryEntry>(settings, files, u"LexMgr.dll", "entry")`.
 template <class Function>

@@ -2,16 +2,14 @@
 
 #include "arkin/store/Codes.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <system_error>
 #include <unistd.h>
 
 namespace arkin {
 
-void throwFileFailure(zn::Status failure, const char* what, const std::filesystem::path& path)
+void throwFileFailure(zn::Status failure, const char* what, const std::filesystem::path& path, int reason)
 {
-    const int reason = errno;
     const bool full = reason == ENOSPC || reason == EDQUOT;
     throw zn::StatusError(full ? E_ARK_DISK_FULL : failure,
         std::string(what) + " " + path.string() + ": " + std::system_category().message(reason) + ".");
@@ -27,16 +25,14 @@ FileHandle::FileHandle(const std::filesystem::path& path, int flags, zn::Status 
     , m_failure(failure)
     , m_descriptor(open(path.c_str(), flags | O_CLOEXEC, mode))
 {
-    if (m_descriptor < 0)
+    if (!m_descriptor)
         throwFileFailure(failure, "Could not open", path);
 }
-
-FileHandle::~FileHandle() { close(m_descriptor); }
 
 struct stat FileHandle::status() const
 {
     struct stat status { };
-    if (fstat(m_descriptor, &status) != 0)
+    if (fstat(get(), &status) != 0)
         throwFileFailure(m_failure, "Could not look at", m_path);
     return status;
 }
@@ -44,7 +40,7 @@ struct stat FileHandle::status() const
 std::size_t FileHandle::read(std::span<char> buffer)
 {
     for (;;) {
-        const ssize_t count = ::read(m_descriptor, buffer.data(), buffer.size());
+        const ssize_t count = ::read(get(), buffer.data(), buffer.size());
         if (count >= 0)
             return static_cast<std::size_t>(count);
         if (errno != EINTR)
@@ -54,24 +50,19 @@ std::size_t FileHandle::read(std::span<char> buffer)
 
 void FileHandle::writeAll(std::span<const char> bytes)
 {
-    while (!bytes.empty()) {
-        const ssize_t count = write(m_descriptor, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR)
-            throwFileFailure(m_failure, "Could not write", m_path);
-        if (count > 0)
-            bytes = bytes.subspan(static_cast<std::size_t>(count));
-    }
+    if (!m_descriptor.writeAll({bytes.data(), bytes.size()}))
+        throwFileFailure(m_failure, "Could not write", m_path);
 }
 
 void FileHandle::sync()
 {
-    if (fsync(m_descriptor) != 0)
+    if (fsync(get()) != 0)
         throwFileFailure(m_failure, "Could not sync", m_path);
 }
 
 void FileHandle::syncFileSystem()
 {
-    if (syncfs(m_descriptor) != 0)
+    if (syncfs(get()) != 0)
         throwFileFailure(m_failure, "Could not sync the file system of", m_path);
 }
 

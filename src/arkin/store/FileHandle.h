@@ -1,7 +1,9 @@
 #pragma once
 
 #include "base/Status.h"
+#include "platform/FileDescriptor.h"
 
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <span>
@@ -9,17 +11,13 @@
 
 namespace arkin {
 
-/// An open file descriptor. Failures are raised as `StatusError` with the status that the owner chose (E_ARK_ARCHIVE
+/// An open file. Failures are raised as `StatusError` with the status that the owner chose (E_ARK_ARCHIVE
 /// or E_ARK_LOCAL_FILE_FAILED), or E_ARK_DISK_FULL, and a sentence that names the file and the system's reason.
 class FileHandle {
 public:
     /// Opens with the flags of `open(2)`; close-on-exec is added. `mode` is for a file that this creates.
     FileHandle(const std::filesystem::path& path, int flags, zn::Status failure, mode_t mode = 0644);
-    FileHandle(const FileHandle&) = delete;
-    FileHandle& operator=(const FileHandle&) = delete;
-    ~FileHandle();
-
-    int get() const { return m_descriptor; }
+    int get() const { return m_descriptor.number(); }
     struct stat status() const;
     /// Reads at most `buffer.size()` bytes; 0 at the end.
     std::size_t read(std::span<char> buffer);
@@ -31,11 +29,12 @@ public:
 private:
     std::filesystem::path m_path;
     zn::Status m_failure;
-    int m_descriptor;
+    zn::FileDescriptor m_descriptor;
 };
 
-/// Raises a `StatusError` for `errno`: "<what> <path>: <the system's reason>."
-[[noreturn]] void throwFileFailure(zn::Status failure, const char* what, const std::filesystem::path& path);
+/// Raises a `StatusError` for the system's error number: "<what> <path>: <the system's reason>."
+[[noreturn]] void throwFileFailure(
+    zn::Status failure, const char* what, const std::filesystem::path& path, int reason = errno);
 
 /// Time of the last change in nanoseconds of Unix time.
 std::int64_t modifiedNanoseconds(const struct stat& status);

@@ -3,12 +3,13 @@
 #include "arkin/store/Codes.h"
 #include "arkin/store/Sha256.h"
 #include "base/Paths.h"
+#include "platform/AtomicFile.h"
 
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
-#include <random>
-#include <unistd.h>
+#include <soci/soci.h>
+#include <system_error>
 
 namespace arkin {
 
@@ -26,39 +27,6 @@ std::int64_t nowNs()
     return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch())
         .count();
 }
-
-fs::path temporaryName(const fs::path& target)
-{
-    std::random_device random;
-    return target.parent_path() / (".arkin-" + std::to_string(getpid()) + "-" + std::to_string(random()) + ".tmp");
-}
-
-/// Removes a temporary file unless it got its final name.
-class TemporaryFile {
-public:
-    explicit TemporaryFile(fs::path path)
-        : m_path(std::move(path))
-    {
-    }
-    ~TemporaryFile()
-    {
-        if (!m_path.empty())
-            unlink(m_path.c_str());
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    const fs::path& path() const { return m_path; }
-    void renameTo(const fs::path& target)
-    {
-        if (rename(m_path.c_str(), target.c_str()) != 0)
-            throwFileFailure(E_ARK_LOCAL_FILE_FAILED, "Could not write", target);
-        m_path.clear();
-    }
-
-private:
-    fs::path m_path;
-};
 
 void makeFolders(const fs::path& folder)
 {
@@ -179,16 +147,21 @@ std::optional<Content> LocalView::contentAt(const fs::path& path, const std::opt
 LocalCopy LocalView::write(const Place& place, const Content& content, const fs::path& path, bool readOnly)
 {
     makeFolders(path.parent_path());
-    TemporaryFile temporary(temporaryName(path));
     LocalCopy copy{place, content, 0};
-    {
-        FileHandle file(temporary.path(), O_WRONLY | O_CREAT | O_EXCL, E_ARK_LOCAL_FILE_FAILED);
-        m_archive.copyOut(content, file);
-        copy.modifiedNs = modifiedNanoseconds(file.status());
-        if (fchmod(file.get(), readOnly ? readOnlyMode : writableMode) != 0)
-            throwFileFailure(E_ARK_LOCAL_FILE_FAILED, "Could not set the rights of", temporary.path());
+    try {
+        zn::AtomicFile whole(path);
+        {
+            FileHandle file(whole.temporary(), O_WRONLY, E_ARK_LOCAL_FILE_FAILED);
+            m_archive.copyOut(content, file);
+            copy.modifiedNs = modifiedNanoseconds(file.status());
+            if (fchmod(file.get(), readOnly ? readOnlyMode : writableMode) != 0)
+                throwFileFailure(E_ARK_LOCAL_FILE_FAILED, "Could not set the rights of", whole.temporary());
+        }
+        // What is lost here with the machine's power is fetched again.
+        whole.commit(zn::AtomicFile::Sync::No);
+    } catch (const std::system_error& error) {
+        throwFileFailure(E_ARK_LOCAL_FILE_FAILED, "Could not write", path, error.code().value());
     }
-    temporary.renameTo(path);
     // A file that others may change at once has to be looked at again later.
     if (!readOnly)
         copy.modifiedNs = 0;

@@ -2,8 +2,7 @@
 
 #include "base/Object.h"
 #include "base/Text.h"
-
-#include <filesystem>
+#include "platform/SharedLibrary.h"
 
 namespace zn {
 
@@ -24,11 +23,11 @@ public:
     void unregisterServer() const;
 
 private:
-    void* symbol(const char* name) const;
+    template <class Function> Function symbol(const char* name) const;
     void callFunction(const char* name, const char* what) const;
 
-    std::filesystem::path m_library;
-    void* m_handle = nullptr;
+    std::filesystem::path m_file;
+    SharedLibrary m_library;
 };
 
 } // namespace zn

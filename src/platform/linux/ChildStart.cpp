@@ -1,6 +1,6 @@
 #include "platform/linux/ChildStart.h"
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/FileDescriptor.h"
 
 #include <cerrno>
 #include <csignal>

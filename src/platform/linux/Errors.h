@@ -3,7 +3,6 @@
 #include "base/Status.h"
 
 #include <string>
-#include <string_view>
 
 namespace zn {
 
@@ -13,8 +12,5 @@ Status systemStatus(int error);
 std::string systemText(int error);
 /// "`what`: the system's sentence." for the calling thread's `errno`.
 StatusError systemFailure(const std::string& what);
-
-/// Writes everything, going on after interruptions and short writes. False with `errno` set on a failure.
-bool writeAll(int file, std::string_view bytes);
 
 } // namespace zn

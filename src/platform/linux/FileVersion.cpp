@@ -1,7 +1,7 @@
 #include "platform/linux/FileVersion.h"
 
+#include "platform/FileDescriptor.h"
 #include "platform/FileVersionBlock.h"
-#include "platform/linux/FileDescriptor.h"
 
 #include <cstring>
 #include <elf.h>

@@ -3,9 +3,9 @@
 #include "base/Paths.h"
 #include "base/Status.h"
 #include "platform/AtomicFile.h"
+#include "platform/FileDescriptor.h"
 #include "platform/FileSystem.h"
 #include "platform/linux/Errors.h"
-#include "platform/linux/FileDescriptor.h"
 #include "platform/Registry.h"
 
 #include <cerrno>
@@ -75,15 +75,17 @@ void writeNewFile(const std::filesystem::path& folder, const std::string& name, 
     if (!file)
         throw systemFailure("The folder '" + folder.string() + "' takes no file");
     try {
-        if (!writeAll(file.number(), bytes) || ::fchmod(file.number(), readableByAll) != 0
-            || ::fsync(file.number()) != 0 || !file.close())
+        if (!file.writeAll(bytes) || ::fchmod(file.number(), readableByAll) != 0 || ::fsync(file.number()) != 0
+            || !file.close())
             throw systemFailure("A file in the folder '" + folder.string() + "' can't be written");
         publish(temporary, folder, name);
     } catch (...) {
         ::unlink(temporary.c_str());
         throw;
     }
-    syncFolder(folder);
+    if (const int number = syncPath(folder))
+        throw StatusError(systemStatus(number),
+            "The folder '" + folder.string() + "' could not be written to the disk: " + systemText(number) + ".");
 }
 
 } // namespace

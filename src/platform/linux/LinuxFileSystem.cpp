@@ -2,7 +2,7 @@
 
 #include "base/Paths.h"
 #include "platform/linux/Errors.h"
-#include "platform/linux/FileDescriptor.h"
+#include "platform/FileDescriptor.h"
 #include "platform/linux/NameLookup.h"
 #include "platform/Registry.h"
 
@@ -50,7 +50,7 @@ FileDescriptor openForWriting(const std::filesystem::path& path, int flags)
 bool writeWhole(const std::filesystem::path& path, int flags, const std::string& bytes)
 {
     FileDescriptor file = openForWriting(path, flags);
-    return noted(file && writeAll(file.number(), bytes) && file.close());
+    return noted(file && file.writeAll(bytes) && file.close());
 }
 
 bool copyBytes(int from, int to)

@@ -1,7 +1,7 @@
 #include "platform/linux/SocketPipe.h"
 
 #include "base/Paths.h"
-#include "platform/linux/FileDescriptor.h"
+#include "platform/FileDescriptor.h"
 
 #include <cerrno>
 #include <cstring>

@@ -2,6 +2,7 @@
 
 #include "base/Dates.h"
 #include "base/Paths.h"
+#include "platform/FileDescriptor.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -50,23 +51,17 @@ constexpr std::pair<int, Status> statuses[] = {
 
 class MachineFile : public OpenedFile {
 public:
-    MachineFile(std::filesystem::path path, int descriptor, bool append)
+    MachineFile(std::filesystem::path path, zn::FileDescriptor descriptor, bool append)
         : m_path(std::move(path))
-        , m_descriptor(descriptor)
+        , m_descriptor(std::move(descriptor))
         , m_append(append)
     {
     }
-    ~MachineFile() override
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-
     std::size_t read(char* buffer, std::size_t count) override
     {
         std::size_t done = 0;
         while (done < count) {
-            const ssize_t got = ::read(m_descriptor, buffer + done, count - done);
+            const ssize_t got = ::read(m_descriptor.number(), buffer + done, count - done);
             if (got < 0 && errno != EINTR)
                 raise(m_path, errno);
             if (got == 0)
@@ -78,43 +73,38 @@ public:
 
     void write(std::string_view bytes) override
     {
-        while (!bytes.empty()) {
-            const ssize_t put = ::write(m_descriptor, bytes.data(), bytes.size());
-            if (put < 0 && errno != EINTR)
-                raise(m_path, errno);
-            bytes.remove_prefix(put > 0 ? static_cast<std::size_t>(put) : 0);
-        }
+        if (!m_descriptor.writeAll(bytes))
+            raise(m_path, errno);
     }
 
     void seek(std::uint64_t position) override
     {
-        if (lseek(m_descriptor, static_cast<off_t>(position), SEEK_SET) < 0)
+        if (lseek(m_descriptor.number(), static_cast<off_t>(position), SEEK_SET) < 0)
             raise(m_path, errno);
     }
 
     std::uint64_t position() override
     {
-        return m_append ? size() : static_cast<std::uint64_t>(lseek(m_descriptor, 0, SEEK_CUR));
+        return m_append ? size() : static_cast<std::uint64_t>(lseek(m_descriptor.number(), 0, SEEK_CUR));
     }
 
     std::uint64_t size() override
     {
         struct stat found { };
-        if (fstat(m_descriptor, &found) != 0)
+        if (fstat(m_descriptor.number(), &found) != 0)
             raise(m_path, errno);
         return static_cast<std::uint64_t>(found.st_size);
     }
 
     void close() override
     {
-        const int descriptor = std::exchange(m_descriptor, -1);
-        if (descriptor >= 0 && ::close(descriptor) != 0)
+        if (!m_descriptor.close())
             raise(m_path, errno);
     }
 
 private:
     std::filesystem::path m_path;
-    int m_descriptor;
+    zn::FileDescriptor m_descriptor;
     bool m_append;
 };
 
@@ -180,10 +170,10 @@ std::unique_ptr<OpenedFile> MacroFiles::open(const Text& path, FileMode mode)
     const auto file = machine(path);
     if (mode != FileMode::Read && isReadOnly(file))
         raise(file, EACCES);
-    const int descriptor = ::open(file.c_str(), openFlags(mode) | O_CLOEXEC, 0666);
-    if (descriptor < 0)
+    zn::FileDescriptor descriptor(::open(file.c_str(), openFlags(mode) | O_CLOEXEC, 0666));
+    if (!descriptor)
         raise(file, errno);
-    return std::make_unique<MachineFile>(file, descriptor, mode == FileMode::Append);
+    return std::make_unique<MachineFile>(file, std::move(descriptor), mode == FileMode::Append);
 }
 
 bool MacroFiles::facts(const Text& path, FileFacts& facts) { return readFacts(machine(path), facts); }

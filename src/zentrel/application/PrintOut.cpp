@@ -8,8 +8,8 @@
 #include "zentrel/application/PageSetup.h"
 #include "zentrel/application/PartDoc.h"
 #include "zentrel/application/PrinterPaper.h"
-#include "zentrel/model/AtomicFile.h"
 #include "zentrel/model/DocumentError.h"
+#include "zentrel/model/WholeFile.h"
 
 #include "base/Paths.h"
 #include "platform/Printers.h"

@@ -1,4 +1,6 @@
 #include "zentrel/formats/KernelGuard.h"
+
+#include "platform/FileDescriptor.h"
 #include "zentrel/model/DocumentError.h"
 
 #include <array>
@@ -23,22 +25,12 @@ namespace {
 /// result or the sentence.
 constexpr char succeeded = '+';
 
-void writeAll(int pipe, const std::string& bytes)
-{
-    for (std::size_t done = 0; done < bytes.size();) {
-        const ssize_t count = write(pipe, bytes.data() + done, bytes.size() - done);
-        if (count < 0 && errno != EINTR)
-            return; // the parent has gone
-        done += count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-}
-
-std::string readAll(int pipe)
+std::string readAll(const zn::FileDescriptor& pipe)
 {
     std::string bytes;
     std::array<char, 65536> block;
     for (;;) {
-        const ssize_t count = read(pipe, block.data(), block.size());
+        const ssize_t count = read(pipe.number(), block.data(), block.size());
         if (count > 0)
             bytes.append(block.data(), static_cast<std::size_t>(count));
         else if (count == 0 || errno != EINTR)
@@ -111,26 +103,24 @@ std::string runInChild(const std::string& doing, const std::filesystem::path& fi
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
         throw DocumentError(ErrorKind::Kernel, std::string("No process can be started: ") + std::strerror(errno) + ".");
+    zn::FileDescriptor reader(ends[0]);
+    zn::FileDescriptor writer(ends[1]);
     // What waits in the output buffers would be written by both processes.
     std::fflush(stdout);
     std::cout.flush();
     const pid_t parent = getpid();
     const pid_t child = fork();
-    if (child < 0) {
-        const int number = errno;
-        close(ends[0]);
-        close(ends[1]);
-        throw DocumentError(
-            ErrorKind::Kernel, std::string("No process can be started: ") + std::strerror(number) + ".");
-    }
+    if (child < 0)
+        throw DocumentError(ErrorKind::Kernel, std::string("No process can be started: ") + std::strerror(errno) + ".");
     if (child == 0) {
         limitChild(parent, limit);
-        writeAll(ends[1], answerOf(doing, file, work));
+        // Fails when the parent has gone, and then nobody waits.
+        [[maybe_unused]] const bool written = writer.writeAll(answerOf(doing, file, work));
         _exit(0);
     }
-    close(ends[1]);
-    std::string answer = readAll(ends[0]);
-    close(ends[0]);
+    writer.close();
+    std::string answer = readAll(reader);
+    reader.close();
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) { }
     if (WIFSIGNALED(status) || answer.empty())

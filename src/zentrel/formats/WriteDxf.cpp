@@ -1,6 +1,6 @@
 #include "zentrel/formats/SheetPicture.h"
 #include "zentrel/formats/WriteDrawing.h"
-#include "zentrel/model/AtomicFile.h"
+#include "zentrel/model/WholeFile.h"
 
 #include <cmath>
 #include <fmt/format.h>

@@ -1,6 +1,6 @@
 #include "zentrel/formats/PdfCanvas.h"
 #include "zentrel/formats/WriteDrawing.h"
-#include "zentrel/model/AtomicFile.h"
+#include "zentrel/model/WholeFile.h"
 
 #include <fmt/format.h>
 

@@ -1,8 +1,8 @@
 #include "zentrel/formats/CafModel.h"
 #include "zentrel/formats/KernelGuard.h"
 #include "zentrel/formats/Write.h"
-#include "zentrel/model/AtomicFile.h"
 #include "zentrel/model/DocumentError.h"
+#include "zentrel/model/WholeFile.h"
 
 #include <APIHeaderSection_MakeHeader.hxx>
 #include <fmt/format.h>

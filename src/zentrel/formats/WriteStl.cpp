@@ -1,7 +1,7 @@
 #include "zentrel/formats/Triangles.h"
 #include "zentrel/formats/Write.h"
-#include "zentrel/model/AtomicFile.h"
 #include "zentrel/model/DocumentError.h"
+#include "zentrel/model/WholeFile.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "zentrel/formats/Triangles.h"
 #include "zentrel/formats/Write.h"
-#include "zentrel/model/AtomicFile.h"
+#include "zentrel/model/WholeFile.h"
 
 #include <fmt/format.h>
 #include <iterator>

@@ -1,7 +1,7 @@
 #include "zentrel/model/Archive.h"
 
-#include "zentrel/model/AtomicFile.h"
 #include "zentrel/model/DocumentError.h"
+#include "zentrel/model/WholeFile.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -95,25 +95,25 @@ std::string ArchiveReader::entry(const std::string& name) const
 
 void writeArchive(const std::map<std::string, std::string>& entries, const std::filesystem::path& target)
 {
-    AtomicFile file(target);
-    int number = 0;
-    zip* archive = zip_open(file.temporary().c_str(), ZIP_CREATE | ZIP_TRUNCATE, &number);
-    if (!archive)
-        raiseNotWritable(target, errno);
-    try {
-        for (const auto& [name, content] : entries)
-            addEntry(archive, name, content, target);
-    } catch (...) {
-        zip_discard(archive);
-        throw;
-    }
-    if (zip_close(archive) != 0) {
-        const std::string reason = zip_strerror(archive);
-        zip_discard(archive);
-        throw DocumentError(
-            ErrorKind::NotWritable, "The file " + quoted(target) + " can't be written: " + reason + ".");
-    }
-    file.commit(true);
+    writeWhole(target, zn::AtomicFile::Sync::Yes, [&](zn::AtomicFile& file) {
+        int number = 0;
+        zip* archive = zip_open(file.temporary().c_str(), ZIP_CREATE | ZIP_TRUNCATE, &number);
+        if (!archive)
+            raiseNotWritable(target, errno);
+        try {
+            for (const auto& [name, content] : entries)
+                addEntry(archive, name, content, target);
+        } catch (...) {
+            zip_discard(archive);
+            throw;
+        }
+        if (zip_close(archive) != 0) {
+            const std::string reason = zip_strerror(archive);
+            zip_discard(archive);
+            throw DocumentError(
+                ErrorKind::NotWritable, "The file " + quoted(target) + " can't be written: " + reason + ".");
+        }
+    });
 }
 
 } // namespace zentrel

@@ -4,6 +4,7 @@
 #include "zentrel/model/DocumentError.h"
 #include "zentrel/model/Manifest.h"
 
+#include <nlohmann/json.hpp>
 #include <Standard_Failure.hxx>
 
 namespace zentrel {

@@ -2,6 +2,8 @@
 
 #include "zentrel/model/Manifest.h"
 
+#include <nlohmann/json.hpp>
+
 namespace zentrel {
 
 std::string packPart(const PartDocument& part)

@@ -156,7 +156,7 @@ TEST_F(InstallationTest, SaysWhyAClosedLibraryIsNotThere)
     EXPECT_THAT(loadFailure(u"no-such-library.so"), HasSubstr("no-such-library.so"));
 
     SettingsLight paths = settings();
-    void* other = loadLibrary(paths, files, u"libm.so.6");
+    const SharedLibrary other = loadLibrary(paths, files, u"libm.so.6");
     EXPECT_NE(libraryFunction(other, u"libm.so.6", "cos"), nullptr) << "other libraries load in the ordinary way";
     EXPECT_THROW(libraryFunction(other, u"libm.so.6", "lexmgrLibrary"), StatusError);
 }

@@ -1,14 +1,16 @@
 #pragma once
 
+#include <string_view>
 #include <unistd.h>
 #include <utility>
 
 namespace zn {
 
-/// Owns an open file; -1 is none.
+/// Owns an open file, socket or pipe end; -1 is none.
 class FileDescriptor {
 public:
-    explicit FileDescriptor(int number = -1)
+    FileDescriptor() = default;
+    explicit FileDescriptor(int number)
         : m_number(number)
     {
     }
@@ -25,11 +27,14 @@ public:
 
     explicit operator bool() const { return m_number >= 0; }
     int number() const { return m_number; }
-    /// False if the system reports a late write failure.
+    /// False, with `errno` set, if the system reports a late write failure.
     bool close() { return m_number < 0 || ::close(std::exchange(m_number, -1)) == 0; }
 
+    /// Writes everything, going on after interruptions and short writes. False with `errno` set on a failure.
+    bool writeAll(std::string_view bytes) const;
+
 private:
-    int m_number;
+    int m_number = -1;
 };
 
 } // namespace zn
