@@ -3,6 +3,7 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 namespace zn::automation {
@@ -188,5 +189,21 @@ const Json& member(const Json& parent, const char* name)
             return *found;
     throw ProtocolError(std::string("the field '") + name + "' is missing");
 }
+
+template <class Integer> Integer integer(const Json& form)
+{
+    if (form.is_number_unsigned() && std::in_range<Integer>(form.get<std::uint64_t>()))
+        return static_cast<Integer>(form.get<std::uint64_t>());
+    if (form.is_number_integer() && !form.is_number_unsigned() && std::in_range<Integer>(form.get<std::int64_t>()))
+        return static_cast<Integer>(form.get<std::int64_t>());
+    throw ProtocolError("a number is missing or out of its range");
+}
+
+template std::uint8_t integer(const Json& form);
+template std::int16_t integer(const Json& form);
+template std::uint16_t integer(const Json& form);
+template std::int32_t integer(const Json& form);
+template std::uint32_t integer(const Json& form);
+template std::uint64_t integer(const Json& form);
 
 } // namespace zn::automation

@@ -2,7 +2,7 @@
 
 #include "base/Value.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <stdexcept>
 
 namespace zn::automation {
@@ -38,13 +38,6 @@ Text decodeText(const Json& form);
 /// A member of a JSON object; raises `ProtocolError` naming it if it is missing or `parent` is no object.
 const Json& member(const Json& parent, const char* name);
 /// An integer within the limits of `Integer`; raises `ProtocolError` otherwise.
-template <class Integer> Integer integer(const Json& form)
-{
-    if (form.is_number_unsigned() && std::in_range<Integer>(form.get<std::uint64_t>()))
-        return static_cast<Integer>(form.get<std::uint64_t>());
-    if (form.is_number_integer() && !form.is_number_unsigned() && std::in_range<Integer>(form.get<std::int64_t>()))
-        return static_cast<Integer>(form.get<std::int64_t>());
-    throw ProtocolError("a number is missing or out of its range");
-}
+template <class Integer> Integer integer(const Json& form);
 
 } // namespace zn::automation

@@ -3,7 +3,7 @@
 #include "zentrel/model/Container.h"
 #include "zentrel/model/ShapeStreams.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 /// Documents as the JSON text of a container's manifest. docs/documents.md tells the members.
 namespace zentrel::manifest {
