@@ -19,12 +19,27 @@ struct FileAttributes {
     std::int64_t modified = 0;
 };
 
+/// How an operation went: true if it was done.
+struct FileResult {
+    bool done = false;
+    /// Why it wasn't, in the operating system's words without a full stop: "No space left on device".
+    Text reason;
+
+    explicit operator bool() const { return done; }
+};
+
+/// A file's bytes; none with the reason, as above.
+struct FileBytes : std::optional<std::string> {
+    using optional::optional;
+    Text reason;
+};
+
 /// Backslash paths on this machine. A drive map turns them into the machine's own: `Z:` is the root of the file
 /// system, further drives come from the registry key "Software\Arkin\Drives" of the user (value name the letter,
 /// value the machine's folder). A component that exists in another spelling of its case is found; one that doesn't
 /// exist keeps the spelling it was given. A relative path is resolved by the process's current folder.
 ///
-/// Operations return false (or none) when the thing isn't there or can't be done, and say why by `lastError`.
+/// Operations return false (or none) when the thing isn't there or can't be done.
 class FileSystem {
 public:
     virtual ~FileSystem() = default;
@@ -37,34 +52,31 @@ public:
 
     virtual std::optional<FileAttributes> attributes(TextView path) = 0;
     bool fileExists(TextView path);
-    virtual bool setReadOnly(TextView path, bool readOnly) = 0;
+    virtual FileResult setReadOnly(TextView path, bool readOnly) = 0;
     /// True if the file is gone afterwards, also if it never was there. A read-only file is not removed.
-    virtual bool removeFile(TextView path) = 0;
+    virtual FileResult removeFile(TextView path) = 0;
     /// Renames a file; an existing destination is a failure.
-    virtual bool renameFile(TextView from, TextView to) = 0;
+    virtual FileResult renameFile(TextView from, TextView to) = 0;
     /// Copies a file with its content only; an existing destination is overwritten.
-    virtual bool copyFile(TextView from, TextView to) = 0;
+    virtual FileResult copyFile(TextView from, TextView to) = 0;
     /// Creates one folder whose parent exists. False if it exists already or can't be made.
-    virtual bool createFolder(TextView path) = 0;
+    virtual FileResult createFolder(TextView path) = 0;
     /// Creates the folder with its parents; true only if the last one was created by this call.
-    virtual bool createFolders(TextView path) = 0;
+    virtual FileResult createFolders(TextView path) = 0;
     /// Names in a folder, in no order.
     virtual std::vector<Text> list(TextView folder) = 0;
 
-    virtual std::optional<std::string> readBytes(TextView path) = 0;
+    virtual FileBytes readBytes(TextView path) = 0;
     /// Creates or replaces the file.
-    virtual bool writeBytes(TextView path, const std::string& bytes) = 0;
+    virtual FileResult writeBytes(TextView path, const std::string& bytes) = 0;
     /// Writes at the end of the file, creating it if missing.
-    virtual bool appendBytes(TextView path, const std::string& bytes) = 0;
+    virtual FileResult appendBytes(TextView path, const std::string& bytes) = 0;
 
     /// The user's temporary folder, without a trailing separator.
     virtual Text temporaryFolder() = 0;
     /// A name in `folder` that begins with `prefix` and ends in ".tmp", made as an empty file, so that it is free.
     /// Raises `StatusError` if the folder takes no file.
     virtual Text temporaryFile(TextView folder, TextView prefix) = 0;
-
-    /// The operating system's sentence for the last failure of this thread, such as "No space left on device".
-    virtual Text lastError() = 0;
 };
 
 } // namespace zn

@@ -59,8 +59,8 @@ TEST_F(FileSystemTest, MapsDrivesByTheRegistryAndSaysWhenOneIsMissing)
         RegistryValue::text(toText((folder / "Vault").string())), {});
     EXPECT_EQ(files.toMachine(u"c:\\A.txt"), folder / "Vault/A.txt");
     EXPECT_FALSE(files.attributes(u"Q:\\a"));
-    EXPECT_EQ(
-        files.lastError(), u"The drive Q: isn't mapped. Name its folder in the registry key Software\\Arkin\\Drives.");
+    EXPECT_EQ(files.readBytes(u"Q:\\a").reason,
+        u"The drive Q: isn't mapped. Name its folder in the registry key Software\\Arkin\\Drives.");
     for (const char16_t* path : {u"Q:\\a", u"\\\\server\\share\\a", u""})
         EXPECT_THROW(files.toMachine(path), StatusError) << toUtf8(path);
     EXPECT_EQ(files.fromMachine("/a/../b c/ü"), u"Z:\\b c\\ü");
@@ -77,16 +77,14 @@ TEST_F(FileSystemTest, WritesCopiesRenamesAndRemoves)
     EXPECT_TRUE(files.writeBytes(at(u"long.txt"), "something longer"));
     EXPECT_TRUE(files.copyFile(at(u"a.txt"), at(u"long.txt")));
     EXPECT_EQ(files.readBytes(at(u"Long.txt")), "onetwo");
-    EXPECT_FALSE(files.renameFile(at(u"a.txt"), at(u"LONG.TXT")));
-    EXPECT_EQ(files.lastError(), u"File exists");
+    EXPECT_EQ(files.renameFile(at(u"a.txt"), at(u"LONG.TXT")).reason, u"File exists");
     EXPECT_TRUE(files.renameFile(at(u"a.txt"), at(u"A.Txt")));
     EXPECT_EQ(content("A.Txt"), "onetwo");
     EXPECT_TRUE(files.createFolder(at(u"sub")));
     EXPECT_FALSE(files.createFolder(at(u"SUB")));
     EXPECT_TRUE(files.createFolders(at(u"Sub\\x\\y")));
     EXPECT_FALSE(files.createFolders(at(u"sub\\X\\Y")));
-    EXPECT_FALSE(files.writeBytes(at(u"none\\a.txt"), ""));
-    EXPECT_EQ(files.lastError(), u"No such file or directory");
+    EXPECT_EQ(files.writeBytes(at(u"none\\a.txt"), "").reason, u"No such file or directory");
     std::ofstream(folder / "not\\ours") << "";
     std::filesystem::remove(folder / "registry.sqlite-wal");
     std::filesystem::remove(folder / "registry.sqlite-shm");
@@ -106,8 +104,7 @@ TEST_F(FileSystemTest, LeavesReadOnlyFilesAlone)
     EXPECT_FALSE(files.removeFile(at(u"kept.txt")));
     EXPECT_FALSE(files.writeBytes(at(u"kept.txt"), "new"));
     EXPECT_FALSE(files.appendBytes(at(u"kept.txt"), "new"));
-    EXPECT_FALSE(files.copyFile(at(u"other.txt"), at(u"kept.txt")));
-    EXPECT_EQ(files.lastError(), u"Permission denied");
+    EXPECT_EQ(files.copyFile(at(u"other.txt"), at(u"kept.txt")).reason, u"Permission denied");
     EXPECT_EQ(content("kept.txt"), "kept");
     EXPECT_TRUE(files.setReadOnly(at(u"kept.txt"), false));
     EXPECT_TRUE(files.removeFile(at(u"kept.txt")));

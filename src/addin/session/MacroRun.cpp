@@ -59,8 +59,8 @@ Text ZNManager::writeMacroFile(const Text& macroText, Status& status)
         throw StatusError(E_FAIL, "The path of the temporary folder is too long for a macro file.");
     const Text temporary = files.temporaryFile(folder, temporaryPrefix);
     const FileRemoval removal(files, temporary);
-    if (!files.writeBytes(temporary, macroBytes(macroText)))
-        throw StatusError(E_FAIL, "The macro file could not be written: " + toUtf8(files.lastError()) + ".");
+    if (const FileResult written = files.writeBytes(temporary, macroBytes(macroText)); !written)
+        throw StatusError(E_FAIL, "The macro file could not be written: " + toUtf8(written.reason) + ".");
     const Text macroFile = pathWithExtension(temporary, macroExtension);
     if (!files.removeFile(macroFile) || !files.renameFile(temporary, macroFile))
         status = E_FAIL;

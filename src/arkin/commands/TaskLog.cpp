@@ -52,8 +52,8 @@ private:
         }
         const auto bytes = files.readBytes(path);
         if (!bytes)
-            throw zn::StatusError(zn::E_FAIL,
-                "The log " + session.shown(path) + " can't be read: " + zn::toUtf8(files.lastError()) + ".");
+            throw zn::StatusError(
+                zn::E_FAIL, "The log " + session.shown(path) + " can't be read: " + zn::toUtf8(bytes.reason) + ".");
         return zn::toUtf8(zn::fromCodePage(*bytes));
     }
 

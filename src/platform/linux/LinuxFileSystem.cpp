@@ -1,8 +1,8 @@
 #include "platform/linux/LinuxFileSystem.h"
 
 #include "base/Paths.h"
-#include "platform/linux/Errors.h"
 #include "platform/FileDescriptor.h"
+#include "platform/linux/Errors.h"
 #include "platform/linux/NameLookup.h"
 #include "platform/Registry.h"
 
@@ -20,15 +20,16 @@ namespace {
 constexpr TextView drivesKey = u"Software\\Arkin\\Drives";
 constexpr mode_t writeBits = S_IWUSR | S_IWGRP | S_IWOTH;
 
-/// Why the last operation of this thread failed.
-thread_local std::string lastFailure;
+/// With the system's reason for a failure.
+FileResult noted(bool success) { return success ? FileResult{true, {}} : FileResult{false, toText(systemText(errno))}; }
 
-/// Keeps the system's reason for a failure and passes the result on.
-bool noted(bool success)
+/// The result of an operation that couldn't begin.
+template <class Result> Result undone(const std::string& reason)
 {
-    if (!success)
-        lastFailure = systemText(errno);
-    return success;
+    Result result;
+    if constexpr (requires { result.reason; })
+        result.reason = toText(reason);
+    return result;
 }
 
 bool isReadOnly(const std::filesystem::path& path)
@@ -47,7 +48,7 @@ FileDescriptor openForWriting(const std::filesystem::path& path, int flags)
     return FileDescriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, 0666));
 }
 
-bool writeWhole(const std::filesystem::path& path, int flags, const std::string& bytes)
+FileResult writeWhole(const std::filesystem::path& path, int flags, const std::string& bytes)
 {
     FileDescriptor file = openForWriting(path, flags);
     return noted(file && file.writeAll(bytes) && file.close());
@@ -150,21 +151,21 @@ Text LinuxFileSystem::fromMachine(const std::filesystem::path& path)
 template <class Work>
 auto LinuxFileSystem::onMachine(TextView path, const Work& work) -> decltype(work(std::filesystem::path()))
 {
+    using Result = decltype(work(std::filesystem::path()));
     try {
         return work(toMachine(path));
     } catch (const StatusError& failure) {
-        lastFailure = failure.what();
+        return undone<Result>(failure.what());
     } catch (const std::filesystem::filesystem_error& failure) {
-        lastFailure = failure.code().message();
+        return undone<Result>(failure.code().message());
     }
-    return {};
 }
 
 std::optional<FileAttributes> LinuxFileSystem::attributes(TextView path)
 {
     return onMachine(path, [](const std::filesystem::path& file) -> std::optional<FileAttributes> {
         struct stat status { };
-        if (!noted(::stat(file.c_str(), &status) == 0))
+        if (::stat(file.c_str(), &status) != 0)
             return std::nullopt;
         FileAttributes result;
         result.readOnly = (status.st_mode & writeBits) == 0;
@@ -175,18 +176,18 @@ std::optional<FileAttributes> LinuxFileSystem::attributes(TextView path)
     });
 }
 
-bool LinuxFileSystem::setReadOnly(TextView path, bool readOnly)
+FileResult LinuxFileSystem::setReadOnly(TextView path, bool readOnly)
 {
     return onMachine(path, [readOnly](const std::filesystem::path& file) {
         struct stat status { };
-        if (!noted(::stat(file.c_str(), &status) == 0))
-            return false;
+        if (::stat(file.c_str(), &status) != 0)
+            return noted(false);
         const mode_t mode = readOnly ? status.st_mode & ~writeBits : status.st_mode | S_IWUSR;
         return noted(::chmod(file.c_str(), mode & 07777) == 0);
     });
 }
 
-bool LinuxFileSystem::removeFile(TextView path)
+FileResult LinuxFileSystem::removeFile(TextView path)
 {
     return onMachine(path, [](const std::filesystem::path& file) {
         if (isReadOnly(file)) {
@@ -197,7 +198,7 @@ bool LinuxFileSystem::removeFile(TextView path)
     });
 }
 
-bool LinuxFileSystem::renameFile(TextView from, TextView to)
+FileResult LinuxFileSystem::renameFile(TextView from, TextView to)
 {
     return onMachine(from, [this, to](const std::filesystem::path& source) {
         std::filesystem::path destination = toMachine(to);
@@ -205,39 +206,38 @@ bool LinuxFileSystem::renameFile(TextView from, TextView to)
         if (destination == source)
             destination.replace_filename(toUtf8(pathFileName(to)));
         if (destination == source)
-            return true;
+            return noted(true);
         return noted(::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, destination.c_str(), RENAME_NOREPLACE) == 0);
     });
 }
 
-bool LinuxFileSystem::copyFile(TextView from, TextView to)
+FileResult LinuxFileSystem::copyFile(TextView from, TextView to)
 {
     return onMachine(from, [this, to](const std::filesystem::path& source) {
         const FileDescriptor input(::open(source.c_str(), O_RDONLY | O_CLOEXEC));
-        if (!noted(bool(input)))
-            return false;
+        if (!input)
+            return noted(false);
         const std::filesystem::path destination = toMachine(to);
         if (destination == source)
-            return true;
+            return noted(true);
         FileDescriptor output = openForWriting(destination, O_TRUNC);
         return noted(output && copyBytes(input.number(), output.number()) && output.close());
     });
 }
 
-bool LinuxFileSystem::createFolder(TextView path)
+FileResult LinuxFileSystem::createFolder(TextView path)
 {
     return onMachine(
         path, [](const std::filesystem::path& folder) { return noted(::mkdir(folder.c_str(), 0777) == 0); });
 }
 
-bool LinuxFileSystem::createFolders(TextView path)
+FileResult LinuxFileSystem::createFolders(TextView path)
 {
     return onMachine(path, [](const std::filesystem::path& folder) {
         std::error_code failure;
-        const bool created = std::filesystem::create_directories(folder, failure);
-        if (failure || !created)
-            lastFailure = failure ? failure.message() : systemText(EEXIST);
-        return created && !failure;
+        if (std::filesystem::create_directories(folder, failure))
+            return FileResult{true, {}};
+        return FileResult{false, toText(failure ? failure.message() : systemText(EEXIST))};
     });
 }
 
@@ -255,22 +255,22 @@ std::vector<Text> LinuxFileSystem::list(TextView folder)
     });
 }
 
-std::optional<std::string> LinuxFileSystem::readBytes(TextView path)
+FileBytes LinuxFileSystem::readBytes(TextView path)
 {
-    return onMachine(path, [](const std::filesystem::path& place) -> std::optional<std::string> {
+    return onMachine(path, [](const std::filesystem::path& place) {
         const FileDescriptor file(::open(place.c_str(), O_RDONLY | O_CLOEXEC));
-        auto bytes = file ? readWhole(file.number()) : std::nullopt;
-        noted(bytes.has_value());
-        return bytes;
+        if (auto bytes = file ? readWhole(file.number()) : std::nullopt)
+            return FileBytes(std::move(*bytes));
+        return undone<FileBytes>(systemText(errno));
     });
 }
 
-bool LinuxFileSystem::writeBytes(TextView path, const std::string& bytes)
+FileResult LinuxFileSystem::writeBytes(TextView path, const std::string& bytes)
 {
     return onMachine(path, [&bytes](const std::filesystem::path& place) { return writeWhole(place, O_TRUNC, bytes); });
 }
 
-bool LinuxFileSystem::appendBytes(TextView path, const std::string& bytes)
+FileResult LinuxFileSystem::appendBytes(TextView path, const std::string& bytes)
 {
     return onMachine(path, [&bytes](const std::filesystem::path& place) { return writeWhole(place, O_APPEND, bytes); });
 }
@@ -291,7 +291,5 @@ Text LinuxFileSystem::temporaryFile(TextView folder, TextView prefix)
         throw systemFailure("The folder '" + toUtf8(folder) + "' takes no temporary file");
     return pathAppend(folder, toText(name.substr(name.rfind('/') + 1)));
 }
-
-Text LinuxFileSystem::lastError() { return toText(lastFailure); }
 
 } // namespace zn

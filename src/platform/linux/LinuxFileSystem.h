@@ -20,19 +20,18 @@ public:
     std::filesystem::path toMachine(TextView path) override;
     Text fromMachine(const std::filesystem::path& path) override;
     std::optional<FileAttributes> attributes(TextView path) override;
-    bool setReadOnly(TextView path, bool readOnly) override;
-    bool removeFile(TextView path) override;
-    bool renameFile(TextView from, TextView to) override;
-    bool copyFile(TextView from, TextView to) override;
-    bool createFolder(TextView path) override;
-    bool createFolders(TextView path) override;
+    FileResult setReadOnly(TextView path, bool readOnly) override;
+    FileResult removeFile(TextView path) override;
+    FileResult renameFile(TextView from, TextView to) override;
+    FileResult copyFile(TextView from, TextView to) override;
+    FileResult createFolder(TextView path) override;
+    FileResult createFolders(TextView path) override;
     std::vector<Text> list(TextView folder) override;
-    std::optional<std::string> readBytes(TextView path) override;
-    bool writeBytes(TextView path, const std::string& bytes) override;
-    bool appendBytes(TextView path, const std::string& bytes) override;
+    FileBytes readBytes(TextView path) override;
+    FileResult writeBytes(TextView path, const std::string& bytes) override;
+    FileResult appendBytes(TextView path, const std::string& bytes) override;
     Text temporaryFolder() override;
     Text temporaryFile(TextView folder, TextView prefix) override;
-    Text lastError() override;
 
 private:
     std::filesystem::path driveRoot(char16_t letter);

@@ -29,7 +29,7 @@ MacroOutcome runMacro(Application& application, const Text& file, const Text& mo
     const auto bytes = files.readBytes(file);
     if (!bytes)
         return fail(
-            Reason::OpenFailed, fmt::format("The macro '{}' cannot be read: {}.", name, zn::toUtf8(files.lastError())));
+            Reason::OpenFailed, fmt::format("The macro '{}' cannot be read: {}.", name, zn::toUtf8(bytes.reason)));
     if (!zn::equalNoCase(module, moduleName))
         return fail(Reason::InvalidProcedureName,
             fmt::format("The macro '{}' has no module '{}'; its one module is 'ZNMacro1'.", name, zn::toUtf8(module)));
