@@ -8,6 +8,7 @@
 #include "arkin/store/Vault.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/SqliteRegistry.h"
+#include "platform/Sqlite.h"
 #include "tests/support/ExpectStatus.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -58,7 +59,7 @@ public:
         : m_view(folder / "view")
         , m_registry(folder / "registry.sqlite")
         , m_files(m_registry)
-        , store(Database::sqliteConnection(folder / "vault.db"), folder / "archive", m_files, clock)
+        , store(zn::sqliteConnection(folder / "vault.db"), folder / "archive", m_files, clock)
         , vault(store, openOrCreate(), Caller{user, "bench"})
     {
     }

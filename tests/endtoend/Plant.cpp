@@ -1,6 +1,7 @@
 #include "tests/endtoend/Plant.h"
 
 #include "contracts/host/ArkBatch.h"
+#include "platform/Sqlite.h"
 
 #include <algorithm>
 #include <QDialogButtonBox>
@@ -35,7 +36,7 @@ Plant::Plant()
         + toUtf8(machine.files().fromMachine(folder / "prints")) + "'");
     std::filesystem::create_directory(folder / "prints");
 
-    m_store = std::make_unique<arkin::Store>(arkin::Database::sqliteConnection(machine.home().databaseFile()),
+    m_store = std::make_unique<arkin::Store>(sqliteConnection(machine.home().databaseFile()),
         machine.home().archiveFolder(), machine.files(), machine.clock());
     m_vault = std::make_unique<arkin::Vault>(*m_store, *m_store->findVault(u"Plant"));
     m_desktop = std::make_unique<arkin::HostDesktop>(arkin::Display{"offscreen", {}}, true);

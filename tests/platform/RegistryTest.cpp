@@ -37,13 +37,15 @@ TEST(SqliteRegistryTest, KeepsKeysAndValuesForTheNextProcess)
         registry.createKey(user, u"\\software\\ZENTREL\\\\a\\", {});
         registry.write(user, u"SOFTWARE\\zentrel\\b", u"Count", RegistryValue::number(1), {});
         registry.write(user, u"SOFTWARE\\zentrel\\b", u"COUNT", RegistryValue::number(2), {});
+        registry.write(user, u"SOFTWARE\\zentrel\\b", u"Nothing", {RegistryType::Binary, {}}, {});
     }
     SqliteRegistry registry(folder / "registry.sqlite");
     EXPECT_THAT(registry.subKeys(user, u"software\\zentrel", {}), ElementsAre(u"a", u"B"));
     EXPECT_THAT(registry.subKeys(user, u"", {}), ElementsAre(u"Software"));
-    EXPECT_THAT(registry.valueNames(user, u"Software\\Zentrel\\B", {}), ElementsAre(u"", u"Count"));
+    EXPECT_THAT(registry.valueNames(user, u"Software\\Zentrel\\B", {}), ElementsAre(u"", u"Count", u"Nothing"));
     EXPECT_EQ(registry.read(user, u"software\\zentrel\\B", u"", {})->asText(), u"\u00C4 one");
     EXPECT_EQ(registry.read(user, u"software\\zentrel\\B", u"count", {})->asNumber(), 2);
+    EXPECT_EQ(registry.read(user, u"Software\\Zentrel\\b", u"nothing", {}), (RegistryValue{RegistryType::Binary, {}}));
     EXPECT_EQ(registry.read(user, u"Software\\Zentrel\\a", u"", {}), std::nullopt);
 }
 

@@ -4,6 +4,7 @@
 #include "base/Paths.h"
 
 #include <fcntl.h>
+#include <soci/soci.h>
 #include <unordered_map>
 #include <unordered_set>
 

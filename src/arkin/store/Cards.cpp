@@ -3,6 +3,8 @@
 #include "arkin/store/Codes.h"
 #include "arkin/store/Folders.h"
 
+#include <soci/soci.h>
+
 namespace arkin {
 
 std::vector<Variable> Cards::variables()

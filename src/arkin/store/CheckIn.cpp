@@ -4,6 +4,7 @@
 #include "arkin/store/Codes.h"
 
 #include <algorithm>
+#include <soci/soci.h>
 #include <unistd.h>
 #include <unordered_map>
 #include <unordered_set>

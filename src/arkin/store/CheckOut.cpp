@@ -3,6 +3,8 @@
 #include "arkin/store/Codes.h"
 #include "arkin/store/GetFiles.h"
 
+#include <soci/soci.h>
+
 namespace arkin {
 
 namespace {

@@ -1,6 +1,5 @@
 #include "arkin/store/Codes.h"
-
-#include "arkin/store/Sqlite.h"
+#include "platform/Sqlite.h"
 
 #include <new>
 #include <soci/error.h>
@@ -72,7 +71,7 @@ Failure currentFailure()
     } catch (const zn::StatusError& error) {
         return error.what()[0] ? Failure{error.status(), error.what()} : tableFailure(error.status());
     } catch (const soci::soci_error& error) {
-        if (isSqliteDiskFull(error))
+        if (zn::isSqliteDiskFull(error))
             return {E_ARK_DISK_FULL, "The disk that holds the vault's database is full."};
         return {E_ARK_DATABASE, "The vault's database reported a failure: " + error.get_error_message() + "."};
     } catch (const std::bad_alloc&) {

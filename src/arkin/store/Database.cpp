@@ -1,10 +1,9 @@
 #include "arkin/store/Database.h"
 
 #include "arkin/store/Codes.h"
-#include "arkin/store/Sqlite.h"
+#include "platform/Sqlite.h"
 
-#include <mutex>
-#include <soci/sqlite3/soci-sqlite3.h>
+#include <soci/soci.h>
 
 namespace arkin {
 
@@ -19,24 +18,18 @@ const char* const foundation[] = {
     "INSERT INTO write_turn (id, turn) SELECT 1, 0 WHERE NOT EXISTS (SELECT 1 FROM write_turn)",
 };
 
-/// Once a process: a second registration would unload the backend, which an open connection forbids.
-void registerBackends()
-{
-    static std::once_flag done;
-    std::call_once(done, soci::register_factory_sqlite3);
-}
+constexpr zn::SqliteSetting setting{.longestWait = std::chrono::minutes(10), .syncCommits = true};
 
 } // namespace
 
 Database::Database(const std::string& connection)
     : m_connection(connection)
+    , m_session(std::make_unique<soci::session>())
 {
     try {
-        registerBackends();
-        m_session.open(connection);
-        prepareSqlite(m_session);
+        zn::openDatabase(session(), connection, setting);
         for (const char* statement : foundation)
-            m_session << statement;
+            session() << statement;
     } catch (const soci::soci_error& error) {
         throw zn::StatusError(
             E_ARK_DATABASE, "The vault's database could not be opened: " + error.get_error_message() + ".");
@@ -45,29 +38,20 @@ Database::Database(const std::string& connection)
 
 Database::~Database() = default;
 
-std::string Database::sqliteConnection(const std::filesystem::path& file)
-{
-    if (file.string().find('"') != std::string::npos)
-        throw zn::StatusError(E_ARK_DATABASE,
-            "The database cannot stand in a folder with a quotation mark in its name: " + file.string()
-                + ". Choose another folder.");
-    return "sqlite3://db=\"" + file.string() + "\"";
-}
-
 std::int32_t Database::allocateIds(const std::string& sequence, std::int32_t count)
 {
     if (!m_inTransaction)
         throw zn::StatusError(zn::E_UNEXPECTED, "Ids are given inside a transaction only.");
     long long next = 1;
-    m_session << "SELECT next_id FROM next_ids WHERE sequence = :s", soci::use(sequence), soci::into(next);
-    const bool known = m_session.got_data();
+    session() << "SELECT next_id FROM next_ids WHERE sequence = :s", soci::use(sequence), soci::into(next);
+    const bool known = session().got_data();
     const long long after = next + count;
     if (after > INT32_MAX)
         throw zn::StatusError(E_ARK_DATABASE, "The vault has no free number left for " + sequence + ".");
     if (known)
-        m_session << "UPDATE next_ids SET next_id = :n WHERE sequence = :s", soci::use(after), soci::use(sequence);
+        session() << "UPDATE next_ids SET next_id = :n WHERE sequence = :s", soci::use(after), soci::use(sequence);
     else
-        m_session << "INSERT INTO next_ids (sequence, next_id) VALUES (:s, :n)", soci::use(sequence), soci::use(after);
+        session() << "INSERT INTO next_ids (sequence, next_id) VALUES (:s, :n)", soci::use(sequence), soci::use(after);
     return static_cast<std::int32_t>(next);
 }
 
@@ -76,12 +60,12 @@ Transaction::Transaction(Database& database, Kind kind)
 {
     if (database.m_inTransaction)
         throw zn::StatusError(zn::E_UNEXPECTED, "A transaction is open on this connection already.");
-    database.m_session.begin();
+    database.session().begin();
     database.m_inTransaction = m_open = true;
     if (kind == Kind::Read)
         return;
     try {
-        database.m_session << "UPDATE write_turn SET turn = turn + 1";
+        database.session() << "UPDATE write_turn SET turn = turn + 1";
     } catch (...) {
         undo();
         throw;
@@ -98,7 +82,7 @@ void Transaction::undo() noexcept
 {
     m_open = m_database.m_inTransaction = false;
     try {
-        m_database.m_session.rollback();
+        m_database.session().rollback();
     } catch (const soci::soci_error&) {
         // The server has rolled back by itself, as it does when its disk is full: there is nothing left to undo.
     }
@@ -106,7 +90,7 @@ void Transaction::undo() noexcept
 
 void Transaction::commit()
 {
-    m_database.m_session.commit();
+    m_database.session().commit();
     m_open = m_database.m_inTransaction = false;
 }
 

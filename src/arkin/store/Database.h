@@ -4,20 +4,23 @@
 #include "base/Text.h"
 
 #include <cstdint>
-#include <filesystem>
+#include <memory>
 #include <optional>
-#include <soci/session.h>
-#include <soci/soci.h>
 #include <string>
+
+namespace soci {
+class session;
+}
 
 namespace arkin {
 
 /// One connection to the vault's database server. A connection belongs to one thread; a second thread (a heartbeat)
-/// opens its own. Statements run on `session()` and raise `soci::soci_error`, which `currentFailure` turns into a
+/// opens its own. Statements run on `session()`, for
+/// which a source file includes <soci/soci.h>, and raise `soci::soci_error`, which `currentFailure` turns into a
 /// sentence. Texts are UTF-8 in the database.
 class Database {
 public:
-    /// `connection` is "backend://parameters", such as `sqliteConnection` gives. Creates what `Transaction` and
+    /// `connection` is "backend://parameters", such as `zn::sqliteConnection` gives. Creates what `Transaction` and
     /// `allocateIds` need; each area creates its own tables by `applySchema`.
     /// Raises `StatusError` E_ARK_DATABASE with a sentence when the database can't be opened.
     explicit Database(const std::string& connection);
@@ -25,10 +28,7 @@ public:
     Database& operator=(const Database&) = delete;
     ~Database();
 
-    /// The connection string of a SQLite file, which is created when it is missing.
-    static std::string sqliteConnection(const std::filesystem::path& file);
-
-    soci::session& session() { return m_session; }
+    soci::session& session() { return *m_session; }
     const std::string& connection() const { return m_connection; }
 
     /// Takes `count` successive numbers of the named row of ids (1, 2, 3 …) and returns the first.
@@ -39,7 +39,7 @@ private:
     friend class Transaction;
     friend class ReadScope;
     std::string m_connection;
-    soci::session m_session;
+    std::unique_ptr<soci::session> m_session;
     bool m_inTransaction = false;
 };
 

@@ -4,6 +4,7 @@
 #include "arkin/store/Codes.h"
 
 #include <algorithm>
+#include <soci/soci.h>
 
 namespace arkin {
 

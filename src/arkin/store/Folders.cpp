@@ -4,6 +4,7 @@
 #include "base/Paths.h"
 
 #include <algorithm>
+#include <soci/soci.h>
 
 namespace arkin {
 

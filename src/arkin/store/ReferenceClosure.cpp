@@ -4,6 +4,7 @@
 #include "base/Paths.h"
 
 #include <fmt/format.h>
+#include <soci/soci.h>
 
 namespace arkin {
 

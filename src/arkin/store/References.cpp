@@ -1,5 +1,7 @@
 #include "arkin/store/References.h"
 
+#include <soci/soci.h>
+
 namespace arkin {
 
 std::vector<std::vector<ReferenceRow>> References::from(std::span<const FileVersion> asked)

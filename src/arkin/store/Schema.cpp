@@ -2,6 +2,8 @@
 
 #include "arkin/store/Codes.h"
 
+#include <soci/soci.h>
+
 namespace arkin {
 
 namespace {

@@ -3,6 +3,8 @@
 #include "arkin/store/Vault.h"
 #include "base/Paths.h"
 
+#include <soci/soci.h>
+
 namespace arkin {
 
 using zn::Text;

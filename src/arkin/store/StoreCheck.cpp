@@ -1,8 +1,8 @@
 #include "arkin/store/StoreCheck.h"
-
-#include "arkin/store/Sqlite.h"
+#include "platform/Sqlite.h"
 
 #include <fmt/format.h>
+#include <soci/soci.h>
 #include <unordered_set>
 
 namespace arkin {
@@ -89,7 +89,7 @@ public:
         std::vector<Holder> holders;
         {
             Transaction snapshot(m_store.database(), Transaction::Kind::Read);
-            m_report.problems = sqliteProblems(m_session);
+            m_report.problems = zn::sqliteProblems(m_session);
             for (const Rule& rule : rules)
                 apply(rule);
             checkNameKeys();

@@ -4,6 +4,7 @@
 #include "base/Paths.h"
 
 #include <pwd.h>
+#include <soci/soci.h>
 #include <unistd.h>
 
 namespace arkin {

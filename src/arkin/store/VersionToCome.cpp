@@ -1,6 +1,7 @@
 #include "arkin/store/CheckOut.h"
 #include "arkin/store/Codes.h"
 
+#include <soci/soci.h>
 #include <unordered_map>
 #include <unordered_set>
 

@@ -1,6 +1,7 @@
 #include "arkin/tasks/RunClaim.h"
 
 #include <algorithm>
+#include <soci/soci.h>
 
 namespace arkin {
 

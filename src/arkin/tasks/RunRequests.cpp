@@ -1,5 +1,7 @@
 #include "arkin/tasks/RunRequests.h"
 
+#include <soci/soci.h>
+
 namespace arkin {
 
 using soci::use;

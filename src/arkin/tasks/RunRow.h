@@ -2,6 +2,8 @@
 
 #include "arkin/tasks/RunStore.h"
 
+#include <soci/soci.h>
+
 namespace arkin {
 
 /// All columns of a run; a condition follows.

@@ -3,6 +3,8 @@
 #include "arkin/tasks/RunRow.h"
 #include "arkin/tasks/TaskSchema.h"
 
+#include <soci/soci.h>
+
 namespace arkin {
 
 using soci::into;

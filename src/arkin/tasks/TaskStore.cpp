@@ -4,6 +4,8 @@
 #include "arkin/tasks/TaskSchema.h"
 #include "contracts/host/ArkTask.h"
 
+#include <soci/soci.h>
+
 namespace arkin {
 
 using soci::into;

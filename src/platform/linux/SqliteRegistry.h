@@ -5,8 +5,6 @@
 #include <filesystem>
 #include <memory>
 
-struct sqlite3;
-
 namespace zn {
 
 /// The registry in one SQLite file that several processes share. The file and its tables are made when missing.

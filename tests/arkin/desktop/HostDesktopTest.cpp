@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <soci/soci.h>
 
 namespace arkin::test {
 

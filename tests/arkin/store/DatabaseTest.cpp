@@ -2,9 +2,11 @@
 
 #include "arkin/store/Codes.h"
 #include "arkin/store/Schema.h"
+#include "platform/Sqlite.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <soci/soci.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,7 +30,7 @@ int readCounter(Database& database)
 TEST(Database, UncommittedWorkAndItsIdsAreUndone)
 {
     TemporaryFolder folder;
-    Database database(Database::sqliteConnection(folder / "with blanks = and 'ticks'.db"));
+    Database database(zn::sqliteConnection(folder / "with blanks = and 'ticks'.db"));
     applySchema(database, {"counters", counterSteps});
     {
         Transaction transaction(database);
@@ -45,7 +47,7 @@ TEST(Database, UncommittedWorkAndItsIdsAreUndone)
 TEST(Database, WritersOfSeveralProcessesTakeTurnsFromTheFirstMomentOn)
 {
     TemporaryFolder folder;
-    const std::string connection = Database::sqliteConnection(folder / "vault.db");
+    const std::string connection = zn::sqliteConnection(folder / "vault.db");
     constexpr int processes = 4, rounds = 50;
     std::vector<pid_t> children;
     for (int i = 0; i < processes; ++i) {
@@ -82,7 +84,7 @@ TEST(Database, WritersOfSeveralProcessesTakeTurnsFromTheFirstMomentOn)
 TEST(Database, SchemaGrowsStepByStepAndRefusesANewerOne)
 {
     TemporaryFolder folder;
-    Database database(Database::sqliteConnection(folder / "vault.db"));
+    Database database(zn::sqliteConnection(folder / "vault.db"));
     applySchema(database, {"counters", std::span(counterSteps).first(1)});
     database.session() << "UPDATE counters SET n = 3 WHERE id = 1";
     applySchema(database, {"counters", counterSteps});
@@ -102,7 +104,7 @@ TEST(Database, SchemaGrowsStepByStepAndRefusesANewerOne)
 TEST(Database, SaysWhyItCannotBeOpened)
 {
     try {
-        Database database(Database::sqliteConnection("/nonexistent/folder/vault.db"));
+        Database database(zn::sqliteConnection("/nonexistent/folder/vault.db"));
         FAIL();
     } catch (const zn::StatusError& error) {
         EXPECT_EQ(error.status(), E_ARK_DATABASE);

@@ -1,7 +1,10 @@
 #include "arkin/store/StoreCheck.h"
 
 #include "arkin/store/DeleteFile.h"
+#include "platform/Sqlite.h"
 #include "tests/arkin/VaultFixture.h"
+
+#include <soci/soci.h>
 
 namespace arkin {
 namespace {
@@ -102,14 +105,14 @@ TEST_F(StoreCheckTest, SaysInWordsWhatIsWrong)
         std::filesystem::remove(copy);
         session << "VACUUM INTO '" << copy.string() << "'";
         {
-            Database database(Database::sqliteConnection(copy));
+            Database database(zn::sqliteConnection(copy));
             database.session() << "PRAGMA foreign_keys = OFF";
             database.session() << damage.damage;
         }
         TemporaryFolder scratch;
         zn::SqliteRegistry registry(scratch / "registry");
         zn::LinuxFileSystem files(registry);
-        Store store(Database::sqliteConnection(copy), folder / "archive", files, test.clock);
+        Store store(zn::sqliteConnection(copy), folder / "archive", files, test.clock);
         const CheckReport report = checkStore(store);
         EXPECT_TRUE(std::find(report.problems.begin(), report.problems.end(), damage.sentence) != report.problems.end())
             << damage.damage << "\n"

@@ -3,6 +3,7 @@
 #include "arkin/tasks/RunRequests.h"
 
 #include <gmock/gmock.h>
+#include <soci/soci.h>
 
 namespace arkin::test {
 

@@ -2,6 +2,7 @@
 
 #include "arkin/tasks/Launch.h"
 
+#include <soci/soci.h>
 #include <thread>
 
 namespace arkin::test {

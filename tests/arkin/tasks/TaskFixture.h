@@ -5,6 +5,7 @@
 #include "arkin/tasks/TaskHost.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/SqliteRegistry.h"
+#include "platform/Sqlite.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -84,7 +85,7 @@ protected:
     }
 
     zn::test::TemporaryFolder folder;
-    std::string connection = Database::sqliteConnection(folder / "vault.sqlite");
+    std::string connection = zn::sqliteConnection(folder / "vault.sqlite");
     Side here;
     TaskHost& host = here.host;
     RunStore& runs = here.runs;

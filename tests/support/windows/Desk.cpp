@@ -7,6 +7,7 @@
 #include "arkin/store/CheckOut.h"
 #include "arkin/tasks/TaskProperties.h"
 #include "platform/Registry.h"
+#include "platform/Sqlite.h"
 
 #include <fstream>
 
@@ -35,8 +36,8 @@ Platform installedPlatform(InstalledPlatform& installed, const std::filesystem::
 Desk::Desk(const Text& language, const std::filesystem::path& stringFolder)
     : installed(language)
     , platform(installedPlatform(installed, stringFolder))
-    , store(arkin::Database::sqliteConnection(installed.folder / "vault.db"), installed.folder / "archive",
-          platform.files, platform.clock)
+    , store(
+          sqliteConnection(installed.folder / "vault.db"), installed.folder / "archive", platform.files, platform.clock)
     , vault(store, store.createVault(u"Demo", root), arkin::Caller{"anna", "bench"})
     , vaultObject(std::make_shared<arkin::VaultObject>(vault))
     , pages(platform)

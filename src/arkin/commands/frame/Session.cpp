@@ -5,6 +5,7 @@
 #include "arkin/store/Codes.h"
 #include "arkin/vault/VaultObject.h"
 #include "base/Paths.h"
+#include "platform/Sqlite.h"
 
 namespace arkin {
 
@@ -26,7 +27,7 @@ Store& Session::store()
 {
     if (!m_store) {
         auto& machine = platform();
-        m_store = std::make_unique<Store>(Database::sqliteConnection(machine.home().databaseFile()),
+        m_store = std::make_unique<Store>(zn::sqliteConnection(machine.home().databaseFile()),
             machine.home().archiveFolder(), machine.files(), machine.clock());
     }
     return *m_store;

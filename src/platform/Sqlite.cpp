@@ -1,0 +1,102 @@
+#include "platform/Sqlite.h"
+
+#include "base/Status.h"
+
+#include <soci/soci.h>
+#include <soci/sqlite3/soci-sqlite3.h>
+#include <string_view>
+#include <thread>
+
+namespace zn {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr std::string_view scheme = "sqlite3://";
+constexpr milliseconds oneWait{2};
+
+/// SQLite asks this while another process holds what it needs; 0 gives up. `context` is the longest wait.
+int waitWhileBusy(void* context, int tries)
+{
+    if (tries * oneWait > milliseconds(reinterpret_cast<std::intptr_t>(context)))
+        return 0;
+    std::this_thread::sleep_for(oneWait);
+    return 1;
+}
+
+/// The error's number without its extension; 0 of another server's.
+int numberOf(const soci::soci_error& error)
+{
+    const auto* sqlite = dynamic_cast<const soci::sqlite3_soci_error*>(&error);
+    return sqlite ? sqlite->result() & 0xFF : SQLITE_OK;
+}
+
+/// Changing the journal's mode is the one step that doesn't ask the busy handler.
+void enterWriteAheadLog(soci::session& session, void* longestWait)
+{
+    for (int tries = 0;; ++tries) {
+        try {
+            std::string mode;
+            session << "PRAGMA journal_mode = WAL", soci::into(mode);
+            return;
+        } catch (const soci::soci_error& error) {
+            if (numberOf(error) != SQLITE_BUSY || !waitWhileBusy(longestWait, tries))
+                throw;
+        }
+    }
+}
+
+} // namespace
+
+std::string sqliteConnection(const std::filesystem::path& file)
+{
+    if (file.string().find('"') != std::string::npos)
+        throw StatusError(E_INVALIDARG,
+            "The database cannot stand in a folder with a quotation mark in its name: " + file.string()
+                + ". Choose another folder.");
+    return std::string(scheme) + "db=\"" + file.string() + "\"";
+}
+
+void openDatabase(soci::session& session, const std::string& connection, const SqliteSetting& setting)
+{
+    if (!connection.starts_with(scheme)) {
+        session.open(connection);
+        return;
+    }
+    // The backend itself, not its name: names are registered once a process, and a module that a program loads has
+    // this file once more.
+    session.open(*soci::factory_sqlite3(), connection.substr(scheme.size()));
+    auto* backend = static_cast<soci::sqlite3_session_backend*>(session.get_backend());
+    auto* longestWait = reinterpret_cast<void*>(static_cast<std::intptr_t>(setting.longestWait.count()));
+    sqlite_api::sqlite3_busy_handler(backend->conn_, waitWhileBusy, longestWait);
+    enterWriteAheadLog(session, longestWait);
+    // With FULL the log is synced at each commit.
+    session << (setting.syncCommits ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = NORMAL");
+    session << "PRAGMA foreign_keys = ON";
+}
+
+bool isSqliteDiskFull(const soci::soci_error& error) { return numberOf(error) == SQLITE_FULL; }
+
+bool isSqliteDenied(const soci::soci_error& error)
+{
+    const int number = numberOf(error);
+    return number == SQLITE_READONLY || number == SQLITE_PERM || number == SQLITE_CANTOPEN;
+}
+
+std::vector<std::string> sqliteProblems(soci::session& session)
+{
+    if (session.get_backend_name() != "sqlite3")
+        return {};
+    std::vector<std::string> problems;
+    std::string line;
+    soci::statement statement = (session.prepare << "PRAGMA integrity_check", soci::into(line));
+    statement.execute();
+    while (statement.fetch()) {
+        if (line != "ok")
+            problems.push_back("The database file is damaged: " + line + ".");
+    }
+    return problems;
+}
+
+} // namespace zn
