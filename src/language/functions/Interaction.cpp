@@ -61,13 +61,18 @@ Value nothing(RunContext&, std::span<Value>) { return {}; }
 
 constexpr ValueType any = ValueType::Variant;
 
+// "Beep" does nothing: nobody hears a worker.
 constexpr Intrinsic functions[] = {
     {u"MsgBox", 1, 5, ValueType::Int32, messageBox, u"Prompt Buttons Title HelpFile Context"},
-    {u"CreateObject", 1, 2, any, createObject}, {u"GetObject", 0, 2, any, getObject, u"PathName Class"},
-    {u"CallByName", 3, -1, any, callByName}, {u"DoEvents", 0, 0, ValueType::Int16, doEvents},
-    {u"StrPtr", 1, 1, ValueType::Int64, pointerTo}, {u"Environ", 1, 1, ValueType::String, environment},
-    {u"Error", 0, 1, ValueType::String, errorMessage}, {u"Erl", 0, 0, ValueType::Int32, errorLine},
-    {u"Beep", 0, 0, any, nothing}, // nobody hears a worker
+    {u"CreateObject", 1, 2, any, createObject},
+    {u"GetObject", 0, 2, any, getObject, u"PathName Class"},
+    {u"CallByName", 3, -1, any, callByName},
+    {u"DoEvents", 0, 0, ValueType::Int16, doEvents},
+    {u"StrPtr", 1, 1, ValueType::Int64, pointerTo},
+    {u"Environ", 1, 1, ValueType::String, environment},
+    {u"Error", 0, 1, ValueType::String, errorMessage},
+    {u"Erl", 0, 0, ValueType::Int32, errorLine},
+    {u"Beep", 0, 0, any, nothing},
 };
 
 } // namespace

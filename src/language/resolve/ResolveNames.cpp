@@ -162,8 +162,14 @@ void Resolver::bindImplicit(Expr& expr, const Name& name)
 {
     if (m_module.explicitNames || !m_procedure)
         fail(expr.position, u"Variable not defined: " + name.name);
-    static constexpr std::pair<char16_t, ValueType> suffixes[] = {{u'%', ValueType::Int16}, {u'&', ValueType::Int32},
-        {u'!', ValueType::Float32}, {u'#', ValueType::Float64}, {u'@', ValueType::Currency}, {u'$', ValueType::String}};
+    static constexpr std::pair<char16_t, ValueType> suffixes[] = {
+        {u'%', ValueType::Int16},
+        {u'&', ValueType::Int32},
+        {u'!', ValueType::Float32},
+        {u'#', ValueType::Float64},
+        {u'@', ValueType::Currency},
+        {u'$', ValueType::String},
+    };
     Variable variable;
     variable.name = name.name;
     for (const auto& [suffix, type] : suffixes)

@@ -74,9 +74,12 @@ PageLayout layoutOf(const PageSettings& settings, const Preferences& preferences
     layout.width = landscape ? paper.height : paper.width;
     layout.height = landscape ? paper.width : paper.height;
     const bool printers = preferences.toggle(preference::PageSetupUsePrinterMargin);
-    const std::pair<double PageLayout::*, preference::Double> margins[]
-        = {{&PageLayout::left, preference::LeftMargin}, {&PageLayout::top, preference::TopMargin},
-            {&PageLayout::right, preference::RightMargin}, {&PageLayout::bottom, preference::BottomMargin}};
+    const std::pair<double PageLayout::*, preference::Double> margins[] = {
+        {&PageLayout::left, preference::LeftMargin},
+        {&PageLayout::top, preference::TopMargin},
+        {&PageLayout::right, preference::RightMargin},
+        {&PageLayout::bottom, preference::BottomMargin},
+    };
     for (const auto& [margin, number] : margins) {
         layout.*margin = printers ? printerMargin : preferences.decimal(number) * millimetersOfMeter;
         if (!(layout.*margin >= 0.0))
