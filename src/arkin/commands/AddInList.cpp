@@ -24,7 +24,7 @@ public:
         if (session.json())
             printJson(list);
         else
-            printTable(rows, "No add-in is registered; 'arkin addin register LIBRARY' registers one.");
+            printTable(rows, "No add-in is registered; 'arkin addin register' registers the installed one.");
         return commandDone;
     }
 };
