@@ -5,6 +5,7 @@
 
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <cmath>
+#include <nlohmann/json.hpp>
 
 using namespace zentrel;
 using manifest::Json;

@@ -2,6 +2,8 @@
 #include "automation/Wire.h"
 #include "tests/fuzz/Promise.h"
 
+#include <nlohmann/json.hpp>
+
 using namespace zn;
 using namespace zn::automation;
 using fuzz::promise;
