@@ -13,8 +13,8 @@
 
 namespace {
 
-using namespace arkin;
-using namespace arkin::test;
+using namespace zn::arkin;
+using namespace zn::arkin::test;
 using zn::S_OK;
 
 constexpr int outputs = 5000;

@@ -18,7 +18,7 @@
 
 namespace {
 
-using namespace arkin;
+using namespace zn::arkin;
 
 constexpr int references = 10'000;
 constexpr int foldersOfParts = 50;

@@ -18,7 +18,7 @@
 
 namespace {
 
-using namespace arkin;
+using namespace zn::arkin;
 
 constexpr int manyVariables = 5'000;
 

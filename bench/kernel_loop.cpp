@@ -14,7 +14,7 @@
 
 namespace {
 
-TopoDS_Compound shapeOf(const zentrel::PartDocument& part)
+TopoDS_Compound shapeOf(const zn::zentrel::PartDocument& part)
 {
     BRep_Builder builder;
     TopoDS_Compound compound;
@@ -36,8 +36,8 @@ int main(int argc, char** argv)
     const auto begin = std::chrono::steady_clock::now();
     for (int i = 2; i < argc; ++i) {
         const std::filesystem::path file = argv[i];
-        const TopoDS_Compound shape = shapeOf(zentrel::readPart(file));
-        BRepMesh_IncrementalMesh(shape, zentrel::meshParameters(shape, zentrel::MeshQuality::Coarse));
+        const TopoDS_Compound shape = shapeOf(zn::zentrel::readPart(file));
+        BRepMesh_IncrementalMesh(shape, zn::zentrel::meshParameters(shape, zn::zentrel::MeshQuality::Coarse));
         StlAPI_Writer writer;
         writer.ASCIIMode() = Standard_False;
         if (!writer.Write(shape, (output / file.stem()).concat(".stl").c_str())) {

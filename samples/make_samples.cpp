@@ -14,7 +14,7 @@
 #include <ShapeUpgrade_UnifySameDomain.hxx>
 
 namespace fs = std::filesystem;
-using namespace zentrel;
+using namespace zn::zentrel;
 
 namespace {
 

@@ -17,7 +17,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 /// A clock that stands still.
 class StillClock final : public zn::Clock {
@@ -136,4 +136,4 @@ public:
 
 using zn::test::expectStatus;
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

@@ -17,8 +17,8 @@
 
 namespace {
 
-using namespace arkin;
-using namespace arkin::test;
+using namespace zn::arkin;
+using namespace zn::arkin::test;
 
 constexpr int standing = 6; ///< files of the setup: "s0" to "s5"
 constexpr int added = 20;   ///< files of one batch: "n0" to "n19", enough for the archive's way with many files

@@ -36,11 +36,11 @@ Plant::Plant()
         + toUtf8(machine.files().fromMachine(folder / "prints")) + "'");
     std::filesystem::create_directory(folder / "prints");
 
-    m_store = std::make_unique<arkin::Store>(sqliteConnection(machine.home().databaseFile()),
+    m_store = std::make_unique<zn::arkin::Store>(sqliteConnection(machine.home().databaseFile()),
         machine.home().archiveFolder(), machine.files(), machine.clock());
-    m_vault = std::make_unique<arkin::Vault>(*m_store, *m_store->findVault(u"Plant"));
-    m_desktop = std::make_unique<arkin::HostDesktop>(arkin::Display{"offscreen", {}}, true);
-    m_object = std::make_shared<arkin::VaultObject>(*m_vault);
+    m_vault = std::make_unique<zn::arkin::Vault>(*m_store, *m_store->findVault(u"Plant"));
+    m_desktop = std::make_unique<zn::arkin::HostDesktop>(zn::arkin::Display{"offscreen", {}}, true);
+    m_object = std::make_shared<zn::arkin::VaultObject>(*m_vault);
     m_object->setDesktop(m_desktop.get());
 
     refer("Stand.zenasm", "Bracket.zenprt");
@@ -84,7 +84,7 @@ ArkSelItem Plant::selected(const std::string& name)
     return {place->fileId, place->folderId, path, u"", ArkItemType::File, -1};
 }
 
-arkin::TaskHost Plant::host()
+zn::arkin::TaskHost Plant::host()
 {
     return {m_store->database(), m_vault->info().id, m_object, machine.registry(), machine.files(), machine.clock(),
         u"anna"};
@@ -92,8 +92,8 @@ arkin::TaskHost Plant::host()
 
 void Plant::edit(const Text& task, const Answers::Answer& answer)
 {
-    arkin::TaskStore tasks(m_store->database(), m_vault->info().id);
-    arkin::TaskSetup setup(host(), tasks.get(task));
+    zn::arkin::TaskStore tasks(m_store->database(), m_vault->info().id);
+    zn::arkin::TaskSetup setup(host(), tasks.get(task));
     Answers answers({answer});
     EXPECT_TRUE(m_desktop->editTask(setup));
     EXPECT_TRUE(answers.allUsed()) << answers.shown().join("\n").toStdString();
@@ -101,8 +101,8 @@ void Plant::edit(const Text& task, const Answers::Answer& answer)
 
 std::int32_t Plant::launch(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers)
 {
-    arkin::TaskStore tasks(m_store->database(), m_vault->info().id);
-    arkin::LaunchFlow flow(host(), tasks.get(task), std::move(selection));
+    zn::arkin::TaskStore tasks(m_store->database(), m_vault->info().id);
+    zn::arkin::LaunchFlow flow(host(), tasks.get(task), std::move(selection));
     Answers expected(std::move(answers));
     const auto launched = m_desktop->launchTask(flow);
     EXPECT_TRUE(expected.allUsed()) << expected.shown().join("\n").toStdString();
@@ -111,11 +111,11 @@ std::int32_t Plant::launch(const Text& task, ArkSelection selection, std::vector
     return launched->id;
 }
 
-arkin::RunInfo Plant::launchAndWork(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers)
+zn::arkin::RunInfo Plant::launchAndWork(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers)
 {
     const std::int32_t id = launch(task, std::move(selection), std::move(answers));
     run("arkin worker --once");
-    return arkin::RunStore(m_store->database(), m_vault->info().id).get(id);
+    return zn::arkin::RunStore(m_store->database(), m_vault->info().id).get(id);
 }
 
 void Plant::removeFromVault(const std::string& name)
@@ -144,7 +144,7 @@ std::vector<std::string> Plant::details(std::int32_t runId)
         }
         dialog.close();
     };
-    arkin::TaskDetails look(host(), runId);
+    zn::arkin::TaskDetails look(host(), runId);
     Answers answers({readList});
     m_desktop->showDetails(look);
     EXPECT_TRUE(answers.allUsed());

@@ -33,7 +33,7 @@ protected:
     /// Launches the task through its dialogs, one answer each; the run's number.
     std::int32_t launch(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers);
     /// Launches the task and carries it out on a worker process.
-    arkin::RunInfo launchAndWork(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers);
+    zn::arkin::RunInfo launchAndWork(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers);
     /// As somebody else does in the meantime.
     void removeFromVault(const std::string& name);
     /// The cells of the details page, a line a row, separated by " | "; folders shortened to "…".
@@ -51,11 +51,11 @@ protected:
 private:
     void refer(const std::string& from, const std::string& to);
 
-    std::unique_ptr<arkin::Store> m_store;
-    std::unique_ptr<arkin::Vault> m_vault;
-    std::unique_ptr<arkin::HostDesktop> m_desktop;
-    std::shared_ptr<arkin::VaultObject> m_object;
-    arkin::TaskHost host();
+    std::unique_ptr<zn::arkin::Store> m_store;
+    std::unique_ptr<zn::arkin::Vault> m_vault;
+    std::unique_ptr<zn::arkin::HostDesktop> m_desktop;
+    std::shared_ptr<zn::arkin::VaultObject> m_object;
+    zn::arkin::TaskHost host();
 };
 
 } // namespace zn::test

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -106,4 +106,4 @@ private:
 
 MadeCommand addCommand() { return std::make_unique<Add>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

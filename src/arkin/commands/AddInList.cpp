@@ -3,7 +3,7 @@
 
 #include "arkin/tasks/AddInModule.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -33,4 +33,4 @@ public:
 
 MadeCommand addInListCommand() { return std::make_unique<AddInList>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

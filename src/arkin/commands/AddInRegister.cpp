@@ -6,7 +6,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -54,4 +54,4 @@ MadeCommand addInRegisterCommand() { return std::make_unique<AddInRegistration>(
 
 MadeCommand addInUnregisterCommand() { return std::make_unique<AddInRegistration>(&unregisterAddIn, "unregistered"); }
 
-} // namespace arkin
+} // namespace zn::arkin

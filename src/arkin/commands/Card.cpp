@@ -6,7 +6,7 @@
 #include "arkin/store/CheckOut.h"
 #include "arkin/store/Codes.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -94,4 +94,4 @@ private:
 
 MadeCommand cardCommand() { return std::make_unique<Card>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

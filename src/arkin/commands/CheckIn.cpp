@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -45,4 +45,4 @@ private:
 
 MadeCommand checkInCommand() { return std::make_unique<CheckIn>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

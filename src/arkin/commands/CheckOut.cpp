@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -36,4 +36,4 @@ private:
 
 MadeCommand checkOutCommand() { return std::make_unique<CheckOut>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/commands/Factories.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -61,4 +61,4 @@ const CommandRow commands[] = {
 std::span<const GroupRow> groupRows() { return groups; }
 std::span<const CommandRow> commandRows() { return commands; }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 
 #include <span>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// One row for each subcommand; `group` is empty for those that stand by themselves.
 struct CommandRow {
@@ -22,4 +22,4 @@ struct GroupRow {
 std::span<const GroupRow> groupRows();
 std::span<const CommandRow> commandRows();
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/commands/frame/Command.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using MadeCommand = std::unique_ptr<Command>;
 
@@ -47,4 +47,4 @@ MadeCommand addInRegisterCommand();
 MadeCommand addInUnregisterCommand();
 MadeCommand addInListCommand();
 
-} // namespace arkin
+} // namespace zn::arkin

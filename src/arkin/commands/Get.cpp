@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -49,4 +49,4 @@ private:
 
 MadeCommand getCommand() { return std::make_unique<Get>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -1,7 +1,7 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -37,4 +37,4 @@ private:
 
 MadeCommand historyCommand() { return std::make_unique<History>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -54,4 +54,4 @@ private:
 
 MadeCommand languageCommand() { return std::make_unique<Language>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 #include "arkin/commands/frame/Output.h"
 #include "base/Paths.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -63,4 +63,4 @@ private:
 
 MadeCommand listCommand() { return std::make_unique<List>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 
 #include <fmt/format.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -45,4 +45,4 @@ public:
 
 MadeCommand printerListCommand() { return std::make_unique<PrinterList>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -9,7 +9,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -183,4 +183,4 @@ private:
 
 MadeCommand quickstartCommand() { return std::make_unique<Quickstart>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -67,4 +67,4 @@ private:
 
 MadeCommand referencesCommand() { return std::make_unique<ReferencesCommand>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 
 #include "arkin/commands/frame/RegistryKey.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -41,4 +41,4 @@ private:
 
 MadeCommand registryDeleteCommand() { return std::make_unique<RegistryDelete>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -41,4 +41,4 @@ private:
 
 MadeCommand registryGetCommand() { return std::make_unique<RegistryGet>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 
 #include "arkin/commands/frame/RegistryKey.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -49,4 +49,4 @@ private:
 
 MadeCommand registryListCommand() { return std::make_unique<RegistryList>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

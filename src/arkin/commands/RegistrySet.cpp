@@ -5,7 +5,7 @@
 
 #include <charconv>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -54,4 +54,4 @@ private:
 
 MadeCommand registrySetCommand() { return std::make_unique<RegistrySet>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -8,7 +8,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -59,4 +59,4 @@ private:
 
 MadeCommand taskCreateCommand() { return std::make_unique<TaskCreate>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

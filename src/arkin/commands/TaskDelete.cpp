@@ -3,7 +3,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -31,4 +31,4 @@ private:
 
 MadeCommand taskDeleteCommand() { return std::make_unique<TaskDelete>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -32,4 +32,4 @@ private:
 
 MadeCommand taskDetailsCommand() { return std::make_unique<TaskDetailsCommand>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -35,4 +35,4 @@ private:
 
 MadeCommand taskEditCommand() { return std::make_unique<TaskEdit>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

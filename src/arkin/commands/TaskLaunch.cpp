@@ -8,7 +8,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -83,4 +83,4 @@ private:
 
 MadeCommand taskLaunchCommand() { return std::make_unique<TaskLaunch>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

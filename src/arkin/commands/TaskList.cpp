@@ -3,7 +3,7 @@
 
 #include "arkin/commands/frame/TaskText.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -33,4 +33,4 @@ public:
 
 MadeCommand taskListCommand() { return std::make_unique<TaskList>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

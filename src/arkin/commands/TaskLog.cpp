@@ -6,7 +6,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -64,4 +64,4 @@ private:
 
 MadeCommand taskLogCommand() { return std::make_unique<TaskLog>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -44,4 +44,4 @@ MadeCommand taskSuspendCommand() { return std::make_unique<TaskRequestCommand>(r
 MadeCommand taskResumeCommand() { return std::make_unique<TaskRequestCommand>(requestResume); }
 MadeCommand taskCancelCommand() { return std::make_unique<TaskRequestCommand>(requestCancel); }
 
-} // namespace arkin
+} // namespace zn::arkin

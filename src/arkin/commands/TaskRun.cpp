@@ -3,7 +3,7 @@
 
 #include "arkin/commands/frame/RunHere.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -26,4 +26,4 @@ private:
 
 MadeCommand taskRunCommand() { return std::make_unique<TaskRun>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -7,7 +7,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -50,4 +50,4 @@ private:
 
 MadeCommand taskSetCommand() { return std::make_unique<TaskSet>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

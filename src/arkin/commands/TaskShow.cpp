@@ -3,7 +3,7 @@
 
 #include "arkin/commands/frame/TaskText.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -51,4 +51,4 @@ private:
 
 MadeCommand taskShowCommand() { return std::make_unique<TaskShow>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

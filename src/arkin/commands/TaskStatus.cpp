@@ -3,7 +3,7 @@
 
 #include "arkin/commands/frame/TaskText.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -56,4 +56,4 @@ private:
 
 MadeCommand taskStatusCommand() { return std::make_unique<TaskStatus>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

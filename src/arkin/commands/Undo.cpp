@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -37,4 +37,4 @@ private:
 
 MadeCommand undoCommand() { return std::make_unique<Undo>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -1,7 +1,7 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -29,4 +29,4 @@ public:
 
 MadeCommand variableListCommand() { return std::make_unique<VariableList>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

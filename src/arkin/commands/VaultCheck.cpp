@@ -6,7 +6,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -52,4 +52,4 @@ private:
 
 MadeCommand vaultCheckCommand() { return std::make_unique<VaultCheck>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

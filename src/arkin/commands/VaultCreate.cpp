@@ -3,7 +3,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -35,4 +35,4 @@ private:
 
 MadeCommand vaultCreateCommand() { return std::make_unique<VaultCreate>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -32,4 +32,4 @@ public:
 
 MadeCommand vaultInfoCommand() { return std::make_unique<VaultInfoCommand>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -8,7 +8,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -56,4 +56,4 @@ private:
 
 MadeCommand workerCommand() { return std::make_unique<WorkerCommand>(); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -10,23 +10,23 @@ namespace {
 constexpr const char* footer = "\nEverywhere: --home DIR (or ARKIN_HOME), --vault NAME when the home has several, "
                                "--json.\nExit code: 0 done, 1 the work failed, 2 wrong use.";
 
-void declareCommon(zn::commandline::Arguments take, arkin::CommonOptions& options)
+void declareCommon(zn::commandline::Arguments take, zn::arkin::CommonOptions& options)
 {
     take.option("--home", options.home, "Folder of database, archive, registry and runtime files");
     take.option("--vault", options.vault, "Vault to work with");
     take.flag("--json", options.json, "Print JSON");
 }
 
-int runCommand(arkin::Command& command, const arkin::CommonOptions& options)
+int runCommand(zn::arkin::Command& command, const zn::arkin::CommonOptions& options)
 {
     try {
-        arkin::Session session(options);
+        zn::arkin::Session session(options);
         return command.run(session);
     } catch (const zn::commandline::WrongUse&) {
         throw;
     } catch (...) {
-        std::cerr << "arkin: " << arkin::currentFailure().sentence << "\n";
-        return arkin::commandFailed;
+        std::cerr << "arkin: " << zn::arkin::currentFailure().sentence << "\n";
+        return zn::arkin::commandFailed;
     }
 }
 
@@ -35,12 +35,12 @@ int runCommand(arkin::Command& command, const arkin::CommonOptions& options)
 int main(int argc, char** argv)
 {
     zn::commandline::Program program("arkin", "A vault of CAD files, and the tasks that work on them.", footer);
-    arkin::CommonOptions options;
+    zn::arkin::CommonOptions options;
     declareCommon(program.common(), options);
-    for (const auto& group : arkin::groupRows())
+    for (const auto& group : zn::arkin::groupRows())
         program.addGroup(group.name, group.help);
-    for (const auto& row : arkin::commandRows()) {
-        const std::shared_ptr<arkin::Command> command = row.make();
+    for (const auto& row : zn::arkin::commandRows()) {
+        const std::shared_ptr<zn::arkin::Command> command = row.make();
         program.add({row.group, row.name, row.help, [command](auto& take) { command->declare(take); },
             [command, &options] { return runCommand(*command, options); }});
     }

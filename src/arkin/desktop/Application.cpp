@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <QApplication>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -37,4 +37,4 @@ Application::Application(const std::string& platform)
 
 Application::~Application() = default;
 
-} // namespace arkin
+} // namespace zn::arkin

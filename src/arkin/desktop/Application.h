@@ -5,7 +5,7 @@
 
 class QApplication;
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The toolkit's application object of a program that is no window program in itself. One a process.
 class Application {
@@ -24,4 +24,4 @@ private:
     std::unique_ptr<QApplication> m_application;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

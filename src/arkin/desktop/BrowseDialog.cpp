@@ -14,7 +14,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -149,4 +149,4 @@ std::shared_ptr<zn::IArkFolder> BrowseDialog::folder() const
     return current.isValid() ? m_folderModel->folder(current) : nullptr;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -10,7 +10,7 @@ class QDialogButtonBox;
 class QLabel;
 class QTreeView;
 
-namespace arkin {
+namespace zn::arkin {
 
 class FileModel;
 class FolderModel;
@@ -45,4 +45,4 @@ private:
     std::vector<zn::Text> m_paths;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

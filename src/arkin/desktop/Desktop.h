@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-namespace arkin {
+namespace zn::arkin {
 
 class LaunchFlow;
 class TaskDetails;
@@ -40,4 +40,4 @@ using MakeDesktopFunction = Desktop* (*)(bool wanted);
 inline constexpr const char* makeDesktopName = "makeDesktop";
 inline constexpr const char* desktopLibraryName = "libarkin-desktop.so";
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -10,7 +10,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
-namespace arkin {
+namespace zn::arkin {
 
 DetailsWindow::DetailsWindow(TaskDetails& details)
     : m_details(details)
@@ -54,4 +54,4 @@ void DetailsWindow::open()
     fit();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

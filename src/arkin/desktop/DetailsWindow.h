@@ -4,7 +4,7 @@
 
 class QLabel;
 
-namespace arkin {
+namespace zn::arkin {
 
 class TaskDetails;
 
@@ -23,4 +23,4 @@ private:
     PageArea* m_area = nullptr;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

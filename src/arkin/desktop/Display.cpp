@@ -10,7 +10,7 @@
 #include <unistd.h>
 #include <xcb/xcb.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -88,4 +88,4 @@ Display findDisplay()
     return x11();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Where windows can be shown.
 struct Display {
@@ -14,4 +14,4 @@ struct Display {
 /// QT_QPA_PLATFORM, else Wayland's or X11's, as the environment names them.
 Display findDisplay();
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -57,4 +57,4 @@ std::vector<FileFilter> parseFilters(zn::TextView text)
     return filters;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// One choice of a file dialog: what it is called, and which names it shows.
 struct FileFilter {
@@ -18,4 +18,4 @@ struct FileFilter {
 /// are separated by ";". Without any pair there is one choice that shows every file.
 std::vector<FileFilter> parseFilters(zn::TextView text);
 
-} // namespace arkin
+} // namespace zn::arkin

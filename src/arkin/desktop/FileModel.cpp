@@ -7,7 +7,7 @@
 #include <QApplication>
 #include <QStyle>
 
-namespace arkin {
+namespace zn::arkin {
 
 FileModel::FileModel(QObject* parent)
     : QAbstractTableModel(parent)
@@ -78,4 +78,4 @@ QVariant FileModel::headerData(int section, Qt::Orientation orientation, int rol
     return section == NameColumn ? QStringLiteral("Name") : QStringLiteral("Version");
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 #include <QAbstractTableModel>
 #include <QIcon>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The files of one folder of the vault that a filter shows, by name, with their latest version.
 class FileModel : public QAbstractTableModel {
@@ -41,4 +41,4 @@ private:
     QIcon m_icon;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -7,7 +7,7 @@
 #include <QApplication>
 #include <QStyle>
 
-namespace arkin {
+namespace zn::arkin {
 
 struct FolderModel::Node {
     std::shared_ptr<zn::IArkFolder> folder;
@@ -121,4 +121,4 @@ QVariant FolderModel::data(const QModelIndex& index, int role) const
     return role == Qt::DecorationRole ? QVariant(m_icon) : QVariant();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

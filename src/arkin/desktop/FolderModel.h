@@ -5,7 +5,7 @@
 #include <QAbstractItemModel>
 #include <QIcon>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The vault's folders that the caller may read, as a tree under the vault's root. The folders below one are asked for
 /// when it is opened.
@@ -35,4 +35,4 @@ private:
     QIcon m_icon;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -14,7 +14,7 @@
 
 #include <QApplication>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -93,4 +93,4 @@ std::shared_ptr<zn::IArkFolder> HostDesktop::pickFolder(zn::IArkVault& vault, st
     return dialog.exec() == QDialog::Accepted ? dialog.folder() : nullptr;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

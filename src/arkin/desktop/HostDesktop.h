@@ -3,7 +3,7 @@
 #include "arkin/desktop/Desktop.h"
 #include "arkin/desktop/Display.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 class Application;
 
@@ -31,4 +31,4 @@ private:
     std::unique_ptr<Application> m_application;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

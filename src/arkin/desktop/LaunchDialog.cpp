@@ -8,7 +8,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-namespace arkin {
+namespace zn::arkin {
 
 LaunchDialog::LaunchDialog(LaunchFlow& launch)
     : m_launch(launch)
@@ -57,4 +57,4 @@ void LaunchDialog::accept()
     });
 }
 
-} // namespace arkin
+} // namespace zn::arkin

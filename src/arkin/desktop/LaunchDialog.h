@@ -2,7 +2,7 @@
 
 #include "arkin/desktop/PageDialog.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 class LaunchFlow;
 
@@ -26,4 +26,4 @@ private:
     LaunchFlow& m_launch;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

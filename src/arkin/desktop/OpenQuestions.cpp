@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QStringList>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -40,4 +40,4 @@ std::string openQuestions(QWidget* page)
     return names.join(", ").toStdString();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,10 +4,10 @@
 
 class QWidget;
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What a page that nobody sees would ask: the titles of its groups that are open to the user, else the labels of its
 /// controls, separated by commas. Empty for no page.
 std::string openQuestions(QWidget* page);
 
-} // namespace arkin
+} // namespace zn::arkin

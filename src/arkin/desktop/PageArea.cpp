@@ -7,7 +7,7 @@
 #include <QEvent>
 #include <QScrollBar>
 
-namespace arkin {
+namespace zn::arkin {
 
 PageArea::PageArea(const zn::Text& title, std::int32_t window, QWidget* parent)
     : QScrollArea(parent)
@@ -76,4 +76,4 @@ bool PageArea::viewportEvent(QEvent* event)
     return QScrollArea::viewportEvent(event);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QScrollArea>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Holds one page of an add-in. It wants as much room as the page wants, and scrolls when it gets less. The page
 /// belongs to its add-in, which may destroy it first.
@@ -39,4 +39,4 @@ private:
     std::function<void()> m_resized;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

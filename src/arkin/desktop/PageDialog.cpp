@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -81,4 +81,4 @@ bool PageDialog::event(QEvent* event)
     return true;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

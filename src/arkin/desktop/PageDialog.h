@@ -8,7 +8,7 @@
 class QDialogButtonBox;
 class QVBoxLayout;
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What the host's dialogs around pages have in common: a place for the pages above a row of buttons, and a size that
 /// follows the pages as long as the user doesn't give it another, within the screen.
@@ -39,4 +39,4 @@ private:
     bool m_fitting = false;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -15,7 +15,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -185,4 +185,4 @@ void PropertyDialog::reject()
     PageDialog::reject();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -8,7 +8,7 @@ class QLabel;
 class QListWidget;
 class QStackedWidget;
 
-namespace arkin {
+namespace zn::arkin {
 
 class TaskSetup;
 struct TaskConflict;
@@ -47,4 +47,4 @@ private:
     std::vector<PageArea*> m_areas;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

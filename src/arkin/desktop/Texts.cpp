@@ -2,7 +2,7 @@
 
 #include "arkin/store/Codes.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 void tell(QWidget* parent, const QString& sentence) { zn::showSentence(parent, QStringLiteral("ARKIN"), sentence); }
 
@@ -15,4 +15,4 @@ void tellCurrentFailure(QWidget* parent) noexcept
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "qtglue/Texts.h"
 #include "qtglue/Windows.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::shown;
 using zn::typed;
@@ -20,4 +20,4 @@ template <class Work> void inSlot(QWidget* parent, Work&& work) noexcept
     zn::guarded(work, [&]() noexcept { tellCurrentFailure(parent); });
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -7,7 +7,7 @@
 #include <QTimer>
 #include <utility>
 
-namespace arkin {
+namespace zn::arkin {
 
 UnseenDialogs::UnseenDialogs() { qApp->installEventFilter(this); }
 UnseenDialogs::~UnseenDialogs() { qApp->removeEventFilter(this); }
@@ -26,4 +26,4 @@ bool UnseenDialogs::eventFilter(QObject* object, QEvent* event)
     return QObject::eventFilter(object, event);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <string>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// While it lives, every modal dialog is given up at once instead of waiting for a person who isn't there, and what it
 /// says is kept.
@@ -22,4 +22,4 @@ private:
     std::string m_said;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

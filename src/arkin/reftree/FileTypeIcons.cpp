@@ -6,7 +6,7 @@
 #include <QPolygonF>
 #include <QStyle>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -94,4 +94,4 @@ QIcon fileTypeIcon(const QString& extension)
     return known != icons.constEnd() ? *known : *icons.insert(key, makeIcon(key));
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -7,7 +7,7 @@
 
 #include <QScopedValueRollback>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::E_POINTER;
 using zn::S_OK;
@@ -81,4 +81,4 @@ void RefTreeCtrl::tellExpanded(const QModelIndex& index, bool expanded)
         m_commands->OnExpand(*m_model->item(index), expanded);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 
 #include <QPointer>
 
-namespace arkin {
+namespace zn::arkin {
 
 class RefTreeModel;
 class RefTreeView;
@@ -27,4 +27,4 @@ private:
     bool m_isFilling = false; ///< what expands now does so by the add-in's own wish
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -8,7 +8,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::FileRefCheck;
 using zn::IFileRefItem;
@@ -207,4 +207,4 @@ QVariant RefTreeModel::headerData(int section, Qt::Orientation orientation, int 
     return QCoreApplication::translate("RefTree", columns[section].title);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 #include <functional>
 #include <QAbstractItemModel>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The rows of the tree. Nothing is asked of an add-in's row before the view needs it: its children when it is opened,
 /// its texts and its icon when it is painted.
@@ -42,4 +42,4 @@ private:
     std::unique_ptr<Node> m_root;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -16,7 +16,7 @@ public:
     Status CreateInstance(ObjectRef& object) override
     {
         try {
-            object = std::make_shared<arkin::RefTreeCtrl>();
+            object = std::make_shared<zn::arkin::RefTreeCtrl>();
             return S_OK;
         } catch (...) {
             return currentExceptionStatus();
@@ -51,7 +51,7 @@ __attribute__((visibility("default"))) Status DllGetClassObject(const char16_t* 
 {
     if (!classId || !factory)
         return E_POINTER;
-    if (!equalNoCase(classId, arkin::refTreeClassId))
+    if (!equalNoCase(classId, zn::arkin::refTreeClassId))
         return CLASS_E_CLASSNOTAVAILABLE;
     try {
         *factory = std::make_shared<ClassFactory>();
@@ -67,13 +67,13 @@ __attribute__((visibility("default"))) Status DllCanUnloadNow() { return S_FALSE
 __attribute__((visibility("default"))) Status DllRegisterServer()
 {
     return onThisMachine([](LinuxPlatform& machine) {
-        arkin::registerRefTree(machine.registry(), machine.files().fromMachine(ownLibrary()));
+        zn::arkin::registerRefTree(machine.registry(), machine.files().fromMachine(ownLibrary()));
     });
 }
 
 __attribute__((visibility("default"))) Status DllUnregisterServer()
 {
-    return onThisMachine([](LinuxPlatform& machine) { arkin::unregisterRefTree(machine.registry()); });
+    return onThisMachine([](LinuxPlatform& machine) { zn::arkin::unregisterRefTree(machine.registry()); });
 }
 
 } // extern "C"

@@ -4,7 +4,7 @@
 #include "contracts/host/XRefTree.h"
 #include "platform/Registry.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::RegistryRoot;
 using zn::Text;
@@ -42,4 +42,4 @@ void unregisterRefTree(zn::Registry& registry)
     registry.removeKey(RegistryRoot::Machine, classKey);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

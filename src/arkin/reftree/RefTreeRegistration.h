@@ -6,7 +6,7 @@ namespace zn {
 class Registry;
 }
 
-namespace arkin {
+namespace zn::arkin {
 
 inline constexpr const char16_t* refTreeClassId = u"{7B0E52C6-93D4-4F1A-8C37-2AD5106E94B8}";
 
@@ -14,4 +14,4 @@ inline constexpr const char16_t* refTreeClassId = u"{7B0E52C6-93D4-4F1A-8C37-2AD
 void registerRefTree(zn::Registry& registry, const zn::Text& library);
 void unregisterRefTree(zn::Registry& registry);
 
-} // namespace arkin
+} // namespace zn::arkin

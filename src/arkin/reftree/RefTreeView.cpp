@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -84,4 +84,4 @@ void RefTreeView::expandBelow(const QModelIndex& from)
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

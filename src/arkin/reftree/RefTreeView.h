@@ -2,7 +2,7 @@
 
 #include <QTreeView>
 
-namespace arkin {
+namespace zn::arkin {
 
 class RefTreeModel;
 
@@ -25,4 +25,4 @@ private:
     RefTreeModel* m_rows = nullptr;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

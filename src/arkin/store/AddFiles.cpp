@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -284,4 +284,4 @@ std::vector<AddOutcome> addFiles(Vault& vault, std::span<const AddRequest> reque
     return Adder(vault, requests).run();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

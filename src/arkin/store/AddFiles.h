@@ -2,7 +2,7 @@
 
 #include "arkin/store/Vault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// One file to be added. All paths are backslash paths.
 struct AddRequest {
@@ -23,4 +23,4 @@ struct AddOutcome {
 /// of the requests. What concerns all of them (database, archive, full disk) is raised, and then nothing was added.
 std::vector<AddOutcome> addFiles(Vault& vault, std::span<const AddRequest> requests);
 
-} // namespace arkin
+} // namespace zn::arkin

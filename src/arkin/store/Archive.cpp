@@ -9,7 +9,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace fs = std::filesystem;
 
@@ -229,4 +229,4 @@ void ArchiveBatch::syncFolders(const std::unordered_set<std::string>& folders)
     syncFolder(m_archive.m_folder);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -10,7 +10,7 @@
 #include <unordered_set>
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What a version holds: the SHA-256 of its bytes (64 lower-case hexadecimal digits) and their number.
 struct Content {
@@ -88,4 +88,4 @@ private:
     std::vector<char> m_buffer;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

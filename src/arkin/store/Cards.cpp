@@ -5,7 +5,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 std::vector<Variable> Cards::variables()
 {
@@ -112,4 +112,4 @@ void Cards::write(std::span<const CardWrite> writes, std::span<const std::int32_
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A card variable of the vault.
 struct Variable {
@@ -70,4 +70,4 @@ struct StoredCardValue {
 StoredCardValue toStoredCard(const zn::Value& value);
 zn::Value fromStoredCard(const StoredCardValue& stored);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -268,4 +268,4 @@ std::vector<FileVersion> checkIn(Vault& vault, const CheckInPlan& plan, zn::Text
     return CheckInWork(vault, plan, comment).run();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/store/Vault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Which files a check-in takes, found out before it is done.
 struct CheckInPlan {
@@ -23,4 +23,4 @@ CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places);
 /// meanwhile, and what the archive, the disk and the database raise.
 std::vector<FileVersion> checkIn(Vault& vault, const CheckInPlan& plan, zn::TextView comment);
 
-} // namespace arkin
+} // namespace zn::arkin

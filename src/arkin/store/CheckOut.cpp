@@ -5,7 +5,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -102,4 +102,4 @@ CheckOutRow requireMine(Vault& vault, std::int32_t fileId)
     return *row;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

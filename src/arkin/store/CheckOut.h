@@ -2,7 +2,7 @@
 
 #include "arkin/store/Vault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Checks a file out to the caller on this machine: its latest version comes to the local view, writable.
 /// Raises E_ARK_CHECKED_OUT (by the caller here already), E_ARK_CHECKED_OUT_ELSEWHERE, E_ARK_PERMISSION_DENIED
@@ -37,4 +37,4 @@ struct NewReference {
 /// Adds references, in one transaction, all or none. The same failures as `requireMine`, and E_ARK_NOT_IN_VAULT.
 void addReferences(Vault& vault, std::span<const NewReference> references);
 
-} // namespace arkin
+} // namespace zn::arkin

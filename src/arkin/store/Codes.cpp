@@ -5,7 +5,7 @@
 #include <soci/error.h>
 #include <system_error>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -83,4 +83,4 @@ Failure currentFailure()
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

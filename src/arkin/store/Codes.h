@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::E_ARK_NAME_ALREADY_EXISTS;
 using zn::E_ARK_PERMISSION_DENIED;
@@ -40,4 +40,4 @@ struct Failure {
 /// taken from the table; database errors and exhausted memory get theirs. To be called inside a `catch` block only.
 Failure currentFailure();
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -94,4 +94,4 @@ void Transaction::commit()
     m_open = m_database.m_inTransaction = false;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -12,7 +12,7 @@ namespace soci {
 class session;
 }
 
-namespace arkin {
+namespace zn::arkin {
 
 /// One connection to the vault's database server. A connection belongs to one thread; a second thread (a heartbeat)
 /// opens its own. Statements run on `session()`, for
@@ -84,4 +84,4 @@ private:
     std::optional<Transaction> m_transaction;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

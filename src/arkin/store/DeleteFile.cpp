@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -62,4 +62,4 @@ void deleteFile(Vault& vault, const Place& place)
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

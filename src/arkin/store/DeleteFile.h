@@ -2,7 +2,7 @@
 
 #include "arkin/store/Vault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Removes the file from the folder, together with its local copy there unless that holds what the vault doesn't know.
 /// When no folder shows the file any more it counts as deleted: its versions stay in the database and the archive for
@@ -10,4 +10,4 @@ namespace arkin {
 /// E_ARK_CHECKED_OUT_ELSEWHERE while somebody else has it checked out. A check-out of the caller is given up with it.
 void deleteFile(Vault& vault, const Place& place);
 
-} // namespace arkin
+} // namespace zn::arkin

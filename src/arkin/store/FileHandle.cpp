@@ -6,7 +6,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 void throwFileFailure(zn::Status failure, const char* what, const std::filesystem::path& path, int reason)
 {
@@ -66,4 +66,4 @@ void FileHandle::syncFileSystem()
         throwFileFailure(m_failure, "Could not sync the file system of", m_path);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -9,7 +9,7 @@
 #include <span>
 #include <sys/stat.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// An open file. Failures are raised as `StatusError` with the status that the owner chose (E_ARK_ARCHIVE
 /// or E_ARK_LOCAL_FILE_FAILED), or E_ARK_DISK_FULL, and a sentence that names the file and the system's reason.
@@ -39,4 +39,4 @@ private:
 /// Time of the last change in nanoseconds of Unix time.
 std::int64_t modifiedNanoseconds(const struct stat& status);
 
-} // namespace arkin
+} // namespace zn::arkin

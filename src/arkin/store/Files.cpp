@@ -4,7 +4,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -172,4 +172,4 @@ std::vector<std::int32_t> Files::foldersOf(std::int32_t fileId)
     return ids;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

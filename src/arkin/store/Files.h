@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A file seen in a folder.
 using Place = zn::ArkFileFolderPair;
@@ -83,4 +83,4 @@ private:
     std::int32_t m_vaultId;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Text;
 using zn::TextView;
@@ -153,4 +153,4 @@ const Folders::Folder& Folders::row(std::int32_t folderId)
     return m_byId[folderId] = folder;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

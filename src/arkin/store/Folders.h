@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The folders of one vault. A folder is never renamed or removed, so what was read once stays true and is kept.
 class Folders {
@@ -63,4 +63,4 @@ void requireGoodName(zn::TextView name);
 /// The parts of a path below the root; empty ones are passed over.
 std::vector<zn::Text> pathParts(zn::TextView relativePath);
 
-} // namespace arkin
+} // namespace zn::arkin

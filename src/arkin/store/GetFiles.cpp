@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <unordered_set>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -161,4 +161,4 @@ std::vector<GetRequest> withReferences(Vault& vault, std::span<const GetRequest>
     return all;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/store/Vault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A file to bring to the local view.
 struct GetRequest {
@@ -26,4 +26,4 @@ void getFiles(Vault& vault, std::span<const GetRequest> requests, LocalChanges c
 /// that were deleted are left out.
 std::vector<GetRequest> withReferences(Vault& vault, std::span<const GetRequest> requests, bool asBuilt);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -11,7 +11,7 @@
 #include <soci/soci.h>
 #include <system_error>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace fs = std::filesystem;
 
@@ -202,4 +202,4 @@ Content readContent(FileHandle& file)
     return content;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

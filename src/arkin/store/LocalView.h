@@ -6,7 +6,7 @@
 
 #include <unordered_map>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What this system knows of a file that it has put to, or read from, the local disk.
 struct LocalCopy {
@@ -73,4 +73,4 @@ private:
 /// The hash and the size of what an open file still holds.
 Content readContent(FileHandle& file);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -82,4 +82,4 @@ void Permissions::refresh()
         m_entries[folderId] = {read != 0, add != 0, remove != 0};
 }
 
-} // namespace arkin
+} // namespace zn::arkin

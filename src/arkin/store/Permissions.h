@@ -2,7 +2,7 @@
 
 #include "arkin/store/Folders.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 enum class Right {
     Read,   ///< see files and get their contents
@@ -42,4 +42,4 @@ private:
     std::unordered_map<std::int32_t, Rights> m_entries;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -160,4 +160,4 @@ ReferenceClosure readReferenceClosure(Vault& vault, std::span<const ClosureStart
     return closure;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

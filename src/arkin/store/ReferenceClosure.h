@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 class Vault;
 
@@ -58,4 +58,4 @@ bool isDrawing(zn::TextView name);
 /// first one if it has left that.
 ReferenceClosure readReferenceClosure(Vault& vault, std::span<const ClosureStart> starts, bool asBuilt);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 std::vector<std::vector<ReferenceRow>> References::from(std::span<const FileVersion> asked)
 {
@@ -74,4 +74,4 @@ void References::copy(std::int32_t fileId, std::int32_t fromVersion, std::int32_
         soci::use(toVersion), soci::use(fileId), soci::use(fromVersion);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

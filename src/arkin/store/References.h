@@ -2,7 +2,7 @@
 
 #include "arkin/store/Files.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A version of a file refers to another file in one version.
 struct ReferenceRow {
@@ -34,4 +34,4 @@ private:
     Database& m_database;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -39,4 +39,4 @@ void applySchema(Database& database, const SchemaArea& area)
     transaction.commit();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

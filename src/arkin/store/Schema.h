@@ -4,7 +4,7 @@
 
 #include <span>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// One step of an area's schema: statements that lead from the step before to this one. Steps are never changed once
 /// they were released; a change of tables is a new step at the end.
@@ -25,4 +25,4 @@ void applySchema(Database& database, const SchemaArea& area);
 /// Tables of the vault: folders, files, versions, cards, references, rights.
 extern const SchemaArea vaultSchema;
 
-} // namespace arkin
+} // namespace zn::arkin

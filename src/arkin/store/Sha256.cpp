@@ -4,7 +4,7 @@
 #include <openssl/evp.h>
 #include <stdexcept>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -48,4 +48,4 @@ std::string Sha256::finish()
     return text;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

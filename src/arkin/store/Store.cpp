@@ -5,7 +5,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Text;
 using zn::TextView;
@@ -77,4 +77,4 @@ VaultInfo Store::createVault(TextView name, TextView root)
     return info;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 #include <soci/soci.h>
 #include <unordered_set>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -218,4 +218,4 @@ CheckReport checkStore(Store& store, const std::function<void(std::int64_t done,
     return StoreCheck(store).run(progress);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

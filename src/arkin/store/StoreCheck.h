@@ -2,7 +2,7 @@
 
 #include "arkin/store/Vault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 struct CheckReport {
     /// What is wrong, a sentence each. Empty when the store is sound.
@@ -22,4 +22,4 @@ struct CheckReport {
 /// and their total.
 CheckReport checkStore(Store& store, const std::function<void(std::int64_t done, std::int64_t total)>& progress = {});
 
-} // namespace arkin
+} // namespace zn::arkin

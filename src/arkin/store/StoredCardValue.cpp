@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Value;
 using zn::ValueType;
@@ -81,4 +81,4 @@ Value fromStoredCard(const StoredCardValue& stored)
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

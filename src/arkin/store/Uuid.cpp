@@ -3,8 +3,8 @@
 #include <boost/uuid/random_generator.hpp>
 #include <boost/uuid/uuid_io.hpp>
 
-namespace arkin {
+namespace zn::arkin {
 
 std::string newUuid() { return boost::uuids::to_string(boost::uuids::random_generator()()); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -7,7 +7,7 @@
 #include <soci/soci.h>
 #include <unistd.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Text;
 using zn::TextView;
@@ -163,4 +163,4 @@ std::int32_t Vault::createFolder(TextView path)
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 #include "arkin/store/References.h"
 #include "platform/Clock.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 struct VaultInfo {
     std::int32_t id = 0;
@@ -105,4 +105,4 @@ private:
     LocalView m_local;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 // Times are Unix seconds. A `…_key` column holds the case-folded form of a name, by which it is compared.
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -109,4 +109,4 @@ const SchemaStep steps[] = {
 
 const SchemaArea vaultSchema{"vault", steps};
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -7,7 +7,7 @@
 
 // What is written to a checked-out file before its check-in: card values and references of the version to come.
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -119,4 +119,4 @@ void addReferences(Vault& vault, std::span<const NewReference> references)
     transaction.commit();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

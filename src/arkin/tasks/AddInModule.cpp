@@ -3,7 +3,7 @@
 #include "base/Status.h"
 #include "platform/FileSystem.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 std::shared_ptr<zn::IArkAddIn5> loadAddIn(zn::Registry& registry, zn::FileSystem& files, const zn::Text& programId)
 {
@@ -27,4 +27,4 @@ std::vector<zn::RegisteredClass> registeredAddIns(zn::Registry& registry)
     return addIns;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

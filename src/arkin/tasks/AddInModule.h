@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Loads the add-in behind a program identifier, as every host does: the registry's class id, its library, the
 /// library's factory. The object keeps its library loaded. A library whose object isn't an `IArkAddIn5` is refused.
@@ -16,4 +16,4 @@ std::shared_ptr<zn::IArkAddIn5> loadAddIn(zn::Registry& registry, zn::FileSystem
 /// All program identifiers of the machine that lead to a library, but for the controls of windows.
 std::vector<zn::RegisteredClass> registeredAddIns(zn::Registry& registry);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/tasks/LaunchFlow.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::toUtf8;
 
@@ -25,4 +25,4 @@ void requireSettled(const LaunchFlow& launch, LaunchStep step, const std::string
                 + ") and there is no window to ask in. Settle them in the task with 'arkin task set'.");
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/tasks/RunStore.h"
 #include "arkin/tasks/TaskHost.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 class LaunchFlow;
 enum class LaunchStep;
@@ -16,4 +16,4 @@ RunInfo launchTask(const TaskHost& host, const TaskDefinition& task, zn::ArkSele
 /// Raises `StatusError` E_ABORT with a sentence unless the launch needs nobody. `open` names what the page asks for.
 void requireSettled(const LaunchFlow& launch, LaunchStep step, const std::string& open);
 
-} // namespace arkin
+} // namespace zn::arkin

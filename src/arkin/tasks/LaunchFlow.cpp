@@ -2,7 +2,7 @@
 
 #include "arkin/tasks/AddInModule.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Status;
 using zn::StatusError;
@@ -83,4 +83,4 @@ RunInfo LaunchFlow::enqueue()
     return runs.get(id);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 #include "arkin/tasks/TaskHost.h"
 #include "contracts/host/ArkAddIn.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What the add-in's preparation of a launch has led to.
 enum class LaunchStep {
@@ -58,4 +58,4 @@ private:
     zn::Text m_unspoken;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/store/Codes.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Status;
 using zn::Text;
@@ -73,4 +73,4 @@ Status LaunchInstance::GetVariable(const Value& idOrName, Value& value)
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/tasks/RunValues.h"
 #include "contracts/host/ArkTask.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A run while it is being launched: it sees the definition's variables and gathers its own in memory. Nothing of it
 /// is in the database until the launch has succeeded, so a launch that fails leaves nothing behind.
@@ -32,4 +32,4 @@ private:
     Variables m_own;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

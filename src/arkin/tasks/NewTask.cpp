@@ -2,7 +2,7 @@
 
 #include "contracts/host/ArkTask.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Value;
 
@@ -30,4 +30,4 @@ void settleTask(TaskDefinition& task, const TaskRequest& request)
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

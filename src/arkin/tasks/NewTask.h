@@ -2,7 +2,7 @@
 
 #include "arkin/tasks/TaskFile.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What the task to be made is given beside its file.
 struct TaskRequest {
@@ -20,4 +20,4 @@ TaskDefinition startTask(const TaskRequest& request);
 /// others are left to the add-in (`VariableRules`).
 void settleTask(TaskDefinition& task, const TaskRequest& request);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 #include <sstream>
 #include <unistd.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -46,4 +46,4 @@ bool mayBeAlive(const ProcessMark& mark)
     return mark.host != hostName() || (mark.process > 0 && startMark(mark.process) == mark.start);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

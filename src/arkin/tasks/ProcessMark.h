@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// One process of one machine. `start` is the moment of its start as the kernel counts it, so that a later process
 /// that was given the same number isn't taken for it.
@@ -19,4 +19,4 @@ ProcessMark thisProcess();
 /// Whether the process lives. Of a process on another host nothing is known: true.
 bool mayBeAlive(const ProcessMark& mark);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 using soci::into;
 using soci::use;
@@ -169,4 +169,4 @@ void RunClaim::finish(TaskRunState state, zn::Status code, zn::TextView text,
     transaction.commit();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 #include <optional>
 #include <span>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What every write of a worker answers when another worker has taken the run over in the meantime.
 inline constexpr zn::Status E_ARK_RUN_TAKEN_OVER = zn::statusCode(0x80040320);
@@ -52,4 +52,4 @@ private:
     RunInfo m_run;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

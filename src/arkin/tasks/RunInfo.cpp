@@ -2,7 +2,7 @@
 
 #include "arkin/store/Uuid.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::TaskRunState;
 
@@ -54,4 +54,4 @@ zn::Text stateText(const RunInfo& run, std::int64_t now)
 
 zn::Text newGuid() { return u"{" + zn::toUpper(zn::toText(newUuid())) + u"}"; }
 
-} // namespace arkin
+} // namespace zn::arkin

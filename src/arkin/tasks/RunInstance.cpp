@@ -2,7 +2,7 @@
 
 #include "arkin/store/Codes.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Status;
 using zn::TaskRunState;
@@ -169,4 +169,4 @@ Status RunInstance::GetVariable(const Value& idOrName, Value& value)
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -8,7 +8,7 @@
 #include <chrono>
 #include <functional>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Where a run stands, for whoever watches it.
 struct RunProgress {
@@ -63,4 +63,4 @@ private:
     std::string m_failure;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

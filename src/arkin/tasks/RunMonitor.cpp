@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -68,4 +68,4 @@ void RunMonitor::watch()
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

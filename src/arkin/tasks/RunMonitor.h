@@ -6,7 +6,7 @@
 #include <atomic>
 #include <thread>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A thread beside a run, on a connection of its own: it tells the database that the worker lives, and turns a
 /// person's interruption of this process into a cancel request for the run.
@@ -31,4 +31,4 @@ private:
     std::thread m_thread;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 using soci::use;
 using zn::TaskRunState;
@@ -102,4 +102,4 @@ RunInfo requestResume(RunStore& store, std::int32_t runId, std::int64_t now)
     });
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/tasks/RunStore.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 // What a person asks of a run, from any process. Each is one transaction, returns the run as it stands afterwards, and
 // raises `StatusError` E_INVALIDARG with a sentence when the run's state doesn't allow it. A request that stands
@@ -15,4 +15,4 @@ RunInfo requestSuspend(RunStore& store, std::int32_t runId, std::int64_t now);
 /// Undoes a suspension. A run whose worker died goes back to the queue.
 RunInfo requestResume(RunStore& store, std::int32_t runId, std::int64_t now);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 namespace soci {
 
-void type_conversion<arkin::RunInfo>::from_base(const values& row, indicator, arkin::RunInfo& run)
+void type_conversion<zn::arkin::RunInfo>::from_base(const values& row, indicator, zn::arkin::RunInfo& run)
 {
     const auto text = [&](const char* column) { return zn::toText(row.get<std::string>(column)); };
     run.id = row.get<int>("id");

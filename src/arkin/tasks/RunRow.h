@@ -4,7 +4,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// All columns of a run; a condition follows.
 inline constexpr const char* selectRuns
@@ -12,14 +12,14 @@ inline constexpr const char* selectRuns
       "heartbeat_at, progress_total, progress_position, progress_text, result_code, result_text, launched_at, "
       "started_at, ended_at FROM task_runs WHERE ";
 
-} // namespace arkin
+} // namespace zn::arkin
 
 namespace soci {
 
 /// Lets a statement read a row of `selectRuns` straight into a `RunInfo`.
-template <> struct type_conversion<arkin::RunInfo> {
+template <> struct type_conversion<zn::arkin::RunInfo> {
     using base_type = values;
-    static void from_base(const values& row, indicator, arkin::RunInfo& run);
+    static void from_base(const values& row, indicator, zn::arkin::RunInfo& run);
 };
 
 } // namespace soci

@@ -5,7 +5,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 using soci::into;
 using soci::use;
@@ -167,4 +167,4 @@ std::vector<zn::ArkTaskResultDoc> RunStore::documents(std::int32_t runId)
     return documents;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

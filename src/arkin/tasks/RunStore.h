@@ -4,7 +4,7 @@
 #include "arkin/tasks/TaskStore.h"
 #include "contracts/host/Records.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// One run of a task as the database has it. Times are Unix seconds, 0 for not yet.
 struct RunInfo {
@@ -77,4 +77,4 @@ private:
 /// A fresh identifier in the form of `RunInfo::guid`.
 zn::Text newGuid();
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "base/Dates.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Value;
 
@@ -43,4 +43,4 @@ zn::Status runValue(const RunSetting& setting, const Value& idOrName, Value& val
     return zn::S_FALSE;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/tasks/RunStore.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What a run's second lookup (`GetVariable`, a macro's `{Name}` and `{#Number}`) draws from.
 struct RunSetting {
@@ -23,4 +23,4 @@ struct RunSetting {
 ///   5 VaultRoot  6 HostName    7 RunNumber    8 LaunchTime (a date)
 zn::Status runValue(const RunSetting& setting, const zn::Value& idOrName, zn::Value& value);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/store/Codes.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Status;
 
@@ -59,4 +59,4 @@ Status RunView::SetStatus(zn::TaskRunState, Status, zn::TextView, const std::vec
 }
 Status RunView::SetValue(zn::TextView, const zn::Value&) { return zn::E_ACCESSDENIED; }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/tasks/RunValues.h"
 #include "contracts/host/ArkTask.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A run that is looked at: it tells what the database has of it at each moment, and lets nothing be written.
 class RunView final : public zn::IArkTaskInstance {
@@ -30,4 +30,4 @@ private:
     Variables m_variables;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

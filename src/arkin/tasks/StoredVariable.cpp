@@ -4,7 +4,7 @@
 
 #include <charconv>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Value;
 using zn::ValueType;
@@ -60,4 +60,4 @@ Value fromStoredVariable(const StoredVariable& stored)
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

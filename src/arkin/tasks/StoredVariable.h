@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A value as the database keeps it: its automation type number and its text.
 struct StoredVariable {
@@ -22,4 +22,4 @@ zn::Value fromStoredVariable(const StoredVariable& stored);
 /// Variables by name, compared exactly.
 using Variables = std::map<zn::Text, zn::Value>;
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/tasks/AddInModule.h"
 #include "arkin/tasks/RunView.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 TaskDetails::TaskDetails(TaskHost host, std::int32_t runId)
     : m_host(std::move(host))
@@ -40,4 +40,4 @@ zn::ArkTaskPage TaskDetails::open(std::int32_t parentWindow)
     return {cmd.text, cmd.parentWindow, {}};
 }
 
-} // namespace arkin
+} // namespace zn::arkin

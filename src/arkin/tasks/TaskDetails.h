@@ -4,7 +4,7 @@
 #include "arkin/tasks/TaskHost.h"
 #include "contracts/host/ArkAddIn.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A look at one run through its add-in's page. It knows no toolkit: windows are handles. All failures are
 /// `StatusError`s with a sentence.
@@ -30,4 +30,4 @@ private:
     std::shared_ptr<zn::IArkAddIn5> m_addIn;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

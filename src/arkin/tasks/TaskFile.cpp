@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <numeric>
 
-namespace arkin {
+namespace zn::arkin {
 
 using nlohmann::json;
 using zn::Text;
@@ -212,4 +212,4 @@ Value parseVariable(TextView name, TextView text, const KnownVariables& known)
     return fromJson(row, number);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string_view>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What a person writes down about a task, as a JSON text:
 ///
@@ -36,4 +36,4 @@ TaskFile parseTaskFile(std::string_view json, const KnownVariables& known);
 /// the text itself. Raises like `parseTaskFile`.
 zn::Value parseVariable(zn::TextView name, zn::TextView text, const KnownVariables& known);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 #include "base/Format.h"
 #include "contracts/host/Records.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 RunSetting settingOf(const TaskHost& host)
 {
@@ -31,4 +31,4 @@ std::string describeFailure(const TaskHost& host, zn::Status status, const zn::A
     return cmd.text.empty() ? describeStatus(host, status) + "." : zn::toUtf8(cmd.text);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

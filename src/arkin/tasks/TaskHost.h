@@ -10,7 +10,7 @@ namespace zn {
 struct ArkCmd;
 }
 
-namespace arkin {
+namespace zn::arkin {
 
 struct RunInfo;
 struct RunSetting;
@@ -35,4 +35,4 @@ std::string describeStatus(const TaskHost& host, zn::Status status);
 /// it has.
 std::string describeFailure(const TaskHost& host, zn::Status status, const zn::ArkCmd& cmd);
 
-} // namespace arkin
+} // namespace zn::arkin

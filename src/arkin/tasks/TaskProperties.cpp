@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace arkin {
+namespace zn::arkin {
 
 TaskProperties::TaskProperties(TaskDefinition task)
     : m_task(std::move(task))
@@ -91,4 +91,4 @@ zn::Status TaskProperties::SetVariable(std::int32_t variableId, const zn::Value&
 
 std::string TaskProperties::takeRefusal() { return std::exchange(m_refusal, {}); }
 
-} // namespace arkin
+} // namespace zn::arkin

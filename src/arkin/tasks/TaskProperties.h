@@ -5,7 +5,7 @@
 
 #include <map>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A task's definition as its add-in sees it while an administrator sets it up. What is written is gathered here and
 /// read back from here; nothing of it is in the database before the change is given to a `TaskStore`, so whoever
@@ -44,4 +44,4 @@ private:
     std::string m_refusal;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 #include "arkin/tasks/AddInModule.h"
 #include "arkin/tasks/RunMonitor.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::Status;
 using zn::TaskRunState;
@@ -77,4 +77,4 @@ void TaskRunner::settle(const RunClaim& claim, Status code, const std::string& f
         m_host.clock.now());
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 
 #include <atomic>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Carries one taken run to its end, in this process and on this thread.
 class TaskRunner {
@@ -28,4 +28,4 @@ private:
     const std::atomic<bool>* m_interrupted;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

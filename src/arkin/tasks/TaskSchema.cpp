@@ -3,7 +3,7 @@
 // Times are Unix seconds. Variable names are compared exactly, as the placeholders of a macro are; task names by their
 // case-folded form in `name_key`. `value_type` is the automation type number (see StoredVariable.h).
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -100,4 +100,4 @@ const SchemaStep steps[] = {
 
 const SchemaArea taskSchema{"tasks", steps};
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,9 +2,9 @@
 
 #include "arkin/store/Schema.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Tables of the tasks: definitions with their variables and menu entries, runs with theirs, results.
 extern const SchemaArea taskSchema;
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::StatusError;
 using zn::toUtf8;
@@ -84,4 +84,4 @@ std::optional<TaskConflict> TaskSetup::store(bool replaceOthers)
     return TaskStore(m_host.database, m_host.vaultId).change(task().id, change, revision);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 #include "arkin/tasks/TaskProperties.h"
 #include "contracts/host/ArkAddIn.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// One opening of a task's properties, from the command that builds the pages to the change in the database. It knows
 /// no toolkit: windows are handles, and whoever has none to show gives the handle of one that stays hidden.
@@ -51,4 +51,4 @@ private:
     zn::Text m_unspoken;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 using soci::into;
 using soci::use;
@@ -209,4 +209,4 @@ std::vector<MenuEntry> TaskStore::readMenu(std::int32_t taskId)
     return entries;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

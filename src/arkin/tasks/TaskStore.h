@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The add-in that does a task's work, unless the task names another.
 inline constexpr const char16_t* defaultAddIn = u"ZNTaskAddIn.ZNTaskAddIn";
@@ -88,4 +88,4 @@ private:
     std::int32_t m_vaultId;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/tasks/AddInModule.h"
 #include "arkin/tasks/TaskProperties.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 VariableRules::VariableRules(TaskHost host, const zn::Text& addIn)
     : m_host(std::move(host))
@@ -31,4 +31,4 @@ void VariableRules::settle(TaskDefinition& task) const
     task = properties->task();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 #include "arkin/tasks/TaskHost.h"
 #include "contracts/host/ArkAddIn.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// What an add-in tells of its tasks' variables, for those who write them without its pages. The host knows neither
 /// their types nor what follows from what.
@@ -25,4 +25,4 @@ private:
     KnownVariables m_known;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

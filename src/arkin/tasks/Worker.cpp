@@ -1,6 +1,6 @@
 #include "arkin/tasks/Worker.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -47,4 +47,4 @@ void Worker::runOne(const RunClaim& claim, Tally& tally)
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/tasks/TaskRunner.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Takes waiting runs of a vault, one after the other.
 class Worker {
@@ -34,4 +34,4 @@ private:
     const std::atomic<bool>& m_interrupted;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_OK;
 using zn::Status;
@@ -79,4 +79,4 @@ private:
 
 zn::ObjectRef makeBatchAdd(const ContextRef& context) { return std::make_shared<BatchAdd>(context); }
 
-} // namespace arkin
+} // namespace zn::arkin

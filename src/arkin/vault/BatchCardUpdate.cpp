@@ -1,7 +1,7 @@
 #include "arkin/store/CheckOut.h"
 #include "arkin/vault/Utilities.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_OK;
 using zn::Status;
@@ -47,4 +47,4 @@ private:
 
 zn::ObjectRef makeBatchCardUpdate(const ContextRef& context) { return std::make_shared<BatchCardUpdate>(context); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -1,7 +1,7 @@
 #include "arkin/store/GetFiles.h"
 #include "arkin/vault/Utilities.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_OK;
 using zn::Status;
@@ -68,4 +68,4 @@ private:
 
 zn::ObjectRef makeBatchFetch(const ContextRef& context) { return std::make_shared<BatchFetch>(context); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -13,7 +13,7 @@
 #include <deque>
 #include <unordered_set>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_OK;
 using zn::Status;
@@ -285,4 +285,4 @@ private:
 
 zn::ObjectRef makeBatchList(const ContextRef& context) { return std::make_shared<BatchList>(context); }
 
-} // namespace arkin
+} // namespace zn::arkin

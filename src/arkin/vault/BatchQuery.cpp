@@ -1,6 +1,6 @@
 #include "arkin/vault/Utilities.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_OK;
 using zn::Status;
@@ -62,4 +62,4 @@ private:
 
 zn::ObjectRef makeBatchQuery(const ContextRef& context) { return std::make_shared<BatchQuery>(context); }
 
-} // namespace arkin
+} // namespace zn::arkin

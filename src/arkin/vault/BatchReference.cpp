@@ -1,7 +1,7 @@
 #include "arkin/store/CheckOut.h"
 #include "arkin/vault/Utilities.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_OK;
 using zn::Status;
@@ -49,4 +49,4 @@ private:
 
 zn::ObjectRef makeBatchReference(const ContextRef& context) { return std::make_shared<BatchReference>(context); }
 
-} // namespace arkin
+} // namespace zn::arkin

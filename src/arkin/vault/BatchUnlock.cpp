@@ -1,7 +1,7 @@
 #include "arkin/store/CheckIn.h"
 #include "arkin/vault/Utilities.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_OK;
 using zn::Status;
@@ -64,4 +64,4 @@ private:
 
 zn::ObjectRef makeBatchUnlock(const ContextRef& context) { return std::make_shared<BatchUnlock>(context); }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_FALSE;
 using zn::S_OK;
@@ -160,4 +160,4 @@ Status FileObject::GetVersionInfo(const zn::Value& version, std::int32_t folderI
     });
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/vault/ObjectContext.h"
 #include "contracts/host/ArkVault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A file of the vault.
 class FileObject final : public zn::IArkFile {
@@ -40,4 +40,4 @@ private:
     std::optional<FileRow> m_listed;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_OK;
 using zn::Status;
@@ -88,4 +88,4 @@ Status FolderObject::HasReadRight(std::int32_t permission, std::int32_t, bool& a
     });
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/vault/ObjectContext.h"
 #include "contracts/host/ArkVault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A folder of the vault. Subfolders that the caller may not read are left out.
 class FolderObject final : public zn::IArkFolder {
@@ -28,4 +28,4 @@ private:
     std::int32_t m_folderId;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace arkin {
+namespace zn::arkin {
 
 class VaultDesktop;
 
@@ -40,4 +40,4 @@ template <class Work> zn::Status guarded(ObjectContext& context, Work work) noex
     }
 }
 
-} // namespace arkin
+} // namespace zn::arkin

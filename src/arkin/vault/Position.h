@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// A place in a list that was read when the enumeration began.
 template <class Item> class Position final : public zn::IArkPosition {
@@ -36,4 +36,4 @@ private:
     std::size_t m_next = 0;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

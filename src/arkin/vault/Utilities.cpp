@@ -2,7 +2,7 @@
 
 #include "arkin/vault/VaultObject.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 zn::ObjectRef makeUtility(const ContextRef& context, zn::ArkUtility kind)
 {
@@ -33,4 +33,4 @@ void requireSameVault(ObjectContext& context, zn::IArkVault& vault)
         throw zn::StatusError(zn::E_INVALIDARG, "The files belong to another vault.");
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/vault/ObjectContext.h"
 #include "contracts/host/ArkBatch.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Makes a utility of the vault. Raises E_INVALIDARG for a kind that the vault doesn't have.
 zn::ObjectRef makeUtility(const ContextRef& context, zn::ArkUtility kind);
@@ -22,4 +22,4 @@ zn::ObjectRef makeVariableMgr(const ContextRef& context);
 /// Raises E_INVALIDARG unless the object that came from outside is the vault of the context.
 void requireSameVault(ObjectContext& context, zn::IArkVault& vault);
 
-} // namespace arkin
+} // namespace zn::arkin

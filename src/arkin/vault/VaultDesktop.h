@@ -2,7 +2,7 @@
 
 #include "contracts/host/ArkVault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Where the vault asks a person, so that the vault's objects need no toolkit. Window arguments are handles, 0 for
 /// none.
@@ -20,4 +20,4 @@ public:
         = 0;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

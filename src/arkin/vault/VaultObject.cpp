@@ -6,7 +6,7 @@
 #include "arkin/vault/Utilities.h"
 #include "arkin/vault/VaultDesktop.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::S_FALSE;
 using zn::S_OK;
@@ -150,4 +150,4 @@ Status VaultObject::GetNextVariable(zn::IArkPosition& position, std::shared_ptr<
     });
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/vault/ObjectContext.h"
 #include "contracts/host/ArkVault.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The open vault as add-ins see it. Objects that it gives out share its context; all of them are used by the thread
 /// of the vault's database connection. No exception leaves an operation.
@@ -47,4 +47,4 @@ private:
     ContextRef m_context;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

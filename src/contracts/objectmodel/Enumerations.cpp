@@ -3,7 +3,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -173,4 +173,4 @@ bool isEnumeration(zn::TextView name)
     return names.contains(zn::foldCase(name));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

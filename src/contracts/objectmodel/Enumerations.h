@@ -7,7 +7,7 @@
 #include <span>
 
 /// The named constants of the object model: what macros write, and what the numbers mean.
-namespace zentrel {
+namespace zn::zentrel {
 
 struct EnumerationMember {
     const char16_t* enumeration;
@@ -117,4 +117,4 @@ enum Double : std::int32_t { TopMargin = 1, BottomMargin, LeftMargin, RightMargi
 enum TextList : std::int32_t { EmodelSelectionList = 1 };
 } // namespace preference
 
-} // namespace zentrel
+} // namespace zn::zentrel

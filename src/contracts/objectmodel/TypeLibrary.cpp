@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -72,4 +72,4 @@ zn::language::CompileOptions macroCompileOptions()
         .conditionalConstants = {{u"VBA7", true}, {u"VBA6", true}, {u"Win64", true}, {u"Win32", true}}};
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

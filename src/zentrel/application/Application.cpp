@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -225,4 +225,4 @@ Value Application::setTextList(Arguments& arguments)
     return true;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -5,7 +5,7 @@
 #include "zentrel/application/Preferences.h"
 #include "zentrel/application/Surroundings.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// "Frame": the main window. There is none to be seen; its handle is 0.
 class Frame : public ScriptObject {
@@ -112,4 +112,4 @@ private:
     int m_workFolders = 0;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -237,4 +237,4 @@ Value Application::closeAllDocuments(Arguments&)
     return true;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

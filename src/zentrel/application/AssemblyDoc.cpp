@@ -7,7 +7,7 @@
 
 #include "base/Paths.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -138,4 +138,4 @@ Value ComponentObject::getPathName(Arguments&) { return assembly()->componentPat
 
 Value ComponentObject::referencedConfiguration(Arguments&) { return state().configuration; }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -2,7 +2,7 @@
 
 #include "zentrel/application/ModelDoc.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// "AssemblyDoc"
 class AssemblyDoc : public ModelDoc {
@@ -67,4 +67,4 @@ private:
     std::size_t m_index;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -1,6 +1,6 @@
 #include "zentrel/application/ConfigurationManager.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 const MemberTable& Configuration::members() const
 {
@@ -39,4 +39,4 @@ ModelDocRef requireOpen(const std::weak_ptr<ModelDoc>& document)
     return open;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

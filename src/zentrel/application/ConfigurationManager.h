@@ -2,7 +2,7 @@
 
 #include "zentrel/application/ModelDoc.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// "Configuration": a name, as of the moment when it was asked for.
 class Configuration : public ScriptObject {
@@ -43,4 +43,4 @@ private:
 /// The document that an object belongs to. Raises a sentence if it has been closed.
 ModelDocRef requireOpen(const std::weak_ptr<ModelDoc>& document);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -72,4 +72,4 @@ Value callDeclaredFunction(zn::FileSystem& files, DeclaredCall& call)
             zn::toUtf8(call.library)));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 /// Numbers of the events that the object model fires.
-namespace zentrel {
+namespace zn::zentrel {
 
 /// "ApplicationEvents". A document that opens is announced before the call that opens it returns, so that a listener
 /// has connected to the document's own events before anything can be saved.
@@ -26,4 +26,4 @@ inline constexpr std::int32_t drawingSavingExchange = 23;
 /// "ModelViewEvents": the view has been printed, told once the printer has the whole job.
 inline constexpr std::int32_t viewPrinted = 10;
 
-} // namespace zentrel
+} // namespace zn::zentrel

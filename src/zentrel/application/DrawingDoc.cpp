@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -140,4 +140,4 @@ Value DrawingView::getMembers(Arguments&) { return Value::arrayOf({}); }
 
 Value DrawingView::referencedConfiguration(Arguments&) { return m_view.configuration; }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -2,7 +2,7 @@
 
 #include "zentrel/application/ModelDoc.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// "DrawingDoc"
 class DrawingDoc : public ModelDoc {
@@ -79,4 +79,4 @@ private:
     View m_view;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

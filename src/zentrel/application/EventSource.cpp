@@ -1,6 +1,6 @@
 #include "zentrel/application/EventSource.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 std::uint32_t EventSource::advise(const Text& eventInterface, std::shared_ptr<EventSink> sink)
 {
@@ -28,4 +28,4 @@ Status EventSource::fire(std::int32_t number, const std::vector<Value>& argument
     return first;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -4,7 +4,7 @@
 
 #include <map>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 using zn::EventSink;
 
@@ -26,4 +26,4 @@ private:
     std::uint32_t m_lastCookie = 0;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -1,6 +1,6 @@
 #include "zentrel/application/ExportData.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 const MemberTable& ExportPdfData::members() const
 {
@@ -111,4 +111,4 @@ Value Mbd3DPdfData::setMoreViews(Arguments& arguments)
 /// A document has none of the texts that a theme asks for.
 Value Mbd3DPdfData::getTextAndCustomProperties(Arguments&) { return Value::arrayOf({}); }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -4,7 +4,7 @@
 #include "zentrel/application/ScriptObject.h"
 
 /// Objects that carry the arguments of a save or an open.
-namespace zentrel {
+namespace zn::zentrel {
 
 /// "ExportPdfData": which sheets a PDF gets. All of them until `SetSheets` says otherwise.
 class ExportPdfData : public ScriptObject {
@@ -90,4 +90,4 @@ private:
     Value m_moreViews;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

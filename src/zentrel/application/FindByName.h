@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 template <class Named> std::vector<zn::Text> namesOf(const std::vector<Named>& items)
 {
@@ -31,4 +31,4 @@ template <class Named> bool activateByName(const std::vector<Named>& items, cons
     return similar.has_value();
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -12,7 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -256,4 +256,4 @@ void MacroFiles::setCurrentFolder(const Text& path)
     m_current = folder;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -3,7 +3,7 @@
 #include "language/FileAccess.h"
 #include "platform/FileSystem.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 using zn::Text;
 
@@ -35,4 +35,4 @@ private:
     Text m_current;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

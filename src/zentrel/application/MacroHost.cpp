@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 DispatchRef MacroHost::application() { return std::static_pointer_cast<Application>(m_application.shared_from_this()); }
 
@@ -57,4 +57,4 @@ std::int32_t defaultAnswer(std::int32_t buttons)
     return kind < 6 && place < 3 ? answers[kind][place] : 1;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

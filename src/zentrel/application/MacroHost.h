@@ -3,7 +3,7 @@
 #include "language/Host.h"
 #include "zentrel/application/Application.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// The application as a running macro sees it.
 class MacroHost : public zn::language::Host {
@@ -34,4 +34,4 @@ Value callDeclaredFunction(zn::FileSystem& files, zn::language::DeclaredCall& ca
 /// The button that a box has ready: the answer of whoever just presses Enter.
 std::int32_t defaultAnswer(std::int32_t buttons);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -8,7 +8,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -61,4 +61,4 @@ std::string faultText(const std::string& file, int line, int column, const Text&
     return text + "^";
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -3,7 +3,7 @@
 #include "language/Reason.h"
 #include "zentrel/application/ScriptObject.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 class Application;
 
@@ -19,4 +19,4 @@ MacroOutcome runMacro(Application& application, const Text& file, const Text& mo
 /// A fault as a person reads it: "macro.znb:12:5: Type mismatch." and below it the source line with a mark.
 std::string faultText(const std::string& file, int line, int column, const Text& message, const Text& sourceLine);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -12,7 +12,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -177,4 +177,4 @@ const MemberTable& ModelView::members() const
 /// A document has one window here.
 Value ModelView::getNext(Arguments&) { return ObjectRef(); }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -4,7 +4,7 @@
 #include "zentrel/application/Surroundings.h"
 #include "zentrel/model/Model.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 class Application;
 class ConfigurationManager;
@@ -104,4 +104,4 @@ private:
     Value getNext(Arguments&);
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -7,7 +7,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -99,4 +99,4 @@ Value ModelDocExtension::printOut2(Arguments& arguments)
     return printDocument(*requireOpen(m_document), request);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

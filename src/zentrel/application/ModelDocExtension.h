@@ -2,7 +2,7 @@
 
 #include "zentrel/application/PrintOut.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// "ModelDocExtension" of a document.
 class ModelDocExtension : public ScriptObject {
@@ -29,4 +29,4 @@ private:
     PageSetupInUse m_usePageSetup = PageSetupInUse::OfDocument;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -80,4 +80,4 @@ Value PageSetup::putScale(Arguments& arguments)
     return {};
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

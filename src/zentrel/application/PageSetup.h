@@ -3,7 +3,7 @@
 #include "zentrel/application/ScriptObject.h"
 #include "zentrel/formats/PrintPages.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 enum class PageOrientation : std::int32_t { Portrait = 1, Landscape = 2 };
 
@@ -41,4 +41,4 @@ private:
     PageSettings m_settings;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

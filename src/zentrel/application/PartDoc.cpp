@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 std::vector<Text> PartDoc::configurationNames() const { return namesOf(m_part.configurations); }
 
@@ -31,4 +31,4 @@ Value PartDoc::exportToDwg2(Arguments& arguments)
     return false;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

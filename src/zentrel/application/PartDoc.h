@@ -2,7 +2,7 @@
 
 #include "zentrel/application/ModelDoc.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// "PartDoc"
 class PartDoc : public ModelDoc {
@@ -32,4 +32,4 @@ private:
     PartDocument m_part;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

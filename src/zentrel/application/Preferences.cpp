@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -127,4 +127,4 @@ PdfOptions Preferences::pdfOptions() const
         .lineWeights = toggle(preference::PdfUseCurrentPrintLineWeights)};
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

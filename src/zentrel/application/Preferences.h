@@ -6,7 +6,7 @@
 
 #include <map>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// The application's preferences: numbered settings that macros write and that steer the writers.
 /// They live as long as the process; what one macro sets stays set for the next.
@@ -39,4 +39,4 @@ private:
     std::map<std::int32_t, Text> m_textLists;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -16,7 +16,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -181,4 +181,4 @@ bool printDocument(ModelDoc& document, const PrintRequest& request)
     return true;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

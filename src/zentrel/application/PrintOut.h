@@ -2,7 +2,7 @@
 
 #include "zentrel/application/ModelDoc.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// znPageSetupInUse_e: whose paper, orientation and scale count.
 enum class PageSetupInUse : std::int32_t {
@@ -26,4 +26,4 @@ struct PrintRequest {
 /// False if nothing was printed; the sentence that says why goes to the application's report.
 bool printDocument(ModelDoc& document, const PrintRequest& request);
 
-} // namespace zentrel
+} // namespace zn::zentrel

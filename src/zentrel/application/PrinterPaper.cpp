@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -40,4 +40,4 @@ std::int32_t printerPaperNumber(PaperSize size)
     return std::ranges::find(papers, std::optional(size), &PaperRow::size)->number;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -3,7 +3,7 @@
 #include "zentrel/model/Document.h"
 
 /// The numbers that printers have for paper sizes.
-namespace zentrel {
+namespace zn::zentrel {
 
 /// In mm, as the paper lies in the printer: width and height of a page in portrait orientation.
 struct PrinterPaper {
@@ -15,4 +15,4 @@ struct PrinterPaper {
 std::optional<PrinterPaper> printerPaper(std::int32_t number);
 std::int32_t printerPaperNumber(PaperSize size);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -13,7 +13,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -213,4 +213,4 @@ SaveOutcome saveDocument(ModelDoc& document, const SaveRequest& request)
     }
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

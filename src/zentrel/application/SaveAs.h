@@ -2,7 +2,7 @@
 
 #include "zentrel/application/ModelDoc.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 class ExportPdfData;
 
@@ -22,4 +22,4 @@ struct SaveOutcome {
 /// the file from being written. A failure's sentence goes to the application's report.
 SaveOutcome saveDocument(ModelDoc& document, const SaveRequest& request);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -114,4 +114,4 @@ Value textArray(const std::vector<Text>& texts)
     return Value::arrayOf(std::vector<Value>(texts.begin(), texts.end()));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -8,7 +8,7 @@
 
 /// The object model of the CAD application. Its objects are called by name, by macros inside the process and by a
 /// client outside; which members a class has stands in its table of members.
-namespace zentrel {
+namespace zn::zentrel {
 
 using zn::ArrayRef;
 using zn::DispatchObject;
@@ -117,4 +117,4 @@ protected:
 /// An array of texts as members return it.
 Value textArray(const std::vector<Text>& texts);
 
-} // namespace zentrel
+} // namespace zn::zentrel

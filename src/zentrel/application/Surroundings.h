@@ -10,7 +10,7 @@ namespace zn {
 class Printers;
 }
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// What the application needs of the process around it. The references outlive the application.
 struct Surroundings {
@@ -28,4 +28,4 @@ struct Surroundings {
     std::function<void(const std::string&)> print;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

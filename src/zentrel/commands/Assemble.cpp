@@ -2,7 +2,7 @@
 
 #include "zentrel/model/Build.h"
 
-namespace zentrel::commands {
+namespace zn::zentrel::commands {
 
 namespace {
 
@@ -36,4 +36,4 @@ struct Assemble {
 
 Subcommand assembleCommand() { return subcommand<Assemble>("assemble", "Makes an assembly of parts"); }
 
-} // namespace zentrel::commands
+} // namespace zn::zentrel::commands

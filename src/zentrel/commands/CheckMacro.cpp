@@ -9,7 +9,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-namespace zentrel::commands {
+namespace zn::zentrel::commands {
 
 namespace {
 
@@ -58,4 +58,4 @@ Subcommand checkMacroCommand()
     return subcommand<CheckMacro>("check-macro", "Checks a macro without running it; exit code 1 if it has errors");
 }
 
-} // namespace zentrel::commands
+} // namespace zn::zentrel::commands

@@ -6,7 +6,7 @@
 
 /// The subcommands of `zentrel`, one file each. Work that fails raises an exception with a sentence; a command that has
 /// said all itself returns 1.
-namespace zentrel::commands {
+namespace zn::zentrel::commands {
 
 using zn::commandline::Arguments;
 using zn::commandline::Subcommand;
@@ -33,4 +33,4 @@ Subcommand checkMacroCommand();
 Subcommand registerCommand(const Common& common);
 Subcommand unregisterCommand(const Common& common);
 
-} // namespace zentrel::commands
+} // namespace zn::zentrel::commands

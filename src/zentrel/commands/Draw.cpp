@@ -4,7 +4,7 @@
 
 #include <regex>
 
-namespace zentrel::commands {
+namespace zn::zentrel::commands {
 
 namespace {
 
@@ -49,4 +49,4 @@ struct Draw {
 
 Subcommand drawCommand() { return subcommand<Draw>("draw", "Makes a drawing with views of parts and assemblies"); }
 
-} // namespace zentrel::commands
+} // namespace zn::zentrel::commands

@@ -2,7 +2,7 @@
 
 #include "zentrel/formats/BuildPart.h"
 
-namespace zentrel::commands {
+namespace zn::zentrel::commands {
 
 namespace {
 
@@ -36,4 +36,4 @@ struct Import {
 
 Subcommand importCommand() { return subcommand<Import>("import", "Makes a part from STEP or IGES files"); }
 
-} // namespace zentrel::commands
+} // namespace zn::zentrel::commands

@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-namespace zentrel::commands {
+namespace zn::zentrel::commands {
 
 namespace {
 
@@ -94,4 +94,4 @@ struct Info {
 
 Subcommand infoCommand() { return subcommand<Info>("info", "Shows what is in a document"); }
 
-} // namespace zentrel::commands
+} // namespace zn::zentrel::commands

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <unistd.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -32,4 +32,4 @@ void ProcessLog::write(const std::string& line)
     file << fmt::format("{:%F %T} [{}] {}\n", fmt::localtime(std::time(nullptr)), getpid(), line) << std::flush;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// Lines for a person, with time and process id at the end of a file, which is begun anew (its predecessor kept as
 /// ".1") when it has grown past 4 MiB. A file that can't be written is no failure.
@@ -20,4 +20,4 @@ private:
     bool m_echo;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel::commands {
+namespace zn::zentrel::commands {
 
 namespace {
 
@@ -116,4 +116,4 @@ Subcommand unregisterCommand(const Common& common)
     return subcommand<Unregister>("unregister", "Removes the registration of the CAD application", &common);
 }
 
-} // namespace zentrel::commands
+} // namespace zn::zentrel::commands

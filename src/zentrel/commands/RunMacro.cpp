@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-namespace zentrel::commands {
+namespace zn::zentrel::commands {
 
 namespace {
 
@@ -36,4 +36,4 @@ Subcommand runMacroCommand(const Common& common)
     return subcommand<RunMacro>("run-macro", "Runs the procedure \"main\" of a macro", &common);
 }
 
-} // namespace zentrel::commands
+} // namespace zn::zentrel::commands

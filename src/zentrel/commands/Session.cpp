@@ -2,7 +2,7 @@
 
 #include "zentrel/commands/WorkFolders.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 Session::Session(const std::filesystem::path& home, Hooks hooks)
     : m_platform(zn::Home::open(home))
@@ -19,4 +19,4 @@ Session::Session(const std::filesystem::path& home, Hooks hooks)
     });
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 
 #include <memory>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// The CAD application in this process, on this machine's ports.
 class Session {
@@ -33,4 +33,4 @@ private:
     std::shared_ptr<Application> m_application;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -41,4 +41,4 @@ std::filesystem::path processWorkFolder(const std::filesystem::path& temporaryFo
     return temporaryFolder / (std::string(prefix) + std::to_string(getpid()));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -2,10 +2,10 @@
 
 #include <filesystem>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// The folder for files of this process's own, in the temporary folder. It isn't made here.
 /// Folders that killed processes of this user have left are removed.
 std::filesystem::path processWorkFolder(const std::filesystem::path& temporaryFolder);
 
-} // namespace zentrel
+} // namespace zn::zentrel

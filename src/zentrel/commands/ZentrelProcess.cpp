@@ -47,7 +47,7 @@ int tell(const std::string& text)
 int serve()
 {
     std::unique_ptr<zn::automation::ObjectServer> server;
-    zentrel::Session session({},
+    zn::zentrel::Session session({},
         {.stopRequested = [&] { return server && server->clientGone(); },
             .exit = [&] { server->stop(); },
             .print = {},

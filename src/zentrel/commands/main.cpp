@@ -6,7 +6,7 @@
 
 namespace {
 
-using namespace zentrel::commands;
+using namespace zn::zentrel::commands;
 
 int runCommand(const Subcommand& command)
 {

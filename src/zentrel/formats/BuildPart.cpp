@@ -4,7 +4,7 @@
 #include "zentrel/model/Container.h"
 #include "zentrel/model/DocumentError.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 void importPart(const std::vector<ImportInput>& inputs, const std::filesystem::path& output)
 {
@@ -20,4 +20,4 @@ void importPart(const std::vector<ImportInput>& inputs, const std::filesystem::p
     writeDocument(part, output);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -2,7 +2,7 @@
 
 #include "zentrel/model/Document.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// One foreign file that becomes a configuration of a part.
 struct ImportInput {
@@ -14,4 +14,4 @@ struct ImportInput {
 /// Raises `DocumentError`: what the reader raises, or `InvalidArgument` for two configurations of one name.
 void importPart(const std::vector<ImportInput>& inputs, const std::filesystem::path& output);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -15,7 +15,7 @@
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -175,4 +175,4 @@ std::vector<Body> bodiesOf(const Handle(TDocStd_Document) & document, const Soli
     return BodyCollector(document, names).collect();
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 #include <TDocStd_Document.hxx>
 #include <TopTools_ShapeMapHasher.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// A new, empty document of the kernel's framework for shapes with names and colours.
 Handle(TDocStd_Document) newCafDocument();
@@ -19,4 +19,4 @@ using SolidNames = NCollection_DataMap<TopoDS_Shape, Text, TopTools_ShapeMapHash
 /// part that it belongs to.
 std::vector<Body> bodiesOf(const Handle(TDocStd_Document) & document, const SolidNames& names = {});
 
-} // namespace zentrel
+} // namespace zn::zentrel

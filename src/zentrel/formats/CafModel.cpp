@@ -17,7 +17,7 @@
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -199,4 +199,4 @@ void requireSurfaces(const Model& model, const char* format, const std::filesyst
     }
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

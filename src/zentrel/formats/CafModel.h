@@ -5,7 +5,7 @@
 #include <functional>
 #include <TDocStd_Document.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// Turns a body's geometry into what is written of it; null leaves the body out. The number and order of faces stays.
 using BodyFilter = std::function<TopoDS_Shape(const Body& body)>;
@@ -23,4 +23,4 @@ std::size_t countFaces(const Model& model);
 /// Raises `Unsupported` if a body has faces with a tessellation and no surface, which `format` can't hold.
 void requireSurfaces(const Model& model, const char* format, const std::filesystem::path& file);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 #include <TopLoc_Location.hxx>
 #include <TopTools_MapOfShape.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -45,4 +45,4 @@ void requireComplete(const ReadCount& count, const std::vector<Body>& bodies, co
         throw DocumentError(ErrorKind::Incomplete, "The file " + quoted(file) + " holds no geometry that can be read.");
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

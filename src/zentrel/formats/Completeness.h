@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// What a file lists and what of it could not be read.
 struct ReadCount {
@@ -21,4 +21,4 @@ void requireComplete(const ReadCount& count, const std::vector<Body>& bodies, co
 /// Distinct faces of all bodies.
 std::size_t countFaces(const std::vector<Body>& bodies);
 
-} // namespace zentrel
+} // namespace zn::zentrel

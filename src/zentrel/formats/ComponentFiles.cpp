@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -42,4 +42,4 @@ std::vector<ModelFile> componentFiles(const ModelRef& model, const std::filesyst
     return files;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <fstream>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -126,4 +126,4 @@ void checkIgesContent(const std::filesystem::path& file)
         raiseTruncated(file, "IGES");
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// Checks that a file is there, can be read, isn't empty and begins and ends as STEP (or IGES) text does: a file
 /// that was cut off, or that holds another format, is refused before the kernel sees it.
@@ -11,4 +11,4 @@ namespace zentrel {
 void checkStepContent(const std::filesystem::path& file);
 void checkIgesContent(const std::filesystem::path& file);
 
-} // namespace zentrel
+} // namespace zn::zentrel

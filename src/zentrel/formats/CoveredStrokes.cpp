@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -47,4 +47,4 @@ void dropCoveredHidden(std::vector<Stroke>& strokes, double tolerance)
     strokes = std::move(kept);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

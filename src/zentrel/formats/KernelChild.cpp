@@ -17,7 +17,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -132,4 +132,4 @@ std::string runInChild(const std::string& doing, const std::filesystem::path& fi
     return answer;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

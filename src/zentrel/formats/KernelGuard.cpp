@@ -12,7 +12,7 @@
 #include <new>
 #include <Standard_Failure.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -104,4 +104,4 @@ void runGuarded(const std::string& doing, const std::filesystem::path& file, con
         raiseKernel(std::string("crashed (") + strsignal(signal) + ")", doing, file);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

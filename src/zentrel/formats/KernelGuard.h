@@ -11,7 +11,7 @@
 /// is where the kernel fails most, so it runs in a child process: whatever happens there, the program's memory is
 /// untouched. A child costs 2 to 15 milliseconds. Meshing a small part takes less, so a part whose
 /// geometry was found sound is meshed in the program, and a crash is caught where it happens.
-namespace zentrel {
+namespace zn::zentrel {
 
 /// How long work on that many pieces (faces, or 20 kB of a file) may compute: far above what any honest file takes, so
 /// that only a loop without end meets it.
@@ -28,4 +28,4 @@ std::string runInChild(const std::string& doing, const std::filesystem::path& fi
 /// without its destructors: what it held is leaked, so it must hold no lock and no file.
 void runGuarded(const std::string& doing, const std::filesystem::path& file, const std::function<void()>& work);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -8,7 +8,7 @@
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -61,4 +61,4 @@ std::size_t mesh(const TopoDS_Shape& shape, MeshQuality quality)
     }
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

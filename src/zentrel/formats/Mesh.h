@@ -4,7 +4,7 @@
 #include <IMeshTools_Parameters.hxx>
 #include <TopoDS_Shape.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// With the numbers that the preference uses; any other number counts as fine.
 enum class MeshQuality { Coarse = 1, Fine = 2 };
@@ -17,4 +17,4 @@ IMeshTools_Parameters meshParameters(const TopoDS_Shape& shape, MeshQuality qual
 /// only a tessellation keep theirs. Gives the number of faces that have no triangle at the end.
 [[nodiscard]] std::size_t mesh(const TopoDS_Shape& shape, MeshQuality quality);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -5,7 +5,7 @@
 #include <cairo-pdf.h>
 #include <utility>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -168,4 +168,4 @@ std::string PdfCanvas::finish(const std::filesystem::path& file)
     return std::move(m_bytes);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -4,7 +4,7 @@
 
 #include <cairo.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// How strokes look on paper.
 struct Ink {
@@ -58,4 +58,4 @@ private:
     cairo_status_t m_failure = CAIRO_STATUS_SUCCESS;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -127,4 +127,4 @@ std::string printedPdf(
     return canvas.finish(document);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

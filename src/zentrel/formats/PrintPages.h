@@ -2,7 +2,7 @@
 
 #include "zentrel/formats/SheetPicture.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// Texts at the left, in the middle and at the right. Line feeds part lines.
 struct PageTexts {
@@ -41,4 +41,4 @@ struct PrintCopies {
 std::string printedPdf(
     const std::vector<PrintPage>& pages, const PrintCopies& copies, const std::filesystem::path& document);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -14,7 +14,7 @@
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -158,4 +158,4 @@ std::vector<Stroke> project(const Model& model, const gp_Dir& direction, const g
     return strokesBy(projectMesh, projection, computingLimit(projection.faces), file);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 using Point2 = std::array<double, 2>;
 
@@ -41,4 +41,4 @@ struct Stroke {
 std::vector<Stroke> project(const Model& model, const gp_Dir& direction, const gp_Dir& up, double tolerance,
     bool hiddenLines, const std::filesystem::path& file);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -43,4 +43,4 @@ PartDocument readForeign(const std::filesystem::path& file)
     return reader->read(file);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

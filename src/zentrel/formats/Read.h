@@ -3,7 +3,7 @@
 #include "zentrel/model/Document.h"
 
 /// Readers of foreign files. They run the kernel in a child process, so that its crash costs the file only.
-namespace zentrel {
+namespace zn::zentrel {
 
 /// Whether a reader takes the extension (".step", ".stp", ".igs", ".iges", without regard to case).
 bool canRead(const std::filesystem::path& file);
@@ -18,4 +18,4 @@ PartDocument readForeign(const std::filesystem::path& file);
 PartDocument readStep(const std::filesystem::path& file);
 PartDocument readIges(const std::filesystem::path& file);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -18,7 +18,7 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -103,4 +103,4 @@ PartDocument readIges(const std::filesystem::path& file)
         computingLimit(std::filesystem::file_size(file) / bytesAPiece)));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -19,7 +19,7 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -99,4 +99,4 @@ PartDocument readStep(const std::filesystem::path& file)
         computingLimit(std::filesystem::file_size(file) / bytesAPiece)));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 #include <limits>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -169,4 +169,4 @@ std::vector<const Sheet*> sheetsNamed(
     return sheets;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -2,7 +2,7 @@
 
 #include "zentrel/formats/Projection.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// A line of text on a sheet, in mm from the lower left corner.
 struct Label {
@@ -55,4 +55,4 @@ std::string scaleText(double scale);
 std::vector<const Sheet*> sheetsNamed(
     const DrawingDocument& drawing, const std::vector<Text>& names, const std::filesystem::path& document);
 
-} // namespace zentrel
+} // namespace zn::zentrel

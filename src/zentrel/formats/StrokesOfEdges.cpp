@@ -9,7 +9,7 @@
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -111,4 +111,4 @@ std::vector<Stroke> unpackStrokes(const std::string& packet)
     return strokes;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

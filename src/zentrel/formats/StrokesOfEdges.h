@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// Turns edges that lie in the XY plane into strokes, appended to `strokes`.
 void appendEdges(const TopoDS_Shape& edges, LineKind kind, const std::optional<Color>& color, double tolerance,
@@ -23,4 +23,4 @@ void dropCoveredHidden(std::vector<Stroke>& strokes, double tolerance);
 std::string packStrokes(const std::vector<Stroke>& strokes);
 std::vector<Stroke> unpackStrokes(const std::string& packet);
 
-} // namespace zentrel
+} // namespace zn::zentrel

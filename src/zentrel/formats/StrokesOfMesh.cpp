@@ -8,7 +8,7 @@
 #include <TopoDS.hxx>
 #include <TopoDS_Face.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -93,4 +93,4 @@ void appendTessellation(
     }
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

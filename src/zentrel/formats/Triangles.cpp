@@ -15,7 +15,7 @@
 #include <TopoDS_Compound.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -163,4 +163,4 @@ std::vector<TriangleSet> trianglesOf(
     return sets;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 #include <array>
 #include <gp_XYZ.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// The triangles of one body's faces that share a colour, at their place in the whole model. Lengths in mm.
 struct TriangleSet {
@@ -22,4 +22,4 @@ struct TriangleSet {
 std::vector<TriangleSet> trianglesOf(
     const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -1,6 +1,6 @@
 #include "zentrel/formats/Write.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 double millimetersOf(LengthUnit unit)
 {
@@ -18,4 +18,4 @@ double millimetersOf(LengthUnit unit)
     }
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 /// Writers of parts and assemblies. Each writes to a temporary name and renames; on a failure it raises
 /// `DocumentError` and leaves what existed. A crash of the kernel costs
 /// the file only. Raised: `Unsupported` (the format can't hold this model), `NotWritable`, `Kernel`.
-namespace zentrel {
+namespace zn::zentrel {
 
 /// Units of an output file, with the numbers that the preferences use.
 enum class LengthUnit { Millimeters = 0, Centimeters = 1, Meters = 2, Inches = 3, Feet = 4 };
@@ -59,4 +59,4 @@ struct ModelFile {
 /// gives the target alone.
 std::vector<ModelFile> componentFiles(const ModelRef& model, const std::filesystem::path& target);
 
-} // namespace zentrel
+} // namespace zn::zentrel

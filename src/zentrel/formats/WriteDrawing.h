@@ -5,7 +5,7 @@
 /// Writers of drawings. Views are projected with hidden lines removed, in a child process. `document` is the drawing's
 /// path, for titles and sentences. Raised: `InvalidArgument` for an unknown sheet, `NotFound` and what reading
 /// raises for a view's model, `NotWritable`, `Kernel`. What existed under the target's name then stays.
-namespace zentrel {
+namespace zn::zentrel {
 
 struct PdfOptions {
     std::vector<Text> sheets = {}; ///< names, each a page in this order; empty: all
@@ -23,4 +23,4 @@ struct DxfOptions {
 void writeDxf(const DrawingDocument& drawing, const std::filesystem::path& document, const std::filesystem::path& file,
     const DxfOptions& options = {});
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <iterator>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -212,4 +212,4 @@ void writeDxf(const DrawingDocument& drawing, const std::filesystem::path& docum
     writeWhole(file, out.take());
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -13,7 +13,7 @@
 #include <TopExp_Explorer.hxx>
 #include <TopoDS_Compound.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -83,4 +83,4 @@ void writeIges(const Model& model, const std::filesystem::path& file, const Iges
             "writing", file, [&] { return igesText(model, file, options); }, computingLimit(countFaces(model))));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -46,4 +46,4 @@ void writePdf(const DrawingDocument& drawing, const std::filesystem::path& docum
     writeWhole(file, canvas.finish(file));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

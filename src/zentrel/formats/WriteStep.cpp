@@ -16,7 +16,7 @@
 #include <STEPEdit.hxx>
 #include <TCollection_HAsciiString.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -87,4 +87,4 @@ void writeStep(const Model& model, const std::filesystem::path& file, const Step
             "writing", file, [&] { return stepText(model, file, options); }, computingLimit(countFaces(model))));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -9,7 +9,7 @@
 #include <iterator>
 #include <limits>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -113,4 +113,4 @@ void writeStl(const Model& model, const std::filesystem::path& file, const StlOp
     writeWhole(file, options.binary ? binaryStl(sets, scaling, file) : asciiStl(sets, scaling));
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

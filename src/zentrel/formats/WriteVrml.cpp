@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 #include <iterator>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -52,4 +52,4 @@ void writeVrml(const Model& model, const std::filesystem::path& file, const Vrml
     writeWhole(file, text);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

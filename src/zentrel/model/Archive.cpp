@@ -9,7 +9,7 @@
 #include <unistd.h>
 #include <zip.h>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -116,4 +116,4 @@ void writeArchive(const std::map<std::string, std::string>& entries, const std::
     });
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 
 struct zip;
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// The zip archive below our documents, read. Every failure is `Damaged`, `NotFound` or `NotReadable` with a sentence
 /// that names the file.
@@ -31,4 +31,4 @@ private:
 /// same bytes. Raises `NotWritable`.
 void writeArchive(const std::map<std::string, std::string>& entries, const std::filesystem::path& target);
 
-} // namespace zentrel
+} // namespace zn::zentrel

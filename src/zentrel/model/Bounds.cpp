@@ -3,7 +3,7 @@
 #include <BRepBndLib.hxx>
 #include <cmath>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 Bnd_Box boundsOf(const TopoDS_Shape& shape)
 {
@@ -19,4 +19,4 @@ Bnd_Box boundsOf(const Model& model) { return boundsOf(compoundOf(model)); }
 
 double diagonalOf(const Bnd_Box& box) { return box.IsVoid() || box.IsOpen() ? 0.0 : std::sqrt(box.SquareExtent()); }
 
-} // namespace zentrel
+} // namespace zn::zentrel

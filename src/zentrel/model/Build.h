@@ -4,7 +4,7 @@
 
 /// Making documents from documents: what the command line offers. (Parts are made from foreign files by
 /// `importPart` in zentrel/formats/BuildPart.h.) Every function raises `DocumentError`.
-namespace zentrel {
+namespace zn::zentrel {
 
 /// One component of an assembly to be made.
 struct AssembleInput {
@@ -29,4 +29,4 @@ struct DrawInput {
 /// standard scale that fits.
 void draw(const std::filesystem::path& output, const std::vector<DrawInput>& sheets);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -2,7 +2,7 @@
 #include "zentrel/model/Build.h"
 #include "zentrel/model/DocumentError.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -57,4 +57,4 @@ void assemble(const std::filesystem::path& output, const std::vector<AssembleInp
     writeDocument(assembly, output);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -108,4 +108,4 @@ void draw(const std::filesystem::path& output, const std::vector<DrawInput>& she
     writeDocument(drawing, output);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <Standard_Failure.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -173,4 +173,4 @@ void writeDocument(const Document& document, const std::filesystem::path& file)
     writeArchive(entries, file);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -6,7 +6,7 @@
 #include <variant>
 
 /// The files of our own documents (.zenprt, .zenasm, .zendrw); docs/documents.md tells their layout.
-namespace zentrel {
+namespace zn::zentrel {
 
 /// The container version that this program writes and the highest that it reads.
 inline constexpr int containerVersion = 1;
@@ -38,4 +38,4 @@ ContainerInfo readContainerInfo(const std::filesystem::path& file);
 /// `NotWritable`, or `InvalidArgument` for a document that breaks its rules; what existed is then untouched.
 void writeDocument(const Document& document, const std::filesystem::path& file);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -9,7 +9,7 @@
 #include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -112,4 +112,4 @@ DocumentInfo describe(const std::filesystem::path& file)
     return info;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

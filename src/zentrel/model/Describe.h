@@ -2,7 +2,7 @@
 
 #include "zentrel/model/Container.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// What `describe` tells of one configuration.
 struct ConfigurationInfo {
@@ -42,4 +42,4 @@ struct DocumentInfo {
 /// Reads a .zenprt, .zenasm or .zendrw and tells what is in it. Raises what `readDocument` raises.
 DocumentInfo describe(const std::filesystem::path& file);
 
-} // namespace zentrel
+} // namespace zn::zentrel

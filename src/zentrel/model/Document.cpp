@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -87,4 +87,4 @@ std::size_t sheetIndex(const DrawingDocument& drawing, const Text& name, const s
     return namedIndex(drawing.sheets, drawing.active, name, "sheet", document);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

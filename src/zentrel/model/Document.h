@@ -16,7 +16,7 @@
 /// The documents of the CAD application as plain records: whoever has one may change it freely.
 /// Lengths are millimetres. Names are `Text`; names of configurations, components and sheets are unique
 /// within their document. Paths are paths of this machine.
-namespace zentrel {
+namespace zn::zentrel {
 
 using zn::Text;
 
@@ -138,4 +138,4 @@ std::size_t configurationIndex(
 /// Likewise for a sheet.
 std::size_t sheetIndex(const DrawingDocument& drawing, const Text& name, const std::filesystem::path& document);
 
-} // namespace zentrel
+} // namespace zn::zentrel

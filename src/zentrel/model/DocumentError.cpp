@@ -1,7 +1,7 @@
 #include "zentrel/model/DocumentError.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 std::string quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
-} // namespace zentrel
+} // namespace zn::zentrel

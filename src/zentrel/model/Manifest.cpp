@@ -5,7 +5,7 @@
 #include <Standard_Failure.hxx>
 #include <stdexcept>
 
-namespace zentrel::manifest {
+namespace zn::zentrel::manifest {
 
 namespace {
 
@@ -305,4 +305,4 @@ DrawingDocument drawingFrom(const Json& json, const std::filesystem::path& folde
     return drawing;
 }
 
-} // namespace zentrel::manifest
+} // namespace zn::zentrel::manifest

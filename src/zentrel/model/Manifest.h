@@ -6,7 +6,7 @@
 #include <nlohmann/json_fwd.hpp>
 
 /// Documents as the JSON text of a container's manifest. docs/documents.md tells the members.
-namespace zentrel::manifest {
+namespace zn::zentrel::manifest {
 
 using Json = nlohmann::ordered_json;
 
@@ -36,4 +36,4 @@ std::string storedPath(const std::filesystem::path& path, const std::filesystem:
 /// if one is there: documents that were copied into one folder still find each other.
 std::filesystem::path resolvedPath(const std::string& stored, const std::filesystem::path& folder);
 
-} // namespace zentrel::manifest
+} // namespace zn::zentrel::manifest

@@ -4,7 +4,7 @@
 #include <set>
 #include <stdexcept>
 
-namespace zentrel::manifest {
+namespace zn::zentrel::manifest {
 
 namespace {
 
@@ -100,4 +100,4 @@ std::filesystem::path resolvedPath(const std::string& stored, const std::filesys
     return std::filesystem::exists(beside, ignored) ? beside : whole;
 }
 
-} // namespace zentrel::manifest
+} // namespace zn::zentrel::manifest

@@ -7,7 +7,7 @@
 #include <TopLoc_Location.hxx>
 #include <TopoDS_Compound.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -116,4 +116,4 @@ std::vector<PlacedBody> placedBodies(const Model& model)
     return bodies;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -2,7 +2,7 @@
 
 #include "zentrel/model/Container.h"
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// What an export or a view sees of a part or an assembly in one configuration: bodies, and placed models below.
 /// Equal components share one `Model`.
@@ -50,4 +50,4 @@ struct PlacedBody {
 };
 std::vector<PlacedBody> placedBodies(const Model& model);
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 std::string packPart(const PartDocument& part)
 {
@@ -28,4 +28,4 @@ PartDocument unpackPart(const std::string& packet)
     return manifest::partFrom(json.at("part"), shapes);
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

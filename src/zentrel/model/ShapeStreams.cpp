@@ -6,7 +6,7 @@
 #include <Standard_Failure.hxx>
 #include <stdexcept>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -57,4 +57,4 @@ TopoDS_Shape ShapeSource::shape(const std::string& name)
     return shape;
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// Gives each distinct shape of a document a stream of its own ("shapes/0.brep"); bodies that several
 /// configurations share are stored once.
@@ -40,4 +40,4 @@ private:
     std::map<std::string, TopoDS_Shape> m_shapes;
 };
 
-} // namespace zentrel
+} // namespace zn::zentrel

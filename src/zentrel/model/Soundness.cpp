@@ -2,8 +2,8 @@
 
 #include <BRepCheck_Analyzer.hxx>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 bool isSound(const TopoDS_Shape& shape) { return !shape.IsNull() && BRepCheck_Analyzer(shape).IsValid(); }
 
-} // namespace zentrel
+} // namespace zn::zentrel

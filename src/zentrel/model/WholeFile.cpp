@@ -6,7 +6,7 @@
 #include <cstring>
 #include <system_error>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 namespace {
 
@@ -46,4 +46,4 @@ void writeWhole(const std::filesystem::path& target, std::string_view bytes)
     writeWhole(target, zn::AtomicFile::Sync::No, [&](zn::AtomicFile& file) { file.write(bytes); });
 }
 
-} // namespace zentrel
+} // namespace zn::zentrel

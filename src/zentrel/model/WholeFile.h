@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace zentrel {
+namespace zn::zentrel {
 
 /// Writes a file that becomes visible whole (`zn::AtomicFile`): `write` fills the file, and a document is synced, which
 /// an output file, that can be made again, need not be. Raises `NotWritable`, also for a target that is read-only or a
@@ -18,4 +18,4 @@ void writeWhole(const std::filesystem::path& target, std::string_view bytes);
 /// device."
 [[noreturn]] void raiseNotWritable(const std::filesystem::path& target, int number);
 
-} // namespace zentrel
+} // namespace zn::zentrel

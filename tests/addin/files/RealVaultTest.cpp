@@ -11,8 +11,8 @@ protected:
     {
         title = real.vault.cards().addVariable(u"Title");
         note = real.vault.cards().addVariable(u"Note");
-        const arkin::Place part = real.addReleased("parts/flange.zenprt", "part");
-        const arkin::Place step = real.addReleased("parts/pump.step", "step");
+        const zn::arkin::Place part = real.addReleased("parts/flange.zenprt", "part");
+        const zn::arkin::Place step = real.addReleased("parts/pump.step", "step");
         real.vault.setRevision(part.fileId, u"B");
         writeCard(part, u"Long", u"Long flange");
         writeCard(step, u"@", u"Pump");
@@ -21,10 +21,10 @@ protected:
         host.taskVariables = {{u"FileCardData", u"Title;100;Title\nNote;4;\n"}, {u"RefToSource", true}};
     }
 
-    void writeCard(const arkin::Place& place, const char16_t* configuration, const char16_t* text)
+    void writeCard(const zn::arkin::Place& place, const char16_t* configuration, const char16_t* text)
     {
-        arkin::checkOut(real.vault, place);
-        const arkin::CardWrite write{place.fileId, title, configuration, Value(text)};
+        zn::arkin::checkOut(real.vault, place);
+        const zn::arkin::CardWrite write{place.fileId, title, configuration, Value(text)};
         const std::int32_t version = real.vault.file(place.fileId).latestVersion + 1;
         real.vault.cards().write({&write, 1}, {&version, 1});
         real.checkInAll({place});
@@ -39,7 +39,7 @@ protected:
             {std::tuple(0, "out/flange.stl", u"Long"), std::tuple(1, "out/pump.stl", u"Default")}) {
             logic.SetCurrentSource(selection[static_cast<std::size_t>(source)].get());
             logic.NoteSavedFile(real.path(name), configuration, false);
-            arkin::test::writeFile(real.local(name), std::string("mesh ") + name + (replaceExisting ? " 2" : ""));
+            zn::arkin::test::writeFile(real.local(name), std::string("mesh ") + name + (replaceExisting ? " 2" : ""));
         }
         std::vector<std::string> lines;
         EXPECT_EQ(logic.AddResultsToVault(
@@ -54,21 +54,21 @@ protected:
         const auto place = real.vault.find(real.path(name));
         if (!place)
             return "not there";
-        const arkin::FileRow file = real.vault.file(place->fileId);
+        const zn::arkin::FileRow file = real.vault.file(place->fileId);
         std::string text = "v" + std::to_string(file.latestVersion);
         for (const std::int32_t variable : {title, note}) {
             const auto value = real.vault.cards().value(file.id, file.latestVersion, variable, u"@");
             text += ", " + (value ? toUtf8(value->toText()) : "none");
         }
-        for (const arkin::ReferenceRow& reference : real.vault.references().from(file.id, file.latestVersion))
+        for (const zn::arkin::ReferenceRow& reference : real.vault.references().from(file.id, file.latestVersion))
             text += " > " + toUtf8(real.vault.file(reference.toFileId).name);
         return text + (real.vault.files().checkOut(file.id) ? " (out)" : "");
     }
 
     test::TestPlatform platform;
     Platform ports = platform.ports();
-    arkin::test::TestVault real{platform.folder.path()};
-    std::shared_ptr<IArkVault> vault = std::make_shared<arkin::VaultObject>(real.vault);
+    zn::arkin::test::TestVault real{platform.folder.path()};
+    std::shared_ptr<IArkVault> vault = std::make_shared<zn::arkin::VaultObject>(real.vault);
     test::FakeHost host; ///< for the task's variables only
     FileLogic logic{ports};
     SelectionRecords selection;
@@ -82,7 +82,7 @@ TEST_F(RealVault, GetsNewFilesThenNewVersionsThenNewFilesInTheirPlace)
     convert(false);
     EXPECT_EQ(describe("out/flange.stl"), "v1, Long flange, B > flange.zenprt");
     EXPECT_EQ(describe("out/pump.stl"), "v1, Pump,  > pump.step");
-    EXPECT_TRUE(arkin::test::isReadOnly(real.local("out/flange.stl")));
+    EXPECT_TRUE(zn::arkin::test::isReadOnly(real.local("out/flange.stl")));
     EXPECT_EQ(effectiveVersion(*selection[1]), 2);
     const std::int32_t first = real.vault.find(real.path("out/flange.stl"))->fileId;
 
@@ -93,7 +93,7 @@ TEST_F(RealVault, GetsNewFilesThenNewVersionsThenNewFilesInTheirPlace)
     convert(true);
     EXPECT_EQ(describe("out/flange.stl"), "v1, Long flange, B > flange.zenprt");
     EXPECT_NE(real.vault.find(real.path("out/flange.stl"))->fileId, first);
-    EXPECT_EQ(arkin::test::readFile(real.local("out/pump.stl")), "mesh out/pump.stl 2");
+    EXPECT_EQ(zn::arkin::test::readFile(real.local("out/pump.stl")), "mesh out/pump.stl 2");
     EXPECT_EQ(logic.CollectResultFiles(false).size(), 2U);
 }
 
@@ -102,7 +102,7 @@ TEST_F(RealVault, KeepsTheLogAsAFileOfItsOwn)
     const Text log = real.path("Logs/Nightly/run.log");
     logic.Initialize(vault, TaskKind::Conversion, false);
     logic.PrepareLogFile(log);
-    arkin::test::writeFile(real.local("Logs/Nightly/run.log"), "one");
+    zn::arkin::test::writeFile(real.local("Logs/Nightly/run.log"), "one");
     logic.CommitLogFile(log);
     EXPECT_EQ(describe("Logs/Nightly/run.log"), "v1, none, none");
 
@@ -111,7 +111,7 @@ TEST_F(RealVault, KeepsTheLogAsAFileOfItsOwn)
     EXPECT_TRUE(ports.files.appendBytes(log, " two"));
     logic.CommitLogFile(log);
     EXPECT_EQ(describe("Logs/Nightly/run.log"), "v2, none, none");
-    EXPECT_EQ(arkin::test::readFile(real.local("Logs/Nightly/run.log")), "one two");
+    EXPECT_EQ(zn::arkin::test::readFile(real.local("Logs/Nightly/run.log")), "one two");
 }
 
 } // namespace zn

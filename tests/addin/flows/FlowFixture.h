@@ -14,7 +14,7 @@ protected:
         : addIn(std::make_shared<CZNTaskAddIn>(
             ports, [this] { return std::shared_ptr<PageFactory>(std::shared_ptr<void>(), &pages()); }))
     {
-        arkin::registerRefTree(
+        zn::arkin::registerRefTree(
             ports.registry, platform.machine.files().fromMachine(std::string(ZN_BIN_DIR) + "/libarkin-reftree.so"));
     }
 
@@ -26,12 +26,12 @@ protected:
         return addIn->OnCmd(&cmd, &selection);
     }
     /// A run of the task that is about to be launched.
-    std::shared_ptr<arkin::LaunchInstance> launchInstance()
+    std::shared_ptr<zn::arkin::LaunchInstance> launchInstance()
     {
-        arkin::RunSetting values;
+        zn::arkin::RunSetting values;
         values.guid = u"{11111111-2222-3333-4444-555555555555}";
         values.taskName = u"Nightly";
-        return std::make_shared<arkin::LaunchInstance>(tasks.get(u"Nightly"), values);
+        return std::make_shared<zn::arkin::LaunchInstance>(tasks.get(u"Nightly"), values);
     }
     /// A released file of the vault as the host hands it over.
     ArkSelItem addSelected(const std::string& relative)

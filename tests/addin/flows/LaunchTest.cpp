@@ -9,7 +9,7 @@ namespace zn::test {
 namespace {
 
 /// A conversion that an administrator has settled.
-arkin::Variables settled()
+zn::arkin::Variables settled()
 {
     return {{u"FileFormat", u"STEP (*.step)"}, {u"PromptOutput", false}, {u"SourceRefs", 2}, {u"OutputConfs", 2},
         {u"OutputSheets", 2}, {u"FileConfs", 4}, {u"FileSheets", 4}};
@@ -17,7 +17,7 @@ arkin::Variables settled()
 
 class Launch : public FlowFixture {
 protected:
-    Text written(const std::shared_ptr<arkin::LaunchInstance>& instance)
+    Text written(const std::shared_ptr<zn::arkin::LaunchInstance>& instance)
     {
         const auto& own = instance->ownVariables();
         const auto found = own.find(u"__selection_list");

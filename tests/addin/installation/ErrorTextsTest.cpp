@@ -52,7 +52,7 @@ TEST(ErrorTextsTest, SaysWhatTheVaultSays)
     for (const std::uint32_t page :
         {0x80000000U, 0x80020000U, 0x80004000U, 0x8000FF00U, 0x80040200U, 0x80040300U, 0x80070000U}) {
         for (std::uint32_t code = page; code < page + 0x100; ++code) {
-            const auto* text = arkin::statusText(statusCode(code));
+            const auto* text = zn::arkin::statusText(statusCode(code));
             if (!text)
                 continue;
             EXPECT_EQ(toUtf8(errorText(statusCode(code))), text->sentence) << text->name;

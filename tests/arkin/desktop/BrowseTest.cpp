@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QTreeView>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 using zn::Text;
 
@@ -124,4 +124,4 @@ TEST(FileFilterTest, ShowsNamesByTheirPatterns)
     EXPECT_EQ(parseFilters(u"").front().label, u"All files");
 }
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

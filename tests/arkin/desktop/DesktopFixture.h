@@ -10,7 +10,7 @@
 
 #include <gmock/gmock.h>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 using zn::test::Answers;
 using zn::test::find;
@@ -60,4 +60,4 @@ private:
     }
 };
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <soci/soci.h>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 using zn::Value;
 
@@ -145,4 +145,4 @@ TEST(DisplayTest, ADisplayThatDoesntAnswerIsSaidSo)
     EXPECT_THROW(desktop.requireDisplay(), zn::StatusError);
 }
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

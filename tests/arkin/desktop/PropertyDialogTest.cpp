@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <QScreen>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 using zn::Value;
 
@@ -181,4 +181,4 @@ TEST_F(PropertyDialogTest, TheDialogGrowsAndShrinksWithItsPages)
     EXPECT_TRUE(QTest::qWaitFor([&] { return opened.dialog.size() == before; })) << opened.dialog.height();
 }
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

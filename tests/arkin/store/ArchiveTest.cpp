@@ -6,7 +6,7 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 
-namespace arkin {
+namespace zn::arkin {
 namespace {
 
 using namespace test;
@@ -123,4 +123,4 @@ TEST(Archive, LeftoversGoOnlyWhenNobodyWorks)
 }
 
 } // namespace
-} // namespace arkin
+} // namespace zn::arkin

@@ -10,7 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace arkin {
+namespace zn::arkin {
 namespace {
 
 using zn::test::TemporaryFolder;
@@ -113,4 +113,4 @@ TEST(Database, SaysWhyItCannotBeOpened)
 }
 
 } // namespace
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 
 // Several processes on one vault at the same time.
 
-namespace arkin {
+namespace zn::arkin {
 namespace {
 
 using namespace test;
@@ -92,4 +92,4 @@ TEST(Sharing, ANameIsGivenOnceAndAFileIsCheckedOutByOne)
 }
 
 } // namespace
-} // namespace arkin
+} // namespace zn::arkin

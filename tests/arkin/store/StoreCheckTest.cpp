@@ -6,7 +6,7 @@
 
 #include <soci/soci.h>
 
-namespace arkin {
+namespace zn::arkin {
 namespace {
 
 using namespace test;
@@ -140,4 +140,4 @@ TEST_F(StoreCheckTest, FindsDamagedAndMissingContents)
 }
 
 } // namespace
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include "arkin/store/DeleteFile.h"
 #include "arkin/store/StoreCheck.h"
 
-namespace arkin {
+namespace zn::arkin {
 namespace {
 
 using namespace test;
@@ -344,4 +344,4 @@ TEST(Vault, RefusesVaultsOfOneNameOrOverlappingFolders)
 }
 
 } // namespace
-} // namespace arkin
+} // namespace zn::arkin

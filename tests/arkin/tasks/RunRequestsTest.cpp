@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <soci/soci.h>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 class RunRequestsTest : public TaskFixture {
 protected:
@@ -68,4 +68,4 @@ TEST_F(RunRequestsTest, RunsAreFoundByNumberAndIdentifier)
     EXPECT_THAT(sentenceOf([&] { runs.get(u"x'y"); }), ::testing::StartsWith("There is no run 'x'y';"));
 }
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

@@ -9,7 +9,7 @@
 
 #include <fstream>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 using ::testing::HasSubstr;
 using zn::TaskRunState;
@@ -149,4 +149,4 @@ TEST_F(RunTest, AWorkerGoesOnAfterARunThatAnotherTookOverAndPassesOtherFailuresO
     EXPECT_EQ(sentenceOf([&] { Worker(host, listener, interrupted).work(true); }), "The screen is gone.");
 }
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 using ::testing::HasSubstr;
 using zn::Value;
@@ -118,4 +118,4 @@ TEST_F(TaskFixture, TheAddInTellsTheRulesOfItsVariables)
     EXPECT_EQ(task.variables.at(u"OutputPath"), Value(u"Q"));
 }
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

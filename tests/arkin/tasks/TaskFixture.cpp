@@ -5,7 +5,7 @@
 #include <soci/soci.h>
 #include <thread>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 using zn::RegistryRoot;
 using zn::RegistryValue;
@@ -69,4 +69,4 @@ void TaskFixture::awaitState(std::int32_t runId, zn::TaskRunState state)
     ASSERT_EQ(runs.get(runId).state, state);
 }
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 /// The least vault that a run asks for: its name, its root and no texts.
 class BareVault : public zn::IArkVault {
@@ -92,4 +92,4 @@ protected:
     TaskStore tasks;
 };
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

@@ -11,7 +11,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace arkin::test {
+namespace zn::arkin::test {
 
 using zn::TaskRunState;
 using zn::Value;
@@ -157,4 +157,4 @@ TEST_F(WorkerProcessTest, SuspendResumeAndCancelFromAnotherProcess)
     EXPECT_EQ(runs.get(id).state, TaskRunState::Cancelled);
 }
 
-} // namespace arkin::test
+} // namespace zn::arkin::test

@@ -3,7 +3,7 @@
 #include "contracts/host/ArkBatch.h"
 #include "tests/arkin/VaultFixture.h"
 
-namespace arkin {
+namespace zn::arkin {
 namespace {
 
 using namespace test;
@@ -170,4 +170,4 @@ TEST_F(BatchListTest, ExpandsFoldersWithTheirSubfolders)
 }
 
 } // namespace
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 #include "contracts/host/ArkBatch.h"
 #include "tests/arkin/VaultFixture.h"
 
-namespace arkin {
+namespace zn::arkin {
 namespace {
 
 using namespace test;
@@ -305,4 +305,4 @@ TEST_F(VaultObjectTest, FetchesReferencesByTheFlag)
 }
 
 } // namespace
-} // namespace arkin
+} // namespace zn::arkin

@@ -6,7 +6,7 @@
 #include "tests/fuzz/Promise.h"
 #include "zentrel/model/DocumentError.h"
 
-using namespace zentrel;
+using namespace zn::zentrel;
 using zn::fuzz::promise;
 
 namespace {

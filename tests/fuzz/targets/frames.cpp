@@ -2,6 +2,7 @@
 #include "automation/ServerSession.h"
 #include "tests/fuzz/Promise.h"
 
+#include <nlohmann/json.hpp>
 #include <sys/socket.h>
 
 using namespace zn;
@@ -56,11 +57,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
         std::abort();
-    const Descriptor peer(ends[1]);
-    Descriptor server(ends[0]);
-    if (send(peer.get(), data, size, MSG_DONTWAIT) != static_cast<ssize_t>(size))
+    const FileDescriptor peer(ends[1]);
+    FileDescriptor server(ends[0]);
+    if (send(peer.number(), data, size, MSG_DONTWAIT) != static_cast<ssize_t>(size))
         std::abort();
-    shutdown(peer.get(), SHUT_WR);
+    shutdown(peer.number(), SHUT_WR);
 
     std::vector<std::string> log;
     {
@@ -74,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
     }
     promise(log.size() <= 1, "a broken protocol is told once");
-    const std::string answers = received(peer.get());
+    const std::string answers = received(peer.number());
     promise(answers.empty() || answers.back() == '\n', "answers are whole");
     for (std::size_t start = 0; start < answers.size();) {
         const std::size_t end = answers.find('\n', start);

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-using namespace zentrel;
+using namespace zn::zentrel;
 using manifest::Json;
 using zn::fuzz::promise;
 

@@ -4,7 +4,7 @@
 #include "zentrel/formats/Content.h"
 #include "zentrel/model/DocumentError.h"
 
-using namespace zentrel;
+using namespace zn::zentrel;
 using zn::fuzz::promise;
 
 namespace {

@@ -15,10 +15,10 @@ namespace {
 /// A sentence about a file is to fit on a screen, whatever the file holds.
 constexpr std::size_t longestSentence = 1000;
 
-const arkin::KnownVariables& known()
+const zn::arkin::KnownVariables& known()
 {
-    static const arkin::KnownVariables all = [] {
-        arkin::KnownVariables rows;
+    static const zn::arkin::KnownVariables all = [] {
+        zn::arkin::KnownVariables rows;
         for (const TaskVariable& row : taskVariables())
             rows.push_back({Text(row.name), row.type});
         return rows;
@@ -37,7 +37,7 @@ json jsonOf(const Value& value)
     return toUtf8(*value.get<Text>());
 }
 
-std::string written(const arkin::TaskFile& file)
+std::string written(const zn::arkin::TaskFile& file)
 {
     json variables = json::object();
     for (const auto& [name, value] : file.variables)
@@ -55,13 +55,13 @@ std::string written(const arkin::TaskFile& file)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     try {
-        const auto file = arkin::parseTaskFile({reinterpret_cast<const char*>(data), size}, known());
+        const auto file = zn::arkin::parseTaskFile({reinterpret_cast<const char*>(data), size}, known());
         for (const auto& [name, value] : file.variables) {
             const TaskVariable* row = findTaskVariable(name);
             promise(row && value.type() == row->type, "a variable has the type of its row");
             promise(!value.get<float>() || std::isfinite(*value.get<float>()), "a number is one");
         }
-        const auto again = arkin::parseTaskFile(written(file), known());
+        const auto again = zn::arkin::parseTaskFile(written(file), known());
         promise(again.variables == file.variables && again.script == file.script
                 && again.menuDisplay == file.menuDisplay && again.menuText == file.menuText,
             "what a task file says comes back as it was");

@@ -20,7 +20,7 @@ protected:
     PageFixture()
         : ports(platform.ports())
         , m_vault(platform.folder.path())
-        , vault(std::make_shared<arkin::VaultObject>(m_vault.vault))
+        , vault(std::make_shared<zn::arkin::VaultObject>(m_vault.vault))
         , tasks(m_vault.store.database(), m_vault.vault.info().id)
     {
         ports.registry.write(RegistryRoot::Machine, productKey, u"Location",
@@ -30,10 +30,10 @@ protected:
     }
 
     /// Makes the task "Nightly" with these variables and opens its definition.
-    void openTask(TaskKind kind, arkin::Variables variables = {})
+    void openTask(TaskKind kind, zn::arkin::Variables variables = {})
     {
         variables[u"__type"] = static_cast<std::int32_t>(kind);
-        arkin::TaskDefinition definition;
+        zn::arkin::TaskDefinition definition;
         definition.name = u"Nightly";
         definition.variables = std::move(variables);
         tasks.create(definition);
@@ -43,10 +43,10 @@ protected:
     void reopenTask()
     {
         storeChange();
-        task = std::make_shared<arkin::TaskProperties>(tasks.get(u"Nightly"));
+        task = std::make_shared<zn::arkin::TaskProperties>(tasks.get(u"Nightly"));
     }
     /// What the database holds, each as "name=value", without those that begin with "__" unless named.
-    arkin::Variables stored()
+    zn::arkin::Variables stored()
     {
         storeChange();
         return tasks.get(u"Nightly").variables;
@@ -62,10 +62,10 @@ protected:
 
     TestPlatform platform;
     Platform ports;
-    arkin::test::TestVault m_vault;
-    std::shared_ptr<arkin::VaultObject> vault;
-    arkin::TaskStore tasks;
-    std::shared_ptr<arkin::TaskProperties> task;
+    zn::arkin::test::TestVault m_vault;
+    std::shared_ptr<zn::arkin::VaultObject> vault;
+    zn::arkin::TaskStore tasks;
+    std::shared_ptr<zn::arkin::TaskProperties> task;
     QWidget window;
 
 private:

@@ -7,7 +7,7 @@ namespace zn::test {
 
 namespace {
 
-using arkin::Variables;
+using zn::arkin::Variables;
 
 /// The conversion page as an administrator sees it.
 WindowCase conversionCase(const std::string& name, const Variables& variables, const Prepare& prepare = {})

@@ -24,7 +24,7 @@ Platform installedPlatform(InstalledPlatform& installed, const std::filesystem::
     Registry& registry = installed.machine.registry();
     registry.write(RegistryRoot::User, u"Software\\Arkin\\Drives", u"C",
         RegistryValue::text(toText((installed.folder / "drive").string())));
-    arkin::registerRefTree(
+    zn::arkin::registerRefTree(
         registry, installed.machine.files().fromMachine(std::string(ZN_BIN_DIR) + "/libarkin-reftree.so"));
     if (!stringFolder.empty())
         installed.write(u"LanFileDir", installed.machine.files().fromMachine(stringFolder));
@@ -38,8 +38,8 @@ Desk::Desk(const Text& language, const std::filesystem::path& stringFolder)
     , platform(installedPlatform(installed, stringFolder))
     , store(
           sqliteConnection(installed.folder / "vault.db"), installed.folder / "archive", platform.files, platform.clock)
-    , vault(store, store.createVault(u"Demo", root), arkin::Caller{"anna", "bench"})
-    , vaultObject(std::make_shared<arkin::VaultObject>(vault))
+    , vault(store, store.createVault(u"Demo", root), zn::arkin::Caller{"anna", "bench"})
+    , vaultObject(std::make_shared<zn::arkin::VaultObject>(vault))
     , pages(platform)
 {
     // Nobody sits at the screen of these windows: no box waits for an answer.
@@ -51,14 +51,14 @@ Desk::Desk(const Text& language, const std::filesystem::path& stringFolder)
     });
 }
 
-PageSetting Desk::setting(TaskKind kind, const arkin::Variables& variables)
+PageSetting Desk::setting(TaskKind kind, const zn::arkin::Variables& variables)
 {
-    arkin::TaskDefinition definition;
+    zn::arkin::TaskDefinition definition;
     definition.name = u"Task " + numberText(++m_tasksMade);
     definition.createdBy = u"anna";
     definition.variables = variables;
     definition.variables[u"__type"] = static_cast<std::int32_t>(kind);
-    return {vaultObject, std::make_shared<arkin::TaskProperties>(definition), kind, window()};
+    return {vaultObject, std::make_shared<zn::arkin::TaskProperties>(definition), kind, window()};
 }
 
 Text Desk::path(const std::string& relative)
@@ -68,20 +68,20 @@ Text Desk::path(const std::string& relative)
     return Text(root) + u"\\" + name;
 }
 
-arkin::Place Desk::addFile(const std::string& relative, const std::vector<arkin::Place>& targets)
+zn::arkin::Place Desk::addFile(const std::string& relative, const std::vector<zn::arkin::Place>& targets)
 {
     const std::filesystem::path local = installed.folder.path() / "drive/Vault" / relative;
     std::filesystem::create_directories(local.parent_path());
     std::ofstream(local) << relative;
     const std::filesystem::path whole(relative);
-    const arkin::AddRequest request{
+    const zn::arkin::AddRequest request{
         path(relative), path(whole.parent_path().string()), toText(whole.filename().string())};
-    const arkin::Place place = arkin::addFiles(vault, {&request, 1}).front().place;
-    for (const arkin::Place& target : targets) {
-        const arkin::NewReference reference{place.fileId, target};
-        arkin::addReferences(vault, {&reference, 1});
+    const zn::arkin::Place place = zn::arkin::addFiles(vault, {&request, 1}).front().place;
+    for (const zn::arkin::Place& target : targets) {
+        const zn::arkin::NewReference reference{place.fileId, target};
+        zn::arkin::addReferences(vault, {&reference, 1});
     }
-    arkin::checkIn(vault, arkin::planCheckIn(vault, {&place, 1}), u"");
+    zn::arkin::checkIn(vault, zn::arkin::planCheckIn(vault, {&place, 1}), u"");
     return place;
 }
 

@@ -31,18 +31,18 @@ public:
     explicit Desk(const Text& language = u"GB", const std::filesystem::path& stringFolder = {});
 
     /// A page's setting on a new task of that kind.
-    PageSetting setting(TaskKind kind, const arkin::Variables& variables = {});
+    PageSetting setting(TaskKind kind, const zn::arkin::Variables& variables = {});
     /// Adds a file that refers to others, and checks it in.
-    arkin::Place addFile(const std::string& relative, const std::vector<arkin::Place>& targets = {});
+    zn::arkin::Place addFile(const std::string& relative, const std::vector<zn::arkin::Place>& targets = {});
     /// The path of a file of the vault.
     static Text path(const std::string& relative);
     std::int32_t window() const { return static_cast<std::int32_t>(host.winId()); }
 
     InstalledPlatform installed;
     Platform platform;
-    arkin::Store store;
-    arkin::Vault vault;
-    std::shared_ptr<arkin::VaultObject> vaultObject;
+    zn::arkin::Store store;
+    zn::arkin::Vault vault;
+    std::shared_ptr<zn::arkin::VaultObject> vaultObject;
     Pages pages;
     /// Where pages stand.
     QWidget host;

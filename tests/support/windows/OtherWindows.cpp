@@ -39,13 +39,13 @@ void showSelectionDialog(Desk& desk, const Look& look)
 /// A finished conversion of two files.
 void showFileDetailsPage(Desk& desk, const Look& look)
 {
-    const auto run = std::make_shared<arkin::LaunchInstance>(arkin::TaskDefinition{}, arkin::RunSetting{});
+    const auto run = std::make_shared<zn::arkin::LaunchInstance>(zn::arkin::TaskDefinition{}, zn::arkin::RunSetting{});
     FileLogic logic(desk.platform);
     logic.Initialize(desk.vaultObject, TaskKind::Conversion, false);
     std::vector<std::unique_ptr<OutputRecord>> sources; // the list refers to them
     for (const char* name : {"Housing", "Bolt"}) {
         const std::string file = "Gearbox/" + std::string(name) + ".zenprt";
-        const arkin::Place place = desk.addFile(file);
+        const zn::arkin::Place place = desk.addFile(file);
         sources.push_back(std::make_unique<OutputRecord>());
         sources.back()->path = Desk::path(file);
         sources.back()->docId = place.fileId;

@@ -32,18 +32,18 @@ WindowCase printCase(const std::string& name, const Prepare& prepare = {})
     return {name, [=](Desk& desk, const Look& look) {
                 addPrinter(desk, u"Office");
                 addPrinter(desk, u"Plotter A0");
-                const arkin::Place bolt = desk.addFile("Gearbox/Parts/Bolt.zenprt");
-                const arkin::Place housing = desk.addFile("Gearbox/Parts/Housing.zenprt");
-                const arkin::Place notes = desk.addFile("Gearbox/Notes.txt");
-                const arkin::Place gearbox = desk.addFile("Gearbox/Gearbox.zenasm", {housing, bolt, notes});
+                const zn::arkin::Place bolt = desk.addFile("Gearbox/Parts/Bolt.zenprt");
+                const zn::arkin::Place housing = desk.addFile("Gearbox/Parts/Housing.zenprt");
+                const zn::arkin::Place notes = desk.addFile("Gearbox/Notes.txt");
+                const zn::arkin::Place gearbox = desk.addFile("Gearbox/Gearbox.zenasm", {housing, bolt, notes});
                 desk.addFile("Gearbox/Gearbox.zendrw", {gearbox});
-                arkin::TaskDefinition task;
+                zn::arkin::TaskDefinition task;
                 task.variables = {{u"__printer_prseltype", 1}, {u"__printer_prnamelist", Text(u"Office\nPlotter A0")},
                     {u"__printer_prname", Text(u"Office")}, {u"__printer_refversiontype", 2},
                     {u"__printer_autoselectrefstype", 3}};
                 ArkCmd cmd;
                 cmd.parentWindow = desk.window();
-                cmd.taskObject = std::make_shared<arkin::LaunchInstance>(task, arkin::RunSetting{});
+                cmd.taskObject = std::make_shared<zn::arkin::LaunchInstance>(task, zn::arkin::RunSetting{});
                 ArkSelection selection = {{gearbox.fileId, gearbox.folderId, u"", u"", ArkItemType::File, -1}};
                 showModal(
                     look, [&] { desk.pages.showPrintDialog(desk.vaultObject, &cmd, selection, true); }, prepare);

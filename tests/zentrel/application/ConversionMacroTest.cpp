@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <set>
 
-namespace zentrel::test {
+namespace zn::zentrel::test {
 
 namespace {
 
@@ -119,4 +119,4 @@ TEST(ConversionMacro, WritesEachOutputAndLogsWhatItCannot)
 
 } // namespace
 
-} // namespace zentrel::test
+} // namespace zn::zentrel::test

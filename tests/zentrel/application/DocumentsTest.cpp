@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-namespace zentrel::test {
+namespace zn::zentrel::test {
 
 namespace {
 
@@ -174,4 +174,4 @@ TEST(Members, AreCalledByPlaceOrNameAndRefuseInWords)
 
 } // namespace
 
-} // namespace zentrel::test
+} // namespace zn::zentrel::test

@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-namespace zentrel::test {
+namespace zn::zentrel::test {
 
 namespace {
 
@@ -150,4 +150,4 @@ TEST(Macro, ABoxIsAnsweredByItsDefaultButton)
 
 } // namespace
 
-} // namespace zentrel::test
+} // namespace zn::zentrel::test

@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 #include <regex>
 
-namespace zentrel::test {
+namespace zn::zentrel::test {
 
 namespace {
 
@@ -276,4 +276,4 @@ TEST_F(PrintTest, TheDefaultMacroPrintsASheetOnItsPaper)
 
 } // namespace
 
-} // namespace zentrel::test
+} // namespace zn::zentrel::test

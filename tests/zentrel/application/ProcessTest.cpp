@@ -7,7 +7,7 @@
 #include <sys/wait.h>
 #include <thread>
 
-namespace zentrel::test {
+namespace zn::zentrel::test {
 
 namespace {
 
@@ -186,4 +186,4 @@ TEST(CommandLine, DoesItsWorkOrSaysWhyNot)
 
 } // namespace
 
-} // namespace zentrel::test
+} // namespace zn::zentrel::test

@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-namespace zentrel::test {
+namespace zn::zentrel::test {
 
 namespace {
 
@@ -148,4 +148,4 @@ TEST(Save, ComponentsGoIntoFilesOfTheirOwnUnlessAskedForOne)
 
 } // namespace
 
-} // namespace zentrel::test
+} // namespace zn::zentrel::test

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-namespace zentrel::test {
+namespace zn::zentrel::test {
 
 namespace {
 
@@ -102,4 +102,4 @@ void writeFile(const std::filesystem::path& file, const std::string& bytes)
     std::ofstream(file, std::ios::binary) << bytes;
 }
 
-} // namespace zentrel::test
+} // namespace zn::zentrel::test

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace zentrel::test {
+namespace zn::zentrel::test {
 
 /// A home in a temporary folder with an application in it, and documents of our own to open.
 class Workshop {
@@ -56,4 +56,4 @@ DispatchRef objectOf(DispatchObject& object, const Text& name, std::vector<Value
 std::string readFile(const std::filesystem::path& file);
 void writeFile(const std::filesystem::path& file, const std::string& bytes);
 
-} // namespace zentrel::test
+} // namespace zn::zentrel::test

@@ -17,7 +17,7 @@
 #include <gmock/gmock.h>
 
 namespace fs = std::filesystem;
-using namespace zentrel;
+using namespace zn::zentrel;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;

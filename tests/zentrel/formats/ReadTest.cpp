@@ -12,7 +12,7 @@
 #include <Standard_Failure.hxx>
 
 namespace fs = std::filesystem;
-using namespace zentrel;
+using namespace zn::zentrel;
 using ::testing::HasSubstr;
 
 namespace {

@@ -19,7 +19,7 @@
 #include <TopoDS.hxx>
 
 namespace fs = std::filesystem;
-using namespace zentrel;
+using namespace zn::zentrel;
 using ::testing::HasSubstr;
 
 namespace {

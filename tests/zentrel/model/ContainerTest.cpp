@@ -11,7 +11,7 @@
 #include <zip.h>
 
 namespace fs = std::filesystem;
-using namespace zentrel;
+using namespace zn::zentrel;
 using ::testing::HasSubstr;
 
 namespace {

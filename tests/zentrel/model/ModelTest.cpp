@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 
 namespace fs = std::filesystem;
-using namespace zentrel;
+using namespace zn::zentrel;
 
 namespace {
 

@@ -123,7 +123,7 @@ void addUnclosed(TextView source, const NeutralTemplate& neutral, Report& report
 void addLanguageErrors(const NeutralTemplate& neutral, Report& report)
 {
     const std::vector<std::size_t> starts = lineStarts(neutral.text());
-    for (const language::Diagnostic& error : language::check(neutral.text(), zentrel::macroCompileOptions())) {
+    for (const language::Diagnostic& error : language::check(neutral.text(), zn::zentrel::macroCompileOptions())) {
         const auto line = std::clamp<std::size_t>(static_cast<std::size_t>(std::max(error.line, 1)), 1, starts.size());
         const std::size_t position = starts[line - 1] + static_cast<std::size_t>(std::max(error.column, 1) - 1);
         if (!concernsValue(neutral, position))

@@ -2,7 +2,7 @@
 
 #include "base/Status.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 std::pair<zn::Text, zn::Text> splitAssignment(const std::string& text)
 {
@@ -12,4 +12,4 @@ std::pair<zn::Text, zn::Text> splitAssignment(const std::string& text)
     return {zn::toText(text.substr(0, equals)), zn::toText(text.substr(equals + 1))};
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// "NAME=VALUE" at its first "="; the value may be empty. Raises `StatusError` E_INVALIDARG with a sentence.
 std::pair<zn::Text, zn::Text> splitAssignment(const std::string& text);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::commandline::Arguments;
 
@@ -29,4 +29,4 @@ public:
 /// How `commandRows` makes a command.
 using CommandFactory = std::unique_ptr<Command> (*)();
 
-} // namespace arkin
+} // namespace zn::arkin

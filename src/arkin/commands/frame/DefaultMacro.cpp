@@ -7,7 +7,7 @@
 #include <fstream>
 #include <iterator>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -39,4 +39,4 @@ zn::Text defaultMacro(zn::TaskKind kind)
     return readMacro(programFolder() / "macros" / file);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

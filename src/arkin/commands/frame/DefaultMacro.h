@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The macro text of a file, which is in the single-byte code page. Raises `StatusError` with a sentence.
 zn::Text readMacro(const std::filesystem::path& file);
@@ -14,4 +14,4 @@ zn::Text readMacro(const std::filesystem::path& file);
 /// with a sentence if the file isn't there.
 zn::Text defaultMacro(zn::TaskKind kind);
 
-} // namespace arkin
+} // namespace zn::arkin

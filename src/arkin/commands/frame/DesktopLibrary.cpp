@@ -3,7 +3,7 @@
 #include "base/Status.h"
 #include "platform/SharedLibrary.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -30,4 +30,4 @@ std::unique_ptr<Desktop> loadDesktop(const std::filesystem::path& folder, bool w
     return std::unique_ptr<Desktop>(make(wanted));
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 #include <ctime>
 #include <unistd.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -56,4 +56,4 @@ Interrupt::~Interrupt()
 
 const std::atomic<bool>& Interrupt::flag() const { return interrupted; }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// While it lives, the first Ctrl-C (or SIGTERM) sets a flag and the second, half a second later or more, ends
 /// the process at once. The worker's children end with it.
@@ -16,4 +16,4 @@ public:
     const std::atomic<bool>& flag() const;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 
 #include <fstream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -49,4 +49,4 @@ std::size_t makeTask(Session& session, const VariableRules& rules, const TaskReq
     return task.variables.size();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

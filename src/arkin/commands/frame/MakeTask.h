@@ -4,7 +4,7 @@
 #include "arkin/tasks/NewTask.h"
 #include "arkin/tasks/VariableRules.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Raises `StatusError` with a sentence that names the file, and the place in it.
 TaskFile readTaskFile(const std::filesystem::path& file, const KnownVariables& known);
@@ -13,7 +13,8 @@ TaskFile readTaskFile(const std::filesystem::path& file, const KnownVariables& k
 zn::Text macroOf(const TaskFile& task, const std::filesystem::path& file, zn::TaskKind kind);
 
 /// Makes the task and stores it. Its pages write every variable first, as if an administrator accepted them unseen;
-/// then the request wins, but for what the rules compute. Returns how many variables it has. Raises `StatusError` with a sentence.
+/// then the request wins, but for what the rules compute. Returns how many variables it has. Raises `StatusError` with
+/// a sentence.
 std::size_t makeTask(Session& session, const VariableRules& rules, const TaskRequest& request);
 
-} // namespace arkin
+} // namespace zn::arkin

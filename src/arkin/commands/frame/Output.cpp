@@ -4,7 +4,7 @@
 #include <fmt/chrono.h>
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -74,4 +74,4 @@ std::string shownCount(std::int64_t number)
     return text;
 }
 
-} // namespace arkin
+} // namespace zn::arkin

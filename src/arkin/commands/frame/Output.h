@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Rows of columns, aligned; the first row is the heading. Nothing is printed for a heading alone but `none`.
 void printTable(const std::vector<std::vector<std::string>>& rows, const std::string& none);
@@ -21,4 +21,4 @@ std::string shownValue(const zn::Value& value);
 /// "1,234 bytes" with a blank instead of the comma: "1 234".
 std::string shownCount(std::int64_t number);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -71,4 +71,4 @@ void ProgressLine::clear()
     m_last.clear();
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace arkin {
+namespace zn::arkin {
 
 /// Progress on the error stream: on a terminal one line that is drawn over, else a line for each step that has a text
 /// of its own. Silent if switched off.
@@ -25,4 +25,4 @@ private:
     std::string m_last;
 };
 
-} // namespace arkin
+} // namespace zn::arkin

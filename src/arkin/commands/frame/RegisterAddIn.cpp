@@ -3,7 +3,7 @@
 #include "arkin/commands/frame/RegistryKey.h"
 #include "contracts/classes/ClassLibrary.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -38,4 +38,4 @@ void registerAddIn(Session& session, const std::filesystem::path& library)
     writeLocation(session);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

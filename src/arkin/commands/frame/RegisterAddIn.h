@@ -2,7 +2,7 @@
 
 #include "arkin/commands/frame/Session.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The product's add-in where it is installed: beside this program.
 std::filesystem::path installedAddIn();
@@ -10,4 +10,4 @@ std::filesystem::path installedAddIn();
 /// control, and the folder where it is installed. Raises `StatusError` with a sentence.
 void registerAddIn(Session& session, const std::filesystem::path& library);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-namespace arkin {
+namespace zn::arkin {
 
 RegistryKey parseKey(const std::string& text, bool bits32)
 {
@@ -37,4 +37,4 @@ std::string shownOf(const zn::RegistryValue& value)
     return fmt::format("{:02x}", fmt::join(value.bytes, " "));
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -4,7 +4,7 @@
 
 #include "platform/Registry.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// The product's own key.
 inline constexpr zn::TextView productKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise";
@@ -23,4 +23,4 @@ RegistryKey parseKey(const std::string& text, bool bits32);
 Json jsonOf(const zn::RegistryValue& value);
 std::string shownOf(const zn::RegistryValue& value);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -8,7 +8,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -64,4 +64,4 @@ int runOrWatch(Session& session, std::int32_t runId)
     return watchUntilEnded(session, runs, runId);
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -7,7 +7,7 @@
 #include "base/Paths.h"
 #include "platform/Sqlite.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 using zn::StatusError;
 using zn::Text;
@@ -136,4 +136,4 @@ std::int32_t Session::folderAt(const std::string& machinePath)
         E_ARK_NOT_IN_VAULT, shown(path) + " is no folder of the vault '" + toUtf8(vault().info().name) + "'.");
 }
 
-} // namespace arkin
+} // namespace zn::arkin

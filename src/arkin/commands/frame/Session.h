@@ -9,7 +9,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-namespace arkin {
+namespace zn::arkin {
 
 using Json = nlohmann::ordered_json;
 
@@ -71,4 +71,4 @@ private:
 /// The folder of this program, beside which everything lies that belongs to it.
 std::filesystem::path programFolder();
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace arkin {
+namespace zn::arkin {
 
 std::string shellWord(const std::string& text)
 {
@@ -19,4 +19,4 @@ std::string shellWord(const std::string& text)
     return word + "'";
 }
 
-} // namespace arkin
+} // namespace zn::arkin

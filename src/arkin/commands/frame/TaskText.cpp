@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-namespace arkin {
+namespace zn::arkin {
 
 namespace {
 
@@ -132,4 +132,4 @@ zn::Text logPath(Session& session, const RunInfo& run)
     return zn::pathAppend(zn::pathAppend(root, folder->second.toText()), run.guid) + u".log";
 }
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -5,7 +5,7 @@
 #include "arkin/tasks/RunInstance.h"
 #include "arkin/tasks/RunStore.h"
 
-namespace arkin {
+namespace zn::arkin {
 
 /// "convert", "print", "script"; Unknown for another word.
 zn::TaskKind kindOf(const std::string& word);
@@ -22,4 +22,4 @@ std::string shownProgress(Session& session, const zn::Text& text);
 /// Full path of a run's log as its task settles it; empty if the task keeps none.
 zn::Text logPath(Session& session, const RunInfo& run);
 
-} // namespace arkin
+} // namespace zn::arkin

@@ -2,7 +2,7 @@
 
 #include "arkin/desktop/HostDesktop.h"
 
-extern "C" __attribute__((visibility("default"))) arkin::Desktop* makeDesktop(bool wanted)
+extern "C" __attribute__((visibility("default"))) zn::arkin::Desktop* makeDesktop(bool wanted)
 {
-    return new arkin::HostDesktop(arkin::findDisplay(), wanted);
+    return new zn::arkin::HostDesktop(zn::arkin::findDisplay(), wanted);
 }

@@ -17,8 +17,8 @@ protected:
     {
         for (const char16_t* name : variables)
             ids[name] = m_vault.vault.cards().addVariable(name);
-        openTask(
-            TaskKind::Conversion, mapping.empty() ? arkin::Variables() : arkin::Variables{{u"FileCardData", mapping}});
+        openTask(TaskKind::Conversion,
+            mapping.empty() ? zn::arkin::Variables() : zn::arkin::Variables{{u"FileCardData", mapping}});
         page = pages().makePage(PageName::FileCard, setting(TaskKind::Conversion));
         widget = QWidget::find(static_cast<WId>(page->window()));
         page->load(task);

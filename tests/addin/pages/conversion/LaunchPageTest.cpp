@@ -72,9 +72,9 @@ public:
 
 class LaunchPage : public SettingsFixture {
 protected:
-    static arkin::Variables variablesOf(const LaunchCase& launched)
+    static zn::arkin::Variables variablesOf(const LaunchCase& launched)
     {
-        arkin::Variables variables{
+        zn::arkin::Variables variables{
             {u"FileFormat", Text(launched.format)}, {u"PromptOutput", false}, {u"SourceRefs", 2}};
         const std::pair<const char16_t*, int> numbers[] = {{u"OutputConfs", launched.outputConfs},
             {u"FileConfs", launched.fileConfs}, {u"OutputSheets", launched.outputSheets},
@@ -163,7 +163,7 @@ TEST_F(LaunchPage, ShowsEachRowThatIsOpen)
         {u"FileFormat", Value(Text(u"stl (*.STL)")), "note"},
     };
     for (const auto& row : rows) {
-        arkin::Variables variables = variablesOf(fixed);
+        zn::arkin::Variables variables = variablesOf(fixed);
         if (row.value)
             variables[row.variable] = *row.value;
         else
@@ -212,7 +212,7 @@ TEST_F(LaunchPage, StoresThePathAndTheVariablesOfBothPaths)
     type(on<QWidget>("outputPath")->focusProxy(), shown(root) + "\\%Number%\\<Filename>-%Number%");
     EXPECT_EQ(on<QLabel>("example")->text(), "Example: " + shown(root) + "\\%Number%\\Part-%Number%.igs");
     ASSERT_TRUE(page->save(run));
-    const arkin::Variables& own = run->ownVariables();
+    const zn::arkin::Variables& own = run->ownVariables();
     EXPECT_EQ(own.at(u"OutputPath"), Value(Text(u"<VaultPath>\\%Number%\\<Filename>-%Number%")));
     EXPECT_EQ(own.at(u"UsedVariables"), Value(Text(u"Number,Author")));
     EXPECT_EQ(own.at(u"SourceRefs"), Value(6));

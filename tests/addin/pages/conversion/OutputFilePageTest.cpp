@@ -69,7 +69,7 @@ protected:
         vault->GetRootFolderPath(root);
     }
 
-    void open(arkin::Variables variables = {})
+    void open(zn::arkin::Variables variables = {})
     {
         setUp(std::move(variables));
         openOutputPage();
@@ -93,7 +93,7 @@ protected:
     std::vector<std::string> saved()
     {
         EXPECT_TRUE(output->save(task));
-        arkin::Variables variables = stored();
+        zn::arkin::Variables variables = stored();
         std::erase_if(variables, [](const auto& variable) { return variable.first.starts_with(u"__"); });
         return lines(variables);
     }

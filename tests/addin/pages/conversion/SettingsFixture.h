@@ -7,7 +7,7 @@
 namespace zn::test {
 
 /// Expected and stored variables are compared as lines "name=value".
-inline std::vector<std::string> lines(const arkin::Variables& variables)
+inline std::vector<std::string> lines(const zn::arkin::Variables& variables)
 {
     std::vector<std::string> result;
     for (const auto& [name, value] : variables)
@@ -19,7 +19,7 @@ inline std::vector<std::string> lines(const arkin::Variables& variables)
 class SettingsFixture : public PageFixture {
 protected:
     /// The page at setup, of a task with these variables. An earlier task and its page go.
-    void setUp(arkin::Variables variables = {})
+    void setUp(zn::arkin::Variables variables = {})
     {
         if (task)
             tasks.remove(task->task().id);
@@ -31,13 +31,13 @@ protected:
         show();
     }
     /// The page at the launch of a task with these variables.
-    void launch(arkin::Variables variables, std::int32_t selectedKinds)
+    void launch(zn::arkin::Variables variables, std::int32_t selectedKinds)
     {
         variables[u"__type"] = 1;
-        arkin::TaskDefinition definition;
+        zn::arkin::TaskDefinition definition;
         definition.name = u"Nightly";
         definition.variables = std::move(variables);
-        run = std::make_shared<arkin::LaunchInstance>(definition, arkin::RunSetting{});
+        run = std::make_shared<zn::arkin::LaunchInstance>(definition, zn::arkin::RunSetting{});
         PageSetting below = setting(TaskKind::Conversion);
         below.task = run;
         page.reset();
@@ -55,7 +55,7 @@ protected:
     template <class Control> Control* on(const char* role) { return find<Control>(*widget, role); }
     bool sees(const char* role) { return on<QWidget>(role)->isVisible(); }
 
-    std::shared_ptr<arkin::LaunchInstance> run;
+    std::shared_ptr<zn::arkin::LaunchInstance> run;
     std::unique_ptr<ConversionPage> page;
     QWidget* widget = nullptr;
 };

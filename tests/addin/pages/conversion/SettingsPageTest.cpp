@@ -28,7 +28,7 @@ protected:
     /// What the page stored, without the settings of formats.
     std::vector<std::string> storedByPage()
     {
-        arkin::Variables variables = stored();
+        zn::arkin::Variables variables = stored();
         std::erase_if(variables, [](const auto& variable) {
             const TaskVariable* row = findTaskVariable(variable.first);
             return !row || row->owner != VariableOwner::ConversionPage;
@@ -45,7 +45,7 @@ TEST_F(SettingsPage, StoresItsDefaultsAndTheSettingsOfAllFormats)
         ElementsAre("Asm3DPDFThemePath=theme.xml", "AsmPrimaryViews=0", "AsmThemeAndViewsChecks=13", "FileConfs=5",
             "FileFormat=<Prompt the user>", "FileSheets=5", "OutputConfs=3", "OutputSheets=3",
             "Part3DPDFThemePath=theme.xml", "PartPrimaryViews=0", "PartThemeAndViewsChecks=13", "SourceRefs=6"));
-    const arkin::Variables all = stored();
+    const zn::arkin::Variables all = stored();
     for (const TaskVariable& variable : taskVariables()) {
         if (variable.owner != VariableOwner::FormatOptions)
             continue;
@@ -81,7 +81,7 @@ TEST_F(SettingsPage, StoresWhatAPersonChooses)
 
 TEST_F(SettingsPage, ShowsAndKeepsWhatIsStored)
 {
-    const arkin::Variables before{
+    const zn::arkin::Variables before{
         {u"FileFormat", Text(u"adobe pdf (*.PDF)")},
         {u"OutputConfs", 0}, // nothing set shows all
         {u"OutputSheets", 9},
@@ -229,13 +229,13 @@ TEST_F(SettingsPage, StopsAtTheFirstRefusedWrite)
     const int count = static_cast<int>(all->written.size());
     for (int accepted = count - 12; accepted < count; ++accepted) {
         const auto refusing = std::make_shared<RefusingTask>(*task, accepted);
-        arkin::test::expectStatus(E_ARK_PERMISSION_DENIED, [&] { page->save(refusing); });
+        zn::arkin::test::expectStatus(E_ARK_PERMISSION_DENIED, [&] { page->save(refusing); });
         EXPECT_EQ(static_cast<int>(refusing->written.size()), accepted);
     }
     // A refused setting of a format is told at once, and the rest isn't tried.
     Answers answers({QMessageBox::Ok});
     const auto refusing = std::make_shared<RefusingTask>(*task, 3);
-    arkin::test::expectStatus(E_FAIL, [&] { page->save(refusing); });
+    zn::arkin::test::expectStatus(E_FAIL, [&] { page->save(refusing); });
     EXPECT_EQ(refusing->written.size(), 3u);
     EXPECT_TRUE(answers.allUsed());
 }

@@ -28,11 +28,11 @@ protected:
 
     std::vector<std::string> storedOfAssembly()
     {
-        arkin::Variables variables = stored();
+        zn::arkin::Variables variables = stored();
         std::erase_if(variables, [](const auto& variable) { return !variable.first.starts_with(u"Asm"); });
         return lines(variables);
     }
-    static arkin::Variables theme(const char16_t* path, int checks, int views)
+    static zn::arkin::Variables theme(const char16_t* path, int checks, int views)
     {
         return {{u"FileFormat", Text(u"3D PDF - MBD (*.pdf)")}, {u"Asm3DPDFThemePath", Text(path)},
             {u"AsmThemeAndViewsChecks", checks}, {u"AsmPrimaryViews", views}};
@@ -144,7 +144,7 @@ TEST_F(ThemePage, AsksBeforeItIsLeftWithoutViews)
 
 TEST_F(ThemePage, DoesNotAskForAnotherFormat)
 {
-    arkin::Variables variables = theme(u"theme.xml", 0, 0);
+    zn::arkin::Variables variables = theme(u"theme.xml", 0, 0);
     variables[u"FileFormat"] = Text(u"STL (*.stl)");
     setUp(variables);
     Answers answers({});

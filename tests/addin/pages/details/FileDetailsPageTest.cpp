@@ -27,7 +27,7 @@ protected:
         m_vault.change(partA, "parts/a.zenprt", "2");
     }
 
-    OutputRecord input(const arkin::Place& place, const char* path, std::int32_t version)
+    OutputRecord input(const zn::arkin::Place& place, const char* path, std::int32_t version)
     {
         OutputRecord record;
         record.path = m_vault.path(path);
@@ -37,10 +37,10 @@ protected:
         return record;
     }
 
-    std::shared_ptr<arkin::LaunchInstance> run(TaskKind kind)
+    std::shared_ptr<zn::arkin::LaunchInstance> run(TaskKind kind)
     {
         openTask(kind);
-        return std::make_shared<arkin::LaunchInstance>(tasks.get(u"Nightly"), arkin::RunSetting{});
+        return std::make_shared<zn::arkin::LaunchInstance>(tasks.get(u"Nightly"), zn::arkin::RunSetting{});
     }
 
     void writeSelection(const ObjectRef& instance, const std::vector<OutputRecord>& records)
@@ -87,8 +87,8 @@ protected:
 
     VListCtrl& list() { return *find<VListCtrl>(window, "files"); }
 
-    arkin::Place partA;
-    arkin::Place partB;
+    zn::arkin::Place partA;
+    zn::arkin::Place partB;
 
 private:
     std::unique_ptr<TaskPage> m_page;

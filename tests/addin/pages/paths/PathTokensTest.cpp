@@ -3,6 +3,7 @@
 #include "addin/libraries/tokenctrl/TokenCtrl.h"
 #include "addin/pages/frame/PageEnvironment.h"
 #include "addin/pages/paths/ExampleText.h"
+#include "addin/variables/UsedVariables.h"
 #include "arkin/vault/VaultObject.h"
 #include "base/Dates.h"
 #include "qtglue/Texts.h"
@@ -45,8 +46,8 @@ protected:
     test::InstalledPlatform platform;
     Platform ports = platform.ports();
     PageEnvironment environment{ports};
-    arkin::test::TestVault real{platform.folder.path()};
-    std::shared_ptr<IArkVault> vault = std::make_shared<arkin::VaultObject>(real.vault);
+    zn::arkin::test::TestVault real{platform.folder.path()};
+    std::shared_ptr<IArkVault> vault = std::make_shared<zn::arkin::VaultObject>(real.vault);
     std::unique_ptr<tokenctrl::TokenBox> box = environment.makeTokenBox();
 };
 

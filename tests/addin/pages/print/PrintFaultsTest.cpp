@@ -81,7 +81,7 @@ TEST_F(PrintFaultsTest, SaysWhatItCannotStartWithout)
         EXPECT_FALSE(pages().showPrintDialog(vault, &cmd, selection, true));
         EXPECT_EQ(person.shown(), QStringList("Failed to get IArkTaskInstance ptr from ArkCmd"));
     }
-    arkin::unregisterRefTree(ports.registry);
+    zn::arkin::unregisterRefTree(ports.registry);
     Answers person({ok});
     EXPECT_FALSE(launch({}, true));
     EXPECT_EQ(person.shown(),

@@ -16,11 +16,11 @@ namespace zn::test {
 ///   with the drawings top.zendrw and bolt.zendrw
 class PrintFixture : public PageFixture {
 protected:
-    using Place = arkin::Place;
+    using Place = zn::arkin::Place;
 
     PrintFixture()
     {
-        arkin::registerRefTree(
+        zn::arkin::registerRefTree(
             ports.registry, platform.machine.files().fromMachine(std::string(ZN_BIN_DIR) + "/libarkin-reftree.so"));
         const Place bolt = m_vault.addReleased("parts/bolt.zenprt", "bolt");
         const Place washer = m_vault.addReleased("parts/washer.zenprt", "washer");
@@ -48,11 +48,11 @@ protected:
     }
 
     /// Launches a task with these variables; what the dialog wrote is in `written()` afterwards.
-    bool launch(arkin::Variables variables, bool show)
+    bool launch(zn::arkin::Variables variables, bool show)
     {
-        arkin::TaskDefinition definition;
+        zn::arkin::TaskDefinition definition;
         definition.variables = std::move(variables);
-        run = std::make_shared<arkin::LaunchInstance>(definition, arkin::RunSetting{});
+        run = std::make_shared<zn::arkin::LaunchInstance>(definition, zn::arkin::RunSetting{});
         ArkCmd cmd;
         cmd.parentWindow = static_cast<std::int32_t>(window.winId());
         cmd.taskObject = run;
@@ -123,7 +123,7 @@ protected:
 
     Place top;
     ArkSelection selection;
-    std::shared_ptr<arkin::LaunchInstance> run;
+    std::shared_ptr<zn::arkin::LaunchInstance> run;
 
 private:
     static void outline(

@@ -13,7 +13,7 @@ using namespace test;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Lines = std::vector<std::string>;
-using arkin::Variables;
+using zn::arkin::Variables;
 
 constexpr auto ok = QMessageBox::Ok;
 

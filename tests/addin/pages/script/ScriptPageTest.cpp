@@ -15,9 +15,9 @@
 #include <QTest>
 
 using namespace zn;
-using arkin::Variables;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using zn::arkin::Variables;
 
 namespace {
 
@@ -26,16 +26,16 @@ using Form = CScriptPageDlg::Form;
 class ScriptPageTest : public test::PageFixture {
 protected:
     /// The definition of a new task with these variables.
-    std::shared_ptr<arkin::TaskProperties> makeTask(const Variables& before)
+    std::shared_ptr<zn::arkin::TaskProperties> makeTask(const Variables& before)
     {
-        arkin::TaskDefinition definition;
+        zn::arkin::TaskDefinition definition;
         definition.name = u"Task " + numberText(++m_tasksMade);
         definition.variables = before;
         tasks.create(definition);
-        return std::make_shared<arkin::TaskProperties>(tasks.get(definition.name));
+        return std::make_shared<zn::arkin::TaskProperties>(tasks.get(definition.name));
     }
     /// What the vault has once the host has accepted what was written.
-    Variables storedOf(const arkin::TaskProperties& made)
+    Variables storedOf(const zn::arkin::TaskProperties& made)
     {
         tasks.change(made.task().id, made.change());
         return tasks.get(made.task().name).variables;

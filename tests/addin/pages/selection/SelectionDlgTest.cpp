@@ -60,14 +60,14 @@ protected:
         }
         return out;
     }
-    static std::string fileRecord(const arkin::Place& place, const std::string& more)
+    static std::string fileRecord(const zn::arkin::Place& place, const std::string& more)
     {
         return "file " + std::to_string(place.fileId) + "/" + std::to_string(place.folderId) + " " + more;
     }
 
     std::shared_ptr<BrowsedVault> browsed;
-    arkin::Place partA;
-    arkin::Place drawing;
+    zn::arkin::Place partA;
+    zn::arkin::Place drawing;
     std::unique_ptr<CSelectionDlg> dialog;
 };
 
