@@ -133,7 +133,7 @@ TEST(GermanTest, HasEveryTextOfTheCode)
 
     std::string missing;
     for (const auto& file : windowSources()) {
-        if (file.filename() == "PaperSizes.h")
+        if (file.filename() == "PaperSizes.h" || file.filename() == "SheetMetalBits.cpp")
             continue; // names that are the same in every language
         const std::set<Text> stringFiles = stringFilesOf(file);
         for (const auto& [id, english] : lookupsOf(contentOf(file), namedNumbers(codeOfFolder[file.parent_path()]))) {
