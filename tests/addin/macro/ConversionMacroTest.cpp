@@ -1,36 +1,20 @@
-#include "addin/macro/MacroBuilder.h"
-#include "addin/macro/MacroResources.h"
-#include "addin/variables/TaskVariables.h"
-#include "language/Machine.h"
-#include "language/Program.h"
-#include "tests/addin/macro/FakeCadApplication.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/TestPlatform.h"
-
-#include <algorithm>
-#include <gtest/gtest.h>
+#include "tests/addin/macro/DefaultMacroFixture.h"
 
 namespace zn {
 
-/// The default conversion macro, built as a run builds it, with what no real CAD application can be made to answer.
-class ConversionMacro : public ::testing::Test {
+using test::Calls;
+
+/// The conversion macro, with what no real CAD application can be made to answer.
+class ConversionMacro : public test::DefaultMacroFixture {
 protected:
     ConversionMacro()
+        : DefaultMacroFixture(TaskKind::Conversion, u"Nightly")
     {
-        host.root = u"C:\\V";
-        for (const auto& [name, value] : initialVariables(TaskKind::Conversion, u"Nightly"))
-            host.taskVariables[name] = value;
         set(u"OutputPath", u"C:\\out\\<Filename>");
-        cad.answer("Application.Zentrel", Value(cad.object(u"App")));
         cad.answer("App.RevisionNumber", u"26.0.0");
         cad.answer("App.Frame", Value(cad.object(u"Frame")));
-        cad.answer("App.GetOpenDocSpec", Value(cad.object(u"Spec")));
-        cad.answer("Spec.Error", 0);
-        cad.answer("App.OpenDoc7", Value(cad.object(u"Model")));
         cad.answer("App.GetExportFileData", Value(cad.object(u"PdfData")));
-        cad.answer("Model.Extension", Value(cad.object(u"Extension")));
         cad.answer("Model.ConfigurationManager", Value(cad.object(u"ConfMgr")));
-        cad.answer("Model.GetTitle", u"Title");
         cad.answer("Model.GetConfigurationNames", Value::arrayOf({u"A/1", u"B", u"A2"}, ValueType::String));
         cad.answer("Model.GetSheetNames", Value::arrayOf({u"S1", u"図"}, ValueType::String));
         cad.answer("Model.GetCurrentSheet", Value(cad.object(u"Sheet")));
@@ -41,7 +25,6 @@ protected:
         cad.answer("Extension.GetMBD3DPdfData", Value(cad.object(u"Mbd")));
     }
 
-    void set(const char16_t* name, Value value) { host.taskVariables[name] = std::move(value); }
     void failSaves(std::int32_t errors, std::int32_t warnings)
     {
         cad.answers["Extension.SaveAs"] = [=](MemberCall& call) {
@@ -50,39 +33,12 @@ protected:
             return Value(false);
         };
     }
-    /// Runs the macro for a file and returns its log.
     std::string run(const char16_t* file, const char16_t* format, const char16_t* version = u"zn2018")
     {
         set(u"FileFormat", format);
-        cad.calls.clear();
-        cad.files.clear();
-        MacroBuilder builder{platform.ports()};
-        builder.Prepare(host.vault(), host.task(), defaultMacro(TaskKind::Conversion));
-        builder.SetFile(file, u"", 1, 2, 3);
-        const test::FakeCadLibrary library;
-        const language::CompileOptions options{&library, {{u"VBA7", true}}};
-        test::FakeCadHost cadHost(cad);
-        test::FakeCadFiles files(cad);
-        // As the CAD application reads it: from a file in the code page.
-        language::Machine machine(
-            language::compile(fromCodePage(toCodePage(builder.Build(version))), options), cadHost, files);
-        machine.run(u"main");
-        return cad.files[u"C:\\V\\Logs\\Nightly\\{6D1A7B52-0C8E-4E0B-9F6C-0123456789AB}.log"];
+        return runMacro(file, u"", version);
     }
-    std::vector<std::string> callsOf(const std::string& beginning) const
-    {
-        std::vector<std::string> calls;
-        std::ranges::copy_if(
-            cad.calls, std::back_inserter(calls), [&](const auto& c) { return c.starts_with(beginning); });
-        return calls;
-    }
-
-    test::TestPlatform platform;
-    test::FakeHost host;
-    test::FakeCadApplication cad;
 };
-
-using Calls = std::vector<std::string>;
 
 TEST_F(ConversionMacro, GoesThroughAPartStepByStep)
 {

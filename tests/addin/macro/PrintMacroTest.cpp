@@ -1,38 +1,20 @@
-#include "addin/macro/MacroBuilder.h"
-#include "addin/macro/MacroResources.h"
-#include "addin/variables/TaskVariables.h"
-#include "language/Machine.h"
-#include "language/Program.h"
-#include "tests/addin/macro/FakeCadApplication.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/TestPlatform.h"
-
-#include <algorithm>
-#include <gmock/gmock.h>
+#include "tests/addin/macro/DefaultMacroFixture.h"
 
 namespace zn {
 
-using Calls = std::vector<std::string>;
+using test::Calls;
 
-/// The default print macro, built as a run builds it, with every answer of the CAD application in the test's hand.
-class PrintMacro : public ::testing::Test {
+/// The print macro, with a printer that is there or not.
+class PrintMacro : public test::DefaultMacroFixture {
 protected:
     PrintMacro()
+        : DefaultMacroFixture(TaskKind::Printing, u"Paper")
     {
-        host.root = u"C:\\V";
-        for (const auto& [name, value] : initialVariables(TaskKind::Printing, u"Paper"))
-            host.taskVariables[name] = value;
         set(u"__printer_prname", u"Plotter");
         set(u"__printer_margintype", 0);
-        cad.answer("Application.Zentrel", Value(cad.object(u"App")));
-        cad.answer("App.GetOpenDocSpec", Value(cad.object(u"Spec")));
         cad.answer("App.GetErrorMessages", 0);
-        cad.answer("Spec.Error", 0);
-        cad.answer("App.OpenDoc7", Value(cad.object(u"Model")));
         cad.answer("App.LoadFile4", Value(cad.object(u"Model")));
         cad.answer("Model.PageSetup", Value(cad.object(u"Setup")));
-        cad.answer("Model.Extension", Value(cad.object(u"Extension")));
-        cad.answer("Model.GetTitle", u"Title");
         cad.answer("Model.GetSheetNames", Value::arrayOf({u"Front", u"図"}, ValueType::String));
         cad.answer("Model.Sheet", Value(cad.object(u"Sheet")));
         cad.answers["Model.printer"] = [this](MemberCall& call) {
@@ -43,36 +25,14 @@ protected:
         setSheet(8, 0.42, 0.297);
     }
 
-    void set(const char16_t* name, Value value) { host.taskVariables[name] = std::move(value); }
     void setSheet(double format, double width, double height)
     {
         cad.answer("Sheet.GetProperties", Value::arrayOf({format, 0.0, 1.0, 1.0, 1.0, width, height}));
     }
-    /// Runs the macro for a file and returns its log.
     std::string run(const char16_t* file, const char16_t* item = u"")
     {
-        cad.calls.clear();
-        cad.files.clear();
         printer.clear();
-        MacroBuilder builder{platform.ports()};
-        builder.Prepare(host.vault(), host.task(), defaultMacro(TaskKind::Printing));
-        builder.SetFile(file, item, 1, 2, 3);
-        const test::FakeCadLibrary library;
-        const language::CompileOptions options{&library, {{u"VBA7", true}}};
-        test::FakeCadHost cadHost(cad);
-        test::FakeCadFiles files(cad);
-        // As the CAD application reads it: from a file in the code page.
-        language::Machine machine(
-            language::compile(fromCodePage(toCodePage(builder.Build(u"zn2018"))), options), cadHost, files);
-        machine.run(u"main");
-        return cad.files[u"C:\\V\\Logs\\Paper\\{6D1A7B52-0C8E-4E0B-9F6C-0123456789AB}.log"];
-    }
-    Calls callsOf(const std::string& beginning) const
-    {
-        Calls calls;
-        std::ranges::copy_if(
-            cad.calls, std::back_inserter(calls), [&](const auto& c) { return c.starts_with(beginning); });
-        return calls;
+        return runMacro(file, item, u"zn2018");
     }
     /// Printer, paper, orientation and sheets of the last run.
     std::string printed() const
@@ -85,9 +45,6 @@ protected:
         return text;
     }
 
-    test::TestPlatform platform;
-    test::FakeHost host;
-    test::FakeCadApplication cad;
     Text printer;
     bool known = true;
 };
