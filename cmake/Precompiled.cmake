@@ -10,7 +10,8 @@ function(zn_precompiled_header name)
   add_library(zn_precompiled_${name} OBJECT ${source})
   target_include_directories(zn_precompiled_${name} PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(zn_precompiled_${name} PRIVATE ${ARG_LINK})
-  target_precompile_headers(zn_precompiled_${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled/${name}.h)
+  # In angle brackets: the generated header then names no path of this checkout, so that all share the compiler cache.
+  target_precompile_headers(zn_precompiled_${name} PRIVATE <cmake/precompiled/${name}.h>)
 endfunction()
 
 # Lets a target's sources begin with one of them.
