@@ -153,7 +153,7 @@ std::string fishQuoted(std::string text)
     return "'" + text + "'";
 }
 
-/// The inside of a specification of zsh, where colons and brackets part its members.
+/// The inside of an entry of zsh, where colons and brackets part its members.
 std::string zshText(std::string text)
 {
     for (const char* const special : {"\\", ":", "[", "]"})
@@ -166,7 +166,7 @@ std::string zshValue(const OptionDescription& option)
     return option.words.empty() ? "_files" : "(" + joined(option.words, " ") + ")";
 }
 
-/// One specification for each name of an option, one for an argument by its place.
+/// One entry for each name of an option, one for an argument by its place.
 std::string zshOptions(const CommandDescription& command)
 {
     std::string text;
