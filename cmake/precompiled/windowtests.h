@@ -5,3 +5,5 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <QSignalSpy>
+#include <QTest>

@@ -134,6 +134,12 @@ bool Channel::peerGone() const
     return poll(watched, std::size(watched), 0) > 0;
 }
 
+void Channel::close()
+{
+    // Fails only if the peer has gone already.
+    ::shutdown(m_socket.number(), SHUT_RDWR);
+}
+
 void Channel::cancel()
 {
     const std::uint64_t one = 1;

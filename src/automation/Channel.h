@@ -42,8 +42,9 @@ public:
     /// Ends the wait that is under way and every later one. May be called from another thread.
     void cancel();
 
-    /// Closes this end; the peer sees it at once.
-    void close() { m_socket = FileDescriptor(); }
+    /// Ends the conversation; the peer sees it at once. The descriptor stays, since another thread may be asking
+    /// `peerGone`.
+    void close();
 
 private:
     void waitFor(short events, std::optional<Milliseconds> limit);

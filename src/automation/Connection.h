@@ -3,6 +3,7 @@
 #include "automation/Channel.h"
 #include "automation/Wire.h"
 
+#include <atomic>
 #include <functional>
 
 namespace zn::automation {
@@ -49,7 +50,7 @@ private:
     Log m_log;
     std::int64_t m_lastId = 0;
     int m_depth = 0;
-    bool m_open = true;
+    std::atomic<bool> m_open = true; ///< other threads ask, too
 };
 
 } // namespace zn::automation

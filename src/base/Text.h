@@ -46,12 +46,4 @@ std::int32_t leadingInteger(TextView text);
 std::string toCodePage(TextView text);
 Text fromCodePage(std::string_view bytes);
 
-namespace detail {
-/// Makes a `Text` argument printable by `%s`; everything else passes through.
-inline std::string formatArgument(const Text& text) { return toUtf8(text); }
-inline std::string formatArgument(TextView text) { return toUtf8(text); }
-inline std::string formatArgument(const char16_t* text) { return toUtf8(TextView(text)); }
-template <class T> const T& formatArgument(const T& value) { return value; }
-} // namespace detail
-
 } // namespace zn

@@ -5,6 +5,7 @@
 #include "platform/Registry.h"
 
 #include <fmt/args.h>
+#include <fmt/printf.h>
 
 namespace zn {
 

@@ -19,9 +19,10 @@ public:
         for (const auto& file : m_files) {
             const auto place = session.fileAt(file);
             checkOut(session.vault(), place);
-            taken.push_back(session.shown(session.vault().pathOf(place)));
+            const auto path = session.shown(session.vault().pathOf(place));
+            taken.push_back(path);
             if (!session.json())
-                std::cout << taken.back().get<std::string>() << " is checked out.\n";
+                std::cout << path << " is checked out.\n";
         }
         if (session.json())
             printJson(taken);

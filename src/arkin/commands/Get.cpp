@@ -27,14 +27,14 @@ public:
         if (m_references)
             requests = withReferences(vault, requests, true);
         getFiles(vault, requests, m_discard ? LocalChanges::Discard : LocalChanges::Refuse);
-        auto paths = Json::array();
+        std::vector<std::string> paths;
         for (const auto& request : requests)
             paths.push_back(session.shown(vault.pathOf(request.place)));
         if (session.json())
             printJson(paths);
         else
             for (const auto& path : paths)
-                std::cout << path.get<std::string>() << "\n";
+                std::cout << path << "\n";
         return commandDone;
     }
 

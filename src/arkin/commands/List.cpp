@@ -15,44 +15,46 @@ public:
         auto& vault = session.vault();
         const auto folder = m_folder.empty() ? vault.folders().rootId() : session.folderAt(m_folder);
         vault.permissions().require(folder, Right::Read);
-        auto entries = Json::array();
+        std::vector<Entry> entries;
         for (const auto child : vault.folders().children(folder))
-            entries.push_back(
-                {{"name", zn::toUtf8(zn::pathFileName(vault.folders().pathOf(child)))}, {"kind", "folder"},
-                    {"version", nullptr}, {"changed", nullptr}, {"size", nullptr}, {"checkedOutBy", nullptr}});
+            entries.push_back({zn::toUtf8(zn::pathFileName(vault.folders().pathOf(child))), {}, {}, {}});
         for (const auto& file : vault.files().inFolder(folder))
-            entries.push_back(entryOf(vault, file));
+            entries.push_back({zn::toUtf8(file.name), file, vault.files().version(file.id, file.latestVersion),
+                vault.files().checkOut(file.id)});
         if (session.json())
-            printJson(entries);
+            printJson(asJson(entries));
         else
             print(entries);
         return commandDone;
     }
 
 private:
-    static Json entryOf(Vault& vault, const FileRow& file)
+    /// A folder has but its name.
+    struct Entry {
+        std::string name;
+        std::optional<FileRow> file;
+        std::optional<VersionRow> latest;
+        std::optional<CheckOutRow> checkOut;
+    };
+
+    static Json asJson(const std::vector<Entry>& entries)
     {
-        const auto version = vault.files().version(file.id, file.latestVersion);
-        const auto checkOut = vault.files().checkOut(file.id);
-        Json entry{{"name", zn::toUtf8(file.name)}, {"kind", "file"}, {"version", file.latestVersion},
-            {"changed", jsonTime(version ? version->madeAt : 0)}};
-        entry["size"] = version ? Json(version->content.size) : Json(nullptr);
-        entry["checkedOutBy"] = checkOut ? Json(checkOut->user) : Json(nullptr);
-        return entry;
+        auto list = Json::array();
+        for (const auto& [name, file, latest, checkOut] : entries)
+            list.push_back({{"name", name}, {"kind", file ? "file" : "folder"},
+                {"version", file ? Json(file->latestVersion) : nullptr},
+                {"changed", jsonTime(latest ? latest->madeAt : 0)},
+                {"size", latest ? Json(latest->content.size) : nullptr},
+                {"checkedOutBy", checkOut ? Json(checkOut->user) : nullptr}});
+        return list;
     }
 
-    static void print(const Json& entries)
+    static void print(const std::vector<Entry>& entries)
     {
         std::vector<std::vector<std::string>> rows{{"NAME", "VERSION", "SIZE", "CHECKED OUT BY"}};
-        for (const auto& entry : entries) {
-            const auto name = entry["name"].get<std::string>();
-            if (entry["kind"] == "folder")
-                rows.push_back({name + "/", "", "", ""});
-            else
-                rows.push_back({name, std::to_string(entry["version"].get<int>()),
-                    entry["size"].is_null() ? "" : shownCount(entry["size"].get<std::int64_t>()),
-                    entry["checkedOutBy"].is_null() ? "" : entry["checkedOutBy"].get<std::string>()});
-        }
+        for (const auto& [name, file, latest, checkOut] : entries)
+            rows.push_back({file ? name : name + "/", file ? std::to_string(file->latestVersion) : "",
+                latest ? shownCount(latest->content.size) : "", checkOut ? checkOut->user : ""});
         printTable(rows, "The folder is empty.");
     }
 

@@ -20,20 +20,26 @@ public:
         auto& vault = session.vault();
         const auto place = session.fileAt(m_file);
         const auto version = m_version > 0 ? m_version : vault.file(place.fileId).latestVersion;
-        auto to = Json::array(), by = Json::array();
+        std::vector<End> to, by;
         for (const auto& row : vault.references().from(place.fileId, version))
-            to.push_back({{"path", pathOf(session, {row.toFileId, row.toFolderId})}, {"version", row.toVersion}});
+            to.push_back({pathOf(session, {row.toFileId, row.toFolderId}), row.toVersion, 0});
         for (const auto& row : vault.references().to(place.fileId))
-            by.push_back({{"path", pathOf(session, anyPlace(vault, row.fileId))}, {"version", row.version},
-                {"toVersion", row.toVersion}});
+            by.push_back({pathOf(session, anyPlace(vault, row.fileId)), row.version, row.toVersion});
         if (session.json())
-            printJson({{"version", version}, {"refersTo", to}, {"referredToBy", by}});
+            printJson(asJson(version, to, by));
         else
             print(version, to, by);
         return commandDone;
     }
 
 private:
+    /// The file at the other end of a reference.
+    struct End {
+        std::string path;
+        std::int32_t version = 0;
+        std::int32_t toVersion = 0; ///< of this file, for one that refers to it
+    };
+
     static Place anyPlace(Vault& vault, std::int32_t fileId)
     {
         const auto folders = vault.files().foldersOf(fileId);
@@ -49,14 +55,24 @@ private:
         return session.shown(session.vault().pathOf(place));
     }
 
-    static void print(std::int32_t version, const Json& to, const Json& by)
+    static Json asJson(std::int32_t version, const std::vector<End>& to, const std::vector<End>& by)
+    {
+        auto refersTo = Json::array(), referredToBy = Json::array();
+        for (const auto& end : to)
+            refersTo.push_back({{"path", end.path}, {"version", end.version}});
+        for (const auto& end : by)
+            referredToBy.push_back({{"path", end.path}, {"version", end.version}, {"toVersion", end.toVersion}});
+        return {{"version", version}, {"refersTo", refersTo}, {"referredToBy", referredToBy}};
+    }
+
+    static void print(std::int32_t version, const std::vector<End>& to, const std::vector<End>& by)
     {
         if (to.empty())
             std::cout << "Version " << version << " refers to no file.\n";
-        for (const auto& row : to)
-            std::cout << "refers to      " << row["path"].get<std::string>() << " version " << row["version"] << "\n";
-        for (const auto& row : by)
-            std::cout << "referred to by " << row["path"].get<std::string>() << " version " << row["version"] << "\n";
+        for (const auto& end : to)
+            std::cout << "refers to      " << end.path << " version " << end.version << "\n";
+        for (const auto& end : by)
+            std::cout << "referred to by " << end.path << " version " << end.version << "\n";
     }
 
     std::string m_file;

@@ -15,15 +15,19 @@ public:
     {
         auto& vault = session.vault();
         const auto& home = session.platform().home();
-        const Json info{{"name", zn::toUtf8(vault.info().name)}, {"root", session.shown(vault.info().root)},
-            {"home", home.folder().string()}, {"database", home.databaseFile().string()},
-            {"archive", home.archiveFolder().string()}, {"registry", home.registryFile().string()},
-            {"user", vault.caller().user}, {"machine", vault.caller().machine}};
+        const std::pair<const char*, std::string> rows[]
+            = {{"name", zn::toUtf8(vault.info().name)}, {"root", session.shown(vault.info().root)},
+                {"home", home.folder().string()}, {"database", home.databaseFile().string()},
+                {"archive", home.archiveFolder().string()}, {"registry", home.registryFile().string()},
+                {"user", vault.caller().user}, {"machine", vault.caller().machine}};
+        auto info = Json::object();
+        for (const auto& [name, value] : rows) {
+            info[name] = value;
+            if (!session.json())
+                std::cout << name << std::string(10 - std::string_view(name).size(), ' ') << value << "\n";
+        }
         if (session.json())
             printJson(info);
-        else
-            for (const auto& [name, value] : info.items())
-                std::cout << name << std::string(10 - name.size(), ' ') << value.get<std::string>() << "\n";
         return commandDone;
     }
 };

@@ -1,12 +1,12 @@
 #include "zentrel/commands/Command.h"
 
+#include "commandline/Json.h"
 #include "contracts/objectmodel/TypeLibrary.h"
 
 #include <cerrno>
 #include <cstring>
 #include <fmt/format.h>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <sstream>
 
 namespace zn::zentrel::commands {
@@ -38,7 +38,7 @@ struct CheckMacro {
     int run() const
     {
         const auto errors = zn::language::check(readMacro(file), macroCompileOptions());
-        auto list = nlohmann::ordered_json::array();
+        auto list = commandline::Json::array();
         for (const auto& error : errors) {
             const auto message = zn::toUtf8(error.message);
             list.push_back({{"line", error.line}, {"column", error.column}, {"message", message}});
@@ -46,7 +46,7 @@ struct CheckMacro {
                 fmt::print("{}:{}:{}: {}\n", file.string(), error.line, error.column, message);
         }
         if (json)
-            fmt::print("{}\n", list.dump(2));
+            fmt::print("{}\n", list.text());
         return errors.empty() ? zn::commandline::done : zn::commandline::failed;
     }
 };

@@ -1,16 +1,16 @@
 #include "zentrel/commands/Command.h"
 
+#include "commandline/Json.h"
 #include "zentrel/model/Describe.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 namespace zn::zentrel::commands {
 
 namespace {
 
+using commandline::Json;
 using zn::toUtf8;
-using Json = nlohmann::ordered_json;
 
 constexpr const char* kindNames[] = {"", "part", "assembly", "drawing"};
 
@@ -28,7 +28,8 @@ Json asJson(const DocumentInfo& info)
         {"active", toUtf8(info.active)}, {"properties", propertiesJson(info.properties)}};
     for (const ConfigurationInfo& one : info.configurations)
         json["configurations"].push_back({{"name", toUtf8(one.name)}, {"bodies", one.bodies}, {"faces", one.faces},
-            {"size", one.size}, {"volume", one.volume}, {"properties", propertiesJson(one.properties)}});
+            {"size", std::span<const double>(one.size)}, {"volume", one.volume},
+            {"properties", propertiesJson(one.properties)}});
     for (const ComponentInfo& one : info.components)
         json["components"].push_back({{"name", toUtf8(one.name)}, {"path", one.path.string()},
             {"virtual", one.isVirtual}, {"missing", one.isMissing}});
@@ -83,7 +84,7 @@ struct Info {
     {
         const DocumentInfo info = describe(file);
         if (json)
-            fmt::print("{}\n", asJson(info).dump(2));
+            fmt::print("{}\n", asJson(info).text());
         else
             print(info);
         return zn::commandline::done;

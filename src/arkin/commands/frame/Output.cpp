@@ -36,7 +36,7 @@ void printTable(const std::vector<std::vector<std::string>>& rows, const std::st
     }
 }
 
-void printJson(const Json& value) { std::cout << value.dump(2, ' ', false, Json::error_handler_t::replace) << "\n"; }
+void printJson(const Json& value) { std::cout << value.text() << "\n"; }
 
 std::string shownTime(std::int64_t seconds)
 {

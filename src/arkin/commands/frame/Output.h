@@ -2,11 +2,14 @@
 
 #include "arkin/commands/frame/Session.h"
 #include "base/Value.h"
+#include "commandline/Json.h"
 
 #include <string>
 #include <vector>
 
 namespace zn::arkin {
+
+using commandline::Json;
 
 /// Rows of columns, aligned; the first row is the heading. Nothing is printed for a heading alone but `none`.
 void printTable(const std::vector<std::vector<std::string>>& rows, const std::string& none);

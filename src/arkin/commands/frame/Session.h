@@ -7,11 +7,8 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include <memory>
-#include <nlohmann/json.hpp>
 
 namespace zn::arkin {
-
-using Json = nlohmann::ordered_json;
 
 /// What stands before or behind every subcommand.
 struct CommonOptions {
