@@ -2,9 +2,9 @@
 //
 // They are checked in, so that nobody needs this to use them; it is their source.
 
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Container.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepAlgoAPI_Fuse.hxx>

@@ -104,7 +104,7 @@ public:
         }
     }
 
-    std::vector<FileVersion> checkInAll(const std::vector<Place>& places, zn::TextView comment = u"done")
+    std::vector<CheckedIn> checkInAll(const std::vector<Place>& places, zn::TextView comment = u"done")
     {
         return checkIn(vault, planCheckIn(vault, places), comment);
     }

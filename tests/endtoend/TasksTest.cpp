@@ -121,19 +121,17 @@ TEST_F(Plant, PrintsAnAssemblyByEachRuleOfReferences)
         auto* printer = find<QComboBox>(dialog, "printerName");
         printer->setEditText("Paper folder");
         turnTo(dialog, "Paper Size and Orientation");
-        // Sheets that nobody names are printed by the task's paper.
-        find<QCheckBox>(dialog, "useDrawing")->click();
         pressOk(dialog);
     });
     const struct {
-        const char* role; ///< what is ticked by itself
-        bool latest;      ///< the version of the references
-        std::vector<std::string> files;
+        const char* role;               ///< what is ticked by itself
+        bool latest;                    ///< the version of the references
+        std::vector<std::string> files; ///< a drawing for each of its sheets
     } rows[] = {
         {"selectNone", true, {"Stand 2/2"}},
-        {"selectDrawings", true, {"Stand 2/2", "Чертёж 2/2"}},
+        {"selectDrawings", true, {"Stand 2/2", "Чертёж 2/2", "Чертёж 2/2"}},
         {"selectParts", true, {"Bracket 2/2", "Stand 2/2"}},
-        {"selectAll", false, {"Bracket 1/2", "Stand 2/2", "Чертёж 2/2"}},
+        {"selectAll", false, {"Bracket 1/2", "Stand 2/2", "Чертёж 2/2", "Чертёж 2/2"}},
     };
     for (const auto& row : rows) {
         edit(u"Paper", [&](QWidget& dialog) {

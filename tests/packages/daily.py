@@ -17,7 +17,7 @@ TASKS = [
     ("To STL", "Bracket.zenprt", ["Output/STL/Bracket_Small.stl", "Output/STL/Bracket_Medium.stl",
                                   "Output/STL/Bracket_Large.stl"], None),
     ("Drawings to PDF", "Чертёж.zendrw", ["Output/PDF/Чертёж_Stand.pdf", "Output/PDF/Чертёж_Bracket.pdf"], b"%PDF-"),
-    ("Print", "Чертёж.zendrw", ["Prints/Чертёж.pdf"], b"%PDF-"),
+    ("Print", "Чертёж.zendrw", ["Prints/Чертёж - Stand.pdf", "Prints/Чертёж - Bracket.pdf"], b"%PDF-"),
 ]
 
 

@@ -73,7 +73,8 @@ private:
             if (outcome.status == zn::S_OK)
                 places.push_back(outcome.place);
         if (!places.empty())
-            checkIn(session.vault(), planCheckIn(session.vault(), places), zn::toText(m_comment));
+            for (auto& each : checkIn(session.vault(), planCheckIn(session.vault(), places), zn::toText(m_comment)))
+                m_notes.push_back(std::move(each.note));
         std::move(outcomes.begin(), outcomes.end(), std::back_inserter(m_outcomes));
     }
 
@@ -91,6 +92,8 @@ private:
             else if (!added)
                 std::cerr << "arkin: " << path << ": " << outcome.sentence << "\n";
         }
+        for (const auto& note : m_notes)
+            printNote(note);
         if (session.json())
             printJson(files);
         return failures == 0 ? commandDone : commandFailed;
@@ -100,6 +103,7 @@ private:
     std::string m_to;
     std::string m_comment = "Added";
     std::vector<AddOutcome> m_outcomes;
+    std::vector<std::string> m_notes;
 };
 
 } // namespace

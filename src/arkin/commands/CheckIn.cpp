@@ -28,6 +28,7 @@ public:
             made.push_back({{"file", name}, {"version", each.version}});
             if (!session.json())
                 std::cout << name << " is checked in as version " << each.version << ".\n";
+            printNote(each.note);
         }
         if (session.json())
             printJson(made);

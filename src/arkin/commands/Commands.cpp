@@ -19,6 +19,7 @@ const CommandRow commands[] = {
     {"vault", "create", "Make a vault with its local folder", vaultCreateCommand},
     {"vault", "check", "Verify every content, version, reference and count", vaultCheckCommand},
     {"vault", "info", "Show where the vault and its parts are", vaultInfoCommand},
+    {"vault", "refresh", "Read again what the latest versions of all documents say of themselves", vaultRefreshCommand},
     {"", "add", "Copy files or folders into the vault and check them in", addCommand},
     {"", "ls", "List a folder of the vault", listCommand},
     {"", "history", "List the versions of a file", historyCommand},

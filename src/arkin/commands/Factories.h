@@ -11,6 +11,7 @@ MadeCommand quickstartCommand();
 MadeCommand vaultCreateCommand();
 MadeCommand vaultCheckCommand();
 MadeCommand vaultInfoCommand();
+MadeCommand vaultRefreshCommand();
 MadeCommand addCommand();
 MadeCommand listCommand();
 MadeCommand historyCommand();

@@ -2,6 +2,7 @@
 
 #include "arkin/store/CheckOut.h"
 #include "arkin/store/Codes.h"
+#include "arkin/store/Outlines.h"
 
 #include <algorithm>
 #include <soci/soci.h>
@@ -20,6 +21,7 @@ struct Arrival {
     zn::Text name;
     std::filesystem::path path;
     LocalCopy copy;
+    KnownOutline outline;
 };
 
 class CheckInWork {
@@ -36,27 +38,30 @@ public:
         }
     }
 
-    std::vector<FileVersion> run()
+    std::vector<CheckedIn> run()
     {
         m_vault.permissions().refresh();
         for (const Arrival& arrival : m_arrivals)
             m_vault.permissions().require(arrival.checkOut.folderId, Right::Add);
         takeContents();
         m_batch.publish();
+        readOutlines();
         store();
         protectLocalCopies();
-        std::vector<FileVersion> versions;
+        std::vector<CheckedIn> versions;
         for (const Arrival& arrival : m_arrivals)
-            versions.push_back({arrival.checkOut.fileId, arrival.checkOut.versionToCome()});
+            versions.push_back({arrival.outline.file, arrival.outline.problem});
         return versions;
     }
 
 private:
     void takeContents();
+    void readOutlines();
     void store();
     void requireUnchangedCheckOuts();
     void writeVersions();
     void carryCardsAndReferencesOn();
+    void keepOutlines();
     void pointReferencesAtNewVersions();
     void deleteCheckOuts();
     void protectLocalCopies();
@@ -95,12 +100,23 @@ void CheckInWork::takeContents()
     }
 }
 
+void CheckInWork::readOutlines()
+{
+    Outlines outlines(m_vault);
+    for (Arrival& arrival : m_arrivals) {
+        const CheckOutRow& row = arrival.checkOut;
+        arrival.outline
+            = outlines.read({row.fileId, row.versionToCome()}, arrival.copy.place, arrival.name, arrival.copy.content);
+    }
+}
+
 void CheckInWork::store()
 {
     Transaction transaction(m_vault.database());
     requireUnchangedCheckOuts();
     writeVersions();
     carryCardsAndReferencesOn();
+    keepOutlines();
     pointReferencesAtNewVersions();
     deleteCheckOuts();
     std::vector<LocalCopy> copies;
@@ -169,6 +185,18 @@ void CheckInWork::carryCardsAndReferencesOn()
         if (!row.referencesOpen)
             m_vault.references().copy(row.fileId, row.baseVersion, row.versionToCome());
     }
+}
+
+void CheckInWork::keepOutlines()
+{
+    Outlines outlines(m_vault);
+    std::vector<Place> isNew;
+    for (const Arrival& arrival : m_arrivals) {
+        outlines.keep(arrival.outline, arrival.checkOut.baseVersion);
+        if (arrival.checkOut.baseVersion == 0)
+            isNew.push_back(arrival.copy.place);
+    }
+    outlines.connect(isNew);
 }
 
 /// Files that come in together refer to each other's new versions.
@@ -261,7 +289,7 @@ CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places)
     return plan;
 }
 
-std::vector<FileVersion> checkIn(Vault& vault, const CheckInPlan& plan, zn::TextView comment)
+std::vector<CheckedIn> checkIn(Vault& vault, const CheckInPlan& plan, zn::TextView comment)
 {
     if (plan.files.empty())
         return {};

@@ -16,11 +16,17 @@ struct CheckInPlan {
 /// - one that somebody else has raises E_ARK_CHECKED_OUT_ELSEWHERE.
 CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places);
 
+/// What became of one file of a check-in.
+struct CheckedIn : FileVersion {
+    std::string note; ///< a sentence about a document whose content tells nothing of itself; else empty
+};
+
 /// Makes a version of each file from its local copy, with the card values and references that were written since, and
 /// gives the check-outs up; in one transaction, all or none. The versions' numbers come in the order of the plan: the
-/// next one for each file, 1 for a file that was added. The local copies are read-only afterwards.
+/// next one for each file, 1 for a file that was added. What documents say of themselves (see `Outlines`) is kept with
+/// the new versions. The local copies are read-only afterwards.
 /// Raises E_ARK_LOCAL_FILE_MISSING, E_ARK_PERMISSION_DENIED, E_ARK_NOT_CHECKED_OUT if the check-out was given up
 /// meanwhile, and what the archive, the disk and the database raise.
-std::vector<FileVersion> checkIn(Vault& vault, const CheckInPlan& plan, zn::TextView comment);
+std::vector<CheckedIn> checkIn(Vault& vault, const CheckInPlan& plan, zn::TextView comment);
 
 } // namespace zn::arkin

@@ -2,6 +2,7 @@
 
 #include "arkin/store/Codes.h"
 #include "arkin/store/GetFiles.h"
+#include "arkin/store/Outlines.h"
 
 #include <soci/soci.h>
 
@@ -12,8 +13,10 @@ namespace {
 std::string quotedName(Vault& vault, std::int32_t fileId) { return "\"" + zn::toUtf8(vault.file(fileId).name) + "\""; }
 
 /// A file that was never checked in is only in its adder's hands: nothing else can refer to its content.
-void deleteUnborn(soci::session& session, std::int32_t fileId)
+void deleteUnborn(Vault& vault, std::int32_t fileId)
 {
+    Outlines(vault).disconnect(fileId);
+    soci::session& session = vault.database().session();
     session << "DELETE FROM file_references WHERE to_file_id = :f", soci::use(fileId);
     for (const char* table : {"versions", "file_folders", "local_copies"})
         session << "DELETE FROM " << table << " WHERE file_id = :f", soci::use(fileId);
@@ -77,7 +80,7 @@ void undoCheckOut(Vault& vault, std::int32_t fileId)
         row = requireMine(vault, fileId);
         dropCheckOut(vault, row);
         if (row.baseVersion == 0)
-            deleteUnborn(vault.database().session(), fileId);
+            deleteUnborn(vault, fileId);
         transaction.commit();
     }
     if (row.baseVersion == 0)

@@ -1,8 +1,10 @@
 #include "arkin/store/ReferenceClosure.h"
 
 #include "arkin/store/Vault.h"
+#include "base/NaturalOrder.h"
 #include "base/Paths.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 #include <soci/soci.h>
 
@@ -76,12 +78,20 @@ UNION ALL
 -- file, drawing, its folder, its version
 SELECT 4, file_id, drawing_id, folder_id, version, 0, '' FROM drawings
 UNION ALL
--- drawing, version; sheet
+-- drawing, version, position in the drawing; sheet
+SELECT 5, listed.file_id, listed.version, parts.position, 0, 0, parts.name
+FROM listed JOIN files ON files.id = listed.file_id
+    AND (LOWER(files.name) LIKE '%.zendrw' OR LOWER(files.name) LIKE '%.drw')
+JOIN document_parts parts ON parts.file_id = listed.file_id AND parts.version = listed.version
+UNION ALL
+-- of drawings that tell nothing of themselves what their cards know
 SELECT DISTINCT 5, listed.file_id, listed.version, 0, 0, 0, card_values.configuration
 FROM listed JOIN files ON files.id = listed.file_id
     AND (LOWER(files.name) LIKE '%.zendrw' OR LOWER(files.name) LIKE '%.drw')
 JOIN card_values ON card_values.file_id = listed.file_id AND card_values.version = listed.version
     AND card_values.configuration NOT IN ('', '@')
+WHERE NOT EXISTS (SELECT 1 FROM document_parts
+                  WHERE file_id = listed.file_id AND version = listed.version)
 )";
 
 /// One row of the query.
@@ -113,7 +123,14 @@ std::string queryFor(Vault& vault, std::span<const ClosureStart> starts, bool as
         asBuilt ? "made.to_version" : "target.latest_version");
 }
 
-void take(ReferenceClosure& closure, Folders& folders, const Row& row)
+/// A drawing's sheet with its place in the drawing.
+struct Sheet {
+    int position = 0;
+    zn::Text name;
+};
+using Sheets = std::unordered_map<std::int64_t, std::vector<Sheet>>;
+
+void take(ReferenceClosure& closure, Sheets& sheets, Folders& folders, const Row& row)
 {
     switch (row.kind) {
     case FolderKind:
@@ -132,8 +149,20 @@ void take(ReferenceClosure& closure, Folders& folders, const Row& row)
         closure.drawings[row.a].push_back({{row.b, row.c}, row.d});
         break;
     case SheetKind:
-        closure.sheets[ReferenceClosure::key(row.a, row.b)].push_back(zn::toText(row.name));
+        sheets[ReferenceClosure::key(row.a, row.b)].push_back({row.c, zn::toText(row.name)});
         break;
+    }
+}
+
+/// In the drawings' order; names without one as people count, 2 before 10.
+void sortSheets(ReferenceClosure& closure, Sheets& sheets)
+{
+    for (auto& [key, all] : sheets) {
+        std::sort(all.begin(), all.end(), [](const Sheet& a, const Sheet& b) {
+            return a.position != b.position ? a.position < b.position : zn::naturallyLess(a.name, b.name);
+        });
+        for (Sheet& sheet : all)
+            closure.sheets[key].push_back(std::move(sheet.name));
     }
 }
 
@@ -150,13 +179,15 @@ ReferenceClosure readReferenceClosure(Vault& vault, std::span<const ClosureStart
     ReferenceClosure closure;
     if (starts.empty())
         return closure;
+    Sheets sheets;
     Row row;
     soci::statement statement = (vault.database().session().prepare << queryFor(vault, starts, asBuilt),
         soci::into(row.kind), soci::into(row.a), soci::into(row.b), soci::into(row.c), soci::into(row.d),
         soci::into(row.e), soci::into(row.name));
     statement.execute();
     while (statement.fetch())
-        take(closure, vault.folders(), row);
+        take(closure, sheets, vault.folders(), row);
+    sortSheets(closure, sheets);
     return closure;
 }
 

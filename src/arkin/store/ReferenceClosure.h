@@ -40,7 +40,8 @@ struct ReferenceClosure {
     std::unordered_map<std::int64_t, std::vector<Target>> references;
     /// The drawings, in their latest versions, that refer to a file; by the file's id.
     std::unordered_map<std::int32_t, std::vector<Target>> drawings;
-    /// The sheets that the card of a drawing's version knows, by `key`; only of drawings that have any.
+    /// The sheets of a drawing's version, by `key`, in the drawing's order; by name where only the card knows them.
+    /// Only of drawings that have any.
     std::unordered_map<std::int64_t, std::vector<zn::Text>> sheets;
 
     static std::int64_t key(std::int32_t fileId, std::int32_t version)

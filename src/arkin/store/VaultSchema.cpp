@@ -101,8 +101,30 @@ const char* const firstStep[] = {
         PRIMARY KEY (machine, folder_id, file_id)))",
 };
 
+const char* const secondStep[] = {
+    // What a version's content says of itself: sheets of a drawing, configurations of a part or an assembly.
+    R"(CREATE TABLE document_parts (
+        file_id INTEGER NOT NULL REFERENCES files (id),
+        version INTEGER NOT NULL,
+        position INTEGER NOT NULL,
+        name VARCHAR(260) NOT NULL,
+        PRIMARY KEY (file_id, version, position)))",
+    // The files to which a content refers. `to_file_id` 0 waits for a file that the vault doesn't have yet; `name_key`
+    // is that of the path's last component.
+    R"(CREATE TABLE document_references (
+        file_id INTEGER NOT NULL REFERENCES files (id),
+        version INTEGER NOT NULL,
+        position INTEGER NOT NULL,
+        path VARCHAR(4000) NOT NULL,
+        name_key VARCHAR(260) NOT NULL,
+        to_file_id INTEGER NOT NULL,
+        PRIMARY KEY (file_id, version, position)))",
+    "CREATE INDEX document_references_by_target ON document_references (to_file_id, name_key)",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
+    {secondStep},
 };
 
 } // namespace

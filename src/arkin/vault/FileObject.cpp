@@ -1,6 +1,7 @@
 #include "arkin/vault/FileObject.h"
 
 #include "arkin/store/CheckOut.h"
+#include "arkin/store/Outlines.h"
 
 #include <algorithm>
 
@@ -152,6 +153,10 @@ Status FileObject::GetVersionInfo(const zn::Value& version, std::int32_t folderI
             last->add(value);
             if (std::find(names.begin(), names.end(), value.configuration) == names.end())
                 names.push_back(value.configuration);
+        }
+        for (const zn::Text& part : Outlines(vault).parts({m_fileId, found->version})) {
+            if (std::find(names.begin(), names.end(), part) == names.end())
+                names.push_back(part);
         }
         values = std::move(objects);
         configurations = std::move(names);

@@ -1,3 +1,4 @@
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/application/Application.h"
 #include "zentrel/application/AssemblyDoc.h"
 #include "zentrel/application/DocumentEvents.h"
@@ -5,7 +6,6 @@
 #include "zentrel/application/ExportData.h"
 #include "zentrel/application/PartDoc.h"
 #include "zentrel/formats/Read.h"
-#include "zentrel/model/DocumentError.h"
 
 #include "base/Paths.h"
 

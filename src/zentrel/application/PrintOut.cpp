@@ -1,5 +1,6 @@
 #include "zentrel/application/PrintOut.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "contracts/objectmodel/Enumerations.h"
 #include "zentrel/application/Application.h"
 #include "zentrel/application/AssemblyDoc.h"
@@ -8,7 +9,6 @@
 #include "zentrel/application/PageSetup.h"
 #include "zentrel/application/PartDoc.h"
 #include "zentrel/application/PrinterPaper.h"
-#include "zentrel/model/DocumentError.h"
 #include "zentrel/model/WholeFile.h"
 
 #include "base/Paths.h"

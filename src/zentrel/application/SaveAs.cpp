@@ -1,5 +1,6 @@
 #include "zentrel/application/SaveAs.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/application/Application.h"
 #include "zentrel/application/AssemblyDoc.h"
 #include "zentrel/application/DocumentEvents.h"
@@ -7,7 +8,6 @@
 #include "zentrel/application/ExportData.h"
 #include "zentrel/application/PartDoc.h"
 #include "zentrel/model/Container.h"
-#include "zentrel/model/DocumentError.h"
 
 #include "base/Paths.h"
 

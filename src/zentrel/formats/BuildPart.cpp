@@ -1,8 +1,8 @@
 #include "zentrel/formats/BuildPart.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/model/Container.h"
-#include "zentrel/model/DocumentError.h"
 
 namespace zn::zentrel {
 

@@ -1,7 +1,7 @@
 #include "zentrel/formats/CafModel.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafBodies.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>

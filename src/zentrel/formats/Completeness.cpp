@@ -1,6 +1,6 @@
 #include "zentrel/formats/Completeness.h"
 
-#include "zentrel/model/DocumentError.h"
+#include "contracts/documents/DocumentError.h"
 
 #include <TopExp_Explorer.hxx>
 #include <TopLoc_Location.hxx>

@@ -1,6 +1,6 @@
 #include "zentrel/formats/Content.h"
 
-#include "zentrel/model/DocumentError.h"
+#include "contracts/documents/DocumentError.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,7 +1,7 @@
 #include "zentrel/formats/KernelGuard.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "platform/FileDescriptor.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <array>
 #include <cerrno>

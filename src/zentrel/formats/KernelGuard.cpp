@@ -1,6 +1,6 @@
 #include "zentrel/formats/KernelGuard.h"
 
-#include "zentrel/model/DocumentError.h"
+#include "contracts/documents/DocumentError.h"
 
 #include <array>
 #include <csetjmp>

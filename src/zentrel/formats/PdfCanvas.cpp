@@ -1,6 +1,6 @@
 #include "zentrel/formats/PdfCanvas.h"
 
-#include "zentrel/model/DocumentError.h"
+#include "contracts/documents/DocumentError.h"
 
 #include <cairo-pdf.h>
 #include <utility>

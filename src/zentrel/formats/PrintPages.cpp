@@ -1,7 +1,7 @@
 #include "zentrel/formats/PrintPages.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/PdfCanvas.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <algorithm>
 #include <fmt/format.h>

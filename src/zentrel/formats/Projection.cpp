@@ -1,9 +1,9 @@
 #include "zentrel/formats/Projection.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/KernelGuard.h"
 #include "zentrel/formats/Mesh.h"
 #include "zentrel/formats/StrokesOfEdges.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <BRep_Tool.hxx>
 #include <HLRAlgo_Projector.hxx>

@@ -1,6 +1,6 @@
 #include "zentrel/formats/Read.h"
 
-#include "zentrel/model/DocumentError.h"
+#include "contracts/documents/DocumentError.h"
 
 #include <functional>
 

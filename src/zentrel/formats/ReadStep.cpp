@@ -1,9 +1,9 @@
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafBodies.h"
 #include "zentrel/formats/Completeness.h"
 #include "zentrel/formats/Content.h"
 #include "zentrel/formats/KernelGuard.h"
 #include "zentrel/formats/Read.h"
-#include "zentrel/model/DocumentError.h"
 #include "zentrel/model/PartPacket.h"
 
 #include <Interface_Check.hxx>

@@ -1,7 +1,7 @@
 #include "zentrel/formats/SheetPicture.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/model/Bounds.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "zentrel/formats/Triangles.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafModel.h"
 #include "zentrel/formats/KernelGuard.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <algorithm>
 #include <BRep_Builder.hxx>

@@ -1,7 +1,7 @@
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafModel.h"
 #include "zentrel/formats/KernelGuard.h"
 #include "zentrel/formats/Write.h"
-#include "zentrel/model/DocumentError.h"
 #include "zentrel/model/WholeFile.h"
 
 #include <BRep_Builder.hxx>

@@ -1,6 +1,6 @@
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/Triangles.h"
 #include "zentrel/formats/Write.h"
-#include "zentrel/model/DocumentError.h"
 #include "zentrel/model/WholeFile.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/model/Bounds.h"
 #include "zentrel/model/Build.h"
-#include "zentrel/model/DocumentError.h"
 
 namespace zn::zentrel {
 

@@ -1,7 +1,8 @@
 #include "zentrel/model/Container.h"
 
+#include "contracts/documents/ArchiveReader.h"
+#include "contracts/documents/DocumentError.h"
 #include "zentrel/model/Archive.h"
-#include "zentrel/model/DocumentError.h"
 #include "zentrel/model/Manifest.h"
 
 #include <nlohmann/json.hpp>
@@ -10,8 +11,6 @@
 namespace zn::zentrel {
 
 namespace {
-
-constexpr const char* manifestEntry = "manifest.json";
 
 constexpr std::pair<const char16_t*, DocumentKind> extensions[] = {
     {u".zenprt", DocumentKind::Part},

@@ -1,6 +1,6 @@
 #include "zentrel/model/Model.h"
 
-#include "zentrel/model/DocumentError.h"
+#include "contracts/documents/DocumentError.h"
 
 #include <algorithm>
 #include <BRep_Builder.hxx>

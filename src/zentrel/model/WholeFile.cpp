@@ -1,6 +1,6 @@
 #include "zentrel/model/WholeFile.h"
 
-#include "zentrel/model/DocumentError.h"
+#include "contracts/documents/DocumentError.h"
 
 #include <cerrno>
 #include <cstring>

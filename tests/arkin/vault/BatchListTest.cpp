@@ -3,6 +3,8 @@
 #include "contracts/host/ArkBatch.h"
 #include "tests/arkin/VaultFixture.h"
 
+#include <fstream>
+
 namespace zn::arkin {
 namespace {
 
@@ -126,6 +128,21 @@ TEST_F(BatchListTest, ManyLevelsOfSharingCostOneRowForEachReference)
     EXPECT_EQ(rows({file(below[0])}, shortColumns).size(), 1u + 20u * 2u + 19u * 2u);
 }
 
+TEST_F(BatchListTest, ListsADrawingsOwnSheetsInItsOrder)
+{
+    std::ifstream sample(ZN_SOURCE_DIR "/samples/Чертёж.zendrw", std::ios::binary);
+    const std::string content{std::istreambuf_iterator<char>(sample), {}};
+    const Place drawing = test.addReleased("plan.zendrw", content);
+    EXPECT_EQ(outline({file(drawing)}), (Lines{"plan.zendrw:Stand@1", "plan.zendrw:Bracket@1"}));
+    const std::int32_t title = test.vault.cards().addVariable(u"Title");
+    checkOut(test.vault, drawing);
+    const CardWrite write{drawing.fileId, title, u"Bracket", Value(u"b")};
+    writeCards(test.vault, {&write, 1});
+    test.checkInAll({drawing});
+    EXPECT_EQ(outline({file(drawing)}), (Lines{"plan.zendrw:Stand@2", "plan.zendrw:Bracket@2"}))
+        << "whatever its card knows";
+}
+
 TEST_F(BatchListTest, ListsTheDrawingsOfPartsAndTheirSheets)
 {
     const std::int32_t title = test.vault.cards().addVariable(u"Title");
@@ -133,14 +150,16 @@ TEST_F(BatchListTest, ListsTheDrawingsOfPartsAndTheirSheets)
     const Place assembly = addReferring("asm.zenasm", {bolt});
     const Place drawing = test.add("bolt.zendrw", "drawing").place;
     test.refer(drawing, {bolt});
-    const CardWrite writes[] = {{drawing.fileId, title, u"Sheet2", Value(u"b")},
-        {drawing.fileId, title, u"Sheet1", Value(u"a")}, {drawing.fileId, title, u"@", Value(u"c")}};
+    const CardWrite writes[]
+        = {{drawing.fileId, title, u"Sheet2", Value(u"b")}, {drawing.fileId, title, u"Sheet10", Value(u"a")},
+            {drawing.fileId, title, u"Sheet1", Value(u"a")}, {drawing.fileId, title, u"@", Value(u"c")}};
     writeCards(test.vault, writes);
     test.checkInAll({drawing});
     addReferring("bolt.stl", {bolt});
     EXPECT_EQ(outline({file(assembly)}),
         (Lines{"asm.zenasm@1", "asm.zenasm>bolt.zenprt@1", "bolt.zenprt>bolt.zendrw:Sheet1@1",
-            "bolt.zenprt>bolt.zendrw:Sheet2@1"}));
+            "bolt.zenprt>bolt.zendrw:Sheet2@1", "bolt.zenprt>bolt.zendrw:Sheet10@1"}))
+        << "a damaged drawing has the sheets that its card knows, as people count";
     EXPECT_EQ(outline({file(drawing, u"Sheet2")}), (Lines{"bolt.zendrw:Sheet2@1", "bolt.zendrw>bolt.zenprt@1"}))
         << "a noted drawing doesn't stand below its own part again";
 }

@@ -1,12 +1,14 @@
 // A document's file as a whole: whatever it is, reading gives a document or a sentence, and takes no more memory than
 // its entries can really hold.
 #include "zentrel/model/Container.h"
+#include "contracts/documents/DocumentError.h"
 #include "tests/fuzz/InputFile.h"
 #include "tests/fuzz/MemoryCap.h"
 #include "tests/fuzz/Promise.h"
-#include "zentrel/model/DocumentError.h"
 
 using namespace zn::zentrel;
+using zn::DocumentError;
+using zn::ErrorKind;
 using zn::fuzz::promise;
 
 namespace {

@@ -1,10 +1,12 @@
 // What is looked at before the kernel reads a STEP file: a file without its beginning or its end never passes.
+#include "contracts/documents/DocumentError.h"
 #include "tests/fuzz/InputFile.h"
 #include "tests/fuzz/Promise.h"
 #include "zentrel/formats/Content.h"
-#include "zentrel/model/DocumentError.h"
 
 using namespace zn::zentrel;
+using zn::DocumentError;
+using zn::ErrorKind;
 using zn::fuzz::promise;
 
 namespace {

@@ -1,3 +1,4 @@
+#include "contracts/documents/DocumentError.h"
 #include "tests/support/TemporaryFolder.h"
 #include "zentrel/formats/Mesh.h"
 #include "zentrel/formats/Projection.h"
@@ -5,7 +6,6 @@
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Container.h"
 #include "zentrel/model/Describe.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <array>
 #include <BRepAlgoAPI_Cut.hxx>
@@ -21,6 +21,8 @@ using namespace zn::zentrel;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
+using zn::DocumentError;
+using zn::ErrorKind;
 
 namespace {
 

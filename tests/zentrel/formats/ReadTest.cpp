@@ -1,9 +1,9 @@
 #include "zentrel/formats/Read.h"
+#include "contracts/documents/DocumentError.h"
 #include "tests/support/TemporaryFolder.h"
 #include "zentrel/formats/BuildPart.h"
 #include "zentrel/formats/KernelGuard.h"
 #include "zentrel/model/Describe.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <atomic>
 #include <csignal>
@@ -14,6 +14,8 @@
 namespace fs = std::filesystem;
 using namespace zn::zentrel;
 using ::testing::HasSubstr;
+using zn::DocumentError;
+using zn::ErrorKind;
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "zentrel/formats/Write.h"
+#include "contracts/documents/DocumentError.h"
 #include "tests/support/TemporaryFolder.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/model/Bounds.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepGProp.hxx>
@@ -21,6 +21,8 @@
 namespace fs = std::filesystem;
 using namespace zn::zentrel;
 using ::testing::HasSubstr;
+using zn::DocumentError;
+using zn::ErrorKind;
 
 namespace {
 

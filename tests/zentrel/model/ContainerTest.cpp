@@ -1,8 +1,8 @@
 #include "zentrel/model/Container.h"
+#include "contracts/documents/DocumentError.h"
 #include "tests/support/TemporaryFolder.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Describe.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
@@ -13,6 +13,8 @@
 namespace fs = std::filesystem;
 using namespace zn::zentrel;
 using ::testing::HasSubstr;
+using zn::DocumentError;
+using zn::ErrorKind;
 
 namespace {
 

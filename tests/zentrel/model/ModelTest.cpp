@@ -1,14 +1,16 @@
+#include "contracts/documents/DocumentError.h"
 #include "tests/support/TemporaryFolder.h"
 #include "zentrel/model/Bounds.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Describe.h"
-#include "zentrel/model/DocumentError.h"
 
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <gmock/gmock.h>
 
 namespace fs = std::filesystem;
 using namespace zn::zentrel;
+using zn::DocumentError;
+using zn::ErrorKind;
 
 namespace {
 

@@ -38,6 +38,12 @@ void printTable(const std::vector<std::vector<std::string>>& rows, const std::st
 
 void printJson(const Json& value) { std::cout << value.text() << "\n"; }
 
+void printNote(const std::string& sentence)
+{
+    if (!sentence.empty())
+        std::cerr << "Note: " << sentence << "\n";
+}
+
 std::string shownTime(std::int64_t seconds)
 {
     return seconds == 0 ? "-" : fmt::format("{:%Y-%m-%d %H:%M:%S}", fmt::localtime(seconds));

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace zn::zentrel {
+namespace zn {
 
 /// What kind of failure a document, a reader or a writer met: what a caller turns into an error number.
 enum class ErrorKind {
@@ -37,4 +37,4 @@ private:
 /// The path as a sentence shows it: 'folder/name.ext' in single quotes.
 std::string quoted(const std::filesystem::path& path);
 
-} // namespace zn::zentrel
+} // namespace zn

@@ -1,7 +1,7 @@
-#include "zentrel/model/DocumentError.h"
+#include "contracts/documents/DocumentError.h"
 
-namespace zn::zentrel {
+namespace zn {
 
 std::string quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
-} // namespace zn::zentrel
+} // namespace zn
