@@ -13,6 +13,7 @@ struct Launch {
     ArkCmd& cmd;
     ArkSelection& selection;
 
+    /// Whether there is a window in which dialogs could be made, be they seen or not.
     bool canAsk() const { return cmd.parentWindow != 0; }
     PageSetting setting() const { return {vault, cmd.taskObject, context.kind, cmd.parentWindow}; }
 };
@@ -27,7 +28,7 @@ void settleSelection(Launch& launch, const Text& taskName)
 {
     if (!launch.selection.empty())
         return;
-    if (!launch.canAsk())
+    if (!launch.canAsk() || !launch.cmd.attended)
         return cancelLaunch(launch.cmd, u"Nothing is selected. Name the files or folders that the task is to work on.");
     const bool picked = launch.context.pages.factory().askSelection(launch.setting(), taskName, launch.selection);
     launch.cmd.cancel = picked ? 0 : -1;
@@ -64,8 +65,12 @@ void prepareConversionPage(Launch& launch, const ObjectRef& self)
     if (page)
         launch.context.pages.earlierLaunches.push_back(std::move(page));
     page = launch.context.pages.factory().makeConversionPage(launch.setting(), true);
-    page->loadForLaunch(launch.cmd.taskObject, writeSelection(launch));
+    const std::int32_t kinds = writeSelection(launch);
+    page->loadForLaunch(launch.cmd.taskObject, kinds);
+    launch.context.openLaunch.reset();
     if (page->isPageNeeded()) {
+        if (!launch.cmd.attended)
+            launch.context.openLaunch = {readLaunchFreedom(launch.cmd.taskObject), kinds};
         launch.cmd.parentWindow = page->window();
         launch.cmd.text = textOf(launch.context.pages.factory(), titles::conversionSettings);
         launch.cmd.taskObject = self;
@@ -79,9 +84,12 @@ void askPrint(Launch& launch)
         return cancelLaunch(launch.cmd,
             u"The task shows the print dialog at its launch, and there is no window to show it in. Set "
             u"__printer_showprintdlg to false to print without it.");
+    const bool isSeen = show && launch.cmd.attended;
     PageFactory& factory = launch.context.pages.factory();
-    if (!factory.showPrintDialog(launch.vault, &launch.cmd, launch.selection, show))
-        cancelLaunch(launch.cmd, factory.takeUnspoken());
+    if (!factory.showPrintDialog(launch.vault, &launch.cmd, launch.selection, isSeen))
+        return cancelLaunch(launch.cmd, factory.takeUnspoken());
+    if (show && !isSeen)
+        launch.cmd.unspoken += u"Nobody was asked, so the run prints what the print dialog ticks first.";
 }
 
 } // namespace
@@ -123,7 +131,12 @@ Status launchButton(TaskContext& context, ArkCmd& cmd)
         return S_OK;
     if (!context.pages.conversionSettings)
         throw StatusError(E_UNEXPECTED);
-    return context.pages.conversionSettings->save(cmd.taskObject) ? S_OK : S_FALSE;
+    if (!context.pages.conversionSettings->save(cmd.taskObject))
+        return S_FALSE;
+    if (context.openLaunch)
+        cmd.unspoken += u"Nobody was asked, so the run takes what the launch dialog shows first: "
+            + answersOf(cmd.taskObject, context.openLaunch->freedom, context.openLaunch->kinds) + u".";
+    return S_OK;
 }
 
 } // namespace zn

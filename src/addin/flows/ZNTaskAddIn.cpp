@@ -90,7 +90,7 @@ Status CZNTaskAddIn::OnCmd(ArkCmd* cmd, ArkSelection* selection)
     try {
         m_context.pages.setAttended(cmd->attended);
         const Status status = Answer(*cmd, *selection);
-        cmd->unspoken = m_context.pages.takeUnspoken();
+        cmd->unspoken += m_context.pages.takeUnspoken();
         return status;
     } catch (...) {
         return currentExceptionStatus();

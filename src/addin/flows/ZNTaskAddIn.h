@@ -4,6 +4,7 @@
 #include "addin/flows/TaskPages.h"
 #include "addin/macro/MacroBuilder.h"
 #include "addin/session/ZNManager.h"
+#include "addin/variables/LaunchFreedom.h"
 #include "addin/variables/TaskVariables.h"
 #include "contracts/host/ArkAddIn.h"
 #include "contracts/host/ArkTask.h"
@@ -15,6 +16,12 @@ namespace zn {
 /// What the flows of a task share. All of it lives as long as the add-in object, and nothing in it but the cached
 /// kind may be relied on from one command to the next; the kind is read again at the start of each flow.
 /// Torn down in the order pages, macro builder, session, file logic.
+/// What a launch left to a user who isn't there.
+struct OpenLaunch {
+    LaunchFreedom freedom;
+    std::int32_t kinds = 0; ///< of the selected files
+};
+
 struct TaskContext {
     TaskContext(const Platform& machine, PagesSource windows);
 
@@ -24,6 +31,7 @@ struct TaskContext {
     ZNManager session;
     MacroBuilder macroBuilder;
     TaskPages pages;
+    std::optional<OpenLaunch> openLaunch;
 };
 
 /// The one object that the vault host creates from this module: says who it is and which commands it wants, and

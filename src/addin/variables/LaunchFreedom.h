@@ -52,4 +52,8 @@ ThemeFreedom themesLeftOpen(const ThemeFreedom& themes, std::int32_t selectedKin
 /// the output path (PromptOutput)"); empty when it must ask nothing.
 Text openQuestions(const LaunchFreedom& freedom, std::int32_t selectedKinds);
 
+/// What a task or a run says to the same questions, as words of a sentence ("output format: STL (*.stl), …"). Raises
+/// the host's failure.
+Text answersOf(const ObjectRef& task, const LaunchFreedom& freedom, std::int32_t selectedKinds);
+
 } // namespace zn

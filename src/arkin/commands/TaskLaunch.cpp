@@ -22,6 +22,7 @@ public:
             .range(1, INT32_MAX);
         take.option("--configuration", m_configuration, "Configuration or sheet of the files");
         take.flag("--no-dialog", m_noDialog, "Ask nobody: fail if something is left to the user");
+        take.flag("--defaults", m_defaults, "Show no dialog: take what it would show first, and say what that is");
         take.flag("--wait", m_wait, "Carry the run out here and wait for its end");
     }
 
@@ -31,12 +32,9 @@ public:
         zn::ArkSelection selection;
         for (const auto& path : m_paths)
             selection.push_back(itemAt(session, path));
-        auto& desktop = session.desktop(!m_noDialog);
+        auto& desktop = session.desktop(!m_noDialog && !m_defaults);
         LaunchFlow flow(session.taskHost(), task, std::move(selection));
-        const auto asked = desktop.launchTask(flow);
-        if (!asked)
-            throw zn::StatusError(zn::E_ABORT, "The launch was given up; no run was made.");
-        const auto& launched = *asked;
+        const auto launched = launch(desktop, flow);
         if (m_wait) {
             if (!session.json())
                 std::cout << launched.id << std::endl;
@@ -50,6 +48,34 @@ public:
     }
 
 private:
+    RunInfo launch(Desktop& desktop, LaunchFlow& flow) const
+    {
+        if (m_defaults) {
+            std::string taken;
+            auto launched = desktop.launchWithDefaults(flow, taken);
+            printNote(taken);
+            return launched;
+        }
+        auto launched = asked(desktop, flow);
+        if (!launched)
+            throw zn::StatusError(zn::E_ABORT, "The launch was given up; no run was made.");
+        return std::move(*launched);
+    }
+
+    /// Where nobody can be asked, the sentence says how to go on without.
+    std::optional<RunInfo> asked(Desktop& desktop, LaunchFlow& flow) const
+    {
+        try {
+            return desktop.launchTask(flow);
+        } catch (const zn::StatusError& error) {
+            if (error.status() != zn::E_ABORT || desktop.canAsk() || m_paths.empty())
+                throw;
+            throw zn::StatusError(zn::E_ABORT,
+                std::string(error.what())
+                    + " Or launch it with --defaults, which takes what the dialog would show first.");
+        }
+    }
+
     zn::ArkSelItem itemAt(Session& session, const std::string& machinePath) const
     {
         auto& vault = session.vault();
@@ -76,6 +102,7 @@ private:
     std::int32_t m_version = 0;
     std::string m_configuration;
     bool m_noDialog = false;
+    bool m_defaults = false;
     bool m_wait = false;
 };
 

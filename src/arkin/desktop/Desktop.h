@@ -30,6 +30,9 @@ public:
     /// Launches a task: shows what the add-in leaves to the user. None when the user wants no run. Where nobody can be
     /// asked, a launch that would have to raises a sentence that says what it is about.
     virtual std::optional<RunInfo> launchTask(LaunchFlow& launch) = 0;
+    /// Launches a task and shows nothing: takes what its dialogs would show first. `taken` says what that was, in
+    /// sentences. Raises what a dialog would have told.
+    virtual RunInfo launchWithDefaults(LaunchFlow& launch, std::string& taken) = 0;
     /// Shows the add-in's page about a run until it is closed.
     virtual void showDetails(TaskDetails& details) = 0;
 };

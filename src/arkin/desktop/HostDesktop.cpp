@@ -78,6 +78,30 @@ std::optional<RunInfo> HostDesktop::launchTask(LaunchFlow& launch)
     return launch.enqueue();
 }
 
+RunInfo HostDesktop::launchWithDefaults(LaunchFlow& launch, std::string& taken)
+{
+    UnseenDialogs unseen;
+    QWidget owner;
+    try {
+        const auto step = launch.prepare(zn::handleOf(owner), false);
+        const bool accepted = step != LaunchStep::Page || launch.accept();
+        taken = zn::toUtf8(launch.unspoken());
+        const auto said = unseen.take();
+        if (step == LaunchStep::Stopped)
+            requireSettled(launch, step, {});
+        if (!accepted || !said.empty())
+            throw zn::StatusError(zn::E_ABORT,
+                "The task '" + zn::toUtf8(launch.task().name) + "' wasn't launched: "
+                    + (said.empty() && taken.empty() ? "its dialog doesn't accept what it shows first."
+                                                     : taken + said));
+    } catch (...) {
+        launch.close();
+        throw;
+    }
+    launch.close();
+    return launch.enqueue();
+}
+
 void HostDesktop::showDetails(TaskDetails& details) { DetailsWindow(details).exec(); }
 
 std::vector<zn::Text> HostDesktop::pickFiles(

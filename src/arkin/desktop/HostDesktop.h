@@ -19,6 +19,7 @@ public:
     bool editTask(TaskSetup& setup) override;
     void fillTask(TaskSetup& setup) override;
     std::optional<RunInfo> launchTask(LaunchFlow& launch) override;
+    RunInfo launchWithDefaults(LaunchFlow& launch, std::string& taken) override;
     void showDetails(TaskDetails& details) override;
 
     std::vector<zn::Text> pickFiles(

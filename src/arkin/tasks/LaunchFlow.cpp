@@ -40,7 +40,7 @@ Status LaunchFlow::send(zn::TaskCommand command, zn::ArkCmd& cmd)
     cmd.parentWindow = m_window;
     cmd.vault = m_host.vault;
     cmd.taskObject = m_instance;
-    cmd.attended = m_window != 0;
+    cmd.attended = m_attended;
     const auto button = cmd.text;
     const auto status = m_addIn->OnCmd(&cmd, &m_selection);
     m_unspoken += cmd.unspoken;
@@ -53,9 +53,10 @@ Status LaunchFlow::send(zn::TaskCommand command, zn::ArkCmd& cmd)
     return status;
 }
 
-LaunchStep LaunchFlow::prepare(std::int32_t parentWindow)
+LaunchStep LaunchFlow::prepare(std::int32_t parentWindow, bool attended)
 {
     m_window = parentWindow;
+    m_attended = attended && parentWindow != 0;
     zn::ArkCmd cmd;
     send(zn::TaskCmdLaunch, cmd);
     m_text = cmd.text;

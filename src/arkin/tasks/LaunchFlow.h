@@ -24,11 +24,13 @@ public:
     LaunchFlow& operator=(const LaunchFlow&) = delete;
     ~LaunchFlow();
 
-    /// `parentWindow` owns the dialogs that the add-in shows; 0 means that nobody can be asked. Once.
-    LaunchStep prepare(std::int32_t parentWindow);
+    /// `parentWindow` owns the dialogs that the add-in shows; 0 means that nobody can be asked. `attended` false:
+    /// nobody sees them, and what they would show first is taken. Once.
+    LaunchStep prepare(std::int32_t parentWindow, bool attended = true);
     /// After `Page` the page's title, after `Stopped` the add-in's reason, if it gave one.
     const zn::Text& text() const { return m_text; }
-    /// What the add-in would have told a person since the launch began; empty where one was there to be told.
+    /// What the add-in would have told a person since the launch began, and what it took in his stead; empty where one
+    /// was there.
     const zn::Text& unspoken() const { return m_unspoken; }
     /// The page's handle, after `Page`.
     std::int32_t pageWindow() const { return m_pageWindow; }
@@ -53,6 +55,7 @@ private:
     std::shared_ptr<zn::IArkAddIn5> m_addIn;
     std::shared_ptr<LaunchInstance> m_instance;
     std::int32_t m_window = 0;
+    bool m_attended = false;
     std::int32_t m_pageWindow = 0;
     zn::Text m_text;
     zn::Text m_unspoken;

@@ -69,7 +69,7 @@ struct ArkCmd {
     ObjectRef taskObject;    ///< in and out: `IArkTaskProperties` on setup commands, else `IArkTaskInstance`
     std::int16_t cancel = 0; ///< out: -1 tells the host to stop
     bool attended = true;    ///< whether a person sees the add-in's windows; if not, its message boxes don't open
-    Text unspoken;           ///< out: the sentences of boxes that didn't open, separated by blanks
+    Text unspoken;           ///< out: the sentences of boxes that didn't open and what was taken in a user's stead
 };
 
 /// A property page that an add-in hands to the host.
