@@ -9,6 +9,7 @@ namespace {
 const GroupRow groups[] = {
     {"vault", "The vault itself"},
     {"variable", "Card variables of the vault"},
+    {"right", "Rights of users on folders"},
     {"task", "Tasks and their runs"},
     {"registry", "Settings of this machine"},
     {"addin", "Add-in libraries"},
@@ -28,6 +29,10 @@ const CommandRow commands[] = {
     {"", "checkout", "Take files for writing", checkOutCommand},
     {"", "checkin", "Make new versions of the local copies", checkInCommand},
     {"", "undo", "Give check-outs up", undoCommand},
+    {"", "delete", "Remove files from their folders; their versions stay", deleteCommand},
+    {"", "restore", "Bring a deleted file back, or make an older version the newest", restoreCommand},
+    {"right", "list", "List what users may do in which folders", rightListCommand},
+    {"right", "set", "Say what a user may do in a folder and below it", rightSetCommand},
     {"variable", "add", "Add card variables", variableAddCommand},
     {"variable", "list", "List the card variables", variableListCommand},
     {"", "card", "Show or write the values of a file's card", cardCommand},

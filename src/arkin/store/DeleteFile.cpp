@@ -27,6 +27,9 @@ void removeFromFolder(Vault& vault, const Place& place)
     const long long now = vault.clock().now();
     session << "UPDATE files SET deleted_at = :t, deleted_by = :u WHERE id = :f", soci::use(now),
         soci::use(vault.caller().user), soci::use(place.fileId);
+    session << "DELETE FROM deleted_places WHERE file_id = :f", soci::use(place.fileId);
+    session << "INSERT INTO deleted_places (file_id, folder_id) VALUES (:f, :d)", soci::use(place.fileId),
+        soci::use(place.folderId);
 }
 
 } // namespace

@@ -70,6 +70,35 @@ void Permissions::set(std::int32_t folderId, zn::TextView user, const Rights& ri
     refresh();
 }
 
+void Permissions::inherit(std::int32_t folderId, zn::TextView user)
+{
+    const std::string name = zn::toUtf8(user);
+    Transaction transaction(m_database);
+    m_database.session() << "DELETE FROM permissions WHERE folder_id = :f AND user_name = :u", soci::use(folderId),
+        soci::use(name);
+    transaction.commit();
+    refresh();
+}
+
+std::vector<Permissions::Entry> Permissions::entries(std::int32_t vaultId)
+{
+    std::vector<Entry> entries;
+    Entry entry;
+    int read = 0, add = 0, remove = 0;
+    soci::statement statement = (m_database.session().prepare
+            << "SELECT folder_id, user_name, may_read, may_add, may_delete FROM permissions "
+               "JOIN folders ON folders.id = permissions.folder_id WHERE folders.vault_id = :v "
+               "ORDER BY folder_id, user_name",
+        soci::use(vaultId), soci::into(entry.folderId), soci::into(entry.user), soci::into(read), soci::into(add),
+        soci::into(remove));
+    statement.execute();
+    while (statement.fetch()) {
+        entry.rights = {read != 0, add != 0, remove != 0};
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
 void Permissions::refresh()
 {
     m_entries.clear();

@@ -2,6 +2,8 @@
 
 #include "arkin/store/Folders.h"
 
+#include <vector>
+
 namespace zn::arkin {
 
 enum class Right {
@@ -32,6 +34,15 @@ public:
     void require(std::int32_t folderId, Right right);
     /// Sets what the folder says for a user, in a transaction of its own.
     void set(std::int32_t folderId, zn::TextView user, const Rights& rights);
+    /// Takes away what the folder says for a user, likewise.
+    void inherit(std::int32_t folderId, zn::TextView user);
+    /// What the folders of a vault say for all users, by folder and user.
+    struct Entry {
+        std::int32_t folderId = 0;
+        std::string user;
+        Rights rights;
+    };
+    std::vector<Entry> entries(std::int32_t vaultId);
     /// Reads the entries of the user again; for the beginning of an operation that asks for many files.
     void refresh();
 

@@ -119,6 +119,10 @@ const char* const secondStep[] = {
         name_key VARCHAR(260) NOT NULL,
         to_file_id INTEGER NOT NULL,
         PRIMARY KEY (file_id, version, position)))",
+    // Where a deleted file was shown last.
+    R"(CREATE TABLE deleted_places (
+        file_id INTEGER NOT NULL PRIMARY KEY REFERENCES files (id),
+        folder_id INTEGER NOT NULL REFERENCES folders (id)))",
     "CREATE INDEX document_references_by_target ON document_references (to_file_id, name_key)",
 };
 
