@@ -1,6 +1,6 @@
 # Headers that are compiled once for many targets; what is in them stands in cmake/precompiled/. Sources include what
-# they use all the same: builds without precompiled headers (CMAKE_DISABLE_PRECOMPILE_HEADERS, as the sanitized ones
-# are) would fail otherwise.
+# they use all the same: clang-tidy and builds without precompiled headers (CMAKE_DISABLE_PRECOMPILE_HEADERS) would fail
+# otherwise.
 #
 #   zn_precompiled_header(NAME [FAST] [HEADER <name>] LINK <libraries whose flags the users have, too>)
 #

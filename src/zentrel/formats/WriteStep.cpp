@@ -7,6 +7,8 @@
 #include <APIHeaderSection_MakeHeader.hxx>
 #include <fmt/format.h>
 #include <Interface_Static.hxx>
+#include <netdb.h>
+#include <netinet/in.h>
 #include <sstream>
 #include <STEPCAFControl_Controller.hxx>
 #include <STEPCAFControl_Writer.hxx>
@@ -15,6 +17,18 @@
 #include <StepData_StepWriter.hxx>
 #include <STEPEdit.hxx>
 #include <TCollection_HAsciiString.hxx>
+
+/// The kernel writes this machine's address into STEP files of AP203, and crashes where the machine's own name doesn't
+/// resolve. It alone asks by this old function, so it gets the address of no machine, here and everywhere.
+extern "C" hostent* gethostbyname(const char*)
+{
+    static char name[] = "localhost";
+    static in_addr address{};
+    static char* addresses[] = {reinterpret_cast<char*>(&address), nullptr};
+    static char* aliases[] = {nullptr};
+    static hostent host{name, aliases, AF_INET, sizeof address, addresses};
+    return &host;
+}
 
 namespace zn::zentrel {
 

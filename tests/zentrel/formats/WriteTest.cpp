@@ -174,6 +174,8 @@ TEST(WriteStep, structureNamesAndColoursComeBack)
         writeStep(*assemblyModel(), folder / "a.step", {.protocol = protocol});
         const std::string text = bytesOf(folder / "a.step");
         EXPECT_THAT(text, HasSubstr(protocol == 203 ? "CONFIG_CONTROL_DESIGN" : "AUTOMOTIVE_DESIGN"));
+        EXPECT_EQ(text.find("ORGANIZATION('IP0.0.0'") != std::string::npos, protocol == 203)
+            << "whatever this machine is called";
         EXPECT_THAT(text, HasSubstr("Kiste \\X2\\042F04490438043A\\X0\\"));
         EXPECT_EQ(countOf(text, "MANIFOLD_SOLID_BREP("), 2u) << "equal components share their geometry";
         const std::vector<Body> bodies = readStep(folder / "a.step").configurations[0].bodies;
