@@ -1,6 +1,5 @@
 #include "addin/variables/LaunchFreedom.h"
 
-#include "addin/variables/OutputFormats.h"
 #include "addin/variables/TaskVariables.h"
 
 namespace zn {
@@ -14,10 +13,10 @@ bool isOpen(const ObjectRef& task, const char16_t* variable, std::int32_t bits)
 
 } // namespace
 
-LaunchFreedom readLaunchFreedom(const ObjectRef& task)
+LaunchFreedom readLaunchFreedom(const ObjectRef& task, const FindFormat& findFormat)
 {
     LaunchFreedom freedom;
-    const OutputFormat* format = findOutputFormat(readText(task, u"FileFormat").value_or(Text()));
+    const OutputFormat* format = findFormat(readText(task, u"FileFormat").value_or(Text()));
     freedom.formatCode = format ? format->code : promptFormatCode;
     freedom.format = freedom.formatCode == promptFormatCode;
     freedom.path = readBoolean(task, u"PromptOutput").value_or(true);
