@@ -1,6 +1,7 @@
 #include "addin/pages/lists/VListCtrl.h"
 
 #include <algorithm>
+#include <numeric>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
@@ -54,11 +55,19 @@ void VListCtrl::addColumn(const QString& title, int width)
 void VListCtrl::applyWidths()
 {
     m_widthsAreOurs = true;
-    const int unit = viewport()->width() / unitsPerWidth;
+    const int units = std::max(unitsPerWidth, std::accumulate(m_widths.begin(), m_widths.end(), 0));
+    const int unit = viewport()->width() / units;
+    int widest = 0;
     for (std::size_t i = 0; i < m_widths.size(); ++i) {
         const auto column = static_cast<int>(i);
         header()->resizeSection(column, std::max(unit * m_widths[i], header()->sectionSizeHint(column)));
+        if (header()->sectionSize(column) > header()->sectionSize(widest))
+            widest = column;
     }
+    // What titles take beyond their share, the widest column gives.
+    if (const int excess = header()->length() - viewport()->width(); excess > 0 && !m_widths.empty())
+        header()->resizeSection(
+            widest, std::max(header()->sectionSize(widest) - excess, header()->sectionSizeHint(widest)));
     m_widthsAreOurs = false;
 }
 

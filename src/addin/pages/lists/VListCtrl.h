@@ -19,7 +19,7 @@ public:
     /// The images whose numbers the rows give.
     void setImages(ImageListRef images);
     /// Appends a column, `width` tenths of the list's width wide until the user changes it, but never narrower than
-    /// its title.
+    /// its title. Columns of more than ten tenths together share the width in that proportion.
     void addColumn(const QString& title, int width);
 
     /// Puts a row in at a position. It shows with the next `showRows`, which must follow before anything else.
@@ -44,7 +44,7 @@ private:
     void sortBy(int column);
 
     VListModel m_model;
-    std::vector<int> m_widths; ///< of the columns in tenths
+    std::vector<int> m_widths; ///< of the columns in units
     bool m_widthsAreOurs = false;
     bool m_userChangedWidths = false;
 };
