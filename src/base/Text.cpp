@@ -120,6 +120,22 @@ void replaceAll(Text& text, TextView what, TextView with)
     text = std::move(out);
 }
 
+Text withCrLf(TextView text)
+{
+    Text out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\r' && text[i] != u'\n') {
+            out += text[i];
+            continue;
+        }
+        out += u"\r\n";
+        if (text.substr(i, 2) == u"\r\n")
+            ++i;
+    }
+    return out;
+}
+
 std::vector<Text> split(TextView text, char16_t separator)
 {
     std::vector<Text> pieces;

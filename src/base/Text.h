@@ -36,6 +36,8 @@ void replaceAll(Text& text, TextView what, TextView with);
 /// Splits at every `separator`; n separators give n + 1 pieces.
 std::vector<Text> split(TextView text, char16_t separator);
 Text trim(TextView text);
+/// The text with CR LF at every line end, whether it had CR LF there, LF or CR.
+Text withCrLf(TextView text);
 
 /// Plain text-to-integer conversion: leading blanks, a sign, digits up to the first other character;
 /// 0 if there are no digits. A number beyond 32 bits gives the nearest limit.

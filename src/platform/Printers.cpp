@@ -2,6 +2,13 @@
 
 namespace zn {
 
+std::string silenceOver(TextView printer)
+{
+    return "The printer '" + toUtf8(printer)
+        + "' can't be reached: the machine's printing system runs, but doesn't answer. Start it anew, then print "
+          "again.";
+}
+
 std::optional<Printer> Printers::find(TextView name)
 {
     for (Printer& printer : list())

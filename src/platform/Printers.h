@@ -34,6 +34,9 @@ struct PrintJob {
     double height = 0.0;
 };
 
+/// Why nothing is known of a printer, as a sentence: the printing system doesn't answer.
+std::string silenceOver(TextView printer);
+
 /// The machine's printers. Names are compared without regard to case.
 class Printers {
 public:
@@ -42,6 +45,9 @@ public:
     /// Those that are set up on this machine, in an order that stays. A printing system that doesn't run or doesn't
     /// answer has none; a list takes a few seconds at most.
     virtual std::vector<Printer> list() = 0;
+    /// Whether the last list lacks what a printing system has that runs and doesn't answer: a printer that isn't in it
+    /// may be there all the same.
+    virtual bool isSilent() const { return false; }
     /// Hands a job over whole: once this returns it will print; when it raises nothing of it is left.
     /// Raises `StatusError` with a sentence that names the printer and what to do.
     virtual void print(const Text& printer, const PrintJob& job) = 0;

@@ -113,6 +113,29 @@ TEST_F(Plant, TellsOfAFileThatWentBetweenLaunchAndRun)
     EXPECT_THAT(printed(), ElementsAre("Bracket - Small: 1"));
 }
 
+TEST_F(Plant, PrintsAHeaderOfSeveralLines)
+{
+    run("arkin task create Paper --kind print --set __printer_showprintdlg=false --set '__printer_prname=Paper "
+        "folder' --set __printer_autoselectrefstype=0 --set __printer_footertype=2 --set "
+        "\"__printer_footerleft=$(printf "
+        "'Foot one\\nFoot two')\"");
+    edit(u"Paper", [](QWidget& dialog) {
+        turnTo(dialog, "Margins");
+        find<QRadioButton>(dialog, "headerFixed")->click();
+        auto* center = find<QPlainTextEdit>(dialog, "headerCenter");
+        type(center, "Say one");
+        press(center, Qt::Key_Return);
+        type(center, "Say two");
+        pressOk(dialog);
+    });
+    const auto printedRun = launchAndWork(u"Paper", {selected("Bracket.zenprt")}, {});
+    EXPECT_EQ(printedRun.state, TaskRunState::Finished) << toUtf8(printedRun.resultText);
+    const std::string text = run("pdftotext -layout '" + (folder / "prints").string() + "/'*.pdf -");
+    for (const char* line : {"Say one", "Say two", "Foot one", "Foot two"})
+        EXPECT_THAT(text, ::testing::HasSubstr(line));
+    EXPECT_THAT(text, ::testing::ContainsRegex("Say one *\n+ *Say two"));
+}
+
 TEST_F(Plant, PrintsAnAssemblyByEachRuleOfReferences)
 {
     run("arkin task create Paper --kind print");

@@ -1,13 +1,11 @@
 #include "base/Status.h"
 #include "platform/linux/CupsPrinters.h"
+#include "tests/support/SilentPrintingSystem.h"
 #include "tests/support/TestPlatform.h"
 
-#include <arpa/inet.h>
 #include <cups/cups.h>
 #include <fstream>
 #include <gmock/gmock.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace zn::test {
 namespace {
@@ -112,18 +110,11 @@ TEST_F(PrintersTest, AFolderThatTakesNoFileIsNamed)
 
 TEST_F(PrintersTest, ThePrintingSystemThatDoesNotAnswerIsLeft)
 {
-    const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    ASSERT_EQ(::bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
-    ASSERT_EQ(::listen(listener, 5), 0);
-    ::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
-    cupsSetServer(("127.0.0.1:" + std::to_string(ntohs(address.sin_port))).c_str());
-
+    const SilentPrintingSystem system;
     EXPECT_TRUE(CupsPrinters().list().empty());
-    ::close(listener);
+    EXPECT_EQ(failure(u"Office"),
+        "The printer 'Office' can't be reached: the machine's printing system runs, but doesn't answer. Start it anew, "
+        "then print again.");
 }
 
 TEST(InstalledProductsTest, ListsTheNamesOfBothViews)

@@ -1,5 +1,6 @@
 #include "addin/flows/LaunchFlow.h"
 
+#include "addin/installation/FormatLabels.h"
 #include "addin/variables/LaunchFreedom.h"
 
 namespace zn {
@@ -52,7 +53,8 @@ std::int32_t writeSelection(Launch& launch)
 void requireNoQuestion(Launch& launch)
 {
     const std::int32_t kinds = writeSelection(launch);
-    const Text open = openQuestions(readLaunchFreedom(launch.cmd.taskObject), kinds);
+    const auto findFormat = [&](TextView label) { return findFormatInAnyLanguage(launch.context.platform, label); };
+    const Text open = openQuestions(readLaunchFreedom(launch.cmd.taskObject, findFormat), kinds);
     if (!open.empty())
         cancelLaunch(launch.cmd,
             u"The task leaves settings to the user, who cannot be asked here: " + open + u". Settle them in the task.");

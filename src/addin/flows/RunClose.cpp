@@ -1,14 +1,14 @@
 #include "addin/flows/RunClose.h"
 
+#include "addin/installation/ProductTexts.h"
+
 namespace zn {
 
 namespace {
 
-// Texts of the report; the numbers are theirs in the string file.
-constexpr const char16_t* noFileSelected = u"No file selected.";   // 143
-constexpr const char16_t* noFileConverted = u"No file converted."; // 144
-constexpr const char16_t* finishedWithErrors
-    = u"Task finished with errors. Please see the log-file for more details."; // 165
+constexpr NumberedText noFileSelected{143, u"No file selected."};
+constexpr NumberedText noFileConverted{144, u"No file converted."};
+constexpr NumberedText finishedWithErrors{165, u"Task finished with errors. Please see the log-file for more details."};
 constexpr const char16_t* addingFiles = u"Adding files to vault...";
 
 struct Verdict {
@@ -16,16 +16,21 @@ struct Verdict {
     Text text;
 };
 
+Text textOf(TaskContext& context, const NumberedText& text)
+{
+    return productText(context.platform.registry, context.platform.files, text);
+}
+
 Verdict judge(TaskContext& context, Status code, bool nothingSelected)
 {
     if (code != S_OK) {
-        Text text = nothingSelected ? noFileSelected : context.session.GetLastError();
+        Text text = nothingSelected ? textOf(context, noFileSelected) : context.session.GetLastError();
         replaceAll(text, u" 0", u""); // readers of the report rely on this clean-up
         return {TaskRunState::FinishedWithErrors, std::move(text)};
     }
     // In kinds 1 and 2 the records are copies of the input files by now, so this comes up for kind 3 only.
     if (context.fileLogic.HasHiddenFile())
-        return {TaskRunState::FinishedWithErrors, finishedWithErrors};
+        return {TaskRunState::FinishedWithErrors, textOf(context, finishedWithErrors)};
     return {TaskRunState::Finished, {}};
 }
 
@@ -61,7 +66,7 @@ Status reportRun(TaskContext& context, IArkTaskInstance& instance, Status code, 
     const bool withErrors = verdict.state == TaskRunState::FinishedWithErrors;
     std::vector<ArkTaskResultDoc> documents = context.fileLogic.CollectResultFiles(withErrors);
     if (!withErrors && context.kind == TaskKind::Conversion && context.fileLogic.CountResultFiles(false, true) == 0)
-        verdict = {TaskRunState::FinishedWithErrors, noFileConverted};
+        verdict = {TaskRunState::FinishedWithErrors, textOf(context, noFileConverted)};
     for (const auto& item : items) {
         // Only -1 stands for the latest here; a version of 0 is reported as 0.
         const std::int32_t version = item->version == -1 ? item->latestVersion : item->version;

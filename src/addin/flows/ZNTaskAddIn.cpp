@@ -119,7 +119,7 @@ Status CZNTaskAddIn::GetVariables(std::vector<ArkTaskVariable>& variables)
     try {
         variables.clear();
         for (const TaskVariable& row : taskVariables())
-            variables.push_back({Text(row.name), row.type});
+            variables.push_back({Text(row.name), row.type, hasCrLf(row)});
         return S_OK;
     } catch (...) {
         return currentExceptionStatus();

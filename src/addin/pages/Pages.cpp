@@ -67,25 +67,26 @@ Text Pages::takeUnspoken() { return typed(m_environment.messages().takeUnspoken(
 std::unique_ptr<MenuCommandPage> Pages::makeMenuCommandPage(const PageSetting& setting)
 {
     return std::make_unique<MenuCommandHandle>(
-        new CMenuCommandDlg(m_environment, windowOf(setting.parentWindow), setting.kind));
+        new CMenuCommandDlg(m_environment, windowOf(setting.parentWindow), setting.kind), setting.task);
 }
 
 std::unique_ptr<ConversionPage> Pages::makeConversionPage(const PageSetting& setting, bool launch)
 {
     return std::make_unique<ConversionHandle>(
-        new CConversionSettingsPageDlg(m_environment, windowOf(setting.parentWindow), setting, launch));
+        new CConversionSettingsPageDlg(m_environment, windowOf(setting.parentWindow), setting, launch), setting.task);
 }
 
 std::unique_ptr<TaskPage> Pages::makeOutputFileDetailsPage(const PageSetting& setting, ConversionPage& conversion)
 {
     return std::make_unique<PageHandle<TaskPage, COutputFileDetailsPageDlg>>(
-        new COutputFileDetailsPageDlg(m_environment, windowOf(setting.parentWindow), setting, conversion));
+        new COutputFileDetailsPageDlg(m_environment, windowOf(setting.parentWindow), setting, conversion),
+        setting.task);
 }
 
 std::unique_ptr<TaskPage> Pages::makeFileDetailsPage(const PageSetting& setting, bool finished)
 {
     return std::make_unique<PageHandle<TaskPage, CFileDetailsPageDlg>>(
-        new CFileDetailsPageDlg(m_environment, windowOf(setting.parentWindow), setting, finished));
+        new CFileDetailsPageDlg(m_environment, windowOf(setting.parentWindow), setting, finished), setting.task);
 }
 
 std::unique_ptr<TaskPage> Pages::makePage(PageName name, const PageSetting& setting)
@@ -94,18 +95,22 @@ std::unique_ptr<TaskPage> Pages::makePage(PageName name, const PageSetting& sett
     switch (name) {
     case PageName::FileCard:
         return std::make_unique<PageHandle<TaskPage, CFileCardPageDlg>>(
-            new CFileCardPageDlg(m_environment, parent, setting.vault));
+            new CFileCardPageDlg(m_environment, parent, setting.vault), setting.task);
     case PageName::Printer:
-        return std::make_unique<PageHandle<TaskPage, CPrinterDlg>>(new CPrinterDlg(m_environment, parent));
+        return std::make_unique<PageHandle<TaskPage, CPrinterDlg>>(
+            new CPrinterDlg(m_environment, parent), setting.task);
     case PageName::PaperSize:
-        return std::make_unique<PageHandle<TaskPage, CPaperSizeDlg>>(new CPaperSizeDlg(m_environment, parent));
+        return std::make_unique<PageHandle<TaskPage, CPaperSizeDlg>>(
+            new CPaperSizeDlg(m_environment, parent), setting.task);
     case PageName::Margins:
-        return std::make_unique<PageHandle<TaskPage, CMarginsDlg>>(new CMarginsDlg(m_environment, parent));
+        return std::make_unique<PageHandle<TaskPage, CMarginsDlg>>(
+            new CMarginsDlg(m_environment, parent), setting.task);
     case PageName::Files:
-        return std::make_unique<PageHandle<TaskPage, CFilesDlg>>(new CFilesDlg(m_environment, parent, setting));
+        return std::make_unique<PageHandle<TaskPage, CFilesDlg>>(
+            new CFilesDlg(m_environment, parent, setting), setting.task);
     case PageName::Script:
         return std::make_unique<PageHandle<TaskPage, CScriptPageDlg>>(
-            new CScriptPageDlg(m_environment, parent, CScriptPageDlg::Form::Page));
+            new CScriptPageDlg(m_environment, parent, CScriptPageDlg::Form::Page), setting.task);
     }
     notThere("page of this name");
 }

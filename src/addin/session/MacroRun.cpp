@@ -128,7 +128,7 @@ void ZNManager::RunMacro(const Text& macroText)
     try {
         file = writeMacroFile(macroText, outcome.status);
     } catch (const StatusError& failure) {
-        m_lastError = toText(SessionTexts::macroFailed.text) + u" " + toText(failure.what());
+        m_lastError = textOf(SessionTexts::macroFailed) + u" " + toText(failure.what());
         throw;
     }
     {
@@ -143,9 +143,9 @@ void ZNManager::RunMacro(const Text& macroText)
 
 void ZNManager::raiseMacroFailure(const MacroOutcome& outcome)
 {
-    m_lastError = toText(SessionTexts::macroFailed.text);
-    if (const SessionText* reason = macroReason(outcome.result.reason))
-        m_lastError += u" " + toText(SessionTexts::reason.text) + u" " + toText(reason->text);
+    m_lastError = textOf(SessionTexts::macroFailed);
+    if (const NumberedText* reason = macroReason(outcome.result.reason))
+        m_lastError += u" " + textOf(SessionTexts::reason) + u" " + textOf(*reason);
     throw StatusError(failed(outcome.status) ? outcome.status : E_FAIL, toUtf8(m_lastError));
 }
 

@@ -38,9 +38,9 @@ template <class Work> Status statusOf(const Work& work)
 
 } // namespace
 
-Status ZNManager::fail(const SessionText& text, Status status)
+Status ZNManager::fail(const NumberedText& text, Status status)
 {
-    m_lastError = formatText(text.text, m_requestedYear);
+    m_lastError = formatText(toUtf8(textOf(text)).c_str(), m_requestedYear);
     return status;
 }
 

@@ -1,29 +1,24 @@
 #pragma once
 
-#include "base/Text.h"
+#include "addin/installation/ProductTexts.h"
 
 namespace zn {
 
-/// What a session tells a person about its failures: the number in the module's string table and its default text.
-struct SessionText {
-    int number;
-    const char* text;
-};
-
+/// What a session tells a person about its failures, and what it calls results that hold everything.
 namespace SessionTexts {
-inline constexpr SessionText notInstalled = {8, "Zentrel %d is not installed."};
-inline constexpr SessionText eventsNotAttached = {9, "Failed to attach event handlers to Zentrel."};
-inline constexpr SessionText notStarted = {10, "Failed to start Zentrel %d."};
-inline constexpr SessionText notClosed = {11, "Failed to close Zentrel application."};
-inline constexpr SessionText macroFailed = {12, "Failed to run Zentrel macro."};
-inline constexpr SessionText windowNotHidden = {93, "Failed to set Zentrel main window as invisible."};
-inline constexpr SessionText noRevision = {94, "Failed to get Zentrel revision number."};
-inline constexpr SessionText reason = {95, "Reason:"};
-inline constexpr SessionText allConfigurations = {169, "All configurations"};
-inline constexpr SessionText allSheets = {170, "All sheets"};
+inline constexpr NumberedText notInstalled = {8, u"Zentrel %d is not installed."};
+inline constexpr NumberedText eventsNotAttached = {9, u"Failed to attach event handlers to Zentrel."};
+inline constexpr NumberedText notStarted = {10, u"Failed to start Zentrel %d."};
+inline constexpr NumberedText notClosed = {11, u"Failed to close Zentrel application."};
+inline constexpr NumberedText macroFailed = {12, u"Failed to run Zentrel macro."};
+inline constexpr NumberedText windowNotHidden = {93, u"Failed to set Zentrel main window as invisible."};
+inline constexpr NumberedText noRevision = {94, u"Failed to get Zentrel revision number."};
+inline constexpr NumberedText reason = {95, u"Reason:"};
+inline constexpr NumberedText allConfigurations = {169, u"All configurations"};
+inline constexpr NumberedText allSheets = {170, u"All sheets"};
 }
 
 /// The text of a macro call's reason code; null for 0 and for codes that have none.
-const SessionText* macroReason(std::int32_t code);
+const NumberedText* macroReason(std::int32_t code);
 
 } // namespace zn

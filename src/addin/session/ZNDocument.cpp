@@ -154,7 +154,7 @@ Text CZNDocument::sheetLabel()
     }
     if (m_taskKind != TaskKind::Conversion)
         return label;
-    label = m_manager.labels().sheets.labelOf(label, toText(SessionTexts::allSheets.text));
+    label = m_manager.labels().sheets.labelOf(label, m_manager.textOf(SessionTexts::allSheets));
     if (m_manager.isOlderThan(21, 3))
         m_manager.FixUpDrawing(ZnModel(m_model));
     return label;
@@ -170,7 +170,7 @@ Text CZNDocument::configurationLabel()
     }
     if (m_taskKind != TaskKind::Conversion)
         return label;
-    return m_manager.labels().configurations.labelOf(label, toText(SessionTexts::allConfigurations.text));
+    return m_manager.labels().configurations.labelOf(label, m_manager.textOf(SessionTexts::allConfigurations));
 }
 
 } // namespace zn

@@ -138,6 +138,11 @@ Text ZNManager::GetRevisionText() const
     return ZnApplication(m_app).GetBuildNumbers()[0];
 }
 
+Text ZNManager::textOf(const NumberedText& text) const
+{
+    return productText(m_platform.registry, m_platform.files, text);
+}
+
 Text ZNManager::GetLastError() const
 {
     Text text = m_lastError;

@@ -70,6 +70,8 @@ public:
 
     // --- for the documents of this session
 
+    /// A text of the session in the installation's language.
+    Text textOf(const NumberedText& text) const;
     const ResultLabels& labels() const { return m_labels; }
     bool isOlderThan(std::uint16_t major, std::uint16_t minor) const;
     /// The failure of the application is raised.
@@ -98,7 +100,7 @@ private:
     bool waitForApplication();
     Status prepareApplication();
     Status hideApplication(const ZnApplication& application);
-    Status fail(const SessionText& text, Status status);
+    Status fail(const NumberedText& text, Status status);
 
     // SessionStop.cpp
     void disconnectEvents();

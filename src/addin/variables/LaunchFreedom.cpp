@@ -1,6 +1,5 @@
 #include "addin/variables/LaunchFreedom.h"
 
-#include "addin/variables/OutputFormats.h"
 #include "addin/variables/TaskVariables.h"
 
 #include <algorithm>
@@ -65,10 +64,10 @@ std::vector<Question> questionsOf(const LaunchFreedom& freedom, std::int32_t sel
 
 } // namespace
 
-LaunchFreedom readLaunchFreedom(const ObjectRef& task)
+LaunchFreedom readLaunchFreedom(const ObjectRef& task, const FindFormat& findFormat)
 {
     LaunchFreedom freedom;
-    const OutputFormat* format = findOutputFormat(readText(task, u"FileFormat").value_or(Text()));
+    const OutputFormat* format = findFormat(readText(task, u"FileFormat").value_or(Text()));
     freedom.formatCode = format ? format->code : promptFormatCode;
     freedom.format = freedom.formatCode == promptFormatCode;
     freedom.path = readBoolean(task, u"PromptOutput").value_or(true);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "addin/variables/OutputFormats.h"
 #include "contracts/host/ArkTask.h"
+
+#include <functional>
 
 /// What the administrator of a conversion task leaves to the user at its launch. The pages show it and the launch
 /// decides by it whether anybody must be asked; nothing here needs a window.
@@ -40,9 +43,12 @@ struct LaunchFreedom {
     ThemeFreedom themes;
 };
 
+/// The format of a stored label; null if there is none.
+using FindFormat = std::function<const OutputFormat*(TextView label)>;
+
 /// Reads the freedoms from a definition or a run. A variable that is absent leaves its setting to the user. Raises the
 /// host's failure.
-LaunchFreedom readLaunchFreedom(const ObjectRef& task);
+LaunchFreedom readLaunchFreedom(const ObjectRef& task, const FindFormat& findFormat = findOutputFormat);
 
 /// The themes that a launch on files of these kinds leaves to the user: one that only one kind may change counts if
 /// that kind is selected, two always count.

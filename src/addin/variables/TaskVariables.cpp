@@ -182,6 +182,13 @@ auto readAs(const ObjectRef& object, TextView name, const char* wanted, const Ch
 
 std::span<const TaskVariable> taskVariables() { return table; }
 
+bool hasCrLf(const TaskVariable& variable)
+{
+    const bool hasOwnFormat
+        = variable.owner == ScriptPage || variable.owner == FileCardPage || variable.owner == RunFlows;
+    return variable.type == String && !hasOwnFormat;
+}
+
 const TaskVariable* findTaskVariable(TextView name)
 {
     for (const TaskVariable& variable : table) {

@@ -43,6 +43,9 @@ struct TaskVariable {
 
 /// All variables, the options of the conversion formats at the end.
 std::span<const TaskVariable> taskVariables();
+/// Whether the lines of a text are parted by CR LF. All texts that reach a macro's literals have it; a macro itself and
+/// the lists that have a format of their own have single line feeds.
+bool hasCrLf(const TaskVariable& variable);
 /// The row of a variable; names are compared exactly. Null if there is none.
 const TaskVariable* findTaskVariable(TextView name);
 /// A default as a value; empty for none.

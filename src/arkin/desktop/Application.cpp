@@ -30,7 +30,7 @@ Application::Application(const std::string& platform)
     // The toolkit takes over the environment's locale; numbers in macros and files keep their point.
     std::setlocale(LC_NUMERIC, "C");
     m_application->setApplicationName(QStringLiteral("arkin"));
-    m_application->setApplicationDisplayName(QStringLiteral("ARKIN"));
+    // No display name, which the toolkit would put behind every window's own title.
     // Between two dialogs of one launch no window is open, and the launch isn't over.
     m_application->setQuitOnLastWindowClosed(false);
 }

@@ -3,6 +3,7 @@
 #include "arkin/desktop/FileModel.h"
 #include "arkin/desktop/FolderModel.h"
 #include "arkin/desktop/Texts.h"
+#include "qtglue/PageInput.h"
 
 #include <algorithm>
 #include <QComboBox>
@@ -20,9 +21,9 @@ namespace {
 
 QLabel* labelFor(QWidget* buddy, const char* text)
 {
-    auto* const label = new QLabel(QString::fromLatin1(text));
+    auto* const label = new QLabel(own(text));
     label->setBuddy(buddy);
-    buddy->setAccessibleName(QString::fromLatin1(text).remove('&').remove(':'));
+    buddy->setAccessibleName(own(text).remove('&').remove(':'));
     return label;
 }
 
@@ -74,6 +75,7 @@ BrowseDialog::BrowseDialog(
 void BrowseDialog::makeFolders(zn::IArkVault& vault, const QString& title)
 {
     setWindowTitle(title);
+    zn::keepInputForPages(*this);
     new QVBoxLayout(this);
     m_buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -138,8 +140,8 @@ void BrowseDialog::noteChoice()
                 m_paths.push_back(path);
         m_buttons->button(QDialogButtonBox::Ok)->setEnabled(!m_paths.empty());
         const auto rows = m_fileModel->rowCount();
-        m_count->setText(m_paths.empty() ? QStringLiteral("%1 files").arg(rows)
-                                         : QStringLiteral("%1 of %2 files selected").arg(m_paths.size()).arg(rows));
+        m_count->setText(
+            m_paths.empty() ? own("%1 files").arg(rows) : own("%1 of %2 files selected").arg(m_paths.size()).arg(rows));
     });
 }
 

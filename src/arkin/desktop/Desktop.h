@@ -2,8 +2,10 @@
 
 #include "arkin/vault/VaultDesktop.h"
 
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace zn::arkin {
 
@@ -37,9 +39,16 @@ public:
     virtual void showDetails(TaskDetails& details) = 0;
 };
 
-/// Name and type of the library's one export. `wanted` false makes a desktop that asks nobody, whatever display there
-/// is. The caller owns the object, and never unloads the library: the toolkit keeps references into it.
-using MakeDesktopFunction = Desktop* (*)(bool wanted);
+/// What a desktop is made with.
+struct DesktopSetting {
+    bool wanted = true;                 ///< false: a desktop that asks nobody, whatever display there is
+    std::string language;               ///< such as "DE"; empty for English
+    std::filesystem::path stringFolder; ///< where the string files of the languages lie
+};
+
+/// Name and type of the library's one export. The caller owns the object, and never unloads the library: the toolkit
+/// keeps references into it.
+using MakeDesktopFunction = Desktop* (*)(const DesktopSetting& setting);
 inline constexpr const char* makeDesktopName = "makeDesktop";
 inline constexpr const char* desktopLibraryName = "libarkin-desktop.so";
 

@@ -17,12 +17,12 @@ DetailsWindow::DetailsWindow(TaskDetails& details)
     , m_heading(new QLabel(this))
 {
     setObjectName("runDetails");
-    setWindowTitle(QStringLiteral("Run %1 of “%2”").arg(details.run().id).arg(shown(details.run().taskName)));
+    setWindowTitle(own("Run %1 of “%2”").arg(details.run().id).arg(shown(details.run().taskName)));
     m_heading->setObjectName("heading");
     m_heading->setTextFormat(Qt::PlainText);
     m_heading->setWordWrap(true);
     content().addWidget(m_heading);
-    auto* const refresh = buttons().addButton(QStringLiteral("&Refresh"), QDialogButtonBox::ActionRole);
+    auto* const refresh = buttons().addButton(own("&Refresh"), QDialogButtonBox::ActionRole);
     refresh->setObjectName("refresh");
     refresh->setAutoDefault(false);
     auto* const closing = buttons().addButton(QDialogButtonBox::Close);
@@ -48,7 +48,8 @@ void DetailsWindow::open()
     m_area = nullptr;
     m_area = makeArea(page.title, page.window);
     content().addWidget(m_area, 1);
-    const auto state = shown(stateText(m_details.run(), std::time(nullptr)));
+    const auto state
+        = QCoreApplication::translate("RunState", zn::toUtf8(stateText(m_details.run(), std::time(nullptr))).c_str());
     m_heading->setText(page.title.empty() ? state : QStringLiteral("%1 (%2)").arg(shown(page.title), state));
     m_area->takeFocus();
     fit();

@@ -1,5 +1,6 @@
 #include "arkin/desktop/Display.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <QLibraryInfo>
@@ -7,6 +8,7 @@
 #include <string_view>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <thread>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
@@ -20,7 +22,7 @@ std::string environment(const char* name)
     return value ? value : "";
 }
 
-Display none(std::string problem) { return {"offscreen", std::move(problem)}; }
+Display none(std::string problem) { return {"offscreen", std::move(problem), {}}; }
 
 /// The toolkit's plugin for a kind of display, which may be missing or lack a library of its own. Empty if it loads.
 std::string pluginProblem(const std::string& platform)
@@ -30,12 +32,24 @@ std::string pluginProblem(const std::string& platform)
     return loader.load() ? "" : loader.errorString().toStdString();
 }
 
-bool answersX11()
+constexpr int connectionAttempts = 20;
+constexpr std::chrono::milliseconds betweenAttempts{100};
+
+/// A connection whose first question the server has answered; null if there is none.
+std::shared_ptr<void> connectX11()
 {
-    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
-    const bool alive = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return alive;
+    std::shared_ptr<xcb_connection_t> connection(xcb_connect(nullptr, nullptr), xcb_disconnect);
+    const auto asked = xcb_get_input_focus(connection.get());
+    std::free(xcb_get_input_focus_reply(connection.get(), asked, nullptr));
+    return xcb_connection_has_error(connection.get()) == 0 ? connection : nullptr;
+}
+
+/// Whether somebody listens where the display's local clients go.
+bool isListening(const std::string& display)
+{
+    const auto number = display.substr(0, display.find('.'));
+    std::error_code ignored;
+    return number.starts_with(':') && std::filesystem::exists("/tmp/.X11-unix/X" + number.substr(1), ignored);
 }
 
 bool answersWayland(const std::string& name)
@@ -58,11 +72,16 @@ Display x11()
     const auto name = environment("DISPLAY");
     if (name.empty())
         return none("There is no display here: neither DISPLAY nor WAYLAND_DISPLAY is set.");
-    if (!answersX11())
+    auto connection = connectX11();
+    for (int attempt = 1; !connection && attempt < connectionAttempts && isListening(name); ++attempt) {
+        std::this_thread::sleep_for(betweenAttempts);
+        connection = connectX11();
+    }
+    if (!connection)
         return none("The display '" + name + "' can't be reached.");
     if (const auto problem = pluginProblem("xcb"); !problem.empty())
         return none("The toolkit can't use the display '" + name + "': " + problem);
-    return {"xcb", {}};
+    return {"xcb", {}, std::move(connection)};
 }
 
 Display chosen(const std::string& platform)
@@ -73,7 +92,7 @@ Display chosen(const std::string& platform)
         return x11();
     if (platform.starts_with("wayland") && !answersWayland(environment("WAYLAND_DISPLAY")))
         return none("The display '" + environment("WAYLAND_DISPLAY") + "' can't be reached.");
-    return {platform, {}};
+    return {platform, {}, {}};
 }
 
 } // namespace
@@ -84,7 +103,7 @@ Display findDisplay()
         return chosen(platform);
     const auto wayland = environment("WAYLAND_DISPLAY");
     if (!wayland.empty() && answersWayland(wayland) && pluginProblem("wayland-generic").empty())
-        return {"wayland", {}};
+        return {"wayland", {}, {}};
     return x11();
 }
 

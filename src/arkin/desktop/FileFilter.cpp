@@ -1,5 +1,7 @@
 #include "arkin/desktop/FileFilter.h"
 
+#include "arkin/desktop/Texts.h"
+
 #include <algorithm>
 
 namespace zn::arkin {
@@ -53,7 +55,7 @@ std::vector<FileFilter> parseFilters(zn::TextView text)
         filters.push_back(std::move(filter));
     }
     if (filters.empty())
-        filters.push_back({u"All files", {}});
+        filters.push_back({typed(own("All files")), {}});
     return filters;
 }
 

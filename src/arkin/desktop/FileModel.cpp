@@ -75,7 +75,7 @@ QVariant FileModel::headerData(int section, Qt::Orientation orientation, int rol
 {
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal)
         return QAbstractTableModel::headerData(section, orientation, role);
-    return section == NameColumn ? QStringLiteral("Name") : QStringLiteral("Version");
+    return section == NameColumn ? own("Name") : own("Version");
 }
 
 } // namespace zn::arkin

@@ -23,12 +23,15 @@ std::string told(const zn::Text& unspoken, UnseenDialogs& unseen) { return zn::t
 
 } // namespace
 
-HostDesktop::HostDesktop(const Display& display, bool wanted)
+HostDesktop::HostDesktop(const Display& display, bool wanted, const Language& language)
     : m_problem(wanted ? display.problem : "No dialog is wanted.")
     , m_canAsk(m_problem.empty())
+    , m_application(QCoreApplication::instance()
+              ? nullptr
+              : std::make_unique<Application>(m_canAsk ? display.platform : "offscreen"))
+    , m_translation(language)
 {
-    if (!QCoreApplication::instance())
-        m_application = std::make_unique<Application>(m_canAsk ? display.platform : "offscreen");
+    QCoreApplication::installTranslator(&m_translation);
 }
 
 HostDesktop::~HostDesktop() = default;

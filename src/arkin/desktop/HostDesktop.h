@@ -2,6 +2,7 @@
 
 #include "arkin/desktop/Desktop.h"
 #include "arkin/desktop/Display.h"
+#include "arkin/desktop/Translation.h"
 
 namespace zn::arkin {
 
@@ -10,8 +11,8 @@ class Application;
 /// The desktop on the toolkit. Its application object exists as long as it does, unless the process has one already.
 class HostDesktop final : public Desktop {
 public:
-    /// On the display, if there is one and `wanted`.
-    HostDesktop(const Display& display, bool wanted);
+    /// On the display, if there is one and `wanted`. The display's connection has to outlive the constructor.
+    HostDesktop(const Display& display, bool wanted, const Language& language = {});
     ~HostDesktop() override;
 
     bool canAsk() const override { return m_canAsk; }
@@ -30,6 +31,7 @@ private:
     std::string m_problem;
     bool m_canAsk;
     std::unique_ptr<Application> m_application;
+    Translation m_translation;
 };
 
 } // namespace zn::arkin

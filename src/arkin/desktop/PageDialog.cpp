@@ -18,7 +18,7 @@ constexpr int screenReserve = 64;
 
 } // namespace
 
-PageDialog::PageDialog(QWidget* parent)
+PageDialog::PageDialog(QWidget* parent, zn::TurnPages turn)
     : QDialog(parent)
     , m_content(new QVBoxLayout)
     , m_buttons(new QDialogButtonBox(this))
@@ -28,6 +28,7 @@ PageDialog::PageDialog(QWidget* parent)
     whole->addWidget(m_buttons);
     m_buttons->setObjectName("buttons");
     setSizeGripEnabled(true);
+    zn::keepInputForPages(*this, std::move(turn));
 }
 
 PageArea* PageDialog::makeArea(const zn::Text& title, std::int32_t window)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arkin/desktop/PageArea.h"
+#include "qtglue/PageInput.h"
 #include "qtglue/Windows.h"
 
 #include <QDialog>
@@ -14,7 +15,8 @@ namespace zn::arkin {
 /// follows the pages as long as the user doesn't give it another, within the screen.
 class PageDialog : public QDialog {
 protected:
-    explicit PageDialog(QWidget* parent = nullptr);
+    /// `turn` is for a dialog with several pages.
+    explicit PageDialog(QWidget* parent = nullptr, zn::TurnPages turn = {});
 
     /// The handle that add-ins get as the parent of their pages.
     std::int32_t handle() const { return zn::handleOf(*this); }

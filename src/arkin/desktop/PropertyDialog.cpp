@@ -5,7 +5,6 @@
 
 #include <QDateTime>
 #include <QDialogButtonBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QLocale>
@@ -44,15 +43,16 @@ QLabel* makeHeading(QWidget* parent)
 } // namespace
 
 PropertyDialog::PropertyDialog(TaskSetup& setup)
-    : m_setup(setup)
+    : PageDialog(nullptr, [this](int step) { turnBy(step); })
+    , m_setup(setup)
     , m_titles(new TitleList(this))
     , m_heading(makeHeading(this))
     , m_stack(new QStackedWidget(this))
 {
-    setWindowTitle(QStringLiteral("Properties of the Task “%1”").arg(shown(setup.task().name)));
+    setWindowTitle(own("Properties of the Task “%1”").arg(shown(setup.task().name)));
     setObjectName("taskProperties");
     m_titles->setObjectName("pageTitles");
-    m_titles->setAccessibleName(QStringLiteral("Pages"));
+    m_titles->setAccessibleName(own("Pages"));
     m_titles->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     m_titles->setSpacing(fontMetrics().height() / 4);
     m_titles->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -117,16 +117,10 @@ void PropertyDialog::bringToFront(int index)
     m_heading->setText(shown(m_areas[static_cast<std::size_t>(index)]->title()));
 }
 
-void PropertyDialog::keyPressEvent(QKeyEvent* event)
+void PropertyDialog::turnBy(int step)
 {
-    const bool control = event->modifiers().testFlag(Qt::ControlModifier);
     const int count = static_cast<int>(m_areas.size());
-    if (control && event->key() == Qt::Key_PageDown)
-        turnTo((current() + 1) % count);
-    else if (control && event->key() == Qt::Key_PageUp)
-        turnTo((current() + count - 1) % count);
-    else
-        PageDialog::keyPressEvent(event);
+    turnTo((current() + count + step) % count);
 }
 
 void PropertyDialog::showRefusing(const zn::Text& title)
@@ -137,20 +131,19 @@ void PropertyDialog::showRefusing(const zn::Text& title)
         bringToFront(static_cast<int>(i));
         return m_areas[i]->takeFocus();
     }
-    tell(this, title.empty() ? QStringLiteral("The add-in doesn't accept the settings.") : shown(title));
+    tell(this, title.empty() ? own("The add-in doesn't accept the settings.") : shown(title));
 }
 
 bool PropertyDialog::replaces(const TaskConflict& conflict)
 {
-    const auto who = conflict.user.empty() ? QStringLiteral("Somebody else") : shown(conflict.user);
+    const auto who = conflict.user.empty() ? own("Somebody else") : shown(conflict.user);
     const auto when = QLocale().toString(QDateTime::fromSecsSinceEpoch(conflict.at), QLocale::ShortFormat);
     QMessageBox box(QMessageBox::Warning, windowTitle(),
-        QStringLiteral("%1 has changed this task on %2, while it was open here. Do you want to replace those settings "
-                       "with yours?")
+        own("%1 has changed this task on %2, while it was open here. Do you want to replace those settings with yours?")
             .arg(who, when),
         QMessageBox::NoButton, this);
     box.setTextFormat(Qt::PlainText);
-    auto* const replace = box.addButton(QStringLiteral("&Replace"), QMessageBox::AcceptRole);
+    auto* const replace = box.addButton(own("&Replace"), QMessageBox::AcceptRole);
     box.setDefaultButton(box.addButton(QMessageBox::Cancel));
     box.exec();
     return box.clickedButton() == replace;

@@ -26,9 +26,6 @@ public:
     void accept() override;
     void reject() override;
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     void makePages();
     /// The user wants another page; the one in front may want to stay.
@@ -39,6 +36,7 @@ private:
     bool storeOrAsk();
     bool replaces(const TaskConflict& conflict);
     int current() const;
+    void turnBy(int step);
 
     TaskSetup& m_setup;
     QListWidget* m_titles;

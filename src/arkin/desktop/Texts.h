@@ -3,10 +3,15 @@
 #include "qtglue/Texts.h"
 #include "qtglue/Windows.h"
 
+#include <QCoreApplication>
+
 namespace zn::arkin {
 
 using zn::shown;
 using zn::typed;
+
+/// A text of the host's windows in the language of the desktop.
+inline QString own(const char* english) { return QCoreApplication::translate("Desktop", english); }
 
 /// Shows what the exception now being handled means, in a message box over the window. To be called inside a `catch`
 /// block only.

@@ -85,6 +85,22 @@ const char* wantedBy(ValueType type)
     refuse("The variable '" + toUtf8(row.name) + "' takes " + wantedBy(row.type) + ", not " + given + ".");
 }
 
+Text textFor(const zn::ArkTaskVariable& row, TextView text) { return row.crLf ? zn::withCrLf(text) : Text(text); }
+
+/// A list's lines end in a line feed each; CR LF stands between the lines of a text.
+Text linesFor(const zn::ArkTaskVariable& row, const json& array)
+{
+    Text lines;
+    for (const auto& line : array) {
+        if (row.crLf && &line != &array.front())
+            lines += u"\r\n";
+        lines += textFor(row, zn::toText(line.get<std::string>()));
+        if (!row.crLf)
+            lines += u"\n";
+    }
+    return lines;
+}
+
 Value fromJson(const zn::ArkTaskVariable& row, const json& value)
 {
     switch (row.type) {
@@ -103,13 +119,9 @@ Value fromJson(const zn::ArkTaskVariable& row, const json& value)
         break;
     default:
         if (value.is_string())
-            return zn::toText(value.get<std::string>());
-        if (value.is_array() && std::all_of(value.begin(), value.end(), [](const json& e) { return e.is_string(); })) {
-            Text lines;
-            for (const auto& line : value)
-                lines += zn::toText(line.get<std::string>()) + u"\n";
-            return lines;
-        }
+            return textFor(row, zn::toText(value.get<std::string>()));
+        if (value.is_array() && std::all_of(value.begin(), value.end(), [](const json& e) { return e.is_string(); }))
+            return linesFor(row, value);
     }
     refuseValue(row, shown(value));
 }
@@ -199,7 +211,7 @@ Value parseVariable(TextView name, TextView text, const KnownVariables& known)
     const auto& row = rowOf(name, known);
     const auto utf8 = toUtf8(text);
     if (row.type == ValueType::String)
-        return Text(text);
+        return textFor(row, text);
     if (row.type == ValueType::Boolean) {
         for (const auto& [word, value] : booleans)
             if (zn::equalNoCase(text, word))

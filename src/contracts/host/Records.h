@@ -99,6 +99,7 @@ struct ArkListRow {
 struct ArkTaskVariable {
     Text name;
     ValueType type = ValueType::String; ///< Int32, Boolean, Float32 or String
+    bool crLf = false;                  ///< a text whose lines, if it has several, are parted by CR LF
 };
 
 struct ArkAddInInfo {

@@ -130,6 +130,7 @@ std::vector<Printer> CupsPrinters::list()
     std::vector<Printer> printers;
     const Connection connection = connect();
     const Message answer = connection ? askForQueues(connection.get()) : nullptr;
+    m_isSilent = connection && !answer;
     bool inPrinter = false;
     for (auto* attribute = answer ? ippFirstAttribute(answer.get()) : nullptr; attribute;
          attribute = ippNextAttribute(answer.get())) {

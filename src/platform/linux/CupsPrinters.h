@@ -8,7 +8,11 @@ namespace zn {
 class CupsPrinters : public Printers {
 public:
     std::vector<Printer> list() override;
+    bool isSilent() const override { return m_isSilent; }
     void print(const Text& printer, const PrintJob& job) override;
+
+private:
+    bool m_isSilent = false;
 };
 
 } // namespace zn

@@ -25,6 +25,8 @@ void LinuxPrinters::print(const Text& printer, const PrintJob& job)
         if (const auto found = printers->find(printer))
             return printers->print(found->name, job);
     }
+    if (isSilent())
+        throw StatusError(E_FAIL, silenceOver(printer));
     throw StatusError(E_FAIL,
         "There is no printer '" + toUtf8(printer) + "' on this machine. 'arkin printers' lists those that there are.");
 }

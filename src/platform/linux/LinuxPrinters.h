@@ -14,6 +14,7 @@ public:
     }
 
     std::vector<Printer> list() override;
+    bool isSilent() const override { return m_queues.isSilent(); }
     void print(const Text& printer, const PrintJob& job) override;
 
 private:

@@ -156,11 +156,13 @@ Value ModelDoc::getPrinter(Arguments&)
     return m_printer;
 }
 
-/// A printer that this machine doesn't have leaves the present one, which is how a macro finds out.
+/// A printer that this machine doesn't have leaves the present one, which is how a macro finds out. Where nobody can
+/// tell, the name is taken, and the print says what is wrong.
 Value ModelDoc::putPrinter(Arguments& arguments)
 {
     const Text name = arguments.text(0);
-    if (name.empty() || application().surroundings().printers.find(name))
+    Printers& printers = application().surroundings().printers;
+    if (name.empty() || printers.find(name) || printers.isSilent())
         m_printer = name;
     return {};
 }

@@ -118,7 +118,10 @@ zn::Printer printerFor(ModelDoc& document, const PrintRequest& request)
     const Text& name = request.printer.empty() ? document.printer() : request.printer;
     if (name.empty())
         refuse(fmt::format("'{}' can't be printed: no printer was chosen.", zn::toUtf8(document.identity().title)));
-    auto printer = document.application().surroundings().printers.find(name);
+    Printers& printers = document.application().surroundings().printers;
+    auto printer = printers.find(name);
+    if (!printer && printers.isSilent())
+        refuse(silenceOver(name));
     if (!printer)
         refuse(fmt::format("There is no printer '{}' on this machine. 'arkin printers' lists those that there are.",
             zn::toUtf8(name)));

@@ -1,5 +1,6 @@
 #include "addin/flows/RunState.h"
 #include "addin/flows/ZNTaskAddIn.h"
+#include "addin/installation/SettingsLight.h"
 #include "tests/addin/flows/FakeCad.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestPlatform.h"
@@ -210,6 +211,16 @@ TEST_F(Run, CancelBetweenTwoFilesRunsNoFurtherMacro)
     EXPECT_EQ(macros, 1);
     EXPECT_EQ(cmd.cancel, -1);
     EXPECT_THAT(host.runCalls.back(), HasSubstr("position 3"));
+}
+
+TEST_F(Run, ReportsInTheLanguageOfTheInstallation)
+{
+    Registry& registry = platform.machine.registry();
+    registry.write(RegistryRoot::Machine, productKey, u"LanFileDir",
+        RegistryValue::text(platform.machine.files().fromMachine(ZN_SOURCE_DIR "/resources/LanFiles")));
+    registry.write(RegistryRoot::Machine, productKey, u"DefaultLanguage", RegistryValue::text(u"DE"));
+    EXPECT_EQ(run(3), S_FALSE);
+    EXPECT_EQ(host.runCalls.back(), "state 9, code 00000001, 'Keine Datei ausgewählt.'");
 }
 
 TEST_F(Run, WhatEndsARunEarlyIsReportedInWords)

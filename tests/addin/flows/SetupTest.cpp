@@ -55,6 +55,30 @@ protected:
 
 } // namespace
 
+/// The task holds its pages' records, they hold the add-in, and the pages of that hold the task.
+TEST_F(Setup, SurvivesAHostThatDestroysItsWindowFirst)
+{
+    for (const TaskKind kind : {TaskKind::Conversion, TaskKind::Printing, TaskKind::General}) {
+        openTask(kind);
+        auto lone = std::make_shared<CZNTaskAddIn>(ports, [this] { return std::make_shared<Pages>(ports); });
+        auto* const foreign = new QWidget;
+        ArkCmd setup{TaskCmdSetup, static_cast<std::int32_t>(foreign->winId()), vault, {}, task, 0, true, {}};
+        ASSERT_EQ(lone->OnCmd(&setup, &selection), S_OK);
+        EXPECT_FALSE(foreign->findChildren<QWidget*>().isEmpty());
+        const std::weak_ptr<CZNTaskAddIn> addInLives = lone;
+        const std::weak_ptr<zn::arkin::TaskProperties> taskLives = task;
+        tasks.remove(task->task().id);
+        lone.reset();
+        task.reset();
+        setup = {};
+        EXPECT_FALSE(addInLives.expired());
+        delete foreign;
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(addInLives.expired());
+        EXPECT_TRUE(taskLives.expired());
+    }
+}
+
 TEST_F(Setup, HandsOverThePagesOfTheKind)
 {
     openTask(TaskKind::Conversion);

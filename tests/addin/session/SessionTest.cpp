@@ -1,3 +1,4 @@
+#include "addin/installation/SettingsLight.h"
 #include "tests/addin/session/SessionFixture.h"
 
 namespace zn::test {
@@ -62,6 +63,22 @@ TEST_F(SessionTest, SaysThatNothingIsInstalled)
     session.Configure(notes, TaskKind::General, nullptr, 0);
     EXPECT_EQ(session.Start(), REGDB_E_CLASSNOTREG);
     EXPECT_EQ(session.GetLastError(), u"Zentrel is not installed.");
+}
+
+TEST_F(SessionTest, SpeaksTheLanguageOfTheInstallation)
+{
+    Registry& registry = machine.machine.registry();
+    registry.write(RegistryRoot::Machine, productKey, u"LanFileDir",
+        RegistryValue::text(machine.machine.files().fromMachine(ZN_SOURCE_DIR "/resources/LanFiles")));
+    registry.write(RegistryRoot::Machine, productKey, u"DefaultLanguage", RegistryValue::text(u"DE"));
+    registry.removeKey(RegistryRoot::Machine, u"SOFTWARE\\Classes\\Zentrel.Application", {});
+    session.Configure(notes, TaskKind::General, nullptr, 2018);
+    EXPECT_EQ(session.Start(), REGDB_E_CLASSNOTREG);
+    EXPECT_EQ(session.GetLastError(), u"Zentrel 2018 ist nicht installiert.");
+    session.Configure(notes, TaskKind::General, nullptr, 0);
+    session.Start();
+    EXPECT_EQ(session.GetLastError(), u"Zentrel ist nicht installiert.");
+    EXPECT_EQ(session.textOf(SessionTexts::allSheets), u"Alle Bl\u00E4tter");
 }
 
 TEST_F(SessionTest, GivesUpOnAProcessThatNeverPublishesItself)

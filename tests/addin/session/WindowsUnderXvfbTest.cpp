@@ -1,6 +1,7 @@
 #include "addin/session/Watcher.h"
 #include "platform/Processes.h"
 #include "tests/support/TestPlatform.h"
+#include "tests/support/VirtualDisplay.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -14,55 +15,6 @@ namespace zn::test {
 namespace {
 
 using ::testing::UnorderedElementsAre;
-
-/// An X server of the test's own, without a screen, under a number that it finds free itself.
-class VirtualDisplay {
-public:
-    VirtualDisplay()
-    {
-        int ends[2];
-        if (::pipe(ends) != 0)
-            return;
-        m_server = ::fork();
-        if (m_server == 0) {
-            const int quiet = ::open("/dev/null", O_RDWR);
-            ::dup2(quiet, STDERR_FILENO);
-            const std::string number = std::to_string(ends[1]);
-            ::execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", "640x480x24", "-nolisten", "tcp",
-                static_cast<char*>(nullptr));
-            ::_exit(127);
-        }
-        ::close(ends[1]);
-        std::string number;
-        char digit = 0;
-        while (::read(ends[0], &digit, 1) == 1 && digit != '\n')
-            number += digit;
-        ::close(ends[0]);
-        m_name = number.empty() ? "" : ":" + number;
-        ::setenv("DISPLAY", m_name.c_str(), 1);
-    }
-    VirtualDisplay(const VirtualDisplay&) = delete;
-    VirtualDisplay& operator=(const VirtualDisplay&) = delete;
-    ~VirtualDisplay()
-    {
-        end();
-        ::unsetenv("DISPLAY");
-    }
-
-    bool isThere() const { return !m_name.empty(); }
-    void end()
-    {
-        if (m_server <= 0)
-            return;
-        ::kill(m_server, SIGTERM);
-        ::waitpid(m_server, nullptr, 0);
-        m_server = 0;
-    }
-
-private:
-    pid_t m_server = 0;
-    std::string m_name;
-};
 
 class WindowsUnderXvfbTest : public ::testing::Test {
 protected:

@@ -1,6 +1,7 @@
 #include "arkin/desktop/DetailsWindow.h"
 #include "arkin/desktop/LaunchDialog.h"
 #include "tests/arkin/desktop/DesktopFixture.h"
+#include "tests/support/VirtualDisplay.h"
 
 #include <cstdlib>
 #include <QApplication>
@@ -122,7 +123,7 @@ TEST_F(HostDesktopTest, DetailsShowTheRunAsItStandsWhenTheyAreRefreshed)
     EXPECT_EQ(window.windowTitle(), "Run 1 of “Nightly”");
     vault.store.database().session() << "UPDATE task_runs SET state = 7";
     QTest::keyClick(&window, Qt::Key_F5);
-    EXPECT_EQ(window.findChildren<QLineEdit*>().size(), 1);
+    EXPECT_EQ(window.findChildren<QLineEdit*>("editFiles").size(), 1);
     EXPECT_EQ(find<QLineEdit>(window, "editFiles")->text(), "7");
     EXPECT_EQ(find<QLabel>(window, "heading")->text(), "Selected Files (finished)");
 }
@@ -143,6 +144,23 @@ TEST(DisplayTest, ADisplayThatDoesntAnswerIsSaidSo)
     const HostDesktop desktop(findDisplay(), true);
     EXPECT_FALSE(desktop.canAsk());
     EXPECT_THROW(desktop.requireDisplay(), zn::StatusError);
+}
+
+/// A server that ends with its last client, so that any moment without one is seen.
+TEST(DisplayTest, ADisplayIsHeldUntilTheToolkitHasIt)
+{
+    const zn::test::VirtualDisplay display("-terminate");
+    ASSERT_TRUE(display.isThere()) << "Xvfb can't be started; install the package xvfb.";
+    EXPECT_EQ(std::system("unset QT_QPA_PLATFORM WAYLAND_DISPLAY; " ZN_BIN_DIR "/display_probe"), 0);
+}
+
+/// Each command is the last client in its turn, after which the server starts anew under the next one.
+TEST(DisplayTest, ADisplayThatJustResetIsUsed)
+{
+    const zn::test::VirtualDisplay display;
+    ASSERT_TRUE(display.isThere()) << "Xvfb can't be started; install the package xvfb.";
+    for (int command = 0; command < 6; ++command)
+        EXPECT_EQ(std::system("unset QT_QPA_PLATFORM WAYLAND_DISPLAY; " ZN_BIN_DIR "/display_probe"), 0);
 }
 
 } // namespace zn::arkin::test

@@ -16,6 +16,7 @@ const KnownVariables known = {
     {u"FileCardData", ValueType::String},
     {u"FileFormat", ValueType::String},
     {u"OutputPath", ValueType::String},
+    {u"Header", ValueType::String, true},
     {u"Margin", ValueType::Float32},
     {u"ReplaceOutput", ValueType::Boolean},
     {u"StlQuality", ValueType::Int32},
@@ -74,6 +75,27 @@ TEST(TaskFileTest, ReadsTheSettingsOfACommandLineByTheVariablesType)
         "The variable 'ReplaceOutput' takes true or false, not 'maybe'.");
     EXPECT_EQ(sentenceOf([] { parseVariable(u"StlQuality", u"2x", known); }),
         "The variable 'StlQuality' takes a whole number, not '2x'.");
+}
+
+TEST(TaskFileTest, PartsTheLinesOfATextByCrLfAndEndsThoseOfAListByLineFeeds)
+{
+    const struct {
+        const char* json;
+        const char16_t* header;
+    } rows[] = {
+        {R"(["one", "two"])", u"one\r\ntwo"},
+        {R"("one\ntwo\r\n\rthree")", u"one\r\ntwo\r\n\r\nthree"},
+        {R"(["one"])", u"one"},
+        {R"([])", u""},
+    };
+    for (const auto& row : rows) {
+        const auto file = parseTaskFile(
+            std::string(R"({"variables": {"FileCardData": ["a;1;", "b;1;"], "Header": )") + row.json + "}}", known);
+        EXPECT_EQ(file.variables.at(u"Header"), Value(row.header)) << row.json;
+        EXPECT_EQ(file.variables.at(u"FileCardData"), Value(u"a;1;\nb;1;\n"));
+    }
+    EXPECT_EQ(parseVariable(u"Header", u"one\ntwo", known), Value(u"one\r\ntwo"));
+    EXPECT_EQ(parseVariable(u"FileCardData", u"a;1;\n", known), Value(u"a;1;\n"));
 }
 
 TEST(TaskFileTest, WhatIsGivenWinsOverWhatThePagesWrite)

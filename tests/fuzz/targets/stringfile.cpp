@@ -1,5 +1,5 @@
 // A string file: everything before the line that is complained of is good, and that line is in the file.
-#include "addin/libraries/lexmgr/StringFile.h"
+#include "strings/StringFile.h"
 #include "tests/fuzz/Promise.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@ using fuzz::promise;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string_view content(reinterpret_cast<const char*>(data), size);
-    const auto file = lexmgr::readStringFile(content);
+    const auto file = readStringFile(content);
     if (file.problem.empty())
         return 0;
     promise(file.problem.starts_with(u"line ") && file.problem.ends_with(u"."), "a complaint is a sentence");
@@ -21,6 +21,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::size_t before = 0;
     for (int i = 1; i < line; ++i)
         before = content.find('\n', before) + 1;
-    promise(lexmgr::readStringFile(content.substr(0, before)).problem.empty(), "the lines before are good");
+    promise(readStringFile(content.substr(0, before)).problem.empty(), "the lines before are good");
     return 0;
 }

@@ -20,7 +20,7 @@ const zn::arkin::KnownVariables& known()
     static const zn::arkin::KnownVariables all = [] {
         zn::arkin::KnownVariables rows;
         for (const TaskVariable& row : taskVariables())
-            rows.push_back({Text(row.name), row.type});
+            rows.push_back({Text(row.name), row.type, hasCrLf(row)});
         return rows;
     }();
     return all;

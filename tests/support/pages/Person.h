@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <QAbstractButton>
+#include <QApplication>
 #include <QDialog>
 #include <QMessageBox>
 #include <QPointer>
@@ -9,7 +10,9 @@
 #include <QStringList>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 #include <QWidget>
+#include <QWindow>
 
 /// What a person does with windows in a test.
 namespace zn::test {
@@ -30,6 +33,18 @@ inline void type(QWidget* edit, const QString& text) { QTest::keyClicks(edit, te
 inline void press(QWidget* control, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QTest::keyClick(control, key, modifiers);
+}
+/// Turns the wheel towards the user, with the pointer on the middle of the control, as the window system tells it: to
+/// the native window there.
+inline void turnWheel(const QWidget& control, int notches = 1)
+{
+    constexpr int notch = 120;
+    const QWidget* native = control.internalWinId() != 0 ? &control : control.nativeParentWidget();
+    const QPoint at = control.mapTo(native, control.rect().center());
+    QWheelEvent event(
+        at, native->mapToGlobal(at), {}, {0, -notch * notches}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(native->windowHandle(), &event);
 }
 
 /// Waits, while it lives, for the next modal window and lets `answer` deal with it; a second one gets the next answer.

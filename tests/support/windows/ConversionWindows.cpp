@@ -68,6 +68,8 @@ std::vector<WindowCase> conversionWindows()
         conversionCase("ConversionSettingsPageDlg-sheets",
             {{u"FileFormat", Text(u"Viewpane (*.vprt; *.vasm; *.vdrw)")}},
             [](QWidget& page) { selectLastTab(page, "outputTabs"); }),
+        conversionCase("ConversionSettingsPageDlg-brackets",
+            {{u"FileFormat", Text(u"STL (*.stl)")}, {u"OutputConfs", 9}, {u"NamedConf", Text(u"[ML]*")}}),
         conversionCase("ConversionSettingsPageDlg-3dpdf", {{u"FileFormat", Text(u"3D PDF - MBD (*.pdf)")}}),
         conversionCase("ConversionSettingsPageDlg-3dpdf-part", {{u"FileFormat", Text(u"3D PDF - MBD (*.pdf)")}},
             [](QWidget& page) { selectLastTab(page, "themeTabs"); }),

@@ -1,3 +1,4 @@
+#include "tests/support/SilentPrintingSystem.h"
 #include "tests/zentrel/application/Workshop.h"
 
 #include "platform/linux/FolderPrinters.h"
@@ -272,6 +273,14 @@ TEST_F(PrintTest, TheDefaultMacroPrintsASheetOnItsPaper)
     EXPECT_THAT(run({{"[__printer_margintype]", "2"}, {"[__printer_marginleft]", "1000"}}),
         HasSubstr("leave no room on paper of 420 x 297 mm."));
     EXPECT_EQ(jobs().size(), 1U);
+
+    // Nobody can say that this printer isn't there.
+    const zn::test::SilentPrintingSystem silent;
+    EXPECT_EQ(run({{"[__printer_prname]", "Office"}}),
+        "Could not print file '" + file
+            + "'. The following errors occured: \r\nThe printer 'Office' can't be reached: the machine's printing "
+              "system "
+              "runs, but doesn't answer. Start it anew, then print again.\r\n\r\n");
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #include "addin/libraries/lexmgr/HelpWindow.h"
 #include "addin/libraries/lexmgr/LexMgr.h"
 #include "addin/libraries/lexmgr/LexWindow.h"
-#include "addin/libraries/lexmgr/StringTable.h"
+#include "strings/StringTable.h"
 
 #include <QMessageBox>
 
@@ -102,7 +102,7 @@ private:
             QMessageBox::warning(parent, QString::fromUtf16(TSS_internal(1, u"HelpWindow", u"LexMgr", u"Help")), text);
     }
 
-    StringTable m_strings;
+    zn::StringTable m_strings;
     std::filesystem::path m_helpFolder;
     std::vector<std::u16string> m_defaultFiles;
     std::vector<QPointer<LexWindow>> m_windows;

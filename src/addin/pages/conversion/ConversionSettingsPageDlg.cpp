@@ -1,5 +1,6 @@
 #include "addin/pages/conversion/ConversionSettingsPageDlg.h"
 
+#include "addin/installation/FormatLabels.h"
 #include "addin/pages/conversion/AsmTemplateDlg.h"
 #include "addin/pages/conversion/ConfsTemplateDlg.h"
 #include "addin/pages/conversion/FormatList.h"
@@ -31,9 +32,10 @@ void CConversionSettingsPageDlg::LoadSettings(const ObjectRef& task, std::int32_
 {
     m_sheetsInFront = false;
     if (const std::optional<Text> format = readText(task, u"FileFormat"))
-        selectFormat(*m_formats, *format);
+        selectFormat(*m_formats, environment(), *format);
     if (m_launch)
-        m_freedom = readLaunchFreedom(task);
+        m_freedom = readLaunchFreedom(
+            task, [&](TextView label) { return findFormatInAnyLanguage(environment().platform(), label); });
 
     m_sheets->setFormat(formatCode());
     m_confs->setFormat(formatCode());

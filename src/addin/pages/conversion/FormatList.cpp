@@ -1,5 +1,6 @@
 #include "addin/pages/conversion/FormatList.h"
 
+#include "addin/installation/FormatLabels.h"
 #include "addin/libraries/flowicons/FlowIcons.h"
 #include "addin/pages/frame/Images.h"
 #include "addin/pages/frame/PageEnvironment.h"
@@ -47,9 +48,9 @@ void fillFormatList(QComboBox& list, PageEnvironment& environment, bool launch)
 
 std::int32_t selectedFormat(const QComboBox& list) { return list.currentData().toInt(); }
 
-void selectFormat(QComboBox& list, TextView label)
+void selectFormat(QComboBox& list, PageEnvironment& environment, TextView label)
 {
-    const OutputFormat* format = findOutputFormat(label);
+    const OutputFormat* format = findFormatInAnyLanguage(environment.platform(), label);
     const int row = format ? list.findData(format->code) : -1;
     list.setCurrentIndex(row < 0 ? 0 : row);
 }

@@ -17,7 +17,8 @@ void fillFormatList(QComboBox& list, PageEnvironment& environment, bool launch);
 /// The code of the selected row.
 std::int32_t selectedFormat(const QComboBox& list);
 
-/// Selects the row of the format with that English label, compared without regard to case; without one the first row.
-void selectFormat(QComboBox& list, TextView label);
+/// Selects the row of the format with that label in English, or in any language of the installation, since a task may
+/// have come from one that stores its own; compared without regard to case. Without one the first row.
+void selectFormat(QComboBox& list, PageEnvironment& environment, TextView label);
 
 } // namespace zn

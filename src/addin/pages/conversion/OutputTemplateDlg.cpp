@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QStyle>
@@ -27,7 +28,8 @@ enum Control : int {
     FileBox = 307,
     OneFileEach = 308,
     SameFile = 309,
-    AllowFiles = 310
+    AllowFiles = 310,
+    BracketNote = 311
 };
 
 enum Group : int { OutputGroup = 1, FileGroup = 2 };
@@ -74,6 +76,7 @@ OutputTemplateDlg::OutputTemplateDlg(
     m_name->setText(ts(54, u"Default"));
     for (const QRadioButton* button : {m_all, m_lastActive, m_named})
         connect(button, &QRadioButton::toggled, this, [this] { inSlot([this] { refresh(); }); });
+    connect(m_name, &QLineEdit::textChanged, this, [this] { inSlot([this] { refresh(); }); });
     refresh();
 }
 
@@ -84,10 +87,17 @@ QGroupBox* OutputTemplateDlg::makeOutputBox()
     m_lastActive = control<QRadioButton>(LastActive, "lastActive", m_texts.lastActive);
     m_named = control<QRadioButton>(Named, "named", m_texts.named);
     m_name = control<QLineEdit>(Name, "name", u"Name with wildcards");
+    m_bracketNote = control<QLabel>(BracketNote, "bracketNote",
+        u"A name in square brackets stands for the task variable of that name, so a list of letters such as [ML] can't "
+        u"be used here. Use * and ? instead.");
+    m_bracketNote->setWordWrap(true);
     m_allowOutput = control<QCheckBox>(AllowOutput, "allowOutput", allowText);
     auto* below = new QHBoxLayout;
     below->addSpacing(indentation(*m_named));
-    below->addWidget(m_name);
+    auto* name = new QVBoxLayout;
+    name->addWidget(m_name);
+    name->addWidget(m_bracketNote);
+    below->addLayout(name);
     auto* rows = new QVBoxLayout(box);
     for (QWidget* row : std::initializer_list<QWidget*>{m_all, m_lastActive, m_named})
         rows->addWidget(row);
@@ -124,6 +134,7 @@ void OutputTemplateDlg::setFormat(std::int32_t code)
 void OutputTemplateDlg::refresh()
 {
     mbEnableCtrl(Name, m_named->isChecked());
+    mbShowCtrl(BracketNote, m_named->isChecked() && m_name->text().contains(u'['));
     mvShowGroup(FileGroup, offersGrouping());
     if (!offersGrouping())
         return;

@@ -6,6 +6,7 @@
 
 class QCheckBox;
 class QGroupBox;
+class QLabel;
 class QLineEdit;
 class QRadioButton;
 
@@ -57,6 +58,7 @@ private:
     QRadioButton* m_all = nullptr;
     QRadioButton* m_lastActive = nullptr;
     QRadioButton* m_named = nullptr;
+    QLabel* m_bracketNote = nullptr;
     QLineEdit* m_name = nullptr;
     QCheckBox* m_allowOutput = nullptr;
     QRadioButton* m_oneFileEach = nullptr;

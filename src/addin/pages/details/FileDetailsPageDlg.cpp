@@ -97,7 +97,9 @@ CFileDetailsPageDlg::CFileDetailsPageDlg(
 QSize CFileDetailsPageDlg::sizeHint() const
 {
     const QFontMetrics metrics(font());
-    return {110 * metrics.averageCharWidth(), 20 * metrics.lineSpacing()};
+    constexpr int charactersOfColumn = 32; // names and folders of an ordinary length can be read
+    const int characters = charactersOfColumn * m_list->model()->columnCount();
+    return {characters * metrics.averageCharWidth(), 20 * metrics.lineSpacing()};
 }
 
 std::shared_ptr<const FileDetailsLook> CFileDetailsPageDlg::makeColumns()

@@ -1,5 +1,6 @@
 #include "addin/pages/frame/LexWnd.h"
 
+#include "qtglue/PageInput.h"
 #include "qtglue/Texts.h"
 
 #include <QLabel>
@@ -43,6 +44,7 @@ LexWnd::LexWnd(PageEnvironment& environment, QWidget& window, const char16_t* na
     , m_name(name)
     , m_lex(environment.lex().makeWindow())
 {
+    keepInputForPages(window);
 }
 
 LexWnd::~LexWnd() = default;

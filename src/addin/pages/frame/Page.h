@@ -4,6 +4,9 @@
 #include "addin/pages/frame/LexWnd.h"
 
 #include <QPointer>
+#include <QTimer>
+
+#include <utility>
 
 namespace zn {
 
@@ -19,22 +22,42 @@ public:
     /// Writes every variable and raises the first failure. Only called after `validate` was true.
     virtual void save(const ObjectRef& task) = 0;
 
+    /// Holds the task, which holds the records of its pages, and those the add-in's object. Where a host destroys its
+    /// window first, its pages may be the last to hold all of them, which must not go while a page is being destroyed:
+    /// they go a moment later.
+    void holdTask(ObjectRef task) { m_task = std::move(task); }
+    ObjectRef letTaskGo() { return std::exchange(m_task, nullptr); }
+
+    ~Page() override
+    {
+        if (m_task)
+            QTimer::singleShot(0, [task = std::move(m_task)] {});
+    }
+
 protected:
     Page(PageEnvironment& environment, QWidget* parent, const char16_t* lexName)
         : QWidget(parent)
         , LexWnd(environment, *this, lexName)
     {
     }
+
+private:
+    ObjectRef m_task;
 };
 
 /// What the flows hold of a page: the window belongs to its parent, which may destroy it first.
 template <class Interface, class Widget> class PageHandle : public Interface {
 public:
-    explicit PageHandle(Widget* page)
+    PageHandle(Widget* page, const ObjectRef& task)
         : m_page(page)
     {
+        page->holdTask(task);
     }
-    ~PageHandle() override { delete m_page.data(); }
+    ~PageHandle() override
+    {
+        const ObjectRef task = m_page ? m_page->letTaskGo() : nullptr;
+        delete m_page.data();
+    }
 
     Widget* page() const { return m_page.data(); }
 

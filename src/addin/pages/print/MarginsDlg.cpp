@@ -158,7 +158,7 @@ void CMarginsDlg::load(const ObjectRef& task)
     const auto loadSections = [&](const Choice& choice, const auto& variables) {
         for (std::size_t i = 0; i < sectionCount; ++i) {
             if (const auto text = readText(task, variables[i]))
-                choice.sections[i]->setPlainText(shown(*text));
+                choice.sections[i]->setLines(*text);
         }
     };
     loadType(m_margins, marginType);
@@ -193,7 +193,7 @@ void CMarginsDlg::save(const ObjectRef& task)
 {
     const auto saveSections = [&](const Choice& choice, const auto& variables) {
         for (std::size_t i = 0; i < sectionCount; ++i)
-            writeVariable(task, variables[i], typed(choice.sections[i]->toPlainText()));
+            writeVariable(task, variables[i], choice.sections[i]->lines());
     };
     writeVariable(task, marginType, m_margins.type->checkedId());
     writeVariable(task, headerType, m_header.type->checkedId());

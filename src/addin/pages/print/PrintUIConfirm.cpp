@@ -3,18 +3,26 @@
 #include "addin/pages/print/PrintUIControls.h"
 #include "addin/pages/print/PrintUIDlg.h"
 #include "addin/pages/print/PrintUIMarginsDlg.h"
+#include "addin/pages/print/VersionButton.h"
 #include "addin/variables/TaskVariables.h"
 #include "qtglue/Texts.h"
 
 #include <QComboBox>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSpinBox>
 #include <QTabWidget>
-#include <QToolButton>
 
 namespace zn {
 
 using namespace printUI;
+
+namespace {
+
+/// What the CAD application takes.
+constexpr std::int32_t mostCopies = 999;
+
+} // namespace
 
 bool PrintUIDlg::confirm()
 {
@@ -29,7 +37,7 @@ bool PrintUIDlg::writeMargins()
         m_margins->save(m_task);
         return true;
     } catch (const StatusError& error) {
-        m_tabs->setCurrentWidget(m_margins);
+        m_tabs->setCurrentWidget(m_marginsTab);
         return refuse(m_margins, hostSentence(error.status()));
     }
 }
@@ -66,6 +74,10 @@ bool PrintUIDlg::writeCopies()
     const std::int32_t copies = m_copies->value();
     if (copies < 1)
         return refuse(m_copies, message(NoCopiesText, u"Enter number of copies to print."));
+    if (copies > mostCopies)
+        return refuse(m_copies,
+            message(TooManyCopiesText, u"No more than %1 copies can be printed at once. Enter a smaller number.")
+                .arg(mostCopies));
     return write(m_copies, u"__printer_copycount", copies);
 }
 

@@ -41,6 +41,7 @@ enum Message : int {
     NoCopiesText = 417,
     NothingSelectedText = 418,
     TreeName = 419,
+    TooManyCopiesText = 420,
 };
 
 /// Groups of controls.

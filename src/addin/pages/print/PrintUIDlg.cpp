@@ -5,6 +5,7 @@
 #include "addin/pages/print/PrintUIControls.h"
 #include "addin/pages/print/PrintUIMarginsDlg.h"
 #include "addin/pages/print/StrComp.h"
+#include "addin/pages/print/VersionButton.h"
 #include "addin/variables/TaskVariables.h"
 #include "contracts/classes/ClassStore.h"
 #include "contracts/host/ArkBatch.h"
@@ -13,10 +14,10 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTabWidget>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace zn {
@@ -41,11 +42,8 @@ bool PrintUIDlg::start()
         return refuse(nullptr, message(NoInstanceText, u"Failed to get IArkTaskInstance ptr from ArkCmd"));
     m_settings = PrintSettings::read(m_task);
     mvShowGroup(VersionGroup, m_settings.asksVersion);
-    if (m_settings.hasMarginsTab()) {
-        m_margins = new PrintUIMarginsDlg(environment(), m_tabs, m_settings);
-        m_margins->load(m_task);
-        m_tabs->addTab(m_margins, message(MarginsTabText, u"Margins"));
-    }
+    if (m_settings.hasMarginsTab())
+        makeMarginsTab();
     (m_settings.startsWithLatest ? m_latestVersion : m_referencedVersion)->setChecked(true);
     if (!makeTree())
         return false;
@@ -55,8 +53,22 @@ bool PrintUIDlg::start()
     (m_settings.orientation == 0 ? m_portrait : m_landscape)->setChecked(true);
     mbShowCtrl(OrientationFrame, m_settings.userOrientationChange);
     showTotal();
+    fitToScreen();
     m_treeWindow->setFocus();
     return true;
+}
+
+/// With large letters the tab is taller than a small screen, so it scrolls.
+void PrintUIDlg::makeMarginsTab()
+{
+    m_marginsTab = new QScrollArea(m_tabs);
+    m_marginsTab->setFrameShape(QFrame::NoFrame);
+    m_marginsTab->setWidgetResizable(true);
+    m_marginsTab->setFocusPolicy(Qt::NoFocus);
+    m_margins = new PrintUIMarginsDlg(environment(), m_marginsTab, m_settings);
+    m_margins->load(m_task);
+    m_marginsTab->setWidget(m_margins);
+    m_tabs->addTab(m_marginsTab, message(MarginsTabText, u"Margins"));
 }
 
 bool PrintUIDlg::makeTree()

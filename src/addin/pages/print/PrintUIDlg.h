@@ -9,13 +9,14 @@ class QComboBox;
 class QLabel;
 class QRadioButton;
 class QSpinBox;
+class QScrollArea;
 class QTabWidget;
-class QToolButton;
 class QVBoxLayout;
 
 namespace zn {
 
 class PrintUIMarginsDlg;
+class VersionButton;
 
 /// The dialog of a print task's launch: the selected files with their references as a tree of check boxes, and what
 /// the administrator has left open about printer, paper, margins, header, footer, versions and copies.
@@ -38,8 +39,11 @@ private:
     QLayout* makeFields();
     QWidget* makeOrientation();
     QLayout* makeButtons();
+    /// Takes the size at which all can be seen, as far as the screen has room.
+    void fitToScreen();
 
     // start
+    void makeMarginsTab();
     bool makeTree();
     void readFiles();
     std::shared_ptr<FileRefRows> readRows();
@@ -78,10 +82,11 @@ private:
     QWidget* m_treeWindow = nullptr;
 
     QTabWidget* m_tabs = nullptr;
-    QToolButton* m_referencedVersion = nullptr;
-    QToolButton* m_latestVersion = nullptr;
+    VersionButton* m_referencedVersion = nullptr;
+    VersionButton* m_latestVersion = nullptr;
     QVBoxLayout* m_filesLayout = nullptr;
     PrintUIMarginsDlg* m_margins = nullptr; ///< none without the tab
+    QScrollArea* m_marginsTab = nullptr;    ///< around it
     QLabel* m_printerLabel = nullptr;
     QComboBox* m_printer = nullptr;
     QComboBox* m_size = nullptr;

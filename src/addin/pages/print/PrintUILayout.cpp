@@ -2,6 +2,8 @@
 
 #include "addin/pages/print/PrintUIControls.h"
 #include "addin/pages/print/PrintUIDlg.h"
+#include "addin/pages/print/PrintUIMarginsDlg.h"
+#include "addin/pages/print/VersionButton.h"
 
 #include <limits>
 #include <QButtonGroup>
@@ -11,9 +13,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSpinBox>
 #include <QTabWidget>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace zn {
@@ -22,11 +25,14 @@ using namespace printUI;
 
 namespace {
 
-constexpr int mostCopies = 999'999;
+/// More than can be printed, so that what is too much is refused with a word and not cut short while it is typed.
+constexpr int mostTypedCopies = 999'999;
 
 /// First size of the window in average characters and lines.
 constexpr int charactersWide = 130;
 constexpr int linesHigh = 34;
+/// What a window's frame, and a panel beside it, may take of the screen, in pixels.
+constexpr int screenReserve = 64;
 
 } // namespace
 
@@ -42,20 +48,29 @@ void PrintUIDlg::makeControls()
     mbInitLexWnd(u"Print");
     mbAddToolTip(ReferencedVersion, message(ReferencedTip, u"Referenced version"));
     mbAddToolTip(LatestVersion, message(LatestTip, u"Latest version"));
-    resize(charactersWide * fontMetrics().averageCharWidth(), linesHigh * fontMetrics().lineSpacing());
+}
+
+void PrintUIDlg::fitToScreen()
+{
+    const QSize room = screen()->availableGeometry().size() - QSize(screenReserve, screenReserve);
+    QSize wanted(charactersWide * fontMetrics().averageCharWidth(), linesHigh * fontMetrics().lineSpacing());
+    if (m_margins) {
+        // A scroll area asks for less than what is in it.
+        const QSize missing = m_margins->sizeHint() - m_marginsTab->sizeHint();
+        wanted = wanted.expandedTo(sizeHint() + missing.expandedTo({0, 0}));
+    }
+    resize(wanted.boundedTo(room));
 }
 
 QWidget* PrintUIDlg::makeFilesTab()
 {
     auto* tab = new QWidget(m_tabs);
     auto* label = control<QLabel>(VersionLabel, "versionLabel", u"&Version of references:");
-    m_referencedVersion = control<QToolButton>(ReferencedVersion, "referencedVersion", u"Referenced version");
-    m_latestVersion = control<QToolButton>(LatestVersion, "latestVersion", u"Latest version");
+    m_referencedVersion = control<VersionButton>(ReferencedVersion, "referencedVersion", u"Referenced version");
+    m_latestVersion = control<VersionButton>(LatestVersion, "latestVersion", u"Latest version");
     auto* either = new QButtonGroup(this);
-    for (QToolButton* button : {m_referencedVersion, m_latestVersion}) {
-        button->setCheckable(true);
+    for (VersionButton* button : {m_referencedVersion, m_latestVersion})
         either->addButton(button);
-    }
     label->setBuddy(m_referencedVersion);
     for (const int number : {VersionLabel, ReferencedVersion, LatestVersion})
         mvAddControl(VersionGroup, number);
@@ -82,7 +97,7 @@ QLayout* PrintUIDlg::makeFields()
     m_size = control<QComboBox>(SizeBox, "paperSize");
     auto* copiesLabel = control<QLabel>(CopiesLabel, "copiesLabel", u"&Number of copies:");
     m_copies = control<QSpinBox>(CopiesEdit, "copies");
-    m_copies->setRange(0, mostCopies);
+    m_copies->setRange(0, mostTypedCopies);
     m_copies->setValue(1);
     m_total = control<QLabel>(Total, "total");
     m_printerLabel->setBuddy(m_printer);

@@ -1,14 +1,13 @@
 #include "addin/pages/print/PrintUIMarginsDlg.h"
 
+#include "addin/pages/print/LinesEdit.h"
 #include "addin/variables/TaskVariables.h"
 #include "qtglue/Texts.h"
 
-#include <algorithm>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -30,7 +29,6 @@ enum Control : int {
 };
 
 constexpr int largestMargin = 9999; // mm
-constexpr int visibleLines = 2;
 
 /// The edits in the order in which they are written.
 constexpr struct {
@@ -121,10 +119,7 @@ QWidget* PrintUIMarginsDlg::makeBand(Band& band, int firstNumber, const char* ro
     for (int i = 0; i < 3; ++i) {
         const QByteArray section = name + sectionNames[i];
         auto* label = control<QLabel>(firstNumber + 1 + i, (section + "Label").constData(), sectionLabels[i]);
-        auto* edit = control<QPlainTextEdit>(firstNumber + 4 + i, section.constData(), texts.spoken[i]);
-        edit->setTabChangesFocus(true);
-        edit->setMinimumHeight(
-            std::max(edit->minimumSizeHint().height(), (visibleLines + 1) * edit->fontMetrics().lineSpacing()));
+        auto* edit = control<LinesEdit>(firstNumber + 4 + i, section.constData(), texts.spoken[i]);
         edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
         label->setBuddy(edit);
         grid->addWidget(label, 1, i);
@@ -144,7 +139,7 @@ void PrintUIMarginsDlg::load(const ObjectRef& task)
     for (Band* band : {&m_header, &m_footer}) {
         for (std::size_t i = 0; i < band->sections.size(); ++i) {
             if (const auto stored = readText(task, band->variables[i]))
-                band->sections[i]->setPlainText(shown(*stored));
+                band->sections[i]->setLines(*stored);
         }
     }
 }
@@ -170,7 +165,7 @@ void PrintUIMarginsDlg::saveBand(const Band& band, const ObjectRef& task) const
     if (!band.isCustom->isChecked())
         return;
     for (std::size_t i = 0; i < band.sections.size(); ++i)
-        writeVariable(task, band.variables[i], typed(band.sections[i]->toPlainText()));
+        writeVariable(task, band.variables[i], band.sections[i]->lines());
 }
 
 void PrintUIMarginsDlg::enableEdits()
@@ -178,7 +173,7 @@ void PrintUIMarginsDlg::enableEdits()
     for (QSpinBox* edit : m_margins)
         edit->setEnabled(m_customMargins->isChecked());
     for (const Band* band : {&m_header, &m_footer}) {
-        for (QPlainTextEdit* edit : band->sections)
+        for (LinesEdit* edit : band->sections)
             edit->setEnabled(band->isCustom->isChecked());
     }
 }

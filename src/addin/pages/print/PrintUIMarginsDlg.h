@@ -6,11 +6,12 @@
 #include <array>
 
 class QCheckBox;
-class QPlainTextEdit;
 class QRadioButton;
 class QSpinBox;
 
 namespace zn {
+
+class LinesEdit;
 
 /// The second tab of the print dialog: margins, header and footer, as far as the administrator has left them open.
 class PrintUIMarginsDlg final : public QWidget, private LexWnd {
@@ -31,7 +32,7 @@ private:
         std::array<const char16_t*, 3> variables{};
         bool isShown = false;
         QCheckBox* isCustom = nullptr;
-        std::array<QPlainTextEdit*, 3> sections{};
+        std::array<LinesEdit*, 3> sections{};
     };
 
     QWidget* makeMargins();

@@ -96,7 +96,7 @@ void CPrinterDlg::load(const ObjectRef& task)
     if (QAbstractButton* button = m_type->button(readInteger(task, typeVariable).value_or(FixedPrinter)))
         button->setChecked(true);
     m_name->setEditText(shown(readText(task, nameVariable).value_or(Text())));
-    m_names->setPlainText(shown(readText(task, namesVariable).value_or(Text())));
+    m_names->setLines(readText(task, namesVariable).value_or(Text()));
     for (int row = 0; row < m_sizes->topLevelItemCount(); ++row)
         m_sizes->setPrinter(row, readText(task, m_sizes->sizeOf(row).printerVariable).value_or(Text()));
 }
@@ -106,7 +106,7 @@ void CPrinterDlg::save(const ObjectRef& task)
     m_sizes->finishEdit();
     writeVariable(task, typeVariable, m_type->checkedId());
     writeVariable(task, nameVariable, typed(m_name->currentText()));
-    writeVariable(task, namesVariable, typed(m_names->toPlainText()));
+    writeVariable(task, namesVariable, m_names->lines());
     for (int row = 0; row < m_sizes->topLevelItemCount(); ++row)
         writeVariable(task, m_sizes->sizeOf(row).printerVariable, m_sizes->printer(row));
 }

@@ -84,8 +84,8 @@ TaskHost Session::taskHost()
 Desktop& Session::desktop(bool wanted)
 {
     if (!m_desktop) {
-        platform(); // the windows work with this home, too
-        m_desktop = loadDesktop(programFolder(), wanted);
+        auto& machine = platform(); // the windows work with this home, too
+        m_desktop = loadDesktop(programFolder(), desktopSetting(machine.registry(), machine.files(), wanted));
     }
     return *m_desktop;
 }

@@ -2,7 +2,10 @@
 
 #include "arkin/desktop/HostDesktop.h"
 
-extern "C" __attribute__((visibility("default"))) zn::arkin::Desktop* makeDesktop(bool wanted)
+extern "C" __attribute__((visibility("default"))) zn::arkin::Desktop* makeDesktop(
+    const zn::arkin::DesktopSetting& setting)
 {
-    return new zn::arkin::HostDesktop(zn::arkin::findDisplay(), wanted);
+    using namespace zn::arkin;
+    return new HostDesktop(setting.wanted ? findDisplay() : Display{"offscreen", {}, {}}, setting.wanted,
+        {setting.language, setting.stringFolder});
 }

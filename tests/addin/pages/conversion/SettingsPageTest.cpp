@@ -54,6 +54,40 @@ TEST_F(SettingsPage, StoresItsDefaultsAndTheSettingsOfAllFormats)
     }
 }
 
+/// An installation in another language may have stored its own label.
+TEST_F(SettingsPage, FindsAFormatByItsLabelInAnyLanguage)
+{
+    const std::pair<const char16_t*, const char*> rows[] = {
+        {u"Parasolid bin\u00E4r (*.x_b)", "Parasolid Binary (*.x_b)"},
+        {u"<benutzer fragen>", "<Prompt the user>"},
+        {u"3d pdf - mbd (*.pdf)", "3D PDF - MBD (*.pdf)"},
+        {u"Ein altes Format (*.x_b)", "<Prompt the user>"},
+    };
+    for (const auto& [storedLabel, shownLabel] : rows) {
+        setUp({{u"FileFormat", Text(storedLabel)}});
+        EXPECT_EQ(on<QComboBox>("outputFormat")->currentText().toStdString(), shownLabel);
+    }
+    // At a launch it is the administrator's, too.
+    launch({{u"FileFormat", Text(u"Parasolid bin\u00E4r (*.x_b)")}}, 16);
+    EXPECT_EQ(page->formatLabel(), u"Parasolid Binary (*.x_b)");
+    EXPECT_FALSE(sees("outputFormat"));
+}
+
+TEST_F(SettingsPage, SaysWhileItIsTypedThatBracketsAreNoListOfLetters)
+{
+    setUp();
+    of<QRadioButton>("configurations", "named")->click();
+    auto* name = of<QLineEdit>("configurations", "name");
+    name->selectAll();
+    type(name, "*-M");
+    EXPECT_FALSE(of<QLabel>("configurations", "bracketNote")->isVisible());
+    name->home(false);
+    type(name, "[ML]");
+    EXPECT_TRUE(of<QLabel>("configurations", "bracketNote")->isVisible());
+    of<QRadioButton>("configurations", "all")->click();
+    EXPECT_FALSE(of<QLabel>("configurations", "bracketNote")->isVisible());
+}
+
 TEST_F(SettingsPage, StoresWhatAPersonChooses)
 {
     setUp();

@@ -119,6 +119,24 @@ TEST_F(FileDetailsPage, ARunThatGoesOnShowsItsSelectionTheLastRecordFirst)
     EXPECT_EQ(list().item(3).text(0), "gone.pdf");
 }
 
+TEST_F(FileDetailsPage, OpensWideEnoughForAllItsColumns)
+{
+    for (const TaskKind kind : {TaskKind::Conversion, TaskKind::Printing, TaskKind::General}) {
+        for (const bool finished : {false, true}) {
+            show(run(kind), kind, finished);
+            QWidget& page = *list().parentWidget();
+            page.resize(page.sizeHint());
+            page.show();
+            const QHeaderView& header = *list().header();
+            EXPECT_GE(list().viewport()->width(), page.fontMetrics().averageCharWidth() * 30 * header.count());
+            for (int column = 0; column < header.count(); ++column)
+                EXPECT_GE(header.sectionSize(column), header.sectionSizeHint(column));
+            tasks.remove(tasks.get(u"Nightly").id);
+            task.reset();
+        }
+    }
+}
+
 TEST_F(FileDetailsPage, AFinishedConversionShowsEachOutputWithItsSource)
 {
     const auto instance = run(TaskKind::Conversion);

@@ -92,6 +92,13 @@ std::set<Text> stringFilesOf(const std::filesystem::path& source)
     return {u"ZNTaskAddIn", u"VariableMgr"};
 }
 
+/// Whether the texts of a source file stand in the section "TS" alone, since no window asks for them.
+bool hasNoWindow(const std::filesystem::path& source)
+{
+    const auto folder = source.parent_path().filename();
+    return folder == "flows" || folder == "session" || folder == "variables";
+}
+
 using Lookups = std::multimap<int, std::string>;
 
 /// Numbers that the code gives a name.
@@ -125,8 +132,12 @@ Lookups lookupsOf(const std::string& code, const std::map<std::string, int>& nam
 TEST(GermanTest, HasEveryTextOfTheCode)
 {
     std::map<Text, std::set<int>> numbers;
-    for (const auto& [file, section, id] : germanEntries())
+    std::set<int> numbersWithoutWindow;
+    for (const auto& [file, section, id] : germanEntries()) {
         numbers[file].insert(id);
+        if (file == u"ZNTaskAddIn" && section == u"TS")
+            numbersWithoutWindow.insert(id);
+    }
     std::map<std::filesystem::path, std::string> codeOfFolder;
     for (const auto& file : windowSources())
         codeOfFolder[file.parent_path()] += contentOf(file);
@@ -137,8 +148,11 @@ TEST(GermanTest, HasEveryTextOfTheCode)
             continue; // names that are the same in every language
         const std::set<Text> stringFiles = stringFilesOf(file);
         for (const auto& [id, english] : lookupsOf(contentOf(file), namedNumbers(codeOfFolder[file.parent_path()]))) {
-            if (std::none_of(stringFiles.begin(), stringFiles.end(),
-                    [&, id = id](const Text& stringFile) { return numbers[stringFile].contains(id); }))
+            const bool isThere = hasNoWindow(file)
+                ? numbersWithoutWindow.contains(id)
+                : std::any_of(stringFiles.begin(), stringFiles.end(),
+                    [&, id = id](const Text& stringFile) { return numbers[stringFile].contains(id); });
+            if (!isThere)
                 missing += file.filename().string() + ": " + std::to_string(id) + " = " + english + '\n';
         }
     }

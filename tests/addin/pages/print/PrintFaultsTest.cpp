@@ -31,17 +31,20 @@ TEST_F(PrintFaultsTest, MarginsTabShowsAndWritesTheOpenGroups)
         left->selectAll();
         type(left, "25");
         click(find<QAbstractButton>(dialog, "footerCustom"));
-        type(find<QPlainTextEdit>(dialog, "footerCenter"), "Page");
+        auto* center = find<QPlainTextEdit>(dialog, "footerCenter");
+        type(center, "Page");
+        press(center, Qt::Key_Return);
+        type(center, "two");
         pressLater(dialog, "print");
     }});
     EXPECT_TRUE(launch({{u"__printer_margintop", 12.4F}, {u"__printer_headertype", 2},
-                           {u"__printer_footerleft", u"Left"}, {u"__printer_usersizechange", false},
+                           {u"__printer_footerleft", u"Left\r\nover"}, {u"__printer_usersizechange", false},
                            {u"__printer_refversiontype", 0}, {u"__printer_userorientchange", false}},
         true));
     EXPECT_TRUE(person.allUsed());
     EXPECT_THAT(written(),
-        ElementsAre("copycount=1", "footercenter=Page", "footerleft=Left", "footerright=", "footertype=2",
-            "marginbottom=0", "marginleft=25", "marginright=0", "margintop=12"));
+        ElementsAre("copycount=1", "footercenter=Page\r\ntwo", "footerleft=Left\r\nover",
+            "footerright=", "footertype=2", "marginbottom=0", "marginleft=25", "marginright=0", "margintop=12"));
     EXPECT_EQ(run->ownVariables().at(u"__printer_marginleft").type(), ValueType::Int32);
 }
 

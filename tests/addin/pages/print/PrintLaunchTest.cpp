@@ -1,9 +1,12 @@
 #include "addin/pages/print/StrComp.h"
 #include "tests/addin/pages/print/PrintFixture.h"
 
+#include <array>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QScreen>
 #include <QSpinBox>
 
 namespace zn {
@@ -248,8 +251,18 @@ TEST_F(PrintLaunchTest, RefusesWithAMessageAndStaysOpen)
         },
         [](QWidget& box) { box.close(); },
         [](QWidget& dialog) {
-            EXPECT_EQ(dialog.focusWidget(), find<QWidget>(dialog, "copies"));
-            find<QSpinBox>(dialog, "copies")->setValue(100'000);
+            auto* copies = find<QSpinBox>(dialog, "copies");
+            EXPECT_EQ(dialog.focusWidget(), copies);
+            copies->selectAll();
+            type(copies, "1000");
+            pressLater(dialog, "print");
+        },
+        [](QWidget& box) { box.close(); },
+        [](QWidget& dialog) {
+            auto* copies = find<QSpinBox>(dialog, "copies");
+            EXPECT_EQ(dialog.focusWidget(), copies);
+            copies->selectAll();
+            type(copies, "999");
             go(dialog, {"top.zenasm"});
             press(find<QWidget>(dialog, "fileTree"), Qt::Key_Space);
             EXPECT_EQ(find<QLabel>(dialog, "total")->text(), "Total: 0");
@@ -262,7 +275,63 @@ TEST_F(PrintLaunchTest, RefusesWithAMessageAndStaysOpen)
     EXPECT_TRUE(person.allUsed());
     EXPECT_EQ(person.shown(),
         QStringList({"Print", "No printer selected.", "Print", "Enter number of copies to print.", "Print",
+            "No more than 999 copies can be printed at once. Enter a smaller number.", "Print",
             "Please select at least one file.", "Print"}));
+}
+
+TEST_F(PrintLaunchTest, FitsOnTheScreenWithLettersOfTwiceTheSize)
+{
+    const QFont font = QApplication::font();
+    QFont large = font;
+    large.setPointSizeF(font.pointSizeF() * 2);
+    QApplication::setFont(large);
+    Answers person({[](QWidget& dialog) {
+        const QSize screen = dialog.screen()->availableGeometry().size();
+        for (int tab : {0, 1}) {
+            find<QTabWidget>(dialog, "tabs")->setCurrentIndex(tab);
+            QApplication::processEvents();
+            EXPECT_LE(dialog.height(), screen.height());
+            EXPECT_LE(dialog.minimumSizeHint().height(), screen.height());
+        }
+        // By the keys, also from outside the tabs, and with no other value than before.
+        auto* printer = find<QComboBox>(dialog, "paperSize");
+        printer->setFocus();
+        const int size = printer->currentIndex();
+        press(printer, Qt::Key_PageUp, Qt::ControlModifier);
+        EXPECT_EQ(find<QTabWidget>(dialog, "tabs")->currentIndex(), 0);
+        press(find<QTreeView>(dialog, "fileTree"), Qt::Key_PageDown, Qt::ControlModifier);
+        EXPECT_EQ(find<QTabWidget>(dialog, "tabs")->currentIndex(), 1);
+        EXPECT_EQ(printer->currentIndex(), size);
+        pressLater(dialog, "cancel");
+    }});
+    EXPECT_FALSE(launch({}, true));
+    EXPECT_TRUE(person.allUsed());
+    QApplication::setFont(font);
+}
+
+TEST_F(PrintLaunchTest, ThePressedVersionCanBeToldInEveryPalette)
+{
+    const auto tone = [](QWidget* button) {
+        const QColor colour
+            = button->grab().toImage().scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixelColor(0, 0);
+        return std::array{colour.red(), colour.green(), colour.blue()};
+    };
+    const QPalette before = QApplication::palette();
+    for (const int ground : {40, 239}) {
+        QApplication::setPalette(QPalette(QColor(ground, ground, ground)));
+        Answers person({[&](QWidget& dialog) {
+            const auto pressed = tone(find<QWidget>(dialog, "latestVersion"));
+            const auto other = tone(find<QWidget>(dialog, "referencedVersion"));
+            int difference = 0;
+            for (std::size_t i = 0; i < 3; ++i)
+                difference += std::abs(pressed[i] - other[i]);
+            EXPECT_GT(difference, 90) << ground;
+            pressLater(dialog, "cancel");
+        }});
+        launch({{u"__printer_refversiontype", 2}}, true);
+        EXPECT_TRUE(person.allUsed());
+    }
+    QApplication::setPalette(before);
 }
 
 } // namespace

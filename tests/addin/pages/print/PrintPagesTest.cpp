@@ -145,7 +145,7 @@ TEST_F(PrintPages, OfferTheMachinesPrintersAndKeepOthers)
     EXPECT_TRUE(page.save(task));
     EXPECT_EQ(printValues(),
         "papsize_A=Plotter papsize_A0= papsize_A1= papsize_A2= papsize_A3= papsize_A4= papsize_B= papsize_C=Roll "
-        "papsize_D= papsize_E= prname=Of the worker prnamelist=Plotter\nTray 2 prseltype=1 ");
+        "papsize_D= papsize_E= prname=Of the worker prnamelist=Plotter\r\nTray 2 prseltype=1 ");
 
     // An edit that is still open when the host saves.
     click(find<QAbstractButton>(window, "printerBySize"));
@@ -209,14 +209,22 @@ TEST_F(PrintPages, OpenTheFieldsOfAFixedChoice)
 TEST_F(PrintPages, KeepMarginsAndTexts)
 {
     store({{u"__printer_margintop", 12}, {u"__printer_marginleft", 0.1F}, {u"__printer_marginright", u"7.25"},
-        {u"__printer_headerleft", u"Zeile 1\nZeile 2"}, {u"__printer_margintype", 2}});
+        {u"__printer_headerleft", u"Zeile 1\r\nZeile 2"}, {u"__printer_footerleft", u"a\nb"},
+        {u"__printer_margintype", 2}});
     TaskPage& page = open(PageName::Margins);
+    click(find<QAbstractButton>(window, "headerFixed"));
+    auto* center = find<QPlainTextEdit>(window, "headerCenter");
+    type(center, "A\u00A0-");
+    press(center, Qt::Key_Return);
+    press(center, Qt::Key_Return);
+    type(center, "B");
     EXPECT_EQ(find<QLineEdit>(window, "marginLeft")->text(), "0.1");
     retype(find<QLineEdit>(window, "marginBottom"), "12,5");
     EXPECT_TRUE(page.save(task));
     EXPECT_EQ(printValues(),
-        "footercenter= footerleft= footerright= footertype=1 headercenter= headerleft=Zeile 1\nZeile 2 headerright= "
-        "headertype=1 marginbottom:12.5 marginleft:0.1 marginright:7.25 margintop:12 margintype=2 ");
+        "footercenter= footerleft=a\r\nb footerright= footertype=1 headercenter=A\u00A0-\r\n\r\nB "
+        "headerleft=Zeile 1\r\nZeile 2 headerright= headertype=2 marginbottom:12.5 marginleft:0.1 marginright:7.25 "
+        "margintop:12 margintype=2 ");
 }
 
 TEST_F(PrintPages, RefuseAMarginThatIsNoNumber)

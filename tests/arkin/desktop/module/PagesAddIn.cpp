@@ -5,10 +5,13 @@
 #include "contracts/host/PageMessage.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPointer>
+#include <QSpinBox>
 #include <QVBoxLayout>
 
 // An add-in for tests of the host's windows: small real pages. What goes wrong stands in the task's variable "Plan".
@@ -37,6 +40,20 @@ public:
         auto* const group = new QGroupBox(name + " values", this);
         auto* const big = new QWidget(group);
         auto* const inside = new QVBoxLayout(group);
+        auto* const format = new QComboBox(group);
+        auto* const list = new QListWidget(group);
+        for (const char* row : {"STL", "TIF", "VRML"}) {
+            format->addItem(row);
+            list->addItem(row);
+        }
+        list->setCurrentRow(0);
+        list->setMaximumHeight(60);
+        auto* const number = new QSpinBox(group);
+        for (const auto& [control, role] :
+            {std::pair<QWidget*, const char*>(format, "format"), {list, "list"}, {number, "number"}}) {
+            control->setObjectName(role + name);
+            inside->addWidget(control);
+        }
         inside->addWidget(edit);
         inside->addWidget(more);
         inside->addWidget(big);

@@ -5,30 +5,30 @@
 #include <map>
 #include <string_view>
 
-namespace lexmgr {
+namespace zn {
 
 /// The entries of one string file: texts by section and number.
 class StringFile {
 public:
     /// Null if the file has no such entry. Valid as long as the object.
-    const zn::Text* find(zn::TextView section, int id) const;
+    const Text* find(TextView section, int id) const;
     /// False if the entry is there already.
-    bool add(const zn::Text& section, int id, zn::Text text);
-    void remove(zn::TextView section, int id);
+    bool add(const Text& section, int id, Text text);
+    void remove(TextView section, int id);
 
 private:
-    std::map<zn::Text, std::map<int, zn::Text>, std::less<>> m_sections;
+    std::map<Text, std::map<int, Text>, std::less<>> m_sections;
 };
 
 struct ReadStringFile {
     StringFile entries;
     /// What is wrong with the file, to follow its name in a sentence ("line 12 on: the line is no UTF-8 text."). Empty
     /// for a good file.
-    zn::Text problem;
+    Text problem;
 };
 
 /// Reads the content of a string file (docs/languages.md). A broken line ends the reading: the entries before it
 /// count. A file of another format or version has no entries.
 ReadStringFile readStringFile(std::string_view content);
 
-} // namespace lexmgr
+} // namespace zn

@@ -1,13 +1,11 @@
-#include "addin/libraries/lexmgr/StringFile.h"
+#include "strings/StringFile.h"
 
 #include <charconv>
 #include <optional>
 
-namespace lexmgr {
+namespace zn {
 
 namespace {
-
-using zn::Text;
 
 constexpr std::string_view formatName = "LanFile ";
 constexpr int formatVersion = 1;
@@ -70,8 +68,8 @@ Text checkFirstLine(std::string_view line)
         return u"line 1 on: the file is not a string file, because it does not begin with \"LanFile\".";
     const auto version = number(trimmed(line.substr(formatName.size())));
     if (version != formatVersion)
-        return u"line 1 on: the file has another version than this product reads, which is "
-            + zn::numberText(formatVersion) + u".";
+        return u"line 1 on: the file has another version than this product reads, which is " + numberText(formatVersion)
+            + u".";
     return {};
 }
 
@@ -88,7 +86,7 @@ public:
     {
         if (line.empty() || line.front() == ';')
             return {};
-        if (zn::toText(line).find(u'\uFFFD') != Text::npos)
+        if (toText(line).find(u'\uFFFD') != Text::npos)
             return u"the line is no UTF-8 text.";
         return line.front() == '[' ? readSection(line) : readEntry(line);
     }
@@ -98,7 +96,7 @@ private:
     {
         if (line.back() != ']' || line.size() < 3)
             return u"a section is written as [Name].";
-        m_section = zn::toText(line.substr(1, line.size() - 2));
+        m_section = toText(line.substr(1, line.size() - 2));
         return {};
     }
 
@@ -113,7 +111,7 @@ private:
         const auto text = unescaped(trimmed(line.substr(equals + 1)));
         if (!text)
             return u"a backslash is followed by n, t, s or a backslash.";
-        if (!m_entries.add(m_section, *id, zn::toText(*text)))
+        if (!m_entries.add(m_section, *id, toText(*text)))
             return u"the section has an entry of this number already.";
         return {};
     }
@@ -124,7 +122,7 @@ private:
 
 } // namespace
 
-const Text* StringFile::find(zn::TextView section, int id) const
+const Text* StringFile::find(TextView section, int id) const
 {
     const auto entries = m_sections.find(section);
     if (entries == m_sections.end())
@@ -138,7 +136,7 @@ bool StringFile::add(const Text& section, int id, Text text)
     return m_sections[section].emplace(id, std::move(text)).second;
 }
 
-void StringFile::remove(zn::TextView section, int id)
+void StringFile::remove(TextView section, int id)
 {
     const auto entries = m_sections.find(section);
     if (entries != m_sections.end())
@@ -157,9 +155,9 @@ ReadStringFile readStringFile(std::string_view content)
     for (int line = 2; file.problem.empty() && !content.empty(); ++line) {
         const Text wrong = reader.read(takeLine(content));
         if (!wrong.empty())
-            file.problem = u"line " + zn::numberText(line) + u" on: " + wrong;
+            file.problem = u"line " + numberText(line) + u" on: " + wrong;
     }
     return file;
 }
 
-} // namespace lexmgr
+} // namespace zn

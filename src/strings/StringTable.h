@@ -1,12 +1,12 @@
 #pragma once
 
-#include "addin/libraries/lexmgr/StringFile.h"
+#include "strings/StringFile.h"
 
 #include <filesystem>
 #include <string>
 #include <vector>
 
-namespace lexmgr {
+namespace zn {
 
 /// The string files of one language, each read when it is first asked for.
 class StringTable {
@@ -16,18 +16,18 @@ public:
 
     /// Null if the language has no such text, or one whose placeholders ("%s", "%d") differ from those of the default
     /// text: it would print something else than meant. Valid as long as the object.
-    const zn::Text* find(zn::TextView file, zn::TextView section, int id, zn::TextView defaultText);
+    const Text* find(TextView file, TextView section, int id, TextView defaultText);
 
     /// The sentences about broken files and entries since the last call.
-    std::vector<zn::Text> takeProblems();
+    std::vector<Text> takeProblems();
 
 private:
-    StringFile& entriesOf(zn::TextView file);
-    StringFile read(zn::TextView file);
+    StringFile& entriesOf(TextView file);
+    StringFile read(TextView file);
 
     std::filesystem::path m_folder;
-    std::map<zn::Text, StringFile, std::less<>> m_files;
-    std::vector<zn::Text> m_problems;
+    std::map<Text, StringFile, std::less<>> m_files;
+    std::vector<Text> m_problems;
 };
 
-} // namespace lexmgr
+} // namespace zn

@@ -1,16 +1,13 @@
-#include "addin/libraries/lexmgr/StringTable.h"
+#include "strings/StringTable.h"
 
 #include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <utility>
 
-namespace lexmgr {
+namespace zn {
 
 namespace {
-
-using zn::Text;
-using zn::TextView;
 
 /// A name that the registry or a caller gives becomes part of a path only if it is a plain one.
 bool isPlainName(std::string_view name)
@@ -51,7 +48,7 @@ const Text* StringTable::find(TextView file, TextView section, int id, TextView 
         return text;
     entries.remove(section, id);
     m_problems.push_back(u"The string file \"" + Text(file)
-        + u".lan\" has other placeholders than the English text in entry " + zn::numberText(id) + u" of section \""
+        + u".lan\" has other placeholders than the English text in entry " + numberText(id) + u" of section \""
         + Text(section) + u"\", so the English text is shown.");
     return nullptr;
 }
@@ -67,7 +64,7 @@ StringFile& StringTable::entriesOf(TextView file)
 /// A language without this file is no fault: its texts are English.
 StringFile StringTable::read(TextView file)
 {
-    const std::string name = zn::toUtf8(file);
+    const std::string name = toUtf8(file);
     if (m_folder.empty() || !isPlainName(name))
         return {};
     const std::filesystem::path path = m_folder / (name + ".lan");
@@ -77,10 +74,9 @@ StringFile StringTable::read(TextView file)
     const std::string content{std::istreambuf_iterator<char>(stream), {}};
     ReadStringFile result = readStringFile(content);
     if (!result.problem.empty())
-        m_problems.push_back(u"The string file \"" + zn::toText(path.string()) + u"\" cannot be read from "
-            + result.problem
+        m_problems.push_back(u"The string file \"" + toText(path.string()) + u"\" cannot be read from " + result.problem
             + u" Texts that it lacks are shown in English. Install the language files of this product again.");
     return std::move(result.entries);
 }
 
-} // namespace lexmgr
+} // namespace zn
