@@ -69,6 +69,8 @@ void MacroBuilder::Prepare(
     requireObject(taskInstance, "There is no task instance.");
     m_vault = std::move(vault);
     m_taskInstance = std::move(taskInstance);
+    m_vaultRoot.clear();
+    m_instanceGuid.clear();
     resolveTaskPlaceholders(templateText);
     m_template = {};
 
@@ -77,6 +79,7 @@ void MacroBuilder::Prepare(
     checkStatus(m_vault->GetName(vaultName), "The vault's name could not be read.");
     readOutputPaths();
     readToday(vaultName);
+    m_logSeen = macroLogSize();
 }
 
 void MacroBuilder::resolveTaskPlaceholders(const Text& templateText)

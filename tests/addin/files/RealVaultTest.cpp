@@ -42,8 +42,8 @@ protected:
             zn::arkin::test::writeFile(real.local(name), std::string("mesh ") + name + (replaceExisting ? " 2" : ""));
         }
         std::vector<std::string> lines;
-        EXPECT_EQ(logic.AddResultsToVault(
-                      *vault, host.task(), [&](Status, const Text& text) { lines.push_back(toUtf8(text)); }),
+        EXPECT_EQ(logic.AddResultsToVault(*vault, host.task(),
+                      [&](Status, const Text& text, const Text&) { lines.push_back(toUtf8(text)); }),
             S_OK);
         EXPECT_EQ(lines, std::vector<std::string>());
     }
