@@ -214,9 +214,9 @@ void tellFailure(Run& run)
         open += item->worked || !item->leftOut.empty() ? 0 : 1;
     if (open > 0)
         run.messages.tellWithRun({},
-            formatText("The run ended here: %d files were not worked on. Mend or leave out the one that failed, and "
-                       "launch the task on the others again.",
-                open));
+            formatText("The run ended here, and %s. Mend or leave out the one that failed, and launch the task on the "
+                       "others again.",
+                open == 1 ? Text(u"1 file was not worked on") : numberText(open) + u" files were not worked on"));
     if (run.messages.logIsOpen() && run.logPath.empty()) {
         RunResult ignored; // without its log's path the run ends all the same
         ignored.step([&] { run.logPath = run.context.macroBuilder.GetErrorLogPath(); });

@@ -23,15 +23,19 @@ void MacroBuilder::AppendToLog(TextView text)
 {
     const Text path = GetErrorLogPath();
     const std::string bytes = toReadableCodePage(text);
-    m_logSeen += bytes.size();
-    if (path.empty() || m_platform.files.appendBytes(path, bytes))
+    const auto append = [&] {
+        const bool done = m_platform.files.appendBytes(path, bytes).done;
+        m_logSeen += done ? bytes.size() : 0;
+        return done;
+    };
+    if (path.empty() || append())
         return;
     constexpr std::size_t longestFolder = 260;
     const std::size_t separator = path.rfind(u'\\');
     if (separator == Text::npos || separator > longestFolder)
         return;
     if (m_platform.files.createFolders(path.substr(0, separator)))
-        m_platform.files.appendBytes(path, bytes);
+        append();
 }
 
 Text MacroBuilder::macroLogPath()

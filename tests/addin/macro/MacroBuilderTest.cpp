@@ -4,6 +4,7 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestPlatform.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -128,6 +129,33 @@ TEST_F(MacroBuilderTest, ComparesTheYear)
     };
     for (const auto& [version, flags] : cases)
         EXPECT_EQ(build(u"<Supported_2017ZN> <Supported_2018ZN>", version), wrapped(flags));
+}
+
+TEST_F(MacroBuilderTest, EndsWhenValuesBringThemselvesInAgain)
+{
+    // Ten places, at each of which the text grows by one character for each place: it would take a million steps to any
+    // size that can be told from a large macro. The second and third row grow to their double and take turns.
+    const std::map<Text, Value> values[] = {
+        {{u"A", u"[A]x"}},
+        {{u"A", u"[A][A]"}},
+        {{u"A", u"[B]xxxxxxxx"}, {u"B", u"[A]xxxxxxxx"}},
+    };
+    Text text;
+    for (int place = 0; place < 10; ++place)
+        text += u"[A] ";
+    for (const auto& each : values) {
+        host.taskVariables.clear();
+        host.taskVariables.insert(each.begin(), each.end());
+        try {
+            build(text);
+            ADD_FAILURE() << toUtf8(each.at(u"A").toText());
+        } catch (const StatusError& error) {
+            EXPECT_THAT(error.what(), ::testing::HasSubstr("contains itself"));
+        }
+    }
+    // A pattern in brackets at many places is no such value.
+    host.taskVariables = {{u"A", u"[A-Z]*"}};
+    EXPECT_EQ(build(text.substr(0, 7)), wrapped(u"[A-Z]* *"));
 }
 
 TEST_F(MacroBuilderTest, EndsAtAnOpenBracketWithALineInTheLog)
