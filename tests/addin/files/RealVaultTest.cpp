@@ -97,6 +97,38 @@ TEST_F(RealVault, GetsNewFilesThenNewVersionsThenNewFilesInTheirPlace)
     EXPECT_EQ(logic.CollectResultFiles(false).size(), 2U);
 }
 
+TEST_F(RealVault, RefersToTheVersionThatWasWorkedOn)
+{
+    items[0].version = 1;
+    convert(false);
+    const std::int32_t output = real.vault.find(real.path("out/flange.stl"))->fileId;
+    EXPECT_EQ(real.vault.file(items[0].fileId).latestVersion, 2);
+    EXPECT_EQ(real.vault.references().from(output, 1).at(0).toVersion, 1);
+    EXPECT_EQ(real.vault.references().from(real.vault.find(real.path("out/pump.stl"))->fileId, 1).at(0).toVersion, 2);
+    EXPECT_EQ(logic.CountOutputs(selection).missing, 0);
+}
+
+TEST_F(RealVault, TellsOfAFileThatMayNotBeReplaced)
+{
+    convert(false);
+    const auto folder = real.vault.findFolder(real.path("out"));
+    real.vault.permissions().set(*folder, u"anna", {true, true, false});
+    logic.Initialize(vault, TaskKind::Conversion, true);
+    logic.SetCurrentSource(selection[0].get());
+    for (int save = 0; save < 2; ++save) // told once
+        logic.NoteSavedFile(real.path("out/flange.stl"), u"Long", false);
+    const std::vector<FileFailure> failures = logic.TakeFailures();
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0].path, real.path("out/flange.stl"));
+    EXPECT_EQ(toUtf8(failures[0].sentence),
+        "The file in the vault was not replaced: \"flange.stl\": anna has no permission to delete files from the "
+        "folder "
+        "\\out.");
+    EXPECT_TRUE(logic.HasResults(*selection[0]));
+    const OutputTally tally = logic.CountOutputs(selection);
+    EXPECT_EQ(std::pair(tally.expected, tally.missing), std::pair(2, 2)); // the other gave nothing at all
+}
+
 TEST_F(RealVault, KeepsTheLogAsAFileOfItsOwn)
 {
     const Text log = real.path("Logs/Nightly/run.log");
