@@ -5,6 +5,7 @@
 #include "arkin/store/CheckOut.h"
 
 #include <fstream>
+#include <soci/soci.h>
 
 // One night with bad files among good ones: the good ones are in the vault in the morning, each bad one has a sentence
 // that names it, and whoever looks at the run sees how many there are.
