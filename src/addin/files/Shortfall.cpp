@@ -31,9 +31,13 @@ OutputTally FileLogic::CountOutputs(const SelectionRecords& items)
             count(false);
     }
     for (const OutputRecord& record : m_records) {
-        if (!record.hidden && record.source)
-            count(record.printEntry || record.delivered
-                || (!record.insideVault && m_platform.files.fileExists(record.path)));
+        if (record.hidden || !record.source)
+            continue;
+        // A printout is announced before the printer has it; what goes wrong then stands in the log.
+        if (record.printEntry)
+            count(!record.source->complained);
+        else
+            count(record.delivered || (!record.insideVault && m_platform.files.fileExists(record.path)));
     }
     for (std::size_t i = 0; i < m_refused.size(); ++i)
         count(false);

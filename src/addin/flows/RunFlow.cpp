@@ -69,16 +69,17 @@ void showProgress(IArkTaskInstance& instance, std::int32_t index, std::int32_t t
 }
 
 /// What the file's macro left undone although it may have ended normally. True if there was anything to tell.
-bool tellOfFile(Run& run, const OutputRecord& record)
+bool tellOfFile(Run& run, OutputRecord& record)
 {
     TaskContext& context = run.context;
     const Text logged = context.macroBuilder.TakeMacroLog();
-    if (!logged.empty())
+    record.complained = !logged.empty();
+    if (record.complained)
         run.messages.tellWithRun(record.path, logged);
     const std::vector<FileFailure> failures = context.fileLogic.TakeFailures();
     for (const FileFailure& failure : failures)
         run.messages.tell(failure.path, failure.sentence);
-    return !logged.empty() || !failures.empty();
+    return record.complained || !failures.empty();
 }
 
 /// A macro that fails ends the run, whose report doesn't name the file; the log does.

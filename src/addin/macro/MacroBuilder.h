@@ -54,7 +54,7 @@ private:
     void resolveTaskPlaceholders(const Text& templateText);
     Text macroLogPath();
     std::uint64_t macroLogSize();
-    void logOpenDelimiter(char16_t delimiter, std::size_t line);
+    void logOpenDelimiter(const Text& sentence);
     void readRunIdentity();
     void readOutputPaths();
     void readToday(TextView vaultName);

@@ -41,7 +41,7 @@ inline constexpr std::int64_t heartbeatLimit = 60;
 /// Whether the run's worker went away before the run had ended.
 bool workerDied(const RunInfo& run, std::int64_t now);
 /// "queued", "running" … for a person; "worker died" goes before the state in which the worker left the run, and
-/// "3 of 40 outputs missing" behind that of a run that has ended.
+/// "3 of 40 outputs missing" behind that of a run that has finished.
 zn::Text stateText(const RunInfo& run, std::int64_t now);
 
 /// What a launch hands over.
