@@ -233,7 +233,7 @@ TEST_F(Run, WhatEndsARunEarlyIsReportedInWords)
         {"no script", [&] { host.taskVariables.erase(u"__script"); }, 3, E_UNEXPECTED,
             "state 9, code 8000FFFF, 'No file selected.'", ": The task has no script."},
         {"an open bracket", [&] { host.taskVariables[u"__script"] = u"[Open"; }, 3, E_INVALIDARG,
-            "state 9, code 80070057, 'No file selected.'", "is never closed"},
+            "state 9, code 80070057, 'No file selected.'", "in line 1 of the macro template has no closing bracket"},
         {"not installed",
             [&] {
                 host.taskVariables[u"__script"] = u"x";
