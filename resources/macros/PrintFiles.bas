@@ -146,64 +146,25 @@ Function GetPaperSize(ByVal paperSize As Long) As Long
 End Function
 
 '-----------------------------------------------------------------------------
-' The paper size for the format number of a sheet. The two count alike but for
-' the A formats.
+' Whether files of another system with this extension (without a dot) can be
+' opened.
 '-----------------------------------------------------------------------------
-Function SheetPaperSize(ByVal formatNumber As Long) As Long
-    Select Case formatNumber
-    Case 6, 7
-        SheetPaperSize = 10 ' A4
-    Case 8
-        SheetPaperSize = 9 ' A3
-    Case 9
-        SheetPaperSize = 8 ' A2
-    Case 10
-        SheetPaperSize = 7 ' A1
-    Case 11
-        SheetPaperSize = 6 ' A0
-    Case Else
-        SheetPaperSize = formatNumber
+Function bIsSupportedExtension(ByVal oExtension As String) As Boolean
+    Select Case LCase(oExtension)
+    Case "prt", "asm", "drw", "dxf", "dwg", "psd", "ai", "lfp", "zenlfp", "zenptl", "zenatl", "zendtl", _
+         "x_t", "x_b", "xmt_txt", "xmt_bin", "igs", "iges", "step", "stp", "sat", "vda", "wrl", "stl", _
+         "agr", "xpr", "xas", "ipt", "iam", "par", "psm", "ckd", "emn", "brd", "bdf", "idb", "3dm"
+        bIsSupportedExtension = True
     End Select
 End Function
 
 '-----------------------------------------------------------------------------
-' Logs that there is no printer for the document, or for the sheet or the
-' configuration ("kind" is the word for it) that is to be printed.
+' The task starts here: opens the document, prints it and closes it.
 '-----------------------------------------------------------------------------
-Sub LogNoPrinter(ByVal docFileName As String, ByVal kind As String, ByVal itemName As String)
-    Dim item As String
-
-    If itemName <> "" Then item = " and " & kind & " '" & itemName & "'"
-    Log "Could not print document '" & docFileName & "'" & item & ". No printer was selected."
-End Sub
-
-'-----------------------------------------------------------------------------
-' Sets the margins, the header and the footer of the task. The task has
-' millimetres, the preferences have metres.
-'-----------------------------------------------------------------------------
-Sub SetPageFrame()
-    If [__printer_margintype] = printerMargins Then
-        znApp.SetUserPreferenceToggle znPageSetupPrinterUsePrinterMargin, True
-    Else
-        znApp.SetUserPreferenceToggle znPageSetupPrinterUsePrinterMargin, False
-        znApp.SetUserPreferenceDoubleValue znPageSetupPrinterTopMargin, [__printer_margintop] / 1000
-        znApp.SetUserPreferenceDoubleValue znPageSetupPrinterBottomMargin, [__printer_marginbottom] / 1000
-        znApp.SetUserPreferenceDoubleValue znPageSetupPrinterLeftMargin, [__printer_marginleft] / 1000
-        znApp.SetUserPreferenceDoubleValue znPageSetupPrinterRightMargin, [__printer_marginright] / 1000
-    End If
-
-    If [__printer_headertype] = fixedText Then
-        znPageSetup.SetHeader "[__printer_headerleft]", "[__printer_headercenter]", "[__printer_headerright]"
-    End If
-    If [__printer_footertype] = fixedText Then
-        znPageSetup.SetFooter "[__printer_footerleft]", "[__printer_footercenter]", "[__printer_footerright]"
-    End If
-End Sub
-
-'-----------------------------------------------------------------------------
-' Opens a document, prints it and closes it.
-'-----------------------------------------------------------------------------
-Sub PrintDocument(ByVal docFileName As String, ByVal docCfgOrSheet As String, ByVal sNumCopies As String)
+Sub main()
+    Dim docFileName As String
+    Dim docCfgOrSheet As String
+    Dim sNumCopies As String
     Dim docType As Long
     Dim lowerName As String
     Dim extension As String
@@ -211,6 +172,8 @@ Sub PrintDocument(ByVal docFileName As String, ByVal docCfgOrSheet As String, By
     Dim printer As String
     Dim isDrawing As Boolean
     Dim fromDrawing As Boolean
+    Dim isPortrait As Boolean
+    Dim sheetPaper As Long
     Dim vSheetNames As Variant
     Dim vSheetProps As Variant
     Dim vPrintSheets As Variant
@@ -220,8 +183,13 @@ Sub PrintDocument(ByVal docFileName As String, ByVal docCfgOrSheet As String, By
     Dim message As String
     Dim i As Long
 
+    On Error GoTo Fail
+    docFileName = "<Filepath>"
+    docCfgOrSheet = "<SelCfgOrSheet>"
+    sNumCopies = "[__printer_copycount]"
     iNumCopies = 1
     If sNumCopies <> "" Then iNumCopies = CLng(sNumCopies)
+    Set znApp = Application.Zentrel
 
     ' The type of the document by its extension. Files of other systems have
     ' none of ours.
@@ -271,19 +239,37 @@ Sub PrintDocument(ByVal docFileName As String, ByVal docCfgOrSheet As String, By
     If isDrawing And Not fromDrawing Then
         printer = GetPrinter([__printer_defpapsize])
         If printer = "" Then
-            LogNoPrinter docFileName, "sheet", docCfgOrSheet
+            If docCfgOrSheet <> "" Then message = " and sheet '" & docCfgOrSheet & "'"
+            Log "Could not print document '" & docFileName & "'" & message & ". No printer was selected."
             Exit Sub
         End If
     ElseIf Not isDrawing Then
         printer = "[__printer_papsize_DEF]"
         If printer = "" Then printer = "[__printer_prname]"
         If printer = "" Then
-            LogNoPrinter docFileName, "configuration", docCfgOrSheet
+            If docCfgOrSheet <> "" Then message = " and configuration '" & docCfgOrSheet & "'"
+            Log "Could not print document '" & docFileName & "'" & message & ". No printer was selected."
             Exit Sub
         End If
     End If
 
-    SetPageFrame
+    ' The margins, the header and the footer of the task. The task has
+    ' millimetres, the preferences have metres.
+    If [__printer_margintype] = printerMargins Then
+        znApp.SetUserPreferenceToggle znPageSetupPrinterUsePrinterMargin, True
+    Else
+        znApp.SetUserPreferenceToggle znPageSetupPrinterUsePrinterMargin, False
+        znApp.SetUserPreferenceDoubleValue znPageSetupPrinterTopMargin, [__printer_margintop] / 1000
+        znApp.SetUserPreferenceDoubleValue znPageSetupPrinterBottomMargin, [__printer_marginbottom] / 1000
+        znApp.SetUserPreferenceDoubleValue znPageSetupPrinterLeftMargin, [__printer_marginleft] / 1000
+        znApp.SetUserPreferenceDoubleValue znPageSetupPrinterRightMargin, [__printer_marginright] / 1000
+    End If
+    If [__printer_headertype] = fixedText Then
+        znPageSetup.SetHeader "[__printer_headerleft]", "[__printer_headercenter]", "[__printer_headerright]"
+    End If
+    If [__printer_footertype] = fixedText Then
+        znPageSetup.SetFooter "[__printer_footerleft]", "[__printer_footercenter]", "[__printer_footerright]"
+    End If
     Set znExtension = znModel.Extension
 
     ' The sheet. One that isn't in the drawing leaves the list empty, and all
@@ -294,7 +280,21 @@ Sub PrintDocument(ByVal docFileName As String, ByVal docCfgOrSheet As String, By
             If LCase(vSheetNames(i)) = LCase(docCfgOrSheet) Then
                 If fromDrawing Then
                     vSheetProps = znModel.Sheet(vSheetNames(i)).GetProperties
-                    printer = GetPrinter(SheetPaperSize(vSheetProps(sheetFormat)))
+                    ' Formats and paper sizes count alike but for the A formats.
+                    sheetPaper = vSheetProps(sheetFormat)
+                    Select Case sheetPaper
+                    Case 6, 7
+                        sheetPaper = 10 ' A4
+                    Case 8
+                        sheetPaper = 9 ' A3
+                    Case 9
+                        sheetPaper = 8 ' A2
+                    Case 10
+                        sheetPaper = 7 ' A1
+                    Case 11
+                        sheetPaper = 6 ' A0
+                    End Select
+                    printer = GetPrinter(sheetPaper)
                     If printer = "" Then printer = "[__printer_prname]"
                 End If
                 vPrintSheets = Array(i + 1)
@@ -313,8 +313,9 @@ Sub PrintDocument(ByVal docFileName As String, ByVal docCfgOrSheet As String, By
     ' Paper and orientation.
     znExtension.UsePageSetup = znPageSetupInUse_Document
     If fromDrawing Then
-        znPageSetup.PrinterPaperSize = GetPaperSize(SheetPaperSize(vSheetProps(sheetFormat)))
-        If vSheetProps(sheetHeight) > vSheetProps(sheetWidth) Then
+        isPortrait = vSheetProps(sheetHeight) > vSheetProps(sheetWidth)
+        znPageSetup.PrinterPaperSize = GetPaperSize(sheetPaper)
+        If isPortrait Then
             znPageSetup.Orientation = portrait
         Else
             znPageSetup.Orientation = landscape
@@ -347,35 +348,6 @@ Sub PrintDocument(ByVal docFileName As String, ByVal docCfgOrSheet As String, By
         Log message
     End If
     znApp.QuitDoc znModel.GetTitle
-End Sub
-
-'-----------------------------------------------------------------------------
-' Whether files of another system with this extension (without a dot) can be
-' opened.
-'-----------------------------------------------------------------------------
-Function bIsSupportedExtension(ByVal oExtension As String) As Boolean
-    Select Case LCase(oExtension)
-    Case "prt", "asm", "drw", "dxf", "dwg", "psd", "ai", "lfp", "zenlfp", "zenptl", "zenatl", "zendtl", _
-         "x_t", "x_b", "xmt_txt", "xmt_bin", "igs", "iges", "step", "stp", "sat", "vda", "wrl", "stl", _
-         "agr", "xpr", "xas", "ipt", "iam", "par", "psm", "ckd", "emn", "brd", "bdf", "idb", "3dm"
-        bIsSupportedExtension = True
-    End Select
-End Function
-
-'-----------------------------------------------------------------------------
-' The task starts here.
-'-----------------------------------------------------------------------------
-Sub main()
-    Dim docFileName As String
-    Dim docCfgOrSheet As String
-    Dim sNumCopies As String
-
-    On Error GoTo Fail
-    docFileName = "<Filepath>"
-    docCfgOrSheet = "<SelCfgOrSheet>"
-    sNumCopies = "[__printer_copycount]"
-    Set znApp = Application.Zentrel
-    PrintDocument docFileName, docCfgOrSheet, sNumCopies
     Exit Sub
 
 Fail:

@@ -1,5 +1,7 @@
 #include "base/Text.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <limits>
 #include <stdexcept>
 #include <unicode/locid.h>
@@ -197,6 +199,43 @@ Text fromCodePage(std::string_view bytes)
         throw std::runtime_error("Bytes could not be read in the code page windows-1252.");
     out.resize(static_cast<std::size_t>(length));
     return out;
+}
+
+std::string toReadableCodePage(TextView text)
+{
+    std::string out = toCodePage(text);
+    if (std::count(out.begin(), out.end(), '?') == std::count(text.begin(), text.end(), u'?'))
+        return out;
+    out.clear();
+    const icu::UnicodeString string(false, text.data(), static_cast<int32_t>(text.size()));
+    for (int32_t at = 0; at < string.length(); at = string.moveIndex32(at, 1)) {
+        const UChar32 character = string.char32At(at);
+        const auto length = static_cast<std::size_t>(U16_LENGTH(character));
+        const std::string bytes = toCodePage(text.substr(static_cast<std::size_t>(at), length));
+        char escape[16];
+        std::snprintf(escape, sizeof escape, "<U+%04X>", static_cast<unsigned>(character));
+        out += bytes == "?" && character != u'?' ? escape : bytes;
+    }
+    return out;
+}
+
+Text fromReadableCodePage(std::string_view bytes)
+{
+    Text text = fromCodePage(bytes);
+    constexpr TextView opening = u"<U+";
+    for (std::size_t at = text.find(opening); at != Text::npos; at = text.find(opening, at + 1)) {
+        const std::size_t digits = at + opening.size();
+        const std::size_t end = text.find_first_not_of(u"0123456789ABCDEF", digits);
+        if (end == Text::npos || text[end] != u'>' || end - digits < 4 || end - digits > 6)
+            continue;
+        const std::string number = toUtf8(text.substr(digits, end - digits));
+        const auto character = static_cast<UChar32>(std::stoul(number, nullptr, 16));
+        if (character > 0x10FFFF)
+            continue;
+        const icu::UnicodeString one(character);
+        text.replace(at, end + 1 - at, Text(one.getBuffer(), static_cast<std::size_t>(one.length())));
+    }
+    return text;
 }
 
 } // namespace zn

@@ -47,5 +47,9 @@ std::int32_t leadingInteger(TextView text);
 /// means the same on each worker. Unmappable characters turn into "?".
 std::string toCodePage(TextView text);
 Text fromCodePage(std::string_view bytes);
+/// The same for what people read, such as a log with files' names: a character that the code page lacks turns into
+/// its number, "<U+65E5>", which no file's name can hold by itself, and comes back from it.
+std::string toReadableCodePage(TextView text);
+Text fromReadableCodePage(std::string_view bytes);
 
 } // namespace zn

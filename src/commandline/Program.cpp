@@ -103,6 +103,16 @@ void Program::add(Subcommand subcommand)
 
 int Program::run(int count, char** arguments)
 {
+    const int code = parseAndRun(count, arguments);
+    // What was printed may still be on its way: a full device or a closed one shows by now only.
+    if (std::cout.flush())
+        return code;
+    std::cerr << m_parts->app.get_name() << ": The output could not be written whole; is its device full?\n";
+    return code == done ? failed : code;
+}
+
+int Program::parseAndRun(int count, char** arguments)
+{
     auto& app = m_parts->app;
     try {
         app.parse(count, arguments);
@@ -121,7 +131,7 @@ int Program::run(int count, char** arguments)
         for (const auto& form : helpForms)
             if (wanted.form == form.name)
                 std::cout << form.make(description);
-        return std::cout.flush() ? done : failed;
+        return done;
     } catch (const WrongUse& error) {
         return m_parts->refuse(error.what());
     }

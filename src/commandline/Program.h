@@ -42,6 +42,8 @@ public:
     int run(int count, char** arguments);
 
 private:
+    int parseAndRun(int count, char** arguments);
+
     struct Parts;
     std::unique_ptr<Parts> m_parts;
 };

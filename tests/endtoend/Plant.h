@@ -45,6 +45,8 @@ protected:
     static void turnTo(QWidget& dialog, const QString& title);
     static void pressOk(QWidget& dialog);
 
+    zn::arkin::Vault& vault() { return *m_vault; }
+
     TemporaryFolder folder;
     LinuxPlatform machine;
 

@@ -56,6 +56,22 @@ TEST(HomeTest, ChoosesTheHomeByValueEnvironmentOrConvention)
     EXPECT_EQ(status.st_mode & 0777, 0700U);
 }
 
+TEST(HomeTest, TellsWhoseRuntimeFolderItIsAndLetsNobodyRemoveIt)
+{
+    const test::TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "own/run");
+    if (::chown((folder / "own/run").c_str(), 54321, 54321) != 0)
+        GTEST_SKIP() << "only the superuser can give a folder away";
+    try {
+        Home::open(folder / "own");
+        ADD_FAILURE() << "opened another user's";
+    } catch (const StatusError& error) {
+        EXPECT_EQ(error.what(),
+            "'" + (folder / "own/run").string()
+                + "' belongs to user number 54321. Work as that user, or set ARKIN_HOME to a folder of your own.");
+    }
+}
+
 TEST(HomeTest, GivesALongHomeAShortPrivateRuntimeFolder)
 {
     const test::TemporaryFolder folder;

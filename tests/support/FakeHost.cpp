@@ -294,7 +294,7 @@ private:
     FakeHost& m_host;
 };
 
-class Task : public IArkTaskInstance {
+class Task : public IArkTaskInstance, public IArkRunMessages {
 public:
     explicit Task(FakeHost& host)
         : m_host(host)
@@ -361,6 +361,16 @@ public:
             = m_host.runValues.find(name ? std::pair(0, *name) : std::pair(idOrName.toInt32(), Text(u"#")));
         value = entry == m_host.runValues.end() ? Value() : entry->second;
         return entry == m_host.runValues.end() ? S_FALSE : S_OK;
+    }
+    Status AddMessage(TextView path, TextView sentence) override
+    {
+        m_host.messages.push_back(toUtf8(path) + ": " + toUtf8(sentence));
+        return S_OK;
+    }
+    Status SetOutputs(std::int32_t expected, std::int32_t missing) override
+    {
+        m_host.outputs = std::to_string(missing) + " of " + std::to_string(expected);
+        return S_OK;
     }
 
 private:

@@ -55,6 +55,9 @@ public:
     std::deque<TaskRunState> states;
     /// Progress and states that the run was given, in order: "position 1: C:\V\a.zenprt".
     std::vector<std::string> runCalls;
+    /// What the run said about files, "C:\\V\\a.zenprt: It …", and its outputs: "1 of 2".
+    std::vector<std::string> messages;
+    std::string outputs;
     /// Changes to the vault, in order: "AddFile C:\V\a.stl | C:\V | - | 0".
     std::vector<std::string> calls;
 

@@ -88,11 +88,11 @@ Status FileLogic::AddResultsToVault(IArkVault& vault, const ObjectRef& task, con
         RunAddSteps(vault, task, log);
         return S_OK;
     } catch (const StepError& error) {
-        log(error.status(), error.line);
+        log(error.status(), error.line, {});
         return error.status();
     } catch (...) {
         const Status status = currentExceptionStatus();
-        log(status, u"Adding files to the vault.");
+        log(status, u"Adding files to the vault.", {});
         return status;
     }
 }
@@ -201,7 +201,7 @@ void FileLogic::TakeAddResult(
     if (result.status == E_ARK_NAME_ALREADY_EXISTS)
         fillMissingIds(vault, result);
     else if (failed(result.status))
-        return log(result.status, u"Error adding a file to the vault.");
+        return log(result.status, u"Error adding a file to the vault.", result.path);
     const auto [first, last] = byPath.equal_range(foldCase(result.path));
     for (auto entry = first; entry != last; ++entry) {
         entry->second->docId = result.fileId;
@@ -219,7 +219,14 @@ void FileLogic::CheckInAdded(IArkVault& vault)
         if (record.added)
             pairs.push_back({record.docId, record.projId});
     }
-    inStep(u"Unlocking files.", [&] { checkIn(vault, pairs, utility); });
+    try {
+        inStep(u"Unlocking files.", [&] { checkIn(vault, pairs, utility); });
+    } catch (const StepError&) {
+        TakeLeftOut(utility);
+        throw;
+    }
+    for (OutputRecord& record : m_records)
+        record.delivered = record.added;
 }
 
 ArkFileFolderPair FileLogic::AddLogFile(const Text& path)
@@ -266,9 +273,15 @@ void FileLogic::ReferenceSources(IArkVault& vault, const ObjectRef& task)
     if (!readBoolean(task, u"RefToSource").value_or(false))
         return;
     const auto batch = createUtility<IArkBatchReference>(vault, ArkUtil_BatchReference);
+    const auto versioned = query<IArkVersionedReferences>(batch);
     for (const OutputRecord& record : m_records) {
-        if (record.added && !record.hidden)
-            checkStatus(batch->AddReferences(record.docId, {{record.source->docId, record.source->projId}}));
+        if (!record.added || record.hidden)
+            continue;
+        // The version that was worked on, which need not be the latest, if the host lets it be told.
+        const ArkFileFolderPair source{record.source->docId, record.source->projId};
+        checkStatus(versioned
+                ? versioned->AddReferenceToVersion(record.docId, source, std::max(effectiveVersion(*record.source), 0))
+                : batch->AddReferences(record.docId, {source}));
     }
     bool needsCommit = false;
     checkStatus(batch->CreateTree(0, needsCommit));

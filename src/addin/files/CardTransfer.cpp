@@ -102,7 +102,7 @@ std::vector<ObjectRef> readSource(IArkVault& vault, OutputRecord& source)
     std::shared_ptr<IArkFile> file;
     checkStatus(vault.GetFileFromPath(source.path, nullptr, file));
     if (!file)
-        throw StatusError(E_POINTER);
+        throw StatusError(E_POINTER, "The file is not in the vault any more, so no output of this run got its card.");
     std::shared_ptr<IArkVariableEnumerator> card;
     checkStatus(file->GetVariableEnumerator(0, card));
     std::vector<ObjectRef> values;
@@ -128,7 +128,14 @@ void FileLogic::TransferCardValues(IArkVault& vault, const ObjectRef& task)
             continue;
         if (!output.source)
             throw StatusError(E_POINTER);
-        const std::vector<ObjectRef> values = readSource(vault, *output.source);
+        std::vector<ObjectRef> values;
+        try {
+            values = readSource(vault, *output.source);
+        } catch (const StatusError& error) {
+            if (error.what()[0])
+                m_failures.push_back({output.source->path, toText(error.what())});
+            throw;
+        }
         for (const CardMapping& mapping : mappings) {
             const auto value = mappedValue(mapping, output, *output.source, values, m_platform.clock);
             if (value)

@@ -104,6 +104,7 @@ void FileLogic::FetchFiles(IArkVault& vault, const ObjectRef& task, SelectionRec
         checkStatus(fetch->AddSelection(vault, record->docId, record->projId, std::max(record->version, 0)));
     checkStatus(fetch->CreateTree(0, PullsReferencedVersions(task) ? asBuilt : 0));
     checkStatus(fetch->GetFiles(0, 0));
+    MarkLeftOut(fetch, selection);
 
     std::vector<OutputRecord> copies;
     copies.reserve(selection.size());

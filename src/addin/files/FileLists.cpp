@@ -49,12 +49,21 @@ Text listText(const std::vector<OutputRecord>& records, TaskKind kind)
     return toText(out.str());
 }
 
+/// All text of an element, also where comments or other elements stand in between.
+std::string wholeText(const pugi::xml_node& element)
+{
+    std::string text;
+    for (const pugi::xml_node& child : element.children())
+        text += child.type() == pugi::node_element ? wholeText(child) : child.value();
+    return text;
+}
+
 OutputRecord readRecord(const pugi::xml_node& sel)
 {
     OutputRecord record;
     for (const pugi::xml_node& child : sel.children()) {
         const std::string_view name = child.name();
-        const Text text = toText(child.text().get());
+        const Text text = toText(wholeText(child));
         if (name == "path")
             record.path = text;
         else if (name == "ver")

@@ -11,6 +11,8 @@ void FileLogic::Initialize(std::shared_ptr<IArkVault> vault, TaskKind taskKind, 
 {
     m_records.clear();
     m_notedPaths.clear();
+    m_failures.clear();
+    m_refused.clear();
     m_currentSource = nullptr;
     m_vault = std::move(vault);
     m_taskKind = taskKind;

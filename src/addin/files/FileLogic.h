@@ -8,14 +8,28 @@
 #include "platform/Platform.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
 namespace zn {
 
-/// Writes a host failure, with what was being done, to the task's log.
-using HostErrorLog = std::function<void(Status, const Text&)>;
+/// Writes a host failure, with what was being done, to the task's log. The path is that of the output which failed, or
+/// empty where it concerns all.
+using HostErrorLog = std::function<void(Status, const Text& text, const Text& path)>;
+
+/// What went wrong with one file, in a sentence for a person.
+struct FileFailure {
+    Text path;
+    Text sentence;
+};
+
+/// How many outputs a run should have given, and how many of them aren't where they belong.
+struct OutputTally {
+    std::int32_t expected = 0;
+    std::int32_t missing = 0;
+};
 
 /// A stored file list that is none.
 class BrokenListError : public StatusError {
@@ -75,6 +89,16 @@ public:
     /// if there is no such file.
     void CommitLogFile(const Text& path);
 
+    // --- what didn't become of it (Shortfall.cpp)
+
+    /// What went wrong with single files since the last call.
+    std::vector<FileFailure> TakeFailures();
+    /// Whether anything was saved, printed or refused for an input.
+    bool HasResults(const OutputRecord& item) const;
+    /// For the inputs of this run, before `WriteList` replaces the records. An input that gave nothing counts as one
+    /// missing output, but not that of a script that has ended normally, which may have nothing to save.
+    OutputTally CountOutputs(const SelectionRecords& items);
+
     // --- permissions (Permissions.cpp)
 
     /// Whether the user may read the file; "<VaultPath>" in the path is the vault's root. A path that isn't the
@@ -87,6 +111,7 @@ private:
     void AddFolderFiles(IArkFolder& folder, SelectionRecords& selection);
     bool PullsReferencedVersions(const ObjectRef& task);
     void FetchFiles(IArkVault& vault, const ObjectRef& task, SelectionRecords& selection);
+    void MarkLeftOut(const ObjectRef& utility, SelectionRecords& selection);
 
     void RemoveStaleFile(const Text& path);
     Status MakeRoomForReplacement(const Text& canonical, IArkFolder& folder, IArkFile& file, OutputRecord& record);
@@ -103,6 +128,8 @@ private:
     using RecordsByPath = std::unordered_multimap<Text, OutputRecord*>; ///< by folded path
     void TakeAddResult(IArkVault& vault, ArkAddResult& result, const RecordsByPath& byPath, const HostErrorLog& log);
     void CheckInAdded(IArkVault& vault);
+    void TakeLeftOut(const ObjectRef& utility);
+    void NoteRefusal(const Text& path, const char16_t* what, Status status);
     ArkFileFolderPair AddLogFile(const Text& path);
     void ReferenceSources(IArkVault& vault, const ObjectRef& task);
     void TransferCardValues(IArkVault& vault, const ObjectRef& task);
@@ -111,6 +138,8 @@ private:
     OutputRecord* m_currentSource = nullptr;
     std::vector<OutputRecord> m_records;
     std::unordered_set<Text> m_notedPaths; ///< folded paths of the files noted in this run
+    std::vector<FileFailure> m_failures;
+    std::map<Text, const OutputRecord*> m_refused; ///< folded paths for which the vault made no room, with the sources
     std::shared_ptr<IArkVault> m_vault;
     Text m_vaultRoot;
     TaskKind m_taskKind = TaskKind::Unknown;

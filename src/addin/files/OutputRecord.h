@@ -20,6 +20,10 @@ struct OutputRecord {
     std::int32_t version = 0;        ///< -1 or 0 stand for the latest
     std::int32_t latestVersion = -1; ///< -1 until it is known
     Text selConfiguration;           ///< input: the configuration or sheet that the selection names
+    Text leftOut;                    ///< input: why the vault could not bring it; such a file isn't worked on
+    bool complained = false;         ///< input: its macro has written to the log
+    bool worked = false;             ///< input: its macro has ended normally
+    bool delivered = false;          ///< output: in the vault, checked in
     bool added = false;              ///< in the vault under `docId`, to be checked in at the end
     bool hidden = false;             ///< the system's own file (the log), left out of both lists
     bool isCadFile = false;

@@ -59,8 +59,12 @@ void FileLogic::NoteSavedFile(TextView path, TextView configuration, bool hidden
             return;
         status = m_replaceExisting ? MakeRoomForReplacement(canonical, *folder, *file, record)
                                    : TakeForNewVersion(*folder, *file, record);
-        if (failed(status))
+        if (failed(status)) {
+            NoteRefusal(record.path,
+                m_replaceExisting ? u"The file in the vault was not replaced: " : u"The file gets no new version: ",
+                status);
             return;
+        }
     }
     for (int i = 0; record.docId == 0 && i < noticesForNewFile; ++i)
         NotifyFileChange(fileChanged, canonical);

@@ -34,25 +34,48 @@ Verdict judge(TaskContext& context, Status code, bool nothingSelected)
     return {TaskRunState::Finished, {}};
 }
 
+/// To the log, and file by file with the run, where it is known which files a failed step concerns.
+void tellHostError(TaskContext& context, RunMessages& messages, Status code, const Text& text, const Text& path)
+{
+    const Text why = context.macroBuilder.LogHostError(code, text);
+    std::vector<FileFailure> failures = context.fileLogic.TakeFailures();
+    if (failures.empty())
+        failures.push_back({path, why.empty() ? text : why});
+    for (const FileFailure& failure : failures)
+        messages.tellWithRun(failure.path, failure.sentence);
+}
+
 } // namespace
 
 void closeRun(TaskContext& context, const std::shared_ptr<IArkVault>& vault,
     const std::shared_ptr<IArkTaskInstance>& instance, RunResult& result, std::int32_t total,
-    const SelectionRecords& items, const Text& logPath)
+    const SelectionRecords& items, const Text& logPath, RunMessages& messages)
 {
     FileLogic& fileLogic = context.fileLogic;
     if (total > 1 && context.kind != TaskKind::Printing)
         instance->SetProgressPos(total - 1, addingFiles);
 
     RunResult ignored; // its failures stand in the task's log
-    const HostErrorLog log = [&](Status code, const Text& text) { context.macroBuilder.LogHostError(code, text); };
+    const HostErrorLog log
+        = [&](Status code, const Text& text, const Text& path) { tellHostError(context, messages, code, text, path); };
+    const auto step = [&](const auto& work) {
+        result.step([&] {
+            try {
+                work();
+            } catch (const StatusError&) {
+                messages.tellWithRun({}, messages.currentSentence());
+                throw;
+            }
+        });
+    };
     ignored.step([&] { fileLogic.AddResultsToVault(*vault, instance, log); });
+    messages.tellOutputs(fileLogic.CountOutputs(items));
     if (context.kind == TaskKind::Conversion)
-        result.step([&] { fileLogic.WriteList(instance, context.kind, nullptr); });
-    result.step([&] { fileLogic.CommitLogFile(logPath); });
+        step([&] { fileLogic.WriteList(instance, context.kind, nullptr); });
+    step([&] { fileLogic.CommitLogFile(logPath); });
     if (context.kind == TaskKind::Conversion || context.kind == TaskKind::Printing)
-        result.step([&] { fileLogic.WriteList(instance, context.kind, &items); });
-    result.step([&] { checkStatus(instance->SetProgressPos(total, {})); });
+        step([&] { fileLogic.WriteList(instance, context.kind, &items); });
+    step([&] { checkStatus(instance->SetProgressPos(total, {})); });
 }
 
 Status reportRun(TaskContext& context, IArkTaskInstance& instance, Status code, const SelectionRecords& items)

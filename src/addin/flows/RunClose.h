@@ -1,6 +1,6 @@
 #pragma once
 
-#include "addin/flows/ZNTaskAddIn.h"
+#include "addin/flows/RunMessages.h"
 
 namespace zn {
 
@@ -33,9 +33,10 @@ private:
 };
 
 /// After the CAD session has stopped: adds what came out to the vault, writes the lists back and commits the log.
+/// What went wrong with single files is told by `messages`.
 void closeRun(TaskContext& context, const std::shared_ptr<IArkVault>& vault,
     const std::shared_ptr<IArkTaskInstance>& instance, RunResult& result, std::int32_t total,
-    const SelectionRecords& items, const Text& logPath);
+    const SelectionRecords& items, const Text& logPath, RunMessages& messages);
 
 /// Tells the host the run's final state, its text and the documents that it touched. `code` is the run's result.
 /// Returns 1 if the run was cancelled, whose state the host finishes itself, else `code`. Raises a failure of telling.

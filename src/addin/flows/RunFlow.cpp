@@ -1,9 +1,11 @@
 #include "addin/flows/RunFlow.h"
 
 #include "addin/flows/RunClose.h"
+#include "addin/flows/RunMessages.h"
 #include "addin/flows/RunState.h"
 #include "addin/flows/ThemeCheck.h"
 #include "addin/macro/DelimiterScan.h"
+#include "base/Format.h"
 
 #include <optional>
 
@@ -19,8 +21,11 @@ struct Run {
     ArkCmd& cmd;
     ArkSelection& hostSelection;
     SelectionRecords items;
+    RunMessages messages;
     Text logPath;
     std::int32_t total = 0;
+    const OutputRecord* current = nullptr; ///< the file that is being worked on
+    bool failureTold = false;              ///< people know already what ended the run
 };
 
 /// The code with which a step ends the run's body at once, without stopping the session or closing the run; none when
@@ -63,19 +68,56 @@ void showProgress(IArkTaskInstance& instance, std::int32_t index, std::int32_t t
     checkStatus(index == 0 ? instance.SetProgressRange(total, 0, path) : instance.SetProgressPos(index, path));
 }
 
-/// A macro that fails ends the run, whose report doesn't name the file; the log does.
-void runMacro(TaskContext& context, const OutputRecord& record, const Text& revision)
+/// What the file's macro left undone although it may have ended normally. True if there was anything to tell.
+bool tellOfFile(Run& run, OutputRecord& record)
 {
+    TaskContext& context = run.context;
+    const Text logged = context.macroBuilder.TakeMacroLog();
+    record.complained = !logged.empty();
+    if (record.complained)
+        run.messages.tellWithRun(record.path, logged);
+    const std::vector<FileFailure> failures = context.fileLogic.TakeFailures();
+    for (const FileFailure& failure : failures)
+        run.messages.tell(failure.path, failure.sentence);
+    return record.complained || !failures.empty();
+}
+
+/// A macro that fails ends the run, whose report doesn't name the file; the log does.
+void runMacro(Run& run, OutputRecord& record, const Text& revision)
+{
+    TaskContext& context = run.context;
     const Text macro = context.macroBuilder.Build(revision);
     try {
         context.session.RunMacro(macro);
     } catch (const StatusError&) {
-        Text line = u"Error while processing file '" + record.path + u"': " + context.session.GetLastError();
+        Text sentence = context.session.GetLastError();
         if (record.path.find(u'"') != Text::npos)
-            line += u" A double quote in a file's name breaks the macro: rename the file.";
-        context.macroBuilder.AppendToLog(line + u"\r\n");
+            sentence += u" A double quote in a file's name breaks the macro: rename the file.";
+        tellOfFile(run, record);
+        run.messages.tell(record.path, sentence);
+        run.failureTold = true;
         throw;
     }
+    record.worked = true;
+    if (tellOfFile(run, record) || context.fileLogic.HasResults(record))
+        return;
+    if (context.kind == TaskKind::Conversion)
+        run.messages.tellWithRun(record.path, u"Nothing was saved for this file, and its macro does not say why.");
+    else if (context.kind == TaskKind::Printing)
+        run.messages.tellWithRun(record.path, u"Nothing was printed for this file, and its macro does not say why.");
+}
+
+/// Ends a run that has nothing to close, with its sentence in the log.
+BodyEnd endEarly(Run& run, Status code, const Text& sentence)
+{
+    run.messages.tell(run.current ? run.current->path : Text(), sentence);
+    RunResult ignored; // the run's code says what matters
+    ignored.step([&] {
+        run.logPath = run.context.macroBuilder.GetErrorLogPath();
+        run.context.fileLogic.CommitLogFile(run.logPath);
+    });
+    run.messages.tellOutputs(run.context.fileLogic.CountOutputs(run.items));
+    return code;
 }
 
 BodyEnd runFile(Run& run, std::int32_t index, const Text& revision)
@@ -83,11 +125,23 @@ BodyEnd runFile(Run& run, std::int32_t index, const Text& revision)
     TaskContext& context = run.context;
     OutputRecord& record = *run.items[static_cast<std::size_t>(index)];
     pollRunState(*run.instance, context.platform.clock);
+    run.current = &record;
+    if (!record.leftOut.empty()) {
+        // What stands on the disk isn't what the vault has, and a macro would not notice.
+        showProgress(*run.instance, index, run.total, record.path);
+        run.messages.tell(record.path, record.leftOut);
+        return std::nullopt;
+    }
     if (context.kind == TaskKind::Conversion) {
         const ThemeVerdict verdict = checkTheme(run.instance, context.fileLogic, record);
         if (verdict.variableMissing)
-            return E_UNEXPECTED;
+            return endEarly(run, E_UNEXPECTED,
+                u"The task lacks a setting: FileFormat, or Asm3DPDFThemePath or Part3DPDFThemePath. Open its "
+                u"properties "
+                u"and press OK.");
         if (verdict.deniedPath) {
+            run.messages.tellWithRun(
+                record.path, u"No Permission to access 3dPDF Theme Path '" + *verdict.deniedPath + u"'");
             reportDeniedTheme(context, *run.instance, *verdict.deniedPath, run.logPath);
             return E_ARK_PERMISSION_DENIED;
         }
@@ -96,18 +150,20 @@ BodyEnd runFile(Run& run, std::int32_t index, const Text& revision)
     context.macroBuilder.SetFile(
         record.path, record.selConfiguration, record.docId, record.projId, effectiveVersion(record));
     context.fileLogic.SetCurrentSource(&record);
-    runMacro(context, record, revision);
+    runMacro(run, record, revision);
     context.session.AfterMacro();
     return std::nullopt;
 }
 
-/// A bracket that the template never closes has a line in the log, which the close-out then takes into the vault.
+/// A bracket that the template never closes has a line in the log already.
 void prepareMacros(Run& run, const Text& script)
 {
+    run.messages.openLog();
     try {
         run.context.macroBuilder.Prepare(run.vault, run.instance, script);
-    } catch (const OpenDelimiterError&) {
-        run.logPath = run.context.macroBuilder.GetErrorLogPath();
+    } catch (const OpenDelimiterError& error) {
+        run.messages.tellWithRun({}, toText(error.what()));
+        run.failureTold = true;
         throw;
     }
 }
@@ -119,11 +175,14 @@ BodyEnd runAllFiles(Run& run, const Text& script)
     pollRunState(*run.instance, context.platform.clock);
     context.fileLogic.ExpandSelection(*run.vault, run.instance, run.hostSelection, run.items, true);
     if (run.items.empty())
-        return S_FALSE;
+        return endEarly(run, S_FALSE,
+            u"There was nothing to do: the selection holds no file that the task works on, or its files have gone "
+            u"since "
+            u"the launch.");
     run.logPath = context.macroBuilder.GetErrorLogPath();
     context.fileLogic.PrepareLogFile(run.logPath);
     if (const BodyEnd end = startSession(context.session))
-        return end;
+        return endEarly(run, *end, context.session.GetLastError());
     run.total = static_cast<std::int32_t>(run.items.size()) + (context.kind == TaskKind::Printing ? 0 : 1);
     const Text revision = context.session.GetRevisionText();
     for (std::int32_t index = 0; index < static_cast<std::int32_t>(run.items.size()); ++index) {
@@ -145,6 +204,26 @@ Text configure(Run& run)
     return script;
 }
 
+/// Says what has ended the run, and what it didn't get to. Inside a `catch` block.
+void tellFailure(Run& run)
+{
+    const Text sentence = run.messages.currentSentence();
+    if (!run.failureTold)
+        run.messages.tell(run.current ? run.current->path : Text(), sentence);
+    std::int32_t open = run.current ? -1 : 0;
+    for (const auto& item : run.items)
+        open += item->worked || !item->leftOut.empty() ? 0 : 1;
+    if (open > 0)
+        run.messages.tellWithRun({},
+            formatText("The run ended here, and %s. Mend or leave out the one that failed, and launch the task on the "
+                       "others again.",
+                open == 1 ? Text(u"1 file was not worked on") : numberText(open) + u" files were not worked on"));
+    if (run.messages.logIsOpen() && run.logPath.empty()) {
+        RunResult ignored; // without its log's path the run ends all the same
+        ignored.step([&] { run.logPath = run.context.macroBuilder.GetErrorLogPath(); });
+    }
+}
+
 /// The code of the run's body. Raises nothing.
 Status runBody(Run& run)
 {
@@ -154,6 +233,7 @@ Status runBody(Run& run)
     try {
         script = configure(run);
     } catch (...) {
+        run.messages.tellWithRun({}, run.messages.currentSentence());
         return currentExceptionStatus();
     }
     try {
@@ -163,9 +243,10 @@ Status runBody(Run& run)
         run.cmd.cancel = -1;
     } catch (...) {
         result.keep(currentExceptionStatus());
+        tellFailure(run);
     }
     result.step([&] { checkStatus(context.session.StopKeepingError(S_OK)); });
-    closeRun(context, run.vault, run.instance, result, run.total, run.items, run.logPath);
+    closeRun(context, run.vault, run.instance, result, run.total, run.items, run.logPath, run.messages);
     return result.code();
 }
 
@@ -178,7 +259,7 @@ Status runTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, Ar
         throw StatusError(E_POINTER);
     context.kind = readKind(cmd.taskObject, true);
 
-    Run run{context, vault, instance, cmd, selection, {}, {}, 0};
+    Run run{context, vault, instance, cmd, selection, {}, RunMessages(context.macroBuilder, vault, instance), {}};
     context.session.ManageStartup(false);
     const Status body = runBody(run);
     context.session.ManageStartup(true);

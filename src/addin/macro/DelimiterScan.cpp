@@ -3,12 +3,16 @@
 #include "addin/macro/MacroText.h"
 #include "base/Format.h"
 
+#include <unordered_set>
+
 namespace zn {
 
 namespace {
 
-/// No macro comes near this size; a value that holds its own placeholder does.
-constexpr std::size_t largestMacro = 16 * 1024 * 1024;
+// No macro comes near these; values that bring themselves in again do. The text may grow at each step by a few
+// characters or to its double, so that neither limit alone would end such a scan soon.
+constexpr std::size_t largestMacro = 4 * 1024 * 1024;
+constexpr int mostReturns = 100; ///< of placeholders that were replaced before, brought in by values
 
 /// The name inside a token: without all leading opening and all trailing closing delimiters.
 TextView nameOf(TextView token, char16_t open, char16_t close)
@@ -43,13 +47,17 @@ Text DelimiterScan::textOf(TextView name) const
 
 void DelimiterScan::run(Text& text) const
 {
+    std::unordered_set<Text> seen;
+    int returns = 0;
     std::size_t position = text.find(open);
     while (position != Text::npos) {
         const std::size_t end = text.find(close, position);
         const Text token = end == Text::npos ? Text() : text.substr(position, end - position + 1);
         const Text value = textOf(nameOf(token, open, close));
         replaceAll(text, token, value);
-        if (text.size() > largestMacro)
+        if (!token.empty() && !seen.insert(token).second)
+            ++returns;
+        if (text.size() > largestMacro || returns > mostReturns)
             throw StatusError(E_OUTOFMEMORY,
                 toUtf8(formatText("The macro grows without end: the value of \"%s\" contains itself.", token)));
         if (token.empty() && value.empty())

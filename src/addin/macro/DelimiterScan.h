@@ -11,6 +11,13 @@ namespace zn {
 class OpenDelimiterError : public StatusError {
 public:
     OpenDelimiterError(char16_t opening, std::size_t where);
+    /// The same with a sentence of whoever knows more about it.
+    OpenDelimiterError(const OpenDelimiterError& error, const std::string& sentence)
+        : StatusError(error.status(), sentence)
+        , delimiter(error.delimiter)
+        , position(error.position)
+    {
+    }
 
     char16_t delimiter;
     std::size_t position; ///< in the text as it stands at that moment

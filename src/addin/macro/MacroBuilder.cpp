@@ -69,6 +69,8 @@ void MacroBuilder::Prepare(
     requireObject(taskInstance, "There is no task instance.");
     m_vault = std::move(vault);
     m_taskInstance = std::move(taskInstance);
+    m_vaultRoot.clear();
+    m_instanceGuid.clear();
     resolveTaskPlaceholders(templateText);
     m_template = {};
 
@@ -77,6 +79,7 @@ void MacroBuilder::Prepare(
     checkStatus(m_vault->GetName(vaultName), "The vault's name could not be read.");
     readOutputPaths();
     readToday(vaultName);
+    m_logSeen = macroLogSize();
 }
 
 void MacroBuilder::resolveTaskPlaceholders(const Text& templateText)
@@ -103,22 +106,21 @@ void MacroBuilder::resolveTaskPlaceholders(const Text& templateText)
             if (position == Text::npos)
                 before = TextView(m_macroText).substr(0, error.position);
             const auto line = static_cast<std::size_t>(std::count(before.begin(), before.end(), u'\n')) + 1;
-            logOpenDelimiter(error.delimiter, line);
-            throw;
+            const char* text
+                = "The \"%s\" in line %d of the macro template has no closing bracket after it. Please close or remove "
+                  "it on the task's script page.";
+            const Text sentence = formatText(text, Text(1, error.delimiter), line);
+            logOpenDelimiter(sentence);
+            throw OpenDelimiterError(error, toUtf8(sentence));
         }
     }
 }
 
-void MacroBuilder::logOpenDelimiter(char16_t delimiter, std::size_t line)
+void MacroBuilder::logOpenDelimiter(const Text& sentence)
 {
-    // The log's path needs what `Prepare` reads only after the scans. Without it there is no log to write to, and the
-    // failure that is on its way says enough.
+    // Without its path there is no log to write to, and the failure that is on its way has the sentence.
     try {
-        readRunIdentity();
-        const char* text
-            = "The \"%s\" in line %d of the macro template has no closing bracket after it. Please close or "
-              "remove it on the task's script page.\r\n";
-        AppendToLog(formatText(text, Text(1, delimiter), line));
+        AppendToLog(sentence + u"\r\n");
     } catch (const StatusError&) {
         return;
     }

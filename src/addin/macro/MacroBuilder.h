@@ -43,12 +43,18 @@ public:
     /// Writes at the end of the log, in the code page in which the macros write to it, and makes the log's folder if
     /// needed. A log that can't be written is no failure.
     void AppendToLog(TextView text);
-    /// Writes `text` with the host's two texts for a status to the log; nothing if the host has none to give.
-    void LogHostError(Status code, TextView text);
+    /// Writes `text` with the host's two texts for a status to the log; nothing if the host has none to give. Returns
+    /// the host's sentence.
+    Text LogHostError(Status code, TextView text);
+    /// What the macros have written to the log since the last call, or since `Prepare`, without blanks around it. They
+    /// keep one in the vault's root folder, too, for a task that has none.
+    Text TakeMacroLog();
 
 private:
     void resolveTaskPlaceholders(const Text& templateText);
-    void logOpenDelimiter(char16_t delimiter, std::size_t line);
+    Text macroLogPath();
+    std::uint64_t macroLogSize();
+    void logOpenDelimiter(const Text& sentence);
     void readRunIdentity();
     void readOutputPaths();
     void readToday(TextView vaultName);
@@ -73,6 +79,7 @@ private:
     Text m_today;
     /// Set by the first run whose output paths need them, and kept.
     bool m_needRevisionAndState = false;
+    std::uint64_t m_logSeen = 0; ///< bytes of the log that aren't news
     /// `m_macroText` prepared for the per-file steps with the card variables of the last `Build`.
     TokenTemplate m_template;
 };

@@ -3,20 +3,26 @@
 #include "base/Dates.h"
 #include "base/Format.h"
 
+#include <vector>
+
 namespace zn {
 
 namespace {
 
 constexpr TextView joint = u" & ";
 
-/// Puts a line continuation behind the first joint that lies at least 100 characters past the previous break.
-Text breakLines(TextView text)
+/// Puts a line continuation behind the first joint that lies at least 100 characters past the previous break. Only
+/// `joints`, the places of the joints that the encoding has made, count: what looks like one inside a literal is part
+/// of a name, and a break there would leave the literal open.
+Text breakLines(TextView text, const std::vector<std::size_t>& joints)
 {
     constexpr std::size_t leastLength = 100;
     Text out;
     std::size_t start = 0;
-    for (std::size_t hit; (hit = text.find(joint, start + leastLength)) != TextView::npos;) {
-        const std::size_t end = hit + joint.size();
+    for (const std::size_t place : joints) {
+        if (place < start + leastLength)
+            continue;
+        const std::size_t end = place + joint.size();
         out.append(text.substr(start, end - start)).append(u"_\r\n");
         start = end;
     }
@@ -51,24 +57,28 @@ Text EncodeForMacroString(TextView text)
     constexpr char16_t firstEncoded = 256;
     Text out;
     out.reserve(text.size());
+    std::vector<std::size_t> joints;
+    const auto append = [&](TextView piece) {
+        joints.push_back(out.size());
+        out.append(joint).append(piece);
+    };
     bool inCall = false;
-    bool encodedAny = false;
     for (const char16_t unit : text) {
         if (unit >= firstEncoded) {
             if (!inCall)
                 out.push_back(u'"');
-            out.append(joint).append(u"ChrW(").append(numberText(unit)).append(u")");
-            inCall = encodedAny = true;
+            append(u"ChrW(" + numberText(unit) + u")");
+            inCall = true;
         } else {
             if (inCall)
-                out.append(joint).append(u"\"");
+                append(u"\"");
             out.push_back(unit);
             inCall = false;
         }
     }
     if (inCall)
-        out.append(joint).append(u"\"");
-    return encodedAny ? breakLines(out) : out;
+        append(u"\"");
+    return breakLines(out, joints);
 }
 
 } // namespace zn

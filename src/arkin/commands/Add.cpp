@@ -24,6 +24,9 @@ public:
         take.option("PATH", m_paths, "Files, or folders with all that is in them").required();
         take.option("--to", m_to, "Folder of the vault; made if it is missing");
         take.option("-m,--comment", m_comment, "Comment of the first versions");
+        take.flag("--rename-safely", m_renameSafely,
+            "Put '_' for characters in names that tasks can't work with: double quotes, angle brackets, control "
+            "characters");
     }
 
     int run(Session& session) override
@@ -44,11 +47,12 @@ public:
     }
 
 private:
-    static void collect(
-        Session& session, const std::string& path, const zn::Text& folder, std::vector<AddRequest>& requests)
+    void collect(
+        Session& session, const std::string& path, const zn::Text& folder, std::vector<AddRequest>& requests) const
     {
         const std::filesystem::path source(path);
-        const auto name = zn::pathFileName(session.pathOf(path));
+        const auto given = zn::pathFileName(session.pathOf(path));
+        const auto name = m_renameSafely ? safeName(given) : given;
         if (std::filesystem::is_directory(source)) {
             std::vector<std::filesystem::path> inside;
             for (const auto& entry : std::filesystem::directory_iterator(source))
@@ -90,7 +94,10 @@ private:
             if (added && !session.json())
                 std::cout << path << "\n";
             else if (!added)
-                std::cerr << "arkin: " << path << ": " << outcome.sentence << "\n";
+                std::cerr << "arkin: " << path << ": " << outcome.sentence
+                          << (outcome.status == E_ARK_BAD_NAME ? " 'arkin add --rename-safely' does that by itself."
+                                                               : "")
+                          << "\n";
         }
         for (const auto& note : m_notes)
             printNote(note);
@@ -102,6 +109,7 @@ private:
     std::vector<std::string> m_paths;
     std::string m_to;
     std::string m_comment = "Added";
+    bool m_renameSafely = false;
     std::vector<AddOutcome> m_outcomes;
     std::vector<std::string> m_notes;
 };

@@ -50,8 +50,8 @@ private:
         const bool wasCheckedOut = vault.files().checkOut(place.fileId).has_value();
         if (!wasCheckedOut)
             checkOut(vault, place);
-        for (const auto status : writeCards(vault, writes))
-            zn::checkStatus(status, statusText(status) ? statusText(status)->sentence : "");
+        for (const auto& outcome : writeCards(vault, writes))
+            zn::checkStatus(outcome.status, outcome.sentence.c_str());
         if (!wasCheckedOut) {
             const Place places[] = {place};
             checkIn(vault, planCheckIn(vault, places), u"Card values");
@@ -63,11 +63,11 @@ private:
         auto& vault = session.vault();
         const auto checkOut = vault.files().checkOut(place.fileId);
         const bool toCome = m_version == 0 && checkOut && checkOut->cardOpen && vault.isMine(*checkOut);
-        const auto latest = toCome ? checkOut->versionToCome() : vault.file(place.fileId).latestVersion;
+        const auto version = toCome ? checkOut->versionToCome() : vault.version(place.fileId, m_version).version;
         auto values = Json::array();
         std::vector<std::vector<std::string>> rows{{"VARIABLE", "CONFIGURATION", "VALUE"}};
         const auto names = vault.cards().variables();
-        for (const auto& value : vault.cards().values(place.fileId, m_version > 0 ? m_version : latest)) {
+        for (const auto& value : vault.cards().values(place.fileId, version)) {
             if (!m_configuration.empty() && value.configuration != zn::toText(m_configuration))
                 continue;
             std::string name;

@@ -19,7 +19,7 @@ public:
     {
         auto& vault = session.vault();
         const auto place = session.fileAt(m_file);
-        const auto version = m_version > 0 ? m_version : vault.file(place.fileId).latestVersion;
+        const auto version = vault.version(place.fileId, m_version).version;
         std::vector<End> to, by;
         for (const auto& row : vault.references().from(place.fileId, version))
             to.push_back({pathOf(session, {row.toFileId, row.toFolderId}), row.toVersion, 0});

@@ -84,6 +84,7 @@ private:
         item.version = m_version > 0 ? m_version : -1;
         item.configuration = zn::toText(m_configuration);
         if (const auto place = vault.find(path)) {
+            vault.version(place->fileId, m_version);
             item.fileId = place->fileId;
             item.folderId = place->folderId;
             item.path = vault.pathOf(*place);

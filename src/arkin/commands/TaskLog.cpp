@@ -26,19 +26,36 @@ public:
         const auto run = runs.get(zn::toText(m_id));
         const auto path = logPath(session, run);
         const auto text = path.empty() ? std::optional<std::string>() : read(session, path);
-        if (session.json())
+        const auto messages = unlogged(runs.messages(run.id), text.value_or(""));
+        if (session.json()) {
+            auto list = Json::array();
+            for (const auto& message : messages)
+                list.push_back({{"path", session.shown(message.path)}, {"text", zn::toUtf8(message.sentence)}});
             printJson({{"run", run.id}, {"path", path.empty() ? Json(nullptr) : Json(session.shown(path))},
-                {"text", text ? Json(*text) : Json(nullptr)}});
-        else if (text)
-            std::cout << withTerminalLineEnds(*text);
-        else if (path.empty())
-            std::cerr << "The task keeps no log: it has no ErrorLogPath.\n";
-        else
-            std::cerr << "The run has logged nothing.\n";
+                {"text", text ? Json(*text) : Json(nullptr)}, {"messages", list}});
+            return commandDone;
+        }
+        if (text)
+            std::cout << withTerminalLineEnds(*text) << (text->empty() || text->ends_with('\n') ? "" : "\n");
+        for (const auto& message : messages)
+            std::cout << messageLine(session, message) << "\n";
+        if (!text && messages.empty())
+            std::cerr << (path.empty() ? "The task keeps no log: it has no ErrorLogPath.\n"
+                                       : "The run has logged nothing.\n");
         return commandDone;
     }
 
 private:
+    /// The run's messages that don't stand in its log.
+    static std::vector<RunMessage> unlogged(std::vector<RunMessage> messages, const std::string& log)
+    {
+        const auto plain = withTerminalLineEnds(log);
+        std::erase_if(messages, [&](const RunMessage& message) {
+            return plain.find(withTerminalLineEnds(zn::toUtf8(message.sentence))) != std::string::npos;
+        });
+        return messages;
+    }
+
     /// The local file, or else the vault's latest version of it. Logs are written in the single-byte code page.
     static std::optional<std::string> read(Session& session, const zn::Text& path)
     {
@@ -54,7 +71,7 @@ private:
         if (!bytes)
             throw zn::StatusError(
                 zn::E_FAIL, "The log " + session.shown(path) + " can't be read: " + zn::toUtf8(bytes.reason) + ".");
-        return zn::toUtf8(zn::fromCodePage(*bytes));
+        return zn::toUtf8(zn::fromReadableCodePage(*bytes));
     }
 
     std::string m_id;

@@ -92,6 +92,7 @@ public:
 private:
     void resolve(Addition& addition);
     void settle(const zn::Text& path, TargetFolder& folder);
+    void requireSafeNewFolders(const zn::Text& relative);
     void refuseTakenNames();
     void takeContent(Addition& addition);
     void writeMissingCopies();
@@ -118,7 +119,7 @@ void Adder::resolve(Addition& addition)
         addition.fail(addition.folder->failure);
         return;
     }
-    requireGoodName(request.name);
+    requireGoodNewName(request.name);
     addition.source = m_vault.local().toMachine(request.source);
     addition.isInPlace = request.source == addition.outcome->path;
     if (addition.isInPlace) {
@@ -142,9 +143,21 @@ void Adder::settle(const zn::Text& path, TargetFolder& folder)
         for (const zn::Text& part : pathParts(*relative))
             requireGoodName(part);
         folder.relative = *relative;
+        requireSafeNewFolders(*relative);
         m_vault.permissions().require(m_vault.folders().findNearest(*relative), Right::Add);
     } catch (const zn::StatusError& error) {
         folder.failure = {error.status(), error.what()};
+    }
+}
+
+/// Folders that are to be made; one that the vault has may bear any name that it could once get.
+void Adder::requireSafeNewFolders(const zn::Text& relative)
+{
+    zn::Text path;
+    for (const zn::Text& part : pathParts(relative)) {
+        path = zn::pathAppend(path, part);
+        if (!m_vault.folders().find(path))
+            requireGoodNewName(part);
     }
 }
 

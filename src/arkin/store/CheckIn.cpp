@@ -18,31 +18,45 @@ constexpr auto readOnlyPermissions = std::filesystem::perms(0444);
 
 struct Arrival {
     CheckOutRow checkOut;
-    zn::Text name;
+    std::optional<FileRow> row;
+    std::optional<LocalCopy> known; ///< the local copy by the record
     std::filesystem::path path;
     LocalCopy copy;
     KnownOutline outline;
 };
 
+/// Does the work for one file; false if it failed and was left out. What concerns all files is raised.
+template <class Work> bool worksFor(const Place& place, std::vector<LeftOut>* leftOut, const Work& work)
+{
+    try {
+        work();
+        return true;
+    } catch (const zn::StatusError& error) {
+        if (!leftOut || error.status() == E_ARK_ARCHIVE || error.status() == E_ARK_DISK_FULL)
+            throw;
+        leftOut->push_back({place, currentFailure()});
+        return false;
+    }
+}
+
 class CheckInWork {
 public:
-    CheckInWork(Vault& vault, const CheckInPlan& plan, zn::TextView comment)
+    CheckInWork(Vault& vault, const CheckInPlan& plan, zn::TextView comment, std::vector<LeftOut>* leftOut)
         : m_vault(vault)
         , m_comment(zn::toUtf8(comment))
         , m_batch(vault.archive())
+        , m_leftOut(leftOut)
     {
-        for (const CheckOutRow& row : plan.files) {
-            Arrival& arrival = m_arrivals.emplace_back();
-            arrival.checkOut = row;
-            m_ids.push_back(row.fileId);
-        }
+        for (const CheckOutRow& row : plan.files)
+            m_arrivals.emplace_back().checkOut = row;
     }
 
     std::vector<CheckedIn> run()
     {
         m_vault.permissions().refresh();
-        for (const Arrival& arrival : m_arrivals)
-            m_vault.permissions().require(arrival.checkOut.folderId, Right::Add);
+        forEach([&](Arrival& arrival) {
+            m_vault.require({arrival.checkOut.fileId, arrival.checkOut.folderId}, Right::Add);
+        });
         takeContents();
         m_batch.publish();
         readOutlines();
@@ -55,7 +69,10 @@ public:
     }
 
 private:
+    template <class Work> void forEach(const Work& work);
+    std::vector<std::int32_t> ids() const;
     void takeContents();
+    void takeContent(Arrival& arrival, LocalView::MachineFolders& folders);
     void readOutlines();
     void store();
     void requireUnchangedCheckOuts();
@@ -69,9 +86,26 @@ private:
     Vault& m_vault;
     std::string m_comment;
     std::vector<Arrival> m_arrivals;
-    std::vector<std::int32_t> m_ids;
     ArchiveBatch m_batch;
+    std::vector<LeftOut>* m_leftOut;
 };
+
+/// Does the work for each file that is still to come in. One that fails doesn't come in.
+template <class Work> void CheckInWork::forEach(const Work& work)
+{
+    std::erase_if(m_arrivals, [&](Arrival& arrival) {
+        const Place place{arrival.checkOut.fileId, arrival.checkOut.folderId};
+        return !worksFor(place, m_leftOut, [&] { work(arrival); });
+    });
+}
+
+std::vector<std::int32_t> CheckInWork::ids() const
+{
+    std::vector<std::int32_t> ids;
+    for (const Arrival& arrival : m_arrivals)
+        ids.push_back(arrival.checkOut.fileId);
+    return ids;
+}
 
 void CheckInWork::takeContents()
 {
@@ -79,25 +113,34 @@ void CheckInWork::takeContents()
     for (const Arrival& arrival : m_arrivals)
         places.push_back({arrival.checkOut.fileId, arrival.checkOut.folderId});
     const auto copies = m_vault.local().copies(places);
-    const auto rows = m_vault.files().rows(m_ids);
-    LocalView::MachineFolders folders;
+    const auto rows = m_vault.files().rows(ids());
     for (std::size_t i = 0; i < m_arrivals.size(); ++i) {
-        Arrival& arrival = m_arrivals[i];
-        if (!rows[i] || rows[i]->deleted)
-            throw zn::StatusError(E_ARK_NOT_IN_VAULT);
-        arrival.name = rows[i]->name;
-        arrival.path = m_vault.local().toMachine(places[i].folderId, arrival.name, folders);
-        if (access(arrival.path.c_str(), F_OK) != 0)
-            throw zn::StatusError(E_ARK_LOCAL_FILE_MISSING,
-                "The local copy " + arrival.path.string()
-                    + " is missing, so there is nothing to check in. Get the file again or undo its check-out.");
-        LocalFile file(arrival.path);
-        const std::int64_t settled = file.settledTime();
-        const bool unchanged = copies[i] && settled != 0 && copies[i]->modifiedNs == settled
-            && copies[i]->content.size == file.size() && m_vault.archive().holds(copies[i]->content.hash);
-        // A known content may be one that only this check-out refers to, which the batch keeps from being cleared away.
-        arrival.copy = {places[i], unchanged ? copies[i]->content : m_batch.put(file), settled};
+        m_arrivals[i].row = rows[i];
+        m_arrivals[i].known = copies[i];
     }
+    LocalView::MachineFolders folders;
+    forEach([&](Arrival& arrival) { takeContent(arrival, folders); });
+}
+
+void CheckInWork::takeContent(Arrival& arrival, LocalView::MachineFolders& folders)
+{
+    if (!arrival.row || arrival.row->deleted)
+        throw zn::StatusError(E_ARK_NOT_IN_VAULT,
+            (arrival.row ? "\"" + zn::toUtf8(arrival.row->name) + "\"" : std::string("A file"))
+                + " was deleted from the vault meanwhile.");
+    const Place place{arrival.checkOut.fileId, arrival.checkOut.folderId};
+    arrival.path = m_vault.local().toMachine(place.folderId, arrival.row->name, folders);
+    if (access(arrival.path.c_str(), F_OK) != 0)
+        throw zn::StatusError(E_ARK_LOCAL_FILE_MISSING,
+            "The local copy " + arrival.path.string()
+                + " is missing, so there is nothing to check in. Get the file again or undo its check-out.");
+    LocalFile file(arrival.path);
+    const std::int64_t settled = file.settledTime();
+    const auto& known = arrival.known;
+    const bool unchanged = known && settled != 0 && known->modifiedNs == settled && known->content.size == file.size()
+        && m_vault.archive().holds(known->content.hash);
+    // A known content may be one that only this check-out refers to, which the batch keeps from being cleared away.
+    arrival.copy = {place, unchanged ? known->content : m_batch.put(file), settled};
 }
 
 void CheckInWork::readOutlines()
@@ -105,8 +148,8 @@ void CheckInWork::readOutlines()
     Outlines outlines(m_vault);
     for (Arrival& arrival : m_arrivals) {
         const CheckOutRow& row = arrival.checkOut;
-        arrival.outline
-            = outlines.read({row.fileId, row.versionToCome()}, arrival.copy.place, arrival.name, arrival.copy.content);
+        arrival.outline = outlines.read(
+            {row.fileId, row.versionToCome()}, arrival.copy.place, arrival.row->name, arrival.copy.content);
     }
 }
 
@@ -129,16 +172,17 @@ void CheckInWork::store()
 /// Between the plan and now the check-out may have been given up, and cards may have been written.
 void CheckInWork::requireUnchangedCheckOuts()
 {
-    const auto now = m_vault.files().checkOuts(m_ids);
-    for (std::size_t i = 0; i < m_arrivals.size(); ++i) {
-        CheckOutRow& row = m_arrivals[i].checkOut;
-        if (!now[i] || now[i]->baseVersion != row.baseVersion)
+    const auto now = m_vault.files().checkOuts(ids());
+    std::size_t i = 0;
+    forEach([&](Arrival& arrival) {
+        const auto& row = now[i++];
+        if (!row || row->baseVersion != arrival.checkOut.baseVersion)
             throw zn::StatusError(E_ARK_NOT_CHECKED_OUT,
-                "The check-out of \"" + zn::toUtf8(m_arrivals[i].name) + "\" was given up meanwhile.");
-        if (!m_vault.isMine(*now[i]))
-            throw checkedOutElsewhere(m_vault, *now[i]);
-        row = *now[i];
-    }
+                "The check-out of \"" + zn::toUtf8(arrival.row->name) + "\" was given up meanwhile.");
+        if (!m_vault.isMine(*row))
+            throw checkedOutElsewhere(m_vault, *row);
+        arrival.checkOut = *row;
+    });
 }
 
 void CheckInWork::writeVersions()
@@ -226,7 +270,7 @@ void CheckInWork::deleteCheckOuts()
     std::int32_t fileId = 0;
     soci::statement statement
         = (m_vault.database().session().prepare << "DELETE FROM check_outs WHERE file_id = :f", soci::use(fileId));
-    for (const std::int32_t id : m_ids) {
+    for (const std::int32_t id : ids()) {
         fileId = id;
         statement.execute(true);
     }
@@ -258,7 +302,7 @@ bool hasUnknownCopy(Vault& vault, const Place& place)
 CheckOutRow checkOutAsItStands(Vault& vault, const Place& place)
 {
     Transaction transaction(vault.database());
-    vault.permissions().require(place.folderId, Right::Add);
+    vault.require(place, Right::Add);
     if (const auto row = vault.files().checkOut(place.fileId))
         throw checkedOutElsewhere(vault, *row);
     insertCheckOut(vault, place, vault.file(place.fileId).latestVersion);
@@ -268,7 +312,7 @@ CheckOutRow checkOutAsItStands(Vault& vault, const Place& place)
 
 } // namespace
 
-CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places)
+CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places, std::vector<LeftOut>* leftOut)
 {
     std::vector<std::int32_t> ids;
     for (const Place& place : places)
@@ -279,21 +323,24 @@ CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places)
     for (std::size_t i = 0; i < places.size(); ++i) {
         if (!seen.insert(places[i].fileId).second)
             continue;
-        if (checkOuts[i] && !vault.isMine(*checkOuts[i]))
-            throw checkedOutElsewhere(vault, *checkOuts[i]);
-        if (checkOuts[i])
-            plan.files.push_back(*checkOuts[i]);
-        else if (hasUnknownCopy(vault, places[i]))
-            plan.files.push_back(checkOutAsItStands(vault, places[i]));
+        worksFor(places[i], leftOut, [&] {
+            if (checkOuts[i] && !vault.isMine(*checkOuts[i]))
+                throw checkedOutElsewhere(vault, *checkOuts[i]);
+            if (checkOuts[i])
+                plan.files.push_back(*checkOuts[i]);
+            else if (hasUnknownCopy(vault, places[i]))
+                plan.files.push_back(checkOutAsItStands(vault, places[i]));
+        });
     }
     return plan;
 }
 
-std::vector<CheckedIn> checkIn(Vault& vault, const CheckInPlan& plan, zn::TextView comment)
+std::vector<CheckedIn> checkIn(
+    Vault& vault, const CheckInPlan& plan, zn::TextView comment, std::vector<LeftOut>* leftOut)
 {
     if (plan.files.empty())
         return {};
-    return CheckInWork(vault, plan, comment).run();
+    return CheckInWork(vault, plan, comment, leftOut).run();
 }
 
 } // namespace zn::arkin

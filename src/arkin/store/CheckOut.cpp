@@ -4,6 +4,7 @@
 #include "arkin/store/GetFiles.h"
 #include "arkin/store/Outlines.h"
 
+#include <fmt/chrono.h>
 #include <soci/soci.h>
 
 namespace zn::arkin {
@@ -48,8 +49,8 @@ void dropCheckOut(Vault& vault, const CheckOutRow& row)
 void checkOut(Vault& vault, const Place& place)
 {
     vault.permissions().refresh();
-    vault.permissions().require(place.folderId, Right::Read);
-    vault.permissions().require(place.folderId, Right::Add);
+    vault.require(place, Right::Read);
+    vault.require(place, Right::Add);
     for (;;) {
         const FileRow file = vault.file(place.fileId);
         // The copy is brought outside of the transaction, so that nobody waits for a large file.
@@ -92,7 +93,8 @@ void undoCheckOut(Vault& vault, std::int32_t fileId)
 zn::StatusError checkedOutElsewhere(Vault& vault, const CheckOutRow& row)
 {
     return zn::StatusError(E_ARK_CHECKED_OUT_ELSEWHERE,
-        quotedName(vault, row.fileId) + " is checked out by " + row.user + " on " + row.machine + ".");
+        quotedName(vault, row.fileId) + " is checked out by " + row.user + " on " + row.machine + " since "
+            + fmt::format("{:%Y-%m-%d %H:%M}", fmt::localtime(row.takenAt)) + ".");
 }
 
 CheckOutRow requireMine(Vault& vault, std::int32_t fileId)

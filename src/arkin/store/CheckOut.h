@@ -25,16 +25,19 @@ void insertCheckOut(Vault& vault, const Place& place, std::int32_t baseVersion);
 zn::StatusError checkedOutElsewhere(Vault& vault, const CheckOutRow& checkOut);
 
 /// Writes card values of files that are checked out here, in one transaction. They land in the versions that the
-/// check-ins make. Returns a status for each write, in order; if one of them is negative, nothing was written.
-std::vector<zn::Status> writeCards(Vault& vault, std::span<const CardWrite> writes);
+/// check-ins make. Returns an outcome for each write, in order. A file that isn't the caller's is left out alone; a
+/// write that no file could take keeps all from being written.
+std::vector<Failure> writeCards(Vault& vault, std::span<const CardWrite> writes);
 
 /// A reference that a checked-out file is to get; it names the target's version of the time, or the one that the same
-/// check-in makes.
+/// check-in makes, unless it asks for another.
 struct NewReference {
     std::int32_t fileId = 0;
     Place to;
+    std::int32_t toVersion = 0; ///< 0 for the latest
 };
-/// Adds references, in one transaction, all or none. The same failures as `requireMine`, and E_ARK_NOT_IN_VAULT.
-void addReferences(Vault& vault, std::span<const NewReference> references);
+/// Adds references, in one transaction. A file that isn't the caller's is left out, with the failure of `requireMine`;
+/// returned are those. Raises E_ARK_NOT_IN_VAULT and E_ARK_NO_SUCH_VERSION for targets, and then nothing was written.
+std::vector<Failure> addReferences(Vault& vault, std::span<const NewReference> references);
 
 } // namespace zn::arkin

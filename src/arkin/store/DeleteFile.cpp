@@ -42,7 +42,7 @@ void deleteFile(Vault& vault, const Place& place)
     {
         Transaction transaction(vault.database());
         vault.permissions().refresh();
-        vault.permissions().require(place.folderId, Right::Delete);
+        vault.require(place, Right::Delete);
         const auto folders = vault.files().foldersOf(place.fileId);
         if (std::find(folders.begin(), folders.end(), place.folderId) == folders.end())
             throw zn::StatusError(

@@ -24,6 +24,32 @@ void requireGoodName(TextView name)
         throw zn::StatusError(E_ARK_BAD_NAME, "The vault cannot hold a file or folder named \"" + utf8 + "\".");
 }
 
+namespace {
+
+bool isUnsafe(char16_t unit) { return unit < 32 || unit == 127 || unit == u'"' || unit == u'<' || unit == u'>'; }
+
+} // namespace
+
+bool hasUnsafeCharacter(TextView name) { return std::any_of(name.begin(), name.end(), isUnsafe); }
+
+void requireGoodNewName(TextView name)
+{
+    if (hasUnsafeCharacter(name))
+        throw zn::StatusError(E_ARK_BAD_NAME,
+            "The name \"" + zn::toUtf8(name)
+                + "\" has a character that tasks can't work with (\", <, > or a control "
+                  "character). Rename it, for example to \""
+                + zn::toUtf8(safeName(name)) + "\".");
+    requireGoodName(name);
+}
+
+Text safeName(TextView name)
+{
+    Text safe(name);
+    std::replace_if(safe.begin(), safe.end(), isUnsafe, u'_');
+    return safe;
+}
+
 std::vector<Text> pathParts(TextView relativePath)
 {
     std::vector<Text> parts;
@@ -128,7 +154,7 @@ std::optional<std::int32_t> Folders::child(std::int32_t parentId, TextView name)
 
 std::int32_t Folders::makeChild(std::int32_t parentId, TextView name)
 {
-    requireGoodName(name);
+    requireGoodNewName(name);
     const std::int32_t id = m_database.allocateIds("folders");
     const std::string storedName = zn::toUtf8(name), key = nameKey(name);
     m_database.session() << "INSERT INTO folders (id, vault_id, parent_id, name, name_key) VALUES (:i, :v, :p, :n, :k)",

@@ -60,6 +60,13 @@ std::string nameKey(zn::TextView name);
 /// Raises E_ARK_BAD_NAME with a sentence if no file or folder of the vault can bear the name: empty, ".", "..", more
 /// than 255 bytes on the disk, a separator, a control character, or half a surrogate pair.
 void requireGoodName(zn::TextView name);
+/// Whether the name has a character that a macro's text can't carry or that other machines' disks don't take: a double
+/// quote, an angle bracket or a control character. Files that have long been in a vault may have one.
+bool hasUnsafeCharacter(zn::TextView name);
+/// As `requireGoodName`, for names that are new to the vault: an unsafe character is refused, too.
+void requireGoodNewName(zn::TextView name);
+/// The name with "_" for each unsafe character.
+zn::Text safeName(zn::TextView name);
 /// The parts of a path below the root; empty ones are passed over.
 std::vector<zn::Text> pathParts(zn::TextView relativePath);
 

@@ -20,12 +20,29 @@ struct Wanted {
     std::optional<LocalCopy> known;
 };
 
-std::vector<Wanted> lookUp(Vault& vault, std::span<const GetRequest> requests)
+/// Does the work for one file. A failure goes to `leftOut`, if it is given and unless it concerns all files.
+template <class Work> void workFor(const Place& place, std::vector<LeftOut>* leftOut, const Work& work)
+{
+    try {
+        work();
+    } catch (const zn::StatusError& error) {
+        if (!leftOut || error.status() == E_ARK_DISK_FULL)
+            throw;
+        leftOut->push_back({place, currentFailure()});
+    }
+}
+
+std::vector<Wanted> lookUp(Vault& vault, std::span<const GetRequest> all, std::vector<LeftOut>* leftOut)
 {
     std::vector<std::int32_t> ids;
     std::vector<Place> places;
+    std::vector<GetRequest> requests;
+    for (const GetRequest& request : all)
+        workFor(request.place, leftOut, [&] {
+            vault.require(request.place, Right::Read);
+            requests.push_back(request);
+        });
     for (const GetRequest& request : requests) {
-        vault.permissions().require(request.place.folderId, Right::Read);
         ids.push_back(request.place.fileId);
         places.push_back(request.place);
     }
@@ -33,19 +50,27 @@ std::vector<Wanted> lookUp(Vault& vault, std::span<const GetRequest> requests)
     const auto files = vault.files().rows(ids);
     std::vector<FileVersion> asked;
     for (std::size_t i = 0; i < requests.size(); ++i) {
-        if (!files[i] || files[i]->deleted)
-            throw zn::StatusError(E_ARK_NOT_IN_VAULT, "The vault has no file number " + std::to_string(ids[i]) + ".");
-        asked.push_back({ids[i], requests[i].version > 0 ? requests[i].version : files[i]->latestVersion});
+        const bool isThere = files[i] && !files[i]->deleted;
+        asked.push_back({ids[i], requests[i].version > 0 || !isThere ? requests[i].version : files[i]->latestVersion});
     }
     const auto versions = vault.files().versions(asked);
     const auto checkOuts = vault.files().checkOuts(ids);
     const auto copies = vault.local().copies(places);
     std::vector<Wanted> wanted;
     for (std::size_t i = 0; i < requests.size(); ++i) {
-        if (!versions[i])
-            throw zn::StatusError(E_ARK_NO_SUCH_VERSION,
-                "\"" + zn::toUtf8(files[i]->name) + "\" has no version " + std::to_string(asked[i].version) + ".");
-        wanted.push_back({places[i], *files[i], *versions[i], checkOuts[i], copies[i]});
+        workFor(places[i], leftOut, [&] {
+            if (!files[i])
+                throw zn::StatusError(
+                    E_ARK_NOT_IN_VAULT, "The vault has no file number " + std::to_string(ids[i]) + ".");
+            const std::string name = "\"" + zn::toUtf8(files[i]->name) + "\"";
+            if (files[i]->deleted)
+                throw zn::StatusError(E_ARK_NOT_IN_VAULT, name + " was deleted from the vault.");
+            if (!versions[i])
+                throw zn::StatusError(E_ARK_NO_SUCH_VERSION,
+                    name + " has no version " + std::to_string(asked[i].version) + "; its latest is "
+                        + std::to_string(files[i]->latestVersion) + ".");
+            wanted.push_back({places[i], *files[i], *versions[i], checkOuts[i], copies[i]});
+        });
     }
     return wanted;
 }
@@ -96,7 +121,7 @@ std::optional<LocalCopy> bring(
     return local.write(wanted.place, wanted.version.content, path, !isWork);
 }
 
-void getChunk(Vault& vault, std::span<const GetRequest> requests, LocalChanges changes)
+void getChunk(Vault& vault, std::span<const GetRequest> requests, LocalChanges changes, std::vector<LeftOut>* leftOut)
 {
     std::vector<LocalCopy> copies;
     LocalView::MachineFolders folders;
@@ -108,10 +133,11 @@ void getChunk(Vault& vault, std::span<const GetRequest> requests, LocalChanges c
         transaction.commit();
     };
     try {
-        for (const Wanted& wanted : lookUp(vault, requests)) {
-            if (auto copy = bring(vault, wanted, changes, folders))
-                copies.push_back(std::move(*copy));
-        }
+        for (const Wanted& wanted : lookUp(vault, requests, leftOut))
+            workFor(wanted.place, leftOut, [&] {
+                if (auto copy = bring(vault, wanted, changes, folders))
+                    copies.push_back(std::move(*copy));
+            });
     } catch (...) {
         record();
         throw;
@@ -119,16 +145,30 @@ void getChunk(Vault& vault, std::span<const GetRequest> requests, LocalChanges c
     record();
 }
 
+void getInChunks(
+    Vault& vault, std::span<const GetRequest> requests, LocalChanges changes, std::vector<LeftOut>* leftOut)
+{
+    vault.permissions().refresh();
+    for (std::size_t start = 0; start < requests.size(); start += chunkSize)
+        getChunk(vault, requests.subspan(start, std::min(chunkSize, requests.size() - start)), changes, leftOut);
+}
+
 } // namespace
 
 void getFiles(Vault& vault, std::span<const GetRequest> requests, LocalChanges changes)
 {
-    vault.permissions().refresh();
-    for (std::size_t start = 0; start < requests.size(); start += chunkSize)
-        getChunk(vault, requests.subspan(start, std::min(chunkSize, requests.size() - start)), changes);
+    getInChunks(vault, requests, changes, nullptr);
 }
 
-std::vector<GetRequest> withReferences(Vault& vault, std::span<const GetRequest> requests, bool asBuilt)
+std::vector<LeftOut> getWhatCanBeGot(Vault& vault, std::span<const GetRequest> requests)
+{
+    std::vector<LeftOut> leftOut;
+    getInChunks(vault, requests, LocalChanges::Refuse, &leftOut);
+    return leftOut;
+}
+
+std::vector<GetRequest> withReferences(
+    Vault& vault, std::span<const GetRequest> requests, bool asBuilt, std::vector<FileEdge>* edges)
 {
     std::vector<GetRequest> all(requests.begin(), requests.end());
     std::unordered_set<std::int32_t> seen;
@@ -147,6 +187,8 @@ std::vector<GetRequest> withReferences(Vault& vault, std::span<const GetRequest>
         start = all.size();
         for (const auto& references : vault.references().from(asked)) {
             for (const ReferenceRow& row : references) {
+                if (edges)
+                    edges->push_back({row.fileId, row.toFileId});
                 if (!seen.insert(row.toFileId).second)
                     continue;
                 const auto folders = vault.files().foldersOf(row.toFileId);

@@ -20,10 +20,20 @@ enum class LocalChanges {
 /// checked out here keeps its copy, and gets one, writable, if it has none. Raises E_ARK_PERMISSION_DENIED without the
 /// right to read, E_ARK_NOT_IN_VAULT, E_ARK_NO_SUCH_VERSION; files before the failed one have come.
 void getFiles(Vault& vault, std::span<const GetRequest> requests, LocalChanges changes = LocalChanges::Refuse);
+/// The same for whoever has more to do than one file: a file that can't be brought doesn't hinder the others and is in
+/// what is returned. A full disk, which concerns all, is raised.
+std::vector<LeftOut> getWhatCanBeGot(Vault& vault, std::span<const GetRequest> requests);
+
+/// That one file refers to another.
+struct FileEdge {
+    std::int32_t fromFileId = 0;
+    std::int32_t toFileId = 0;
+};
 
 /// The files together with what they refer to, and so on, each once; a file that is asked for keeps its version.
 /// `asBuilt` takes referenced files in the version to which is referred, otherwise in the latest. Referenced files
-/// that were deleted are left out.
-std::vector<GetRequest> withReferences(Vault& vault, std::span<const GetRequest> requests, bool asBuilt);
+/// that were deleted are left out. `edges` gets all references that were followed, if it is given.
+std::vector<GetRequest> withReferences(
+    Vault& vault, std::span<const GetRequest> requests, bool asBuilt, std::vector<FileEdge>* edges = nullptr);
 
 } // namespace zn::arkin

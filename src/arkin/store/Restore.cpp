@@ -59,17 +59,14 @@ Place restoreFile(Vault& vault, const DeletedFile& file)
 std::int32_t restoreVersion(Vault& vault, const Place& place, std::int32_t version)
 {
     const FileRow file = vault.file(place.fileId);
-    const auto old = vault.files().version(place.fileId, version);
-    if (!old)
-        throw zn::StatusError(
-            E_ARK_NO_SUCH_VERSION, "\"" + zn::toUtf8(file.name) + "\" has no version " + std::to_string(version) + ".");
+    const VersionRow old = vault.version(place.fileId, version);
     if (version == file.latestVersion)
         throw zn::StatusError(zn::E_INVALIDARG,
             "Version " + std::to_string(version) + " of \"" + zn::toUtf8(file.name) + "\" is the latest already.");
     checkOut(vault, place);
     try {
         const auto path = vault.local().toMachine(vault.pathOf(place));
-        vault.local().write(place, old->content, path, false);
+        vault.local().write(place, old.content, path, false);
         const zn::Text comment = zn::toText("Version " + std::to_string(version) + " restored");
         return checkIn(vault, planCheckIn(vault, {&place, 1}), comment).front().version;
     } catch (...) {

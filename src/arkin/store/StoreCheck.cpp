@@ -127,7 +127,23 @@ private:
         while (statement.fetch()) {
             if (nameKey(zn::toText(name)) != key)
                 m_report.problems.push_back("The file \"" + name + "\" can't be found under its name.");
+            if (hasUnsafeCharacter(zn::toText(name)))
+                noteUnsafe("file", name);
         }
+        statement = (m_session.prepare << "SELECT name FROM folders WHERE parent_id <> 0", soci::into(name));
+        statement.execute();
+        while (statement.fetch()) {
+            if (hasUnsafeCharacter(zn::toText(name)))
+                noteUnsafe("folder", name);
+        }
+    }
+
+    /// Nothing is lost, but tasks fail on it.
+    void noteUnsafe(const char* kind, const std::string& name)
+    {
+        m_report.notes.push_back(fmt::format("The {} \"{}\" has a character in its name that tasks can't work with "
+                                             "(\", <, > or a control character).",
+            kind, name));
     }
 
     std::int64_t number(const char* sql)

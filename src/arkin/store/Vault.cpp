@@ -101,6 +101,29 @@ FileRow Vault::file(std::int32_t fileId)
     return *row;
 }
 
+void Vault::require(const Place& place, Right right)
+{
+    if (m_permissions.allowed(place.folderId, right))
+        return;
+    const auto row = m_files.row(place.fileId);
+    try {
+        m_permissions.require(place.folderId, right);
+    } catch (const zn::StatusError& error) {
+        throw zn::StatusError(
+            error.status(), (row ? "\"" + zn::toUtf8(row->name) + "\": " : std::string()) + error.what());
+    }
+}
+
+VersionRow Vault::version(std::int32_t fileId, std::int32_t version)
+{
+    const FileRow row = file(fileId);
+    if (const auto found = m_files.version(fileId, version > 0 ? version : row.latestVersion))
+        return *found;
+    throw zn::StatusError(E_ARK_NO_SUCH_VERSION,
+        "\"" + zn::toUtf8(row.name) + "\" has no version " + std::to_string(version) + "; its latest is "
+            + std::to_string(row.latestVersion) + ".");
+}
+
 bool Vault::isMine(const CheckOutRow& checkOut) const
 {
     return checkOut.user == m_caller.user && checkOut.machine == m_caller.machine;

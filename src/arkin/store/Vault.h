@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arkin/store/Cards.h"
+#include "arkin/store/Codes.h"
 #include "arkin/store/LocalView.h"
 #include "arkin/store/Permissions.h"
 #include "arkin/store/References.h"
@@ -51,6 +52,12 @@ struct Caller {
     static Caller current();
 };
 
+/// A file that a piece of work on many files has left out, and why.
+struct LeftOut {
+    Place place;
+    Failure failure;
+};
+
 /// An open vault: what its operations (AddFiles.h, CheckOut.h, CheckIn.h, GetFiles.h …) work with.
 class Vault {
 public:
@@ -80,6 +87,10 @@ public:
     std::optional<std::int32_t> findFolder(zn::TextView path);
     /// Raises E_ARK_NOT_IN_VAULT for an unknown file or one that was deleted.
     FileRow file(std::int32_t fileId);
+    /// A version of the file; 0 is the latest. Raises E_ARK_NO_SUCH_VERSION with a sentence.
+    VersionRow version(std::int32_t fileId, std::int32_t version);
+    /// Raises E_ARK_PERMISSION_DENIED with a sentence that names the file and its folder.
+    void require(const Place& place, Right right);
     /// Whether the caller has the file checked out on this machine.
     bool isMine(const CheckOutRow& checkOut) const;
     /// The file's path in the local view.

@@ -1,6 +1,8 @@
 #include "arkin/store/CheckOut.h"
 #include "arkin/store/Codes.h"
 
+#include <algorithm>
+#include <map>
 #include <soci/soci.h>
 #include <unordered_map>
 #include <unordered_set>
@@ -60,63 +62,84 @@ private:
     std::unordered_map<std::int32_t, CheckOutRow> m_rows;
 };
 
-zn::Status refusalOf(const CardWrite& write, const std::unordered_set<std::int32_t>& variables, OwnCheckOuts& checkOuts)
+constexpr zn::Status notMine[] = {E_ARK_CHECKED_OUT_ELSEWHERE, E_ARK_NOT_CHECKED_OUT};
+
+/// Whether the failure is that of a file which somebody else has, or nobody: it concerns this file alone.
+bool isNotMine(const Failure& failure)
+{
+    return std::find(std::begin(notMine), std::end(notMine), failure.status) != std::end(notMine);
+}
+
+Failure refusalOf(const CardWrite& write, const std::unordered_set<std::int32_t>& variables, OwnCheckOuts& checkOuts)
 {
     try {
         if (!variables.contains(write.variableId))
-            return E_ARK_NO_SUCH_VARIABLE;
+            throw zn::StatusError(E_ARK_NO_SUCH_VARIABLE);
         toStoredCard(write.value);
         checkOuts[write.fileId];
-        return zn::S_OK;
-    } catch (const zn::StatusError& error) {
-        return error.status();
+        return {zn::S_OK, {}};
+    } catch (const zn::StatusError&) {
+        return currentFailure();
     }
 }
 
 } // namespace
 
-std::vector<zn::Status> writeCards(Vault& vault, std::span<const CardWrite> writes)
+std::vector<Failure> writeCards(Vault& vault, std::span<const CardWrite> writes)
 {
     Transaction transaction(vault.database());
     std::unordered_set<std::int32_t> variables;
     for (const Variable& variable : vault.cards().variables())
         variables.insert(variable.id);
     OwnCheckOuts checkOuts(vault, writes);
-    std::vector<zn::Status> statuses;
+    std::vector<Failure> outcomes;
+    std::vector<CardWrite> good;
     bool refused = false;
     for (const CardWrite& write : writes) {
-        statuses.push_back(refusalOf(write, variables, checkOuts));
-        refused = refused || zn::failed(statuses.back());
+        const Failure& outcome = outcomes.emplace_back(refusalOf(write, variables, checkOuts));
+        if (outcome.status == zn::S_OK)
+            good.push_back({write.fileId, write.variableId, write.configuration, write.value.deepCopy()});
+        else
+            refused = refused || !isNotMine(outcome);
     }
     if (refused)
-        return statuses;
+        return outcomes;
     std::vector<std::int32_t> versions;
-    for (const CardWrite& write : writes) {
+    for (const CardWrite& write : good) {
         CheckOutRow& row = checkOuts[write.fileId];
         checkOuts.openCard(row);
         versions.push_back(row.versionToCome());
     }
-    vault.cards().write(writes, versions);
+    vault.cards().write(good, versions);
     transaction.commit();
-    return statuses;
+    return outcomes;
 }
 
-void addReferences(Vault& vault, std::span<const NewReference> references)
+std::vector<Failure> addReferences(Vault& vault, std::span<const NewReference> references)
 {
     Transaction transaction(vault.database());
     OwnCheckOuts checkOuts(vault, references);
-    std::unordered_map<std::int32_t, std::int32_t> latestVersions;
+    std::map<std::pair<std::int32_t, std::int32_t>, std::int32_t> versions;
     std::vector<ReferenceRow> rows;
+    std::vector<Failure> leftOut;
     for (const NewReference& reference : references) {
-        CheckOutRow& row = checkOuts[reference.fileId];
-        checkOuts.openReferences(row);
-        const auto [latest, isNew] = latestVersions.try_emplace(reference.to.fileId, 0);
+        const auto [version, isNew] = versions.try_emplace({reference.to.fileId, reference.toVersion}, 0);
         if (isNew)
-            latest->second = vault.file(reference.to.fileId).latestVersion;
-        rows.push_back({row.fileId, row.versionToCome(), reference.to.fileId, reference.to.folderId, latest->second});
+            version->second = vault.version(reference.to.fileId, reference.toVersion).version;
+        try {
+            CheckOutRow& row = checkOuts[reference.fileId];
+            checkOuts.openReferences(row);
+            rows.push_back(
+                {row.fileId, row.versionToCome(), reference.to.fileId, reference.to.folderId, version->second});
+        } catch (const zn::StatusError&) {
+            if (!isNotMine(currentFailure()))
+                throw;
+            leftOut.push_back(currentFailure());
+        }
     }
     vault.references().write(rows);
     transaction.commit();
+    return leftOut;
 }
 
 } // namespace zn::arkin

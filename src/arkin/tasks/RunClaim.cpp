@@ -74,9 +74,11 @@ RunClaim RunClaim::mark(RunStore& store, std::int32_t runId, const ProcessMark& 
     const long long start = owner.start, at = now;
     session << "UPDATE task_runs SET state = :state, claim = claim + 1, owner_host = :host, owner_process = :process, "
                "owner_mark = :mark, heartbeat_at = :at, started_at = :started, progress_total = 0, "
-               "progress_position = 0, progress_text = '', result_code = 0, result_text = '' WHERE id = :id",
+               "progress_position = 0, progress_text = '', result_code = 0, result_text = '', outputs_expected = 0, "
+               "outputs_missing = 0 WHERE id = :id",
         use(running), use(host), use(owner.process), use(start), use(at), use(at), use(runId);
     session << "DELETE FROM task_run_documents WHERE run_id = :id", use(runId);
+    session << "DELETE FROM task_run_messages WHERE run_id = :id", use(runId);
     return {store, store.get(runId)};
 }
 
@@ -142,6 +144,27 @@ void RunClaim::writeVariable(zn::TextView name, const zn::Value& value) const
     session << "INSERT INTO task_run_variables (run_id, name, value_type, value_text, own) "
                "VALUES (:id, :name, :type, :text, 1)",
         use(m_run.id), use(key), use(stored.type), use(stored.text);
+    transaction.commit();
+}
+
+void RunClaim::addMessage(zn::TextView path, zn::TextView sentence) const
+{
+    const auto file = toUtf8(path), text = toUtf8(sentence);
+    Transaction transaction(m_store->database());
+    requireHeld();
+    m_store->database().session() << "INSERT INTO task_run_messages (run_id, position, path, sentence) SELECT :id, "
+                                     "COUNT(*), :path, :text FROM task_run_messages WHERE run_id = :same",
+        use(m_run.id), use(file), use(text), use(m_run.id);
+    transaction.commit();
+}
+
+void RunClaim::writeOutputs(std::int32_t expected, std::int32_t missing) const
+{
+    Transaction transaction(m_store->database());
+    requireHeld();
+    m_store->database().session()
+        << "UPDATE task_runs SET outputs_expected = :expected, outputs_missing = :missing WHERE id = :id",
+        use(expected), use(missing), use(m_run.id);
     transaction.commit();
 }
 

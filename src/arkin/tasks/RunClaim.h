@@ -35,6 +35,8 @@ public:
     zn::TaskRunState changeState(std::span<const zn::TaskRunState> from, zn::TaskRunState to) const;
     void writeProgress(std::int32_t total, std::int32_t position, zn::TextView text) const;
     void writeVariable(zn::TextView name, const zn::Value& value) const;
+    void addMessage(zn::TextView path, zn::TextView sentence) const;
+    void writeOutputs(std::int32_t expected, std::int32_t missing) const;
     /// Ends the run: state, code, text and documents together.
     void finish(zn::TaskRunState state, zn::Status code, zn::TextView text,
         const std::vector<zn::ArkTaskResultDoc>& documents, std::int64_t now) const;

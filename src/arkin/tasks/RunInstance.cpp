@@ -160,6 +160,26 @@ Status RunInstance::GetTaskName(Text& name)
     return zn::S_OK;
 }
 
+Status RunInstance::AddMessage(TextView path, TextView sentence)
+{
+    try {
+        m_claim.addMessage(path, sentence);
+        return zn::S_OK;
+    } catch (...) {
+        return failed();
+    }
+}
+
+Status RunInstance::SetOutputs(std::int32_t expected, std::int32_t missing)
+{
+    try {
+        m_claim.writeOutputs(expected, missing);
+        return zn::S_OK;
+    } catch (...) {
+        return failed();
+    }
+}
+
 Status RunInstance::GetVariable(const Value& idOrName, Value& value)
 {
     try {

@@ -24,7 +24,7 @@ using RunWatcher = std::function<void(const RunProgress&)>;
 ///
 /// Of two answers that cross, the person's request wins over the add-in's report: a run that was asked to resume or to
 /// cancel while the add-in was about to report that it is suspended is not marked as suspended.
-class RunInstance final : public zn::IArkTaskInstance {
+class RunInstance final : public zn::IArkTaskInstance, public zn::IArkRunMessages {
 public:
     RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RunWatcher watcher = {});
 
@@ -42,6 +42,8 @@ public:
     zn::Status SetValue(zn::TextView name, const zn::Value& value) override;
     zn::Status GetTaskName(zn::Text& name) override;
     zn::Status GetVariable(const zn::Value& idOrName, zn::Value& value) override;
+    zn::Status AddMessage(zn::TextView path, zn::TextView sentence) override;
+    zn::Status SetOutputs(std::int32_t expected, std::int32_t missing) override;
 
 private:
     zn::Status failed();

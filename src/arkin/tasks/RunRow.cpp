@@ -24,6 +24,8 @@ void type_conversion<zn::arkin::RunInfo>::from_base(const values& row, indicator
     run.launchedAt = row.get<long long>("launched_at");
     run.startedAt = row.get<long long>("started_at");
     run.endedAt = row.get<long long>("ended_at");
+    run.outputsExpected = row.get<int>("outputs_expected");
+    run.outputsMissing = row.get<int>("outputs_missing");
 }
 
 } // namespace soci

@@ -154,6 +154,19 @@ zn::ArkSelection RunStore::selection(std::int32_t runId)
     return selection;
 }
 
+std::vector<RunMessage> RunStore::messages(std::int32_t runId)
+{
+    std::vector<RunMessage> messages;
+    std::string path, sentence;
+    soci::statement select = (m_database.session().prepare
+            << "SELECT path, sentence FROM task_run_messages WHERE run_id = :id ORDER BY position",
+        use(runId), into(path), into(sentence));
+    select.execute();
+    while (select.fetch())
+        messages.push_back({toText(path), toText(sentence)});
+    return messages;
+}
+
 std::vector<zn::ArkTaskResultDoc> RunStore::documents(std::int32_t runId)
 {
     std::vector<zn::ArkTaskResultDoc> documents;

@@ -25,8 +25,12 @@ struct RunInfo {
     std::int64_t launchedAt = 0;
     std::int64_t startedAt = 0;
     std::int64_t endedAt = 0;
+    std::int32_t outputsExpected = 0; ///< as its add-in counts them; 0 if it doesn't
+    std::int32_t outputsMissing = 0;  ///< of these, what isn't where it belongs
 
     bool ended() const;
+    /// Whether it finished without errors and without a missing output.
+    bool wentWell() const { return state == zn::TaskRunState::Finished && outputsMissing == 0; }
     /// Whether a worker has the run: it isn't waiting, and it hasn't ended.
     bool taken() const { return !ended() && owner.process != 0; }
 };
@@ -36,7 +40,8 @@ inline constexpr std::int64_t heartbeatLimit = 60;
 
 /// Whether the run's worker went away before the run had ended.
 bool workerDied(const RunInfo& run, std::int64_t now);
-/// "queued", "running" … for a person; "worker died" goes before the state in which the worker left the run.
+/// "queued", "running" … for a person; "worker died" goes before the state in which the worker left the run, and
+/// "3 of 40 outputs missing" behind that of a run that has finished.
 zn::Text stateText(const RunInfo& run, std::int64_t now);
 
 /// What a launch hands over.
@@ -45,6 +50,12 @@ struct NewRun {
     zn::Text userName;
     zn::ArkSelection selection;
     Variables ownVariables; ///< what the launch wrote; they win over the definition's
+};
+
+/// What a run says about one file; the path is empty for the run as a whole.
+struct RunMessage {
+    zn::Text path;
+    zn::Text sentence;
 };
 
 /// The runs of one vault: launching and reading. What a worker writes goes through `RunClaim`.
@@ -65,6 +76,8 @@ public:
     Variables variables(std::int32_t runId);
     zn::ArkSelection selection(std::int32_t runId);
     std::vector<zn::ArkTaskResultDoc> documents(std::int32_t runId);
+    /// In the order in which they came.
+    std::vector<RunMessage> messages(std::int32_t runId);
 
     Database& database() { return m_database; }
     std::int32_t vaultId() const { return m_vaultId; }

@@ -91,9 +91,22 @@ const char* const revisionStep[] = {
     "ALTER TABLE tasks ADD COLUMN changed_at BIGINT NOT NULL DEFAULT 0",
 };
 
+// What a run says about single files, and how many outputs it should have given and didn't.
+const char* const messagesStep[] = {
+    "ALTER TABLE task_runs ADD COLUMN outputs_expected INTEGER NOT NULL DEFAULT 0",
+    "ALTER TABLE task_runs ADD COLUMN outputs_missing INTEGER NOT NULL DEFAULT 0",
+    R"(CREATE TABLE task_run_messages (
+        run_id INTEGER NOT NULL REFERENCES task_runs (id),
+        position INTEGER NOT NULL,
+        path VARCHAR(4000) NOT NULL,
+        sentence TEXT NOT NULL,
+        PRIMARY KEY (run_id, position)))",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {revisionStep},
+    {messagesStep},
 };
 
 } // namespace

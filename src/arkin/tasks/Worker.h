@@ -16,8 +16,8 @@ public:
         std::function<void(const RunInfo&, const std::string& sentence)> lost;
     };
     struct Tally {
-        int finished = 0; ///< without errors
-        int others = 0;   ///< with errors, cancelled, or lost
+        int finished = 0; ///< without errors and missing outputs
+        int others = 0;   ///< with them, cancelled, or lost
     };
 
     /// `interrupted` cancels the current run and ends the worker.

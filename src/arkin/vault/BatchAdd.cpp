@@ -11,22 +11,12 @@ using zn::Status;
 
 namespace {
 
-/// The failure that the vault's error text tells after a batch: the first one, and how many came with it.
-Failure summaryOf(const std::vector<AddOutcome>& outcomes)
+/// A failure that names its file, also where it is that of the folder.
+Failure failureOf(const AddOutcome& outcome)
 {
-    Failure failure{S_OK, {}};
-    int more = 0;
-    for (const AddOutcome& outcome : outcomes) {
-        if (!zn::failed(outcome.status) || outcome.status == E_ARK_NAME_ALREADY_EXISTS)
-            continue;
-        if (failure.status == S_OK)
-            failure = {outcome.status, outcome.sentence};
-        else if (failure.status == outcome.status)
-            ++more;
-    }
-    if (more > 0)
-        failure.sentence += " The same holds for " + std::to_string(more) + " more.";
-    return failure;
+    const std::string path = zn::toUtf8(outcome.path);
+    const bool isNamed = outcome.sentence.find(zn::toUtf8(zn::pathFileName(outcome.path))) != std::string::npos;
+    return {outcome.status, isNamed ? outcome.sentence : path + ": " + outcome.sentence};
 }
 
 class BatchAdd final : public zn::IArkBatchAdd {
@@ -40,10 +30,6 @@ public:
         std::int32_t) override
     {
         return guarded(*m_context, [&] {
-            if (!m_context->vault.local().relativePath(destFolderPath))
-                throw zn::StatusError(E_ARK_NOT_IN_VAULT,
-                    "The folder " + zn::toUtf8(destFolderPath) + " is not in the vault's folder "
-                        + zn::toUtf8(m_context->vault.local().root()) + ".");
             m_requests.push_back(
                 {zn::Text(sourcePath), zn::Text(destFolderPath), destName ? *destName : zn::pathFileName(sourcePath)});
             return S_OK;
@@ -55,17 +41,17 @@ public:
         return guarded(*m_context, [&] {
             const std::vector<AddOutcome> outcomes = addFiles(m_context->vault, m_requests);
             m_requests.clear();
-            const auto isDenied = [](const AddOutcome& outcome) { return outcome.status == E_ARK_PERMISSION_DENIED; };
-            // Nothing could be added for want of a right: that is the failure of the whole batch.
-            if (!outcomes.empty() && std::all_of(outcomes.begin(), outcomes.end(), isDenied))
-                throw zn::StatusError(E_ARK_PERMISSION_DENIED, outcomes.front().sentence);
             std::vector<zn::ArkAddResult> rows;
             for (const AddOutcome& outcome : outcomes)
                 rows.push_back({outcome.place.fileId, outcome.place.folderId, outcome.status, outcome.path});
             results = std::move(rows);
             count = static_cast<std::int32_t>(std::count_if(
                 outcomes.begin(), outcomes.end(), [](const AddOutcome& outcome) { return outcome.status == S_OK; }));
-            m_context->lastFailure = summaryOf(outcomes);
+            m_context->failuresInTurn.clear();
+            for (const AddOutcome& outcome : outcomes) {
+                if (zn::failed(outcome.status) && outcome.status != E_ARK_NAME_ALREADY_EXISTS)
+                    m_context->failuresInTurn.push_back(failureOf(outcome));
+            }
             return S_OK;
         });
     }

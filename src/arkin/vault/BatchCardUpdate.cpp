@@ -1,6 +1,8 @@
 #include "arkin/store/CheckOut.h"
 #include "arkin/vault/Utilities.h"
 
+#include <algorithm>
+
 namespace zn::arkin {
 
 using zn::S_OK;
@@ -30,11 +32,22 @@ public:
     Status Commit(std::vector<Status>& errors, std::int32_t) override
     {
         return guarded(*m_context, [&] {
-            std::vector<Status> statuses = writeCards(m_context->vault, m_writes);
-            std::erase_if(statuses, [](Status status) { return !zn::failed(status); });
+            std::vector<Failure> outcomes = writeCards(m_context->vault, m_writes);
+            const std::size_t asked = outcomes.size();
+            std::erase_if(outcomes, [](const Failure& outcome) { return outcome.status == S_OK; });
             m_writes.clear();
-            errors = statuses;
-            return statuses.empty() ? S_OK : statuses.front();
+            errors.clear();
+            for (const Failure& outcome : outcomes)
+                errors.push_back(outcome.status);
+            // Where somebody else has one of several files, the others get their values.
+            const auto concernsAll = std::find_if(outcomes.begin(), outcomes.end(), [](const Failure& outcome) {
+                return outcome.status != E_ARK_CHECKED_OUT_ELSEWHERE && outcome.status != E_ARK_NOT_CHECKED_OUT;
+            });
+            if (concernsAll != outcomes.end())
+                throw zn::StatusError(concernsAll->status, concernsAll->sentence);
+            if (asked > 0 && outcomes.size() == asked)
+                throw zn::StatusError(outcomes.front().status, outcomes.front().sentence);
+            return S_OK;
         });
     }
 

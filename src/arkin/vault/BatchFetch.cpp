@@ -1,6 +1,8 @@
 #include "arkin/store/GetFiles.h"
 #include "arkin/vault/Utilities.h"
 
+#include <unordered_map>
+
 namespace zn::arkin {
 
 using zn::S_OK;
@@ -8,23 +10,29 @@ using zn::Status;
 
 namespace {
 
-/// Without the files that were deleted since somebody noted them. One of them must not keep a night's run from the
-/// others: whoever works with it finds no file and says so.
-std::vector<GetRequest> stillThere(Vault& vault, const std::vector<GetRequest>& requests)
+/// The files from which a reference leads, directly or not, to one that wasn't brought, each with one such.
+std::unordered_map<std::int32_t, const LeftOut*> dependents(
+    const std::vector<LeftOut>& leftOut, const std::vector<FileEdge>& edges)
 {
-    std::vector<std::int32_t> ids;
-    for (const GetRequest& request : requests)
-        ids.push_back(request.place.fileId);
-    const auto files = vault.files().rows(ids);
-    std::vector<GetRequest> found;
-    for (std::size_t i = 0; i < requests.size(); ++i) {
-        if (files[i] && !files[i]->deleted)
-            found.push_back(requests[i]);
+    std::unordered_multimap<std::int32_t, std::int32_t> users;
+    for (const FileEdge& edge : edges)
+        users.emplace(edge.toFileId, edge.fromFileId);
+    std::unordered_map<std::int32_t, const LeftOut*> reached;
+    for (const LeftOut& each : leftOut) {
+        std::vector<std::int32_t> open{each.place.fileId};
+        while (!open.empty()) {
+            const auto [first, last] = users.equal_range(open.back());
+            open.pop_back();
+            for (auto user = first; user != last; ++user) {
+                if (reached.emplace(user->second, &each).second)
+                    open.push_back(user->second);
+            }
+        }
     }
-    return found;
+    return reached;
 }
 
-class BatchFetch final : public zn::IArkBatchFetch {
+class BatchFetch final : public zn::IArkBatchFetch, public zn::IArkLeftOut {
 public:
     explicit BatchFetch(ContextRef context)
         : m_context(std::move(context))
@@ -43,7 +51,8 @@ public:
     Status CreateTree(std::int32_t, std::int32_t flag) override
     {
         return guarded(*m_context, [&] {
-            m_tree = withReferences(m_context->vault, stillThere(m_context->vault, m_requests), (flag & 1) != 0);
+            m_edges.clear();
+            m_tree = withReferences(m_context->vault, m_requests, (flag & 1) != 0, &m_edges);
             return S_OK;
         });
     }
@@ -53,15 +62,46 @@ public:
         return guarded(*m_context, [&] {
             if (!m_tree)
                 throw zn::StatusError(zn::E_FAIL, "The fetch was not prepared by CreateTree.");
-            getFiles(m_context->vault, *m_tree);
+            m_leftOut = notedLeftOut(getWhatCanBeGot(m_context->vault, *m_tree));
+            if (!m_leftOut.empty() && m_leftOut.size() == m_requests.size())
+                throw zn::StatusError(m_leftOut.front().status, sentencesOf(m_leftOut));
             return S_OK;
         });
     }
 
+    Status GetLeftOut(std::vector<zn::ArkLeftOut>& files) override
+    {
+        files = m_leftOut;
+        return S_OK;
+    }
+
 private:
+    /// What the failures mean for the files that were noted: one of them must not keep a night's run from the others,
+    /// and nobody is to work on a file whose references aren't what the vault says.
+    std::vector<zn::ArkLeftOut> notedLeftOut(const std::vector<LeftOut>& failures)
+    {
+        std::unordered_map<std::int32_t, const LeftOut*> own;
+        for (const LeftOut& failure : failures)
+            own.emplace(failure.place.fileId, &failure);
+        const auto byReference = dependents(failures, m_edges);
+        std::vector<zn::ArkLeftOut> noted;
+        for (const GetRequest& request : m_requests) {
+            const Place& place = request.place;
+            if (const auto failure = own.find(place.fileId); failure != own.end())
+                noted.push_back(recordOf({place, failure->second->failure}));
+            else if (const auto through = byReference.find(place.fileId); through != byReference.end())
+                noted.push_back(recordOf({place,
+                    {through->second->failure.status,
+                        "A file that it refers to is missing. " + through->second->failure.sentence}}));
+        }
+        return noted;
+    }
+
     ContextRef m_context;
     std::vector<GetRequest> m_requests;
+    std::vector<FileEdge> m_edges;
     std::optional<std::vector<GetRequest>> m_tree;
+    std::vector<zn::ArkLeftOut> m_leftOut;
 };
 
 } // namespace

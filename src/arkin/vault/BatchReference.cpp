@@ -8,7 +8,7 @@ using zn::Status;
 
 namespace {
 
-class BatchReference final : public zn::IArkBatchReference {
+class BatchReference final : public zn::IArkBatchReference, public zn::IArkVersionedReferences {
 public:
     explicit BatchReference(ContextRef context)
         : m_context(std::move(context))
@@ -24,6 +24,15 @@ public:
         });
     }
 
+    Status AddReferenceToVersion(
+        std::int32_t fileId, const zn::ArkFileFolderPair& target, std::int32_t version) override
+    {
+        return guarded(*m_context, [&] {
+            m_references.push_back({fileId, target, version});
+            return S_OK;
+        });
+    }
+
     Status CreateTree(std::int32_t, bool& needsCommit) override
     {
         needsCommit = !m_references.empty();
@@ -33,8 +42,11 @@ public:
     Status Commit(bool& needsCommit) override
     {
         return guarded(*m_context, [&] {
-            addReferences(m_context->vault, m_references);
+            const std::vector<Failure> leftOut = addReferences(m_context->vault, m_references);
+            const bool none = leftOut.size() == m_references.size();
             m_references.clear();
+            if (!leftOut.empty() && none)
+                throw zn::StatusError(leftOut.front().status, leftOut.front().sentence);
             needsCommit = false;
             return S_OK;
         });

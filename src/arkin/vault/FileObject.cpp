@@ -137,15 +137,11 @@ Status FileObject::GetVersionInfo(const zn::Value& version, std::int32_t folderI
         vault.permissions().refresh();
         vault.permissions().require(folderId, Right::Read);
         const FileRow file = vault.file(m_fileId);
-        const std::int32_t asked = version.toInt32();
-        const auto found = vault.files().version(m_fileId, asked > 0 ? asked : file.latestVersion);
-        if (!found)
-            throw zn::StatusError(E_ARK_NO_SUCH_VERSION,
-                "\"" + zn::toUtf8(file.name) + "\" has no version " + std::to_string(asked) + ".");
+        const VersionRow found = vault.version(m_fileId, std::max(version.toInt32(), 0));
         std::vector<zn::ObjectRef> objects;
         std::vector<zn::Text> names;
         std::shared_ptr<VariableValueObject> last;
-        for (const CardValue& value : vault.cards().values(m_fileId, found->version)) {
+        for (const CardValue& value : vault.cards().values(m_fileId, found.version)) {
             if (!last || last->variableId() != value.variableId) {
                 last = std::make_shared<VariableValueObject>(m_context, value.variableId);
                 objects.push_back(last);
@@ -154,13 +150,13 @@ Status FileObject::GetVersionInfo(const zn::Value& version, std::int32_t folderI
             if (std::find(names.begin(), names.end(), value.configuration) == names.end())
                 names.push_back(value.configuration);
         }
-        for (const zn::Text& part : Outlines(vault).parts({m_fileId, found->version})) {
+        for (const zn::Text& part : Outlines(vault).parts({m_fileId, found.version})) {
             if (std::find(names.begin(), names.end(), part) == names.end())
                 names.push_back(part);
         }
         values = std::move(objects);
         configurations = std::move(names);
-        info = {file.latestVersion, found->revision, found->state};
+        info = {file.latestVersion, found.revision, found.state};
         return S_OK;
     });
 }

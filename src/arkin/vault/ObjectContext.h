@@ -3,6 +3,7 @@
 #include "arkin/store/Codes.h"
 #include "arkin/store/Vault.h"
 
+#include <deque>
 #include <memory>
 
 namespace zn::arkin {
@@ -19,6 +20,9 @@ struct ObjectContext {
     Vault& vault;
     /// Why the last operation failed; the status is 0 when it didn't.
     Failure lastFailure{zn::S_OK, {}};
+    /// Of the last batch that went on without single files: their failures, in the order of its results. Whoever asks
+    /// for the text of a result's status gets the sentence of the next file that has it.
+    std::deque<Failure> failuresInTurn;
     /// Where a person can be asked; null if nobody can.
     VaultDesktop* desktop = nullptr;
 };

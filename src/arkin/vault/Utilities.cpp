@@ -26,6 +26,19 @@ zn::ObjectRef makeUtility(const ContextRef& context, zn::ArkUtility kind)
     throw zn::StatusError(zn::E_INVALIDARG, "The vault has no utility of the kind " + std::to_string(kind) + ".");
 }
 
+zn::ArkLeftOut recordOf(const LeftOut& leftOut)
+{
+    return {leftOut.place.fileId, leftOut.place.folderId, leftOut.failure.status, zn::toText(leftOut.failure.sentence)};
+}
+
+std::string sentencesOf(const std::vector<zn::ArkLeftOut>& leftOut)
+{
+    std::string sentences;
+    for (const zn::ArkLeftOut& each : leftOut)
+        sentences += (sentences.empty() ? "" : "\r\n\t") + zn::toUtf8(each.sentence);
+    return sentences;
+}
+
 void requireSameVault(ObjectContext& context, zn::IArkVault& vault)
 {
     auto* own = dynamic_cast<VaultObject*>(&vault);

@@ -19,6 +19,9 @@ zn::ObjectRef makeBatchUnlock(const ContextRef& context);
 /// The vault object itself, which lists the card variables.
 zn::ObjectRef makeVariableMgr(const ContextRef& context);
 
+/// What was left out, for `IArkLeftOut`, and its sentences, each on a line of its own.
+zn::ArkLeftOut recordOf(const LeftOut& leftOut);
+std::string sentencesOf(const std::vector<zn::ArkLeftOut>& leftOut);
 /// Raises E_INVALIDARG unless the object that came from outside is the vault of the context.
 void requireSameVault(ObjectContext& context, zn::IArkVault& vault);
 

@@ -6,6 +6,8 @@
 #include "arkin/vault/Utilities.h"
 #include "arkin/vault/VaultDesktop.h"
 
+#include <algorithm>
+
 namespace zn::arkin {
 
 using zn::S_FALSE;
@@ -38,6 +40,21 @@ public:
 private:
     Variable m_variable;
 };
+
+/// What the vault knows of the failure beyond its status.
+std::optional<std::string> sentenceFor(ObjectContext& context, Status code)
+{
+    if (context.lastFailure.status == code && !context.lastFailure.sentence.empty())
+        return context.lastFailure.sentence;
+    auto& inTurn = context.failuresInTurn;
+    const auto next
+        = std::find_if(inTurn.begin(), inTurn.end(), [&](const Failure& failure) { return failure.status == code; });
+    if (next == inTurn.end())
+        return std::nullopt;
+    std::string sentence = std::move(next->sentence);
+    inTurn.erase(next);
+    return sentence;
+}
 
 } // namespace
 
@@ -125,9 +142,8 @@ Status VaultObject::GetErrorText(Status code, zn::Text& name, zn::Text& descript
         const StatusText* text = statusText(code);
         if (!text)
             return S_FALSE;
-        const Failure& last = m_context->lastFailure;
         name = zn::toText(text->name);
-        description = zn::toText(last.status == code && !last.sentence.empty() ? last.sentence : text->sentence);
+        description = zn::toText(sentenceFor(*m_context, code).value_or(text->sentence));
         return S_OK;
     } catch (...) {
         return zn::currentExceptionStatus();

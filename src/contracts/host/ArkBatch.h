@@ -30,7 +30,8 @@ public:
     virtual Status SetVariable(
         std::int32_t fileId, std::int32_t variableId, const Value& value, std::int32_t window, std::int32_t flags)
         = 0;
-    /// Performs all writes or none. `errors` gets a status for each write that was refused.
+    /// Performs the writes but those to files that the caller hasn't checked out; a write that no file could take keeps
+    /// all from being done and is returned. `errors` gets a status for each write that was refused.
     virtual Status Commit(std::vector<Status>& errors, std::int32_t window) = 0;
 };
 
@@ -49,7 +50,8 @@ public:
     virtual Status AddSelection(IArkVault& vault, const std::vector<ArkFileFolderPair>& pairs) = 0;
     /// `flag` is 1. `count` gets the number of files that will be checked in.
     virtual Status CreateTree(std::int32_t window, std::int32_t flag, std::int32_t reserved, std::int32_t& count) = 0;
-    /// Checks all of them in, or none.
+    /// Checks them in. One that can't be checked in doesn't hinder the others; its failure is returned then, with a
+    /// sentence for each such file as the vault's text for it.
     virtual Status Unlock(std::int32_t window, std::int32_t flags) = 0;
 };
 
@@ -59,8 +61,27 @@ public:
     virtual Status AddSelection(IArkVault& vault, std::int32_t fileId, std::int32_t folderId, std::int32_t version) = 0;
     /// `flag` 1: referenced files come in the version to which the file refers ("as built"); 0: in their latest.
     virtual Status CreateTree(std::int32_t window, std::int32_t flag) = 0;
-    /// Brings the files and their references to the local disk.
+    /// Brings the files and their references to the local disk. A file that can't be brought, or that refers to such a
+    /// one, doesn't hinder the others if the utility has `IArkLeftOut` to tell it; it is a failure when none of the
+    /// noted files could be brought.
     virtual Status GetFiles(std::int32_t window, std::int32_t flags) = 0;
+};
+
+/// What a batch utility may be, too: one that does what it can and tells which files it has left out.
+class IArkLeftOut {
+public:
+    virtual ~IArkLeftOut() = default;
+    /// Of the utility's last piece of work.
+    virtual Status GetLeftOut(std::vector<ArkLeftOut>& files) = 0;
+};
+
+/// What the batch of references may be, too: one that takes the version of the targets.
+class IArkVersionedReferences {
+public:
+    virtual ~IArkVersionedReferences() = default;
+    /// As `AddReferences`, to one version of one file; 0 is the latest.
+    virtual Status AddReferenceToVersion(std::int32_t fileId, const ArkFileFolderPair& target, std::int32_t version)
+        = 0;
 };
 
 class IArkBatchQuery : public Object {

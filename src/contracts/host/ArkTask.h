@@ -58,4 +58,15 @@ public:
     virtual Status GetVariable(const Value& idOrName, Value& value) = 0;
 };
 
+/// What a run's object may be, too: where an add-in tells people what became of single files, beyond the run's state
+/// and text. It shows with the run, also for a task that keeps no log.
+class IArkRunMessages {
+public:
+    virtual ~IArkRunMessages() = default;
+    /// A sentence about the file at `path`; an empty path stands for the run as a whole.
+    virtual Status AddMessage(TextView path, TextView sentence) = 0;
+    /// How many outputs the run should have given, and how many of them didn't get where they belong.
+    virtual Status SetOutputs(std::int32_t expected, std::int32_t missing) = 0;
+};
+
 } // namespace zn

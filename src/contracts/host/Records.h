@@ -38,6 +38,14 @@ struct ArkAddResult {
     Text path; ///< in the vault's local view
 };
 
+/// A file that a batch has left out while it did the rest.
+struct ArkLeftOut {
+    std::int32_t fileId = 0;
+    std::int32_t folderId = 0;
+    Status status = 0;
+    Text sentence; ///< for a person: names the file, the cause and, where somebody has it, who
+};
+
 /// One row of the batch query.
 struct ArkQueryRow {
     std::int32_t fileId = 0;

@@ -161,7 +161,7 @@ private:
 
     void write(const Text& text)
     {
-        m_pending += m_wide ? wideBytes(text) : toCodePage(text);
+        m_pending += m_wide ? wideBytes(text) : toReadableCodePage(text);
         moveOver(text);
         constexpr std::size_t enough = 16384;
         if (m_pending.size() >= enough)

@@ -67,7 +67,7 @@ void NumberedFile::write(TextView text)
 {
     if (m_mode != OpenMode::Output && m_mode != OpenMode::Append)
         raise(error::badFileMode);
-    m_buffer += toCodePage(text);
+    m_buffer += toReadableCodePage(text);
     const std::size_t lineEnd = text.rfind(u'\n');
     column = lineEnd == TextView::npos ? column + text.size() : text.size() - lineEnd - 1;
     if (m_buffer.size() >= bufferSize)

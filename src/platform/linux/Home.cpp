@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <fmt/format.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -43,6 +44,12 @@ std::uint64_t hashOf(const std::string& text)
     return hash;
 }
 
+std::string userName(uid_t user)
+{
+    const passwd* entry = ::getpwuid(user);
+    return entry ? entry->pw_name : "user number " + std::to_string(user);
+}
+
 void makeFolder(const std::filesystem::path& folder)
 {
     std::error_code failure;
@@ -59,9 +66,14 @@ void makePrivateFolder(const std::filesystem::path& folder)
         throw systemFailure("The folder '" + folder.string() + "' can't be made");
     struct stat status { };
     // Not through a link: in a temporary folder anyone may have laid one to a folder of this user's.
-    if (::lstat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode) || status.st_uid != ::geteuid())
+    if (::lstat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
         throw StatusError(E_ACCESSDENIED,
-            "'" + folder.string() + "' is not a folder of this user. Remove it or set ARKIN_HOME elsewhere.");
+            "'" + folder.string() + "' is in the way of a folder with running programs. Set ARKIN_HOME elsewhere.");
+    // Whoever it belongs to may be working with it at this moment.
+    if (status.st_uid != ::geteuid())
+        throw StatusError(E_ACCESSDENIED,
+            "'" + folder.string() + "' belongs to " + userName(status.st_uid)
+                + ". Work as that user, or set ARKIN_HOME to a folder of your own.");
     if ((status.st_mode & 077) != 0 && ::chmod(folder.c_str(), 0700) != 0)
         throw systemFailure("The folder '" + folder.string() + "' can't be closed to others");
 }

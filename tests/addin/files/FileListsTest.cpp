@@ -80,6 +80,12 @@ TEST_F(FileLists, ReadWhatOthersMayHaveWritten)
     EXPECT_EQ(records[0].configuration, u"");
     EXPECT_EQ(records[0].extra, u"e");
 
+    const auto parted
+        = read(u"<sels><sel><path>C:\\a<!-- moved -->\\b.<![CDATA[st]]>l</path><ver><?x y?>4</ver></sel></sels>");
+    ASSERT_EQ(parted.size(), 1U);
+    EXPECT_EQ(parted[0].path, u"C:\\a\\b.stl");
+    EXPECT_EQ(parted[0].version, 4);
+
     for (const char16_t* broken : {u"", u"<sels>", u"sels"}) {
         host.taskVariables[u"__output_list"] = broken;
         EXPECT_THROW(logic.ReadList(task, true), BrokenListError);

@@ -59,7 +59,7 @@ protected:
     }
     Status addResults()
     {
-        return logic.AddResultsToVault(*vault, task, [this](Status status, const Text& text) {
+        return logic.AddResultsToVault(*vault, task, [this](Status status, const Text& text, const Text&) {
             Text line = text;
             replaceAll(line, host.root, u"V:");
             logLines.push_back(toUtf8(formatText("%08X %s", static_cast<std::uint32_t>(status), line)));

@@ -42,8 +42,8 @@ protected:
             zn::arkin::test::writeFile(real.local(name), std::string("mesh ") + name + (replaceExisting ? " 2" : ""));
         }
         std::vector<std::string> lines;
-        EXPECT_EQ(logic.AddResultsToVault(
-                      *vault, host.task(), [&](Status, const Text& text) { lines.push_back(toUtf8(text)); }),
+        EXPECT_EQ(logic.AddResultsToVault(*vault, host.task(),
+                      [&](Status, const Text& text, const Text&) { lines.push_back(toUtf8(text)); }),
             S_OK);
         EXPECT_EQ(lines, std::vector<std::string>());
     }
@@ -95,6 +95,38 @@ TEST_F(RealVault, GetsNewFilesThenNewVersionsThenNewFilesInTheirPlace)
     EXPECT_NE(real.vault.find(real.path("out/flange.stl"))->fileId, first);
     EXPECT_EQ(zn::arkin::test::readFile(real.local("out/pump.stl")), "mesh out/pump.stl 2");
     EXPECT_EQ(logic.CollectResultFiles(false).size(), 2U);
+}
+
+TEST_F(RealVault, RefersToTheVersionThatWasWorkedOn)
+{
+    items[0].version = 1;
+    convert(false);
+    const std::int32_t output = real.vault.find(real.path("out/flange.stl"))->fileId;
+    EXPECT_EQ(real.vault.file(items[0].fileId).latestVersion, 2);
+    EXPECT_EQ(real.vault.references().from(output, 1).at(0).toVersion, 1);
+    EXPECT_EQ(real.vault.references().from(real.vault.find(real.path("out/pump.stl"))->fileId, 1).at(0).toVersion, 2);
+    EXPECT_EQ(logic.CountOutputs(selection).missing, 0);
+}
+
+TEST_F(RealVault, TellsOfAFileThatMayNotBeReplaced)
+{
+    convert(false);
+    const auto folder = real.vault.findFolder(real.path("out"));
+    real.vault.permissions().set(*folder, u"anna", {true, true, false});
+    logic.Initialize(vault, TaskKind::Conversion, true);
+    logic.SetCurrentSource(selection[0].get());
+    for (int save = 0; save < 2; ++save) // told once
+        logic.NoteSavedFile(real.path("out/flange.stl"), u"Long", false);
+    const std::vector<FileFailure> failures = logic.TakeFailures();
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0].path, real.path("out/flange.stl"));
+    EXPECT_EQ(toUtf8(failures[0].sentence),
+        "The file in the vault was not replaced: \"flange.stl\": anna has no permission to delete files from the "
+        "folder "
+        "\\out.");
+    EXPECT_TRUE(logic.HasResults(*selection[0]));
+    const OutputTally tally = logic.CountOutputs(selection);
+    EXPECT_EQ(std::pair(tally.expected, tally.missing), std::pair(2, 2)); // the other gave nothing at all
 }
 
 TEST_F(RealVault, KeepsTheLogAsAFileOfItsOwn)

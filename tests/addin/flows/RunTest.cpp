@@ -144,6 +144,11 @@ TEST_F(Run, FailedMacroEndsTheLoopAndStillClosesTheRun)
             + "': Failed to run Zentrel macro. A double quote in a file's name breaks the macro: rename the file.\r\n");
     EXPECT_EQ(host.runCalls.back(), "state 9, code 80004005, 'Failed to run Zentrel macro.', 11/7 v0, 12/7 v0");
     EXPECT_TRUE(host.taskVariables.contains(u"__selection_list"));
+    EXPECT_THAT(host.messages,
+        ElementsAre(pathText("a\".zenprt")
+                + ": Failed to run Zentrel macro. A double quote in a file's name breaks the macro: rename the file.",
+            HasSubstr(": The run ended here, and 1 file was not worked on."), ": What it means."));
+    EXPECT_EQ(host.outputs, "2 of 2");
 
     // Without another failure a step of the close-out gives its own.
     host.taskVariables[u"__script"] = u"";
@@ -231,34 +236,67 @@ TEST_F(Run, WhatEndsARunEarlyIsReportedInWords)
         std::int32_t kind;
         Status expected;
         std::string report;
+        std::string message;
     };
     const Case cases[] = {
-        {"nothing selected", [] {}, 3, S_FALSE, "state 9, code 00000001, 'No file selected.'"},
+        {"nothing selected", [] {}, 3, S_FALSE, "state 9, code 00000001, 'No file selected.'",
+            ": There was nothing to do"},
         {"no script", [&] { host.taskVariables.erase(u"__script"); }, 3, E_UNEXPECTED,
-            "state 9, code 8000FFFF, 'No file selected.'"},
+            "state 9, code 8000FFFF, 'No file selected.'", ": The task has no script."},
+        {"an open bracket", [&] { host.taskVariables[u"__script"] = u"[Open"; }, 3, E_INVALIDARG,
+            "state 9, code 80070057, 'No file selected.'", "in line 1 of the macro template has no closing bracket"},
         {"not installed",
             [&] {
                 host.taskVariables[u"__script"] = u"x";
                 host.taskVariables[u"__zn_version"] = 2018;
                 select(11, "a.zenprt");
             },
-            3, REGDB_E_CLASSNOTREG, "state 9, code 80040154, 'Zentrel 2018 is not installed.', 11/7 v0"},
+            3, REGDB_E_CLASSNOTREG, "state 9, code 80040154, 'Zentrel 2018 is not installed.', 11/7 v0",
+            ": Zentrel 2018 is not installed."},
         {"does not publish itself",
             [&] {
                 installCad([](const std::string&) { return true; });
                 running.application = nullptr;
                 host.taskVariables.erase(u"__zn_version");
             },
-            3, E_FAIL, "state 9, code 80004005, 'Failed to start Zentrel 2018.', 11/7 v0"},
-        {"format missing", [&] { installCad([](const std::string&) { return true; }); }, 1, E_UNEXPECTED,
-            "state 9, code 8000FFFF, '', 11/7 v0"},
+            3, E_FAIL, "state 9, code 80004005, 'Failed to start Zentrel 2018.', 11/7 v0",
+            ": Failed to start Zentrel 2018."},
+        {"not fetched", [&] { host.failures["GetFiles"] = E_ACCESSDENIED; }, 3, E_ACCESSDENIED,
+            "state 9, code 80070005, '', 11/7 v0", ": What it means."},
+        {"format missing",
+            [&] {
+                host.failures.clear();
+                installCad([](const std::string&) { return true; });
+            },
+            1, E_UNEXPECTED, "state 9, code 8000FFFF, '', 11/7 v0", "a.zenprt: The task lacks a setting"},
     };
     for (const Case& c : cases) {
         c.arrange();
+        host.messages.clear();
         EXPECT_EQ(run(c.kind), c.expected) << c.name;
         ASSERT_FALSE(host.runCalls.empty()) << c.name;
         EXPECT_EQ(host.runCalls.back(), c.report) << c.name;
+        EXPECT_THAT(host.messages, ::testing::Contains(HasSubstr(c.message))) << c.name;
     }
+}
+
+TEST_F(Run, TellsWhatTheMacroOfAFileLoggedAndWhichGaveNothing)
+{
+    const auto log = platform.folder / "vault/{6D1A7B52-0C8E-4E0B-9F6C-0123456789AB}.log";
+    installCad([&](const std::string& macro) {
+        // A task without a log folder has its macros write to the vault's root.
+        if (macro.find("b.zenprt") != std::string::npos)
+            std::ofstream(log, std::ios::app) << "The name is <U+65E5>.\r\n";
+        return true;
+    });
+    host.taskVariables[u"FileFormat"] = u"STL (*.stl)";
+    select(11, "a.zenprt");
+    select(12, "b.zenprt");
+    EXPECT_EQ(run(1), S_OK);
+    EXPECT_THAT(host.messages,
+        ElementsAre(pathText("a.zenprt") + ": Nothing was saved for this file, and its macro does not say why.",
+            pathText("b.zenprt") + ": The name is 日."));
+    EXPECT_EQ(host.outputs, "2 of 2");
 }
 
 TEST_F(Run, ThemeWithoutTheRightToReadStopsBeforeTheFirstMacro)

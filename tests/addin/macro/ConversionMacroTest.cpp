@@ -112,7 +112,7 @@ TEST_F(ConversionMacro, TellsViewpaneAndPdfWhichSheetsToHold)
 
     set(u"NamedSheet", u"図面");
     EXPECT_EQ(run(u"C:\\V\\d.zendrw", u"Adobe PDF (*.pdf)"),
-        "Document 'C:\\V\\d.zendrw' didn't contain any sheets named '?\?'.\r\n");
+        "Document 'C:\\V\\d.zendrw' didn't contain any sheets named '<U+56F3><U+9762>'.\r\n");
 }
 
 TEST_F(ConversionMacro, Publishes3DPdf)

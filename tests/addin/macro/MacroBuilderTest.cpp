@@ -4,6 +4,7 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestPlatform.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -130,6 +131,33 @@ TEST_F(MacroBuilderTest, ComparesTheYear)
         EXPECT_EQ(build(u"<Supported_2017ZN> <Supported_2018ZN>", version), wrapped(flags));
 }
 
+TEST_F(MacroBuilderTest, EndsWhenValuesBringThemselvesInAgain)
+{
+    // Ten places, at each of which the text grows by one character for each place: it would take a million steps to any
+    // size that can be told from a large macro. The second and third row grow to their double and take turns.
+    const std::map<Text, Value> values[] = {
+        {{u"A", u"[A]x"}},
+        {{u"A", u"[A][A]"}},
+        {{u"A", u"[B]xxxxxxxx"}, {u"B", u"[A]xxxxxxxx"}},
+    };
+    Text text;
+    for (int place = 0; place < 10; ++place)
+        text += u"[A] ";
+    for (const auto& each : values) {
+        host.taskVariables.clear();
+        host.taskVariables.insert(each.begin(), each.end());
+        try {
+            build(text);
+            ADD_FAILURE() << toUtf8(each.at(u"A").toText());
+        } catch (const StatusError& error) {
+            EXPECT_THAT(error.what(), ::testing::HasSubstr("contains itself"));
+        }
+    }
+    // A pattern in brackets is no such value, although what it brings in at the second place is a name without a value.
+    host.taskVariables = {{u"A", u"[A-Z]*"}};
+    EXPECT_EQ(build(text.substr(0, 7)), wrapped(u"* *"));
+}
+
 TEST_F(MacroBuilderTest, EndsAtAnOpenBracketWithALineInTheLog)
 {
     host.taskVariables = {{u"ErrorLogPath", u"\\Logs\\Convert"}, {u"Lines", u"1\n2\n3"}};
@@ -172,7 +200,7 @@ TEST_F(MacroBuilderTest, KeepsOneLogForTheRun)
     EXPECT_EQ(builder.GetErrorLogPath(), platform.path("vault") + u"\\Logs\\Convert\\" + guid);
     builder.AppendToLog(u"naïve 日\r\n");
     builder.LogHostError(E_ARK_PERMISSION_DENIED, u"Unlocking files.");
-    EXPECT_EQ(log(), "na\xEFve ?\r\nAn error occured: Unlocking files.\r\n\tE_80040203\r\n\tWhat it means.");
+    EXPECT_EQ(log(), "na\xEFve <U+65E5>\r\nAn error occured: Unlocking files.\r\n\tE_80040203\r\n\tWhat it means.");
 }
 
 /// The single pass must mean the same as twelve plain passes for any text, however the pieces fall together.

@@ -32,6 +32,20 @@ TEST(DefaultMacro, IsASingleByteTextWithItsHead)
         u"Sub\r\n");
 }
 
+/// Administrators know the macro by its procedures, and take some of them over into their own.
+TEST(DefaultMacro, PrintsWithTheProceduresThatAdministratorsKnow)
+{
+    std::set<Text> procedures;
+    for (const Text& line : split(defaultMacro(TaskKind::Printing), u'\n')) {
+        for (const TextView word : {u"Sub ", u"Function "}) {
+            if (line.starts_with(word))
+                procedures.insert(line.substr(word.size(), line.find(u'(') - word.size()));
+        }
+    }
+    EXPECT_EQ(procedures,
+        (std::set<Text>{u"PathAppend", u"Log", u"bIsSupportedExtension", u"GetPrinter", u"GetPaperSize", u"main"}));
+}
+
 std::set<Text> namesInBrackets(const Text& macro)
 {
     std::set<Text> names;

@@ -64,6 +64,11 @@ TEST(EncodeForMacroString, ContinuesLongLines)
             expected += u"_\r\n";
     }
     EXPECT_EQ(EncodeForMacroString(Text(20, u'\u0436')), expected + u"\"");
+
+    // What looks like a joint in a name is no place to break at: the literal would stay open.
+    const Text name = Text(98, u'x') + u" & " + Text(40, u'y') + u" & z";
+    EXPECT_EQ(EncodeForMacroString(u"\u0436" + name + u"\u0436w"),
+        u"\" & ChrW(1078) & \"" + name + u"\" & _\r\nChrW(1078) & \"w");
 }
 
 } // namespace zn

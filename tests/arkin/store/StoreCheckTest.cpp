@@ -65,6 +65,19 @@ TEST_F(StoreCheckTest, CountsASoundStoreAndRemovesLeftovers)
     EXPECT_TRUE(checkStore(test.store).notes.empty());
 }
 
+TEST_F(StoreCheckTest, ListsOldNamesThatTasksCannotWorkWith)
+{
+    soci::session& session = test.store.database().session();
+    session << "UPDATE files SET name = 'o\"ne' WHERE name = 'one'";
+    session << "UPDATE file_folders SET name_key = 'o\"ne' WHERE name_key = 'one'";
+    const CheckReport report = checkStore(test.store);
+    EXPECT_EQ(report.problems, std::vector<std::string>());
+    EXPECT_EQ(report.notes,
+        std::vector<std::string>{
+            "The file \"o\"ne\" has a character in its name that tasks can't work with (\", <, > or "
+            "a control character)."});
+}
+
 TEST_F(StoreCheckTest, SaysInWordsWhatIsWrong)
 {
     const struct {

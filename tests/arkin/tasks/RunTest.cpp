@@ -46,6 +46,34 @@ TEST_F(RunTest, ReportsWhatTheAddInReports)
     EXPECT_FALSE(tasks.get(u"Convert").variables.contains(u"Own"));
 }
 
+TEST_F(RunTest, KeepsWhatItSaysAboutFilesUntilItIsTakenAgain)
+{
+    const auto now = here.clock.now();
+    const auto id = launch(u"finish").id;
+    const ProcessMark gone{thisProcess().host, 0x7FFFFFF0, 1};
+    const auto early = RunClaim::take(runs, id, gone, now);
+    early.addMessage(u"Z:\\Vault\\a.step", u"Told by a worker that died.");
+    early.writeOutputs(7, 7);
+
+    RunInstance instance(RunClaim::take(runs, id, thisProcess(), now), {}, here.clock);
+    EXPECT_TRUE(runs.messages(id).empty());
+    EXPECT_THROW(early.addMessage(u"", u"Too late."), zn::StatusError);
+    EXPECT_EQ(instance.AddMessage(u"Z:\\Vault\\a.step", u"\"a.step\" is gone."), zn::S_OK);
+    EXPECT_EQ(instance.AddMessage(u"", u"The rest went well."), zn::S_OK);
+    EXPECT_EQ(instance.SetOutputs(40, 3), zn::S_OK);
+    EXPECT_EQ(stateText(runs.get(id), now), u"running");
+    EXPECT_EQ(instance.SetStatus(TaskRunState::Finished, zn::S_OK, {}, {}), zn::S_OK);
+
+    const auto run = runs.get(id);
+    EXPECT_EQ(stateText(run, now), u"finished, 3 of 40 outputs missing");
+    EXPECT_FALSE(run.wentWell());
+    const auto messages = runs.messages(id);
+    ASSERT_EQ(messages.size(), 2u);
+    EXPECT_EQ(messages[0].path, u"Z:\\Vault\\a.step");
+    EXPECT_EQ(messages[0].sentence, u"\"a.step\" is gone.");
+    EXPECT_EQ(messages[1].sentence, u"The rest went well.");
+}
+
 TEST_F(RunTest, SettlesRunsThatEndWithoutAReport)
 {
     const struct {

@@ -1,8 +1,11 @@
 #include "arkin/vault/VaultObject.h"
 
 #include "arkin/store/StoreCheck.h"
+#include "base/Paths.h"
 #include "contracts/host/ArkBatch.h"
 #include "tests/arkin/VaultFixture.h"
+
+#include <gmock/gmock.h>
 
 namespace zn::arkin {
 namespace {
@@ -181,26 +184,72 @@ TEST_F(VaultObjectTest, ANewVersionOfAnExistingOutputComesFromItsCheckIn)
     EXPECT_EQ(taken[0].fileId, results[0].fileId);
 }
 
-TEST_F(VaultObjectTest, WantOfARightIsTheFailureOfTheWholeBatch)
+TEST_F(VaultObjectTest, AFileThatFailsIsLeftOutOfItsBatchWithItsSentence)
 {
     TestVault other(folder.path(), "bert");
+    other.clock.time = 1520258829;
     const Place place = test.addReleased("out/a.stl", "a");
+    const Place mine = test.addReleased("fine/m.stl", "m");
     test.vault.permissions().set(place.folderId, u"anna", {true, false, true});
-    writeFile(test.local("out/b.stl"), "b");
+    for (const char* name : {"out/b.stl", "out/c.stl", "fine/d.stl"})
+        writeFile(test.local(name), name);
+    std::int32_t count = 0;
     const auto batch = utility<IArkBatchAdd>(ArkUtil_BatchAdd);
-    EXPECT_EQ(batch->AddFile(test.path("out/b.stl"), test.path("out"), 0, nullptr, 0), S_OK);
-    EXPECT_EQ(batch->AddFile(test.path("out/b.stl"), test.path("../other"), 0, nullptr, 0), E_ARK_NOT_IN_VAULT);
-    std::vector<ArkAddResult> results(7);
-    std::int32_t count = 1;
-    EXPECT_EQ(batch->Commit(0, results, count), E_ARK_PERMISSION_DENIED);
-    EXPECT_EQ(results.size(), 7u) << "a failure leaves the references as they were";
-    EXPECT_EQ(errorText(E_ARK_PERMISSION_DENIED),
-        "E_ARK_PERMISSION_DENIED: anna has no permission to add files to the folder \\out.");
+    for (const char* name : {"out/b.stl", "out/c.stl", "fine/d.stl"})
+        EXPECT_EQ(batch->AddFile(test.path(name), pathFolder(test.path(name)), 0, nullptr, 0), S_OK);
+    EXPECT_EQ(batch->AddFile(test.path("fine/d.stl"), test.path("../other"), 0, nullptr, 0), S_OK);
+    std::vector<ArkAddResult> results;
+    EXPECT_EQ(batch->Commit(0, results, count = 4), S_OK);
+    EXPECT_EQ(count, 1);
+    ASSERT_EQ(results.size(), 4u);
+    EXPECT_EQ(results[3].status, E_ARK_NOT_IN_VAULT);
+    // Each result's sentence in turn, whatever was asked of the vault in between.
+    for (const std::size_t i : {0, 1}) {
+        EXPECT_EQ(results[i].status, E_ARK_PERMISSION_DENIED);
+        std::shared_ptr<IArkFile> file;
+        EXPECT_EQ(vault->GetFileFromPath(test.path("fine/m.stl"), nullptr, file), S_OK);
+        EXPECT_EQ(errorText(E_ARK_PERMISSION_DENIED),
+            "E_ARK_PERMISSION_DENIED: " + toUtf8(results[i].path)
+                + ": anna has no permission to add files to the folder \\out.");
+    }
 
+    // One that somebody else has, and one whose local copy has gone, don't keep the third from coming in.
+    const Place gone = test.addReleased("fine/e.stl", "e");
+    checkOut(test.vault, mine);
+    checkOut(test.vault, gone);
+    std::filesystem::remove(test.local("fine/e.stl"));
     checkOut(other.vault, place);
-    unlock({place}, 0, E_ARK_CHECKED_OUT_ELSEWHERE);
-    EXPECT_EQ(errorText(E_ARK_CHECKED_OUT_ELSEWHERE),
-        "E_ARK_CHECKED_OUT_ELSEWHERE: \"a.stl\" is checked out by bert on bench.");
+    const auto unlocking = utility<IArkBatchUnlock>(ArkUtil_BatchUnlock);
+    EXPECT_EQ(unlocking->AddSelection(*vault, {place, gone, mine}), S_OK);
+    EXPECT_EQ(unlocking->CreateTree(0, 1, 0, count), S_OK);
+    EXPECT_EQ(count, 2);
+    EXPECT_EQ(unlocking->Unlock(0, 0), E_ARK_CHECKED_OUT_ELSEWHERE);
+    EXPECT_THAT(errorText(E_ARK_CHECKED_OUT_ELSEWHERE),
+        ::testing::MatchesRegex("E_ARK_CHECKED_OUT_ELSEWHERE: \"a.stl\" is checked out by bert on bench since "
+                                "2018-03-0[56] [0-9:]*\\.\r\n\t"
+                                "The local copy .*/fine/e.stl is missing.*"));
+    std::vector<ArkLeftOut> leftOut;
+    EXPECT_EQ(query<IArkLeftOut>(unlocking)->GetLeftOut(leftOut), S_OK);
+    ASSERT_EQ(leftOut.size(), 2u);
+    EXPECT_EQ(leftOut[1].fileId, gone.fileId);
+    EXPECT_EQ(test.vault.file(mine.fileId).latestVersion, 2);
+
+    // References and card values likewise.
+    checkOut(test.vault, mine);
+    const std::int32_t title = test.vault.cards().addVariable(u"Title");
+    const auto card = utility<IArkBatchCardUpdate>(ArkUtil_BatchCardUpdate);
+    std::vector<Status> errors;
+    for (const Place& each : {place, mine})
+        EXPECT_EQ(card->SetVariable(each.fileId, title, Value(u"x"), 0, 1), S_OK);
+    EXPECT_EQ(card->Commit(errors, 0), S_OK);
+    EXPECT_EQ(errors, std::vector<Status>{E_ARK_CHECKED_OUT_ELSEWHERE});
+    EXPECT_EQ(test.vault.cards().value(mine.fileId, 3, title, u"@"), Value(u"x"));
+    const auto references = utility<IArkBatchReference>(ArkUtil_BatchReference);
+    bool needsCommit = true;
+    EXPECT_EQ(references->AddReferences(place.fileId, {gone}), S_OK);
+    EXPECT_EQ(query<IArkVersionedReferences>(references)->AddReferenceToVersion(mine.fileId, mine, 1), S_OK);
+    EXPECT_EQ(references->Commit(needsCommit), S_OK);
+    EXPECT_EQ(test.vault.references().from(mine.fileId, 3).at(0).toVersion, 1);
 
     test.vault.permissions().set(place.folderId, u"anna", {false, false, false});
     std::shared_ptr<IArkFile> hidden;
@@ -302,6 +351,53 @@ TEST_F(VaultObjectTest, FetchesReferencesByTheFlag)
     const auto batch = utility<IArkBatchFetch>(ArkUtil_BatchFetch);
     EXPECT_EQ(batch->AddSelection(stranger, assembly.fileId, assembly.folderId, 0), S_OK) << "the same open vault";
     EXPECT_EQ(batch->AddSelection(otherVault, assembly.fileId, assembly.folderId, 0), E_INVALIDARG);
+}
+
+TEST_F(VaultObjectTest, AFileThatCannotBeFetchedKeepsOnlyItsUsersBack)
+{
+    const Place changed = test.addReleased("changed.zenprt", "changed");
+    const Place hidden = test.addReleased("hidden/h.zenprt", "hidden");
+    const Place child = test.addReleased("child.zenprt", "child");
+    const Place middle = test.addReferring("middle.zenasm", {child});
+    const Place top = test.addReferring("top.zenasm", {middle});
+    const Place early = test.addReleased("early.zenprt", "early");
+    const Place fine = test.addReleased("fine.zenprt", "fine");
+    test.vault.permissions().set(hidden.folderId, u"anna", {false, true, true});
+    for (const char* name : {"changed.zenprt", "child.zenprt"}) {
+        std::filesystem::permissions(test.local(name), std::filesystem::perms::owner_all);
+        writeFile(test.local(name), "by hand");
+    }
+    std::filesystem::remove(test.local("fine.zenprt"));
+
+    const struct {
+        Place place;
+        std::int32_t version;
+        const char* sentence;
+    } rows[] = {
+        {changed, 0, "The local file .*/changed.zenprt holds changes .*"},
+        {hidden, 0, "\"h.zenprt\": anna has no permission to read files of the folder .hidden\\."},
+        {top, 0, "A file that it refers to is missing. The local file .*/child.zenprt holds changes .*"},
+        {early, 9, "\"early.zenprt\" has no version 9; its latest is 1\\."},
+    };
+    const auto batch = utility<IArkBatchFetch>(ArkUtil_BatchFetch);
+    for (const auto& row : rows)
+        EXPECT_EQ(batch->AddSelection(*vault, row.place.fileId, row.place.folderId, row.version), S_OK);
+    EXPECT_EQ(batch->AddSelection(*vault, fine.fileId, fine.folderId, 0), S_OK);
+    EXPECT_EQ(batch->CreateTree(0, 0), S_OK);
+    EXPECT_EQ(batch->GetFiles(0, 0), S_OK);
+    EXPECT_EQ(readFile(test.local("fine.zenprt")), "fine");
+    std::vector<ArkLeftOut> leftOut;
+    EXPECT_EQ(query<IArkLeftOut>(batch)->GetLeftOut(leftOut), S_OK);
+    ASSERT_EQ(leftOut.size(), std::size(rows));
+    for (std::size_t i = 0; i < leftOut.size(); ++i) {
+        EXPECT_EQ(leftOut[i].fileId, rows[i].place.fileId);
+        EXPECT_THAT(toUtf8(leftOut[i].sentence), ::testing::MatchesRegex(rows[i].sentence));
+    }
+
+    const auto alone = utility<IArkBatchFetch>(ArkUtil_BatchFetch);
+    EXPECT_EQ(alone->AddSelection(*vault, changed.fileId, changed.folderId, 0), S_OK);
+    EXPECT_EQ(alone->CreateTree(0, 0), S_OK);
+    EXPECT_EQ(alone->GetFiles(0, 0), E_ARK_LOCAL_FILE_CHANGED) << "where nothing could be brought";
 }
 
 } // namespace

@@ -63,6 +63,9 @@ Json toJson(Session& session, const RunInfo& run)
     for (const auto& document : runs.documents(run.id))
         documents.push_back({{"path", documentPath(session, document)}, {"fileId", document.fileId},
             {"folderId", document.folderId}, {"version", document.version}});
+    auto messages = Json::array();
+    for (const auto& message : runs.messages(run.id))
+        messages.push_back({{"path", shownProgress(session, message.path)}, {"text", zn::toUtf8(message.sentence)}});
     const auto log = logPath(session, run);
     return {{"run", run.id}, {"identifier", zn::toUtf8(run.guid)}, {"task", zn::toUtf8(run.taskName)},
         {"user", zn::toUtf8(run.userName)}, {"state", zn::toUtf8(stateText(run, now))},
@@ -73,6 +76,7 @@ Json toJson(Session& session, const RunInfo& run)
                 {"text", shownProgress(session, run.progressText)}}},
         {"code", run.resultCode}, {"text", zn::toUtf8(run.resultText)}, {"launched", jsonTime(run.launchedAt)},
         {"started", jsonTime(run.startedAt)}, {"ended", jsonTime(run.endedAt)}, {"documents", documents},
+        {"outputs", {{"expected", run.outputsExpected}, {"missing", run.outputsMissing}}}, {"messages", messages},
         {"log", log.empty() ? Json(nullptr) : Json(session.shown(log))}};
 }
 
@@ -100,8 +104,17 @@ void printRun(Session& session, const RunInfo& run)
     RunStore runs(session.store().database(), session.vault().info().id);
     for (const auto& document : runs.documents(run.id))
         line("document", documentPath(session, document) + " version " + std::to_string(document.version));
+    for (const auto& message : runs.messages(run.id))
+        line("message", messageLine(session, message));
     if (const auto log = logPath(session, run); !log.empty())
         line("log", session.shown(log));
+}
+
+std::string messageLine(Session& session, const RunMessage& message)
+{
+    auto sentence = zn::toUtf8(message.sentence);
+    std::erase(sentence, '\r');
+    return message.path.empty() ? sentence : session.shown(message.path) + ": " + sentence;
 }
 
 std::string endLine(Session& session, const RunInfo& run)
@@ -111,8 +124,11 @@ std::string endLine(Session& session, const RunInfo& run)
         + "': " + zn::toUtf8(stateText(run, session.platform().clock().now())) + ".";
     if (!run.resultText.empty())
         text += " " + zn::toUtf8(run.resultText);
+    RunStore runs(session.store().database(), session.vault().info().id);
     if (const auto log = logPath(session, run); !log.empty() && session.platform().files().fileExists(log))
         text += " It wrote a log: 'arkin task log " + number + "' prints it.";
+    else if (!runs.messages(run.id).empty())
+        text += " It has something to say: 'arkin task log " + number + "' prints it.";
     return text;
 }
 

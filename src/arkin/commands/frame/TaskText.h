@@ -17,6 +17,8 @@ void printRun(Session& session, const RunInfo& run);
 /// One line for a run that has ended: "Run 3 of 'Convert': finished.", with the reported text, and where to look if it
 /// wrote a log: a run can finish without errors of its own and yet have something to say about single files.
 std::string endLine(Session& session, const RunInfo& run);
+/// What a run says about a file, for a terminal: "/vault/a.step: The file …".
+std::string messageLine(Session& session, const RunMessage& message);
 /// A progress text is a path of the vault's files, or a plain text.
 std::string shownProgress(Session& session, const zn::Text& text);
 /// Full path of a run's log as its task settles it; empty if the task keeps none.

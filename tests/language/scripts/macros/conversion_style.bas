@@ -155,6 +155,6 @@ End Sub
 ' expect: True
 ' expect: Method call for document 'C:\out\part_0.step' failed. Error code 4096 returned.
 ' expect: Method call for document 'C:\out\part_1.step' failed. Error code 4096 returned.
-' expect: Error while converting file '??.zenprt':
+' expect: Error while converting file '<U+65E5><U+672C>.zenprt':
 ' expect: Error number: -2147220991
 ' expect: Error description: 'Ends badly'

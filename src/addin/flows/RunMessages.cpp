@@ -1,0 +1,57 @@
+#include "addin/flows/RunMessages.h"
+
+#include "base/Format.h"
+
+namespace zn {
+
+RunMessages::RunMessages(
+    MacroBuilder& log, const std::shared_ptr<IArkVault>& vault, const std::shared_ptr<IArkTaskInstance>& instance)
+    : m_log(log)
+    , m_vault(vault)
+    , m_run(query<IArkRunMessages>(instance))
+{
+}
+
+void RunMessages::tell(const Text& path, const Text& sentence)
+{
+    tellWithRun(path, sentence);
+    if (!m_logIsOpen)
+        return;
+    const Text what = path.empty() ? Text() : u"Error while processing file '" + path + u"': ";
+    try {
+        m_log.AppendToLog(what + sentence + u"\r\n");
+    } catch (const StatusError&) {
+        return; // the run itself has the sentence
+    }
+}
+
+void RunMessages::tellWithRun(const Text& path, const Text& sentence)
+{
+    if (m_run)
+        m_run->AddMessage(path, sentence);
+}
+
+void RunMessages::tellOutputs(const OutputTally& outputs)
+{
+    if (m_run)
+        m_run->SetOutputs(outputs.expected, outputs.missing);
+}
+
+Text RunMessages::currentSentence() const
+{
+    try {
+        throw;
+    } catch (const std::exception& error) {
+        const Status status = currentExceptionStatus();
+        const auto* known = dynamic_cast<const StatusError*>(&error);
+        if (known && error.what()[0])
+            return toText(error.what());
+        Text name;
+        Text sentence;
+        if (m_vault->GetErrorText(status, name, sentence) == S_OK && !sentence.empty())
+            return sentence;
+        return formatText("The run failed with the status %08X.", static_cast<std::uint32_t>(status));
+    }
+}
+
+} // namespace zn
