@@ -136,9 +136,9 @@ BodyEnd runFile(Run& run, std::int32_t index, const Text& revision)
         const ThemeVerdict verdict = checkTheme(run.instance, context.fileLogic, record);
         if (verdict.variableMissing)
             return endEarly(run, E_UNEXPECTED,
-                u"The task lacks a setting: FileFormat, or Asm3DPDFThemePath or Part3DPDFThemePath. Open its "
-                u"properties "
-                u"and press OK.");
+                u"The task lacks a setting: FileFormat, Asm3DPDFThemePath or Part3DPDFThemePath. Open its properties "
+                u"and "
+                u"press OK.");
         if (verdict.deniedPath) {
             run.messages.tellWithRun(
                 record.path, u"No Permission to access 3dPDF Theme Path '" + *verdict.deniedPath + u"'");
@@ -177,8 +177,7 @@ BodyEnd runAllFiles(Run& run, const Text& script)
     if (run.items.empty())
         return endEarly(run, S_FALSE,
             u"There was nothing to do: the selection holds no file that the task works on, or its files have gone "
-            u"since "
-            u"the launch.");
+            u"since the launch.");
     run.logPath = context.macroBuilder.GetErrorLogPath();
     context.fileLogic.PrepareLogFile(run.logPath);
     if (const BodyEnd end = startSession(context.session))

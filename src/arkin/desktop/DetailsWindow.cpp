@@ -6,15 +6,36 @@
 #include <ctime>
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 namespace zn::arkin {
 
+namespace {
+
+constexpr int shownLines = 6;
+
+QString stateOf(const RunInfo& run)
+{
+    const auto now = std::time(nullptr);
+    RunInfo whole = run;
+    whole.outputsMissing = 0;
+    const auto state = stateText(whole, now);
+    const auto words = QCoreApplication::translate("RunState", zn::toUtf8(state).c_str());
+    if (stateText(run, now) == state)
+        return words;
+    return own("%1, %2 of %3 outputs missing").arg(words).arg(run.outputsMissing).arg(run.outputsExpected);
+}
+
+} // namespace
+
 DetailsWindow::DetailsWindow(TaskDetails& details)
     : m_details(details)
     , m_heading(new QLabel(this))
+    , m_messagesTitle(new QLabel(own("&Messages:"), this))
+    , m_messages(new QPlainTextEdit(this))
 {
     setObjectName("runDetails");
     setWindowTitle(own("Run %1 of “%2”").arg(details.run().id).arg(shown(details.run().taskName)));
@@ -22,6 +43,13 @@ DetailsWindow::DetailsWindow(TaskDetails& details)
     m_heading->setTextFormat(Qt::PlainText);
     m_heading->setWordWrap(true);
     content().addWidget(m_heading);
+    m_messages->setObjectName("messages");
+    m_messages->setReadOnly(true);
+    m_messages->setTabChangesFocus(true);
+    m_messages->setMaximumHeight(shownLines * m_messages->fontMetrics().lineSpacing());
+    m_messagesTitle->setBuddy(m_messages);
+    content().addWidget(m_messagesTitle);
+    content().addWidget(m_messages);
     auto* const refresh = buttons().addButton(own("&Refresh"), QDialogButtonBox::ActionRole);
     refresh->setObjectName("refresh");
     refresh->setAutoDefault(false);
@@ -47,12 +75,23 @@ void DetailsWindow::open()
     delete m_area; // its page has gone with the add-in's object
     m_area = nullptr;
     m_area = makeArea(page.title, page.window);
-    content().addWidget(m_area, 1);
-    const auto state
-        = QCoreApplication::translate("RunState", zn::toUtf8(stateText(m_details.run(), std::time(nullptr))).c_str());
+    content().insertWidget(1, m_area, 1); // between heading and messages
+    const auto state = stateOf(m_details.run());
     m_heading->setText(page.title.empty() ? state : QStringLiteral("%1 (%2)").arg(shown(page.title), state));
+    showMessages();
     m_area->takeFocus();
     fit();
+}
+
+void DetailsWindow::showMessages()
+{
+    QStringList lines;
+    for (const auto& message : m_details.messages())
+        lines << (message.path.empty() ? shown(message.sentence)
+                                       : QStringLiteral("%1: %2").arg(shown(message.path), shown(message.sentence)));
+    m_messages->setPlainText(lines.join('\n'));
+    m_messagesTitle->setVisible(!lines.isEmpty());
+    m_messages->setVisible(!lines.isEmpty());
 }
 
 } // namespace zn::arkin

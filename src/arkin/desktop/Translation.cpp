@@ -29,6 +29,8 @@ constexpr WindowText texts[] = {
         "%1 has changed this task on %2, while it was open here. Do you want to replace "
         "those settings with yours?"},
     {"Desktop", 17, "&Replace"},
+    {"Desktop", 18, "&Messages:"},
+    {"Desktop", 19, "%1, %2 of %3 outputs missing"},
     {"RunState", 1, "queued"},
     {"RunState", 2, "running"},
     {"RunState", 3, "suspended"},

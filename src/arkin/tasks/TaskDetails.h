@@ -17,6 +17,8 @@ public:
     ~TaskDetails();
 
     const RunInfo& run() const { return m_run; }
+    /// What the run says about its files, as the database has it now.
+    std::vector<RunMessage> messages() { return m_runs.messages(m_run.id); }
     /// Lets the add-in build its page about the run as it stands now, as a child of the window. A page that was
     /// opened before is destroyed.
     zn::ArkTaskPage open(std::int32_t parentWindow);

@@ -126,6 +126,15 @@ TEST_F(HostDesktopTest, DetailsShowTheRunAsItStandsWhenTheyAreRefreshed)
     EXPECT_EQ(window.findChildren<QLineEdit*>("editFiles").size(), 1);
     EXPECT_EQ(find<QLineEdit>(window, "editFiles")->text(), "7");
     EXPECT_EQ(find<QLabel>(window, "heading")->text(), "Selected Files (finished)");
+    EXPECT_FALSE(find<QPlainTextEdit>(window, "messages")->isVisible());
+    vault.store.database().session() << "UPDATE task_runs SET outputs_expected = 40, outputs_missing = 3";
+    vault.store.database().session() << "INSERT INTO task_run_messages (run_id, position, path, sentence) VALUES "
+                                        "(1, 0, 'Z:\\V\\a.step', 'It is damaged.'), (1, 1, '', 'The disk is full.')";
+    QTest::keyClick(&window, Qt::Key_F5);
+    EXPECT_EQ(find<QLabel>(window, "heading")->text(), "Selected Files (finished, 3 of 40 outputs missing)");
+    EXPECT_TRUE(find<QPlainTextEdit>(window, "messages")->isVisible());
+    EXPECT_EQ(
+        find<QPlainTextEdit>(window, "messages")->toPlainText(), "Z:\\V\\a.step: It is damaged.\nThe disk is full.");
 }
 
 TEST(DisplayTest, ADisplayThatDoesntAnswerIsSaidSo)
