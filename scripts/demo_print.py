@@ -9,13 +9,14 @@ SOURCE = Path(__file__).resolve().parent.parent
 
 PRINTER_KEY = r"machine\SOFTWARE\Zentrel\Printers\Plots"
 
-# Each task: name, settings, copies, the sheets that are launched (empty: all of the drawing), and the jobs that must
-# come out: file, pages, paper in mm, texts on the first page.
+# Each task: name, settings, copies, the sheets that are launched (empty: the drawing, and so all of its sheets), and the
+# jobs that must come out: file, pages, paper in mm, texts on the first page.
 PRINTS = [
     ("Print drawings", "print-drawings.json", 1, ["Stand", "Bracket"],
      [("Чертёж - Stand.pdf", 1, (420, 297), ["Stand", "A3"]), ("Чертёж - Bracket.pdf", 1, (210, 297), ["Bracket", "A4"])]),
     ("Print on A4", "print-on-a4.json", 2, [""],
-     [("Чертёж.pdf", 4, (297, 210), ["Workshop", "Copy for the floor", "Return after use"])]),
+     [("Чертёж - Stand (2).pdf", 2, (297, 210), ["Workshop", "Copy for the floor", "Return after use"]),
+      ("Чертёж - Bracket (2).pdf", 2, (297, 210), ["Workshop", "Copy for the floor", "Return after use"])]),
 ]
 
 
