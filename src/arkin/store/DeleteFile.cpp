@@ -2,6 +2,7 @@
 
 #include "arkin/store/CheckOut.h"
 #include "arkin/store/Codes.h"
+#include "arkin/store/Outlines.h"
 
 #include <algorithm>
 #include <soci/soci.h>
@@ -27,6 +28,7 @@ void removeFromFolder(Vault& vault, const Place& place)
     const long long now = vault.clock().now();
     session << "UPDATE files SET deleted_at = :t, deleted_by = :u WHERE id = :f", soci::use(now),
         soci::use(vault.caller().user), soci::use(place.fileId);
+    Outlines(vault).disconnect(place.fileId);
     session << "DELETE FROM deleted_places WHERE file_id = :f", soci::use(place.fileId);
     session << "INSERT INTO deleted_places (file_id, folder_id) VALUES (:f, :d)", soci::use(place.fileId),
         soci::use(place.folderId);

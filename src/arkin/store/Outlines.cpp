@@ -115,6 +115,7 @@ void Outlines::keep(const KnownOutline& known, std::int32_t base)
 void Outlines::connect(std::span<const Place> arrived)
 {
     soci::session& session = m_vault.database().session();
+    const std::int32_t vaultId = m_vault.info().id;
     for (const Place& place : arrived) {
         const std::string key = nameKey(m_vault.file(place.fileId).name);
         struct Waiting {
@@ -128,9 +129,9 @@ void Outlines::connect(std::span<const Place> arrived)
             = (session.prepare << "SELECT waiting.file_id, waiting.version, waiting.position, waiting.path "
                                   "FROM document_references waiting JOIN files ON files.id = waiting.file_id "
                                   "AND files.latest_version = waiting.version AND files.deleted_at = 0 "
-                                  "WHERE waiting.name_key = :k AND waiting.to_file_id = 0",
-                soci::use(key), soci::into(row.file.fileId), soci::into(row.file.version), soci::into(row.position),
-                soci::into(row.path));
+                                  "WHERE waiting.name_key = :k AND waiting.to_file_id = 0 AND files.vault_id = :vault",
+                soci::use(key), soci::use(vaultId), soci::into(row.file.fileId), soci::into(row.file.version),
+                soci::into(row.position), soci::into(row.path));
         statement.execute();
         while (statement.fetch())
             waiting.push_back(row);
@@ -207,7 +208,8 @@ RefreshReport refreshOutlines(Vault& vault, const std::function<void(std::int64_
             report.problems.push_back(std::move(known.problem));
         Transaction transaction(vault.database());
         // A version that came meanwhile has been read when it came.
-        if (vault.file(one.file.fileId).latestVersion == one.file.version)
+        const auto row = vault.files().row(one.file.fileId);
+        if (row && !row->deleted && row->latestVersion == one.file.version)
             outlines.keep(known, one.file.version);
         transaction.commit();
     }

@@ -4,6 +4,7 @@
 #include "arkin/store/CheckOut.h"
 #include "arkin/store/Codes.h"
 #include "arkin/store/GetFiles.h"
+#include "arkin/store/Outlines.h"
 
 #include <soci/soci.h>
 
@@ -49,6 +50,7 @@ Place restoreFile(Vault& vault, const DeletedFile& file)
         session << "DELETE FROM deleted_places WHERE file_id = :f", soci::use(file.fileId);
         session << "INSERT INTO file_folders (folder_id, name_key, file_id) VALUES (:d, :k, :f)",
             soci::use(file.folderId), soci::use(key), soci::use(file.fileId);
+        Outlines(vault).connect({&place, 1});
         transaction.commit();
     }
     const GetRequest latest{place, file.latestVersion};
