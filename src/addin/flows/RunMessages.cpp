@@ -41,17 +41,18 @@ Text RunMessages::currentSentence() const
 {
     try {
         throw;
-    } catch (const std::exception& error) {
-        const Status status = currentExceptionStatus();
-        const auto* known = dynamic_cast<const StatusError*>(&error);
-        if (known && error.what()[0])
+    } catch (const StatusError& error) {
+        if (error.what()[0])
             return toText(error.what());
-        Text name;
-        Text sentence;
-        if (m_vault->GetErrorText(status, name, sentence) == S_OK && !sentence.empty())
-            return sentence;
-        return formatText("The run failed with the status %08X.", static_cast<std::uint32_t>(status));
+    } catch (const std::exception&) {
+        // Its words are for programmers; what the host knows of its status is for everybody.
     }
+    const Status status = currentExceptionStatus();
+    Text name;
+    Text sentence;
+    if (m_vault->GetErrorText(status, name, sentence) == S_OK && !sentence.empty())
+        return sentence;
+    return formatText("The run failed with the status %08X.", static_cast<std::uint32_t>(status));
 }
 
 } // namespace zn

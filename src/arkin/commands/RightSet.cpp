@@ -28,13 +28,28 @@ public:
             vault.permissions().inherit(folder, zn::toText(m_user));
         else
             vault.permissions().set(folder, zn::toText(m_user), rights);
-        if (session.json())
+        if (!session.json())
+            std::cout << sentence(rights) << "\n";
+        else
             printJson({{"folder", m_folder}, {"user", m_user}, {"inherits", m_inherit}, {"read", rights.read},
                 {"add", rights.add}, {"delete", rights.remove}});
         return commandDone;
     }
 
 private:
+    std::string sentence(const Rights& rights) const
+    {
+        if (m_inherit)
+            return "In " + m_folder + " the folders above decide again what " + m_user + " may do.";
+        const std::pair<bool, const char*> words[]
+            = {{rights.read, "read"}, {rights.add, "add"}, {rights.remove, "delete"}};
+        std::string may, mayNot;
+        for (const auto& [allowed, word] : words)
+            (allowed ? may : mayNot) += (allowed ? may : mayNot).empty() ? word : std::string(", ") + word;
+        return "In " + m_folder + " and below, " + m_user + " may " + (may.empty() ? "do nothing" : may)
+            + (mayNot.empty() || may.empty() ? "." : ", but not " + mayNot + ".");
+    }
+
     std::string m_folder;
     std::string m_user;
     bool m_noRead = false;

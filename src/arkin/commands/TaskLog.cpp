@@ -26,7 +26,7 @@ public:
         const auto run = runs.get(zn::toText(m_id));
         const auto path = logPath(session, run);
         const auto text = path.empty() ? std::optional<std::string>() : read(session, path);
-        const auto messages = unlogged(runs.messages(run.id), text.value_or(""));
+        const auto messages = runs.messages(run.id);
         if (session.json()) {
             auto list = Json::array();
             for (const auto& message : messages)
@@ -37,7 +37,7 @@ public:
         }
         if (text)
             std::cout << withTerminalLineEnds(*text) << (text->empty() || text->ends_with('\n') ? "" : "\n");
-        for (const auto& message : messages)
+        for (const auto& message : unlogged(messages, text.value_or("")))
             std::cout << messageLine(session, message) << "\n";
         if (!text && messages.empty())
             std::cerr << (path.empty() ? "The task keeps no log: it has no ErrorLogPath.\n"
@@ -46,13 +46,16 @@ public:
     }
 
 private:
-    /// The run's messages that don't stand in its log.
+    /// The run's messages that don't stand in its log. A sentence that the log has about another file counts for that
+    /// one alone.
     static std::vector<RunMessage> unlogged(std::vector<RunMessage> messages, const std::string& log)
     {
         const auto plain = withTerminalLineEnds(log);
-        std::erase_if(messages, [&](const RunMessage& message) {
-            return plain.find(withTerminalLineEnds(zn::toUtf8(message.sentence))) != std::string::npos;
-        });
+        const auto stands = [&](const zn::Text& text) {
+            return plain.find(withTerminalLineEnds(zn::toUtf8(text))) != std::string::npos;
+        };
+        std::erase_if(
+            messages, [&](const RunMessage& message) { return stands(message.path) && stands(message.sentence); });
         return messages;
     }
 
