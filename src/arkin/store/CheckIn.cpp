@@ -25,19 +25,8 @@ struct Arrival {
     KnownOutline outline;
 };
 
-/// Does the work for one file; false if it failed and was left out. What concerns all files is raised.
-template <class Work> bool worksFor(const Place& place, std::vector<LeftOut>* leftOut, const Work& work)
-{
-    try {
-        work();
-        return true;
-    } catch (const zn::StatusError& error) {
-        if (!leftOut || error.status() == E_ARK_ARCHIVE || error.status() == E_ARK_DISK_FULL)
-            throw;
-        leftOut->push_back({place, currentFailure()});
-        return false;
-    }
-}
+/// What fails for one file and would fail for all.
+constexpr auto concernsAll = {E_ARK_ARCHIVE, E_ARK_DISK_FULL};
 
 class CheckInWork {
 public:
@@ -95,7 +84,7 @@ template <class Work> void CheckInWork::forEach(const Work& work)
 {
     std::erase_if(m_arrivals, [&](Arrival& arrival) {
         const Place place{arrival.checkOut.fileId, arrival.checkOut.folderId};
-        return !worksFor(place, m_leftOut, [&] { work(arrival); });
+        return !worksFor(place, m_leftOut, concernsAll, [&] { work(arrival); });
     });
 }
 
@@ -323,7 +312,7 @@ CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places, std::vector
     for (std::size_t i = 0; i < places.size(); ++i) {
         if (!seen.insert(places[i].fileId).second)
             continue;
-        worksFor(places[i], leftOut, [&] {
+        worksFor(places[i], leftOut, concernsAll, [&] {
             if (checkOuts[i] && !vault.isMine(*checkOuts[i]))
                 throw checkedOutElsewhere(vault, *checkOuts[i]);
             if (checkOuts[i])

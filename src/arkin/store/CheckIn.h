@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arkin/store/LeftOut.h"
 #include "arkin/store/Vault.h"
 
 namespace zn::arkin {

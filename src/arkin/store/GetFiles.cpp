@@ -20,17 +20,8 @@ struct Wanted {
     std::optional<LocalCopy> known;
 };
 
-/// Does the work for one file. A failure goes to `leftOut`, if it is given and unless it concerns all files.
-template <class Work> void workFor(const Place& place, std::vector<LeftOut>* leftOut, const Work& work)
-{
-    try {
-        work();
-    } catch (const zn::StatusError& error) {
-        if (!leftOut || error.status() == E_ARK_DISK_FULL)
-            throw;
-        leftOut->push_back({place, currentFailure()});
-    }
-}
+/// What fails for one file and would fail for all; a damaged content is that file's own.
+constexpr auto concernsAll = {E_ARK_DISK_FULL};
 
 std::vector<Wanted> lookUp(Vault& vault, std::span<const GetRequest> all, std::vector<LeftOut>* leftOut)
 {
@@ -38,7 +29,7 @@ std::vector<Wanted> lookUp(Vault& vault, std::span<const GetRequest> all, std::v
     std::vector<Place> places;
     std::vector<GetRequest> requests;
     for (const GetRequest& request : all)
-        workFor(request.place, leftOut, [&] {
+        worksFor(request.place, leftOut, concernsAll, [&] {
             vault.require(request.place, Right::Read);
             requests.push_back(request);
         });
@@ -58,7 +49,7 @@ std::vector<Wanted> lookUp(Vault& vault, std::span<const GetRequest> all, std::v
     const auto copies = vault.local().copies(places);
     std::vector<Wanted> wanted;
     for (std::size_t i = 0; i < requests.size(); ++i) {
-        workFor(places[i], leftOut, [&] {
+        worksFor(places[i], leftOut, concernsAll, [&] {
             if (!files[i])
                 throw zn::StatusError(
                     E_ARK_NOT_IN_VAULT, "The vault has no file number " + std::to_string(ids[i]) + ".");
@@ -134,7 +125,7 @@ void getChunk(Vault& vault, std::span<const GetRequest> requests, LocalChanges c
     };
     try {
         for (const Wanted& wanted : lookUp(vault, requests, leftOut))
-            workFor(wanted.place, leftOut, [&] {
+            worksFor(wanted.place, leftOut, concernsAll, [&] {
                 if (auto copy = bring(vault, wanted, changes, folders))
                     copies.push_back(std::move(*copy));
             });

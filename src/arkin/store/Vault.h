@@ -52,12 +52,6 @@ struct Caller {
     static Caller current();
 };
 
-/// A file that a piece of work on many files has left out, and why.
-struct LeftOut {
-    Place place;
-    Failure failure;
-};
-
 /// An open vault: what its operations (AddFiles.h, CheckOut.h, CheckIn.h, GetFiles.h …) work with.
 class Vault {
 public:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arkin/store/LeftOut.h"
 #include "arkin/vault/ObjectContext.h"
 #include "contracts/host/ArkBatch.h"
 
