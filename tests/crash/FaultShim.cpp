@@ -66,7 +66,7 @@ public:
         m_root = root;
         const std::string_view text = at;
         const std::string_view mode = text.substr(0, text.find(':'));
-        const long number = text.size() > mode.size() ? std::atol(at + mode.size() + 1) : 0;
+        const long number = text.size() > mode.size() ? std::strtol(at + mode.size() + 1, nullptr, 10) : 0;
         m_counts = mode == "count";
         m_losesPower = mode == "power";
         if (mode == "kill" || m_losesPower)

@@ -87,7 +87,7 @@ ArkSelItem Plant::selected(const std::string& name)
 zn::arkin::TaskHost Plant::host()
 {
     return {m_store->database(), m_vault->info().id, m_object, machine.registry(), machine.files(), machine.clock(),
-        u"anna"};
+        u"anna", m_vault.get()};
 }
 
 void Plant::edit(const Text& task, const Answers::Answer& answer)

@@ -11,7 +11,7 @@ namespace {
 
 // No macro comes near these; values that bring themselves in again do. The text may grow at each step by a few
 // characters or to its double, so that neither limit alone would end such a scan soon.
-constexpr std::size_t largestMacro = 4 * 1024 * 1024;
+constexpr std::size_t largestMacro = std::size_t{4} * 1024 * 1024;
 constexpr int mostReturns = 100; ///< of placeholders that were replaced before, brought in by values
 
 /// The name inside a token: without all leading opening and all trailing closing delimiters.

@@ -63,7 +63,7 @@ MacroBuilder::MacroBuilder(const Platform& platform)
 }
 
 void MacroBuilder::Prepare(
-    std::shared_ptr<IArkVault> vault, std::shared_ptr<IArkTaskInstance> taskInstance, Text templateText)
+    std::shared_ptr<IArkVault> vault, std::shared_ptr<IArkTaskInstance> taskInstance, const Text& templateText)
 {
     requireObject(vault, "There is no vault.");
     requireObject(taskInstance, "There is no task instance.");

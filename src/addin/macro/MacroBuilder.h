@@ -26,7 +26,8 @@ public:
 
     /// Begins a run. A bracket in the template that is never closed is raised, after a line in the run's log that says
     /// which bracket in which line it is.
-    void Prepare(std::shared_ptr<IArkVault> vault, std::shared_ptr<IArkTaskInstance> taskInstance, Text templateText);
+    void Prepare(
+        std::shared_ptr<IArkVault> vault, std::shared_ptr<IArkTaskInstance> taskInstance, const Text& templateText);
 
     /// The file of the next `Build`, looked at in the folder `folderId`; its number `fileId` feeds no placeholder.
     /// `cfgOrSheet` is the configuration or sheet asked for, or empty. The file's revision and workflow state are asked

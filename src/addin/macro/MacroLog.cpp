@@ -32,7 +32,7 @@ void MacroBuilder::AppendToLog(TextView text)
         return;
     constexpr std::size_t longestFolder = 260;
     const std::size_t separator = path.rfind(u'\\');
-    if (separator == Text::npos || separator > longestFolder)
+    if (separator > longestFolder) // or there is none
         return;
     if (m_platform.files.createFolders(path.substr(0, separator)))
         append();

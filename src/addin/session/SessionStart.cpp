@@ -6,7 +6,7 @@
 #include "platform/Processes.h"
 #include "platform/RunningObjects.h"
 
-#include <cstdio>
+#include <charconv>
 
 namespace zn {
 
@@ -124,7 +124,11 @@ Status ZNManager::prepareApplication()
     if (failed(status))
         return fail(SessionTexts::noRevision, status);
     // The running release overrides what the file said.
-    std::sscanf(toUtf8(revision).c_str(), "%hu.%hu", &m_revisionMajor, &m_revisionMinor);
+    const std::string numbers = toUtf8(revision);
+    const char* const end = numbers.data() + numbers.size();
+    const auto [afterMajor, error] = std::from_chars(numbers.data(), end, m_revisionMajor);
+    if (error == std::errc() && afterMajor != end)
+        std::from_chars(afterMajor + 1, end, m_revisionMinor);
 
     status = statusOf([&] {
         for (const std::int32_t toggle : startToggles)

@@ -41,6 +41,7 @@ MadeCommand taskLogCommand();
 MadeCommand taskSuspendCommand();
 MadeCommand taskResumeCommand();
 MadeCommand taskCancelCommand();
+MadeCommand taskReleaseCommand();
 MadeCommand workerCommand();
 MadeCommand printerListCommand();
 MadeCommand languageCommand();

@@ -269,9 +269,9 @@ void Adder::insertRows()
         soci::use(state));
     soci::statement checkOut = (session.prepare
             << "INSERT INTO check_outs (file_id, folder_id, user_name, machine, taken_at, base_version, card_open, "
-               "references_open) VALUES (:f, :d, :u, :m, :t, 0, 1, 1)",
+               "references_open, run_id) VALUES (:f, :d, :u, :m, :t, 0, 1, 1, :r)",
         soci::use(place.fileId), soci::use(place.folderId), soci::use(caller.user), soci::use(caller.machine),
-        soci::use(now));
+        soci::use(now), soci::use(caller.run));
     std::vector<LocalCopy> copies;
     for (const Addition& addition : m_additions) {
         if (!addition.good())

@@ -31,9 +31,10 @@ void insertCheckOut(Vault& vault, const Place& place, std::int32_t baseVersion)
     const Caller& caller = vault.caller();
     const long long now = vault.clock().now();
     vault.database().session() << "INSERT INTO check_outs (file_id, folder_id, user_name, machine, taken_at, "
-                                  "base_version, card_open, references_open) VALUES (:f, :d, :u, :m, :t, :b, 0, 0)",
+                                  "base_version, card_open, references_open, run_id) "
+                                  "VALUES (:f, :d, :u, :m, :t, :b, 0, 0, :r)",
         soci::use(place.fileId), soci::use(place.folderId), soci::use(caller.user), soci::use(caller.machine),
-        soci::use(now), soci::use(baseVersion);
+        soci::use(now), soci::use(baseVersion), soci::use(caller.run);
 }
 
 void dropCheckOut(Vault& vault, const CheckOutRow& row)
@@ -90,11 +91,26 @@ void undoCheckOut(Vault& vault, std::int32_t fileId)
     getFiles(vault, {&latest, 1}, LocalChanges::Discard);
 }
 
+std::vector<Place> checkOutsOfRun(Vault& vault, std::int32_t run)
+{
+    const ReadScope scope(vault.database());
+    Place place;
+    soci::statement statement = (vault.database().session().prepare
+            << "SELECT file_id, folder_id FROM check_outs WHERE run_id = :r ORDER BY file_id",
+        soci::use(run), soci::into(place.fileId), soci::into(place.folderId));
+    statement.execute();
+    std::vector<Place> places;
+    while (statement.fetch())
+        places.push_back(place);
+    return places;
+}
+
 zn::StatusError checkedOutElsewhere(Vault& vault, const CheckOutRow& row)
 {
     return zn::StatusError(E_ARK_CHECKED_OUT_ELSEWHERE,
         quotedName(vault, row.fileId) + " is checked out by " + row.user + " on " + row.machine + " since "
-            + fmt::format("{:%Y-%m-%d %H:%M}", fmt::localtime(row.takenAt)) + ".");
+            + fmt::format("{:%Y-%m-%d %H:%M}", fmt::localtime(row.takenAt))
+            + (row.run == 0 ? "." : ", for run " + std::to_string(row.run) + "."));
 }
 
 CheckOutRow requireMine(Vault& vault, std::int32_t fileId)

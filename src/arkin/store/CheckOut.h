@@ -14,6 +14,9 @@ void checkOut(Vault& vault, const Place& place);
 /// Raises E_ARK_NOT_CHECKED_OUT or E_ARK_CHECKED_OUT_ELSEWHERE.
 void undoCheckOut(Vault& vault, std::int32_t fileId);
 
+/// What is still checked out for a run of a task, by whomever, in the order of the files' numbers.
+std::vector<Place> checkOutsOfRun(Vault& vault, std::int32_t run);
+
 /// The check-out of a file if it is the caller's here. Raises E_ARK_NOT_CHECKED_OUT or E_ARK_CHECKED_OUT_ELSEWHERE with
 /// a sentence that names the file and who has it.
 CheckOutRow requireMine(Vault& vault, std::int32_t fileId);

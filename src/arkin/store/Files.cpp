@@ -106,10 +106,11 @@ std::vector<std::optional<CheckOutRow>> Files::checkOuts(std::span<const std::in
     int cardOpen = 0, referencesOpen = 0;
     long long takenAt = 0;
     soci::statement statement = (m_database.session().prepare
-            << "SELECT file_id, folder_id, user_name, machine, taken_at, base_version, card_open, references_open "
-               "FROM check_outs WHERE file_id = :f",
+            << "SELECT file_id, folder_id, user_name, machine, taken_at, base_version, card_open, references_open, "
+               "run_id FROM check_outs WHERE file_id = :f",
         soci::use(id), soci::into(row.fileId), soci::into(row.folderId), soci::into(row.user), soci::into(row.machine),
-        soci::into(takenAt), soci::into(row.baseVersion), soci::into(cardOpen), soci::into(referencesOpen));
+        soci::into(takenAt), soci::into(row.baseVersion), soci::into(cardOpen), soci::into(referencesOpen),
+        soci::into(row.run));
     std::vector<std::optional<CheckOutRow>> rows;
     rows.reserve(fileIds.size());
     for (const std::int32_t asked : fileIds) {

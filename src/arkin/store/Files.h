@@ -39,6 +39,7 @@ struct CheckOutRow {
     std::int32_t baseVersion = 0; ///< 0 for a file that was added and never checked in
     bool cardOpen = false;        ///< the version to come has its own copy of the card
     bool referencesOpen = false;  ///< likewise of the references
+    std::int32_t run = 0;         ///< the run of a task that took the file; 0 if a person did
 
     std::int32_t versionToCome() const { return baseVersion + 1; }
 };

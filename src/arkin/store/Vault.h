@@ -47,6 +47,7 @@ private:
 struct Caller {
     std::string user;
     std::string machine;
+    std::int32_t run = 0; ///< the run of a task for which the work is done; 0 for a person's own
 
     /// The user and the machine of this process.
     static Caller current();
@@ -62,6 +63,8 @@ public:
 
     const VaultInfo& info() const { return m_info; }
     const Caller& caller() const { return m_caller; }
+    /// From now on check-outs say that they were made for the run; 0 for none.
+    void actFor(std::int32_t run) { m_caller.run = run; }
     Database& database() { return m_store.database(); }
     Archive& archive() { return m_store.archive(); }
     zn::Clock& clock() { return m_store.clock(); }

@@ -126,9 +126,15 @@ const char* const secondStep[] = {
     "CREATE INDEX document_references_by_target ON document_references (to_file_id, name_key)",
 };
 
+const char* const thirdStep[] = {
+    // The run of a task that took the file; 0 if a person did.
+    "ALTER TABLE check_outs ADD COLUMN run_id INTEGER NOT NULL DEFAULT 0",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {secondStep},
+    {thirdStep},
 };
 
 } // namespace

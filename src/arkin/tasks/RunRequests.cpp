@@ -15,9 +15,8 @@ void setState(RunStore& store, std::int32_t runId, TaskRunState state)
     store.database().session() << "UPDATE task_runs SET state = :state WHERE id = :id", use(number), use(runId);
 }
 
-void endCancelled(RunStore& store, const RunInfo& run, const char* text, std::int64_t now)
+void endCancelled(RunStore& store, const RunInfo& run, const std::string& sentence, std::int64_t now)
 {
-    const std::string sentence = text;
     const long long at = now;
     // The claim counts on, so that a worker taken for dead which comes back can report nothing.
     store.database().session()
@@ -63,9 +62,9 @@ RunInfo requestCancel(RunStore& store, std::int32_t runId, std::int64_t now)
             endCancelled(store, run, "The run was cancelled before it started.", now);
         else if (workerDied(run, now))
             endCancelled(store, run,
-                "The run was cancelled after its worker had died. Files that it took stay checked out; 'arkin undo' "
-                "gives "
-                "them up.",
+                "The run was cancelled after its worker had died. Files that it took stay checked out; 'arkin task "
+                "release "
+                    + std::to_string(run.id) + "' gives them up.",
                 now);
         else
             setState(store, runId, TaskRunState::CancelRequested);

@@ -12,6 +12,7 @@ struct ArkCmd;
 
 namespace zn::arkin {
 
+class Vault;
 struct RunInfo;
 struct RunSetting;
 
@@ -24,6 +25,7 @@ struct TaskHost {
     zn::FileSystem& files;
     zn::Clock& clock;
     zn::Text userName;
+    Vault* opened = nullptr; ///< behind `vault`; null where the vault isn't one of the store
 };
 
 /// The values of the run itself that come from the surroundings: vault and machine. Raises the vault's failure.

@@ -1,6 +1,7 @@
 #include "arkin/tasks/TaskRunner.h"
 
 #include "arkin/store/Codes.h"
+#include "arkin/store/Vault.h"
 #include "arkin/tasks/AddInModule.h"
 #include "arkin/tasks/RunMonitor.h"
 
@@ -40,6 +41,32 @@ RunInfo TaskRunner::run(const RunClaim& claim)
     return claim.store().get(claim.run().id);
 }
 
+namespace {
+
+/// What the vault does meanwhile, it does for the run.
+class ActingFor {
+public:
+    ActingFor(Vault* vault, std::int32_t run)
+        : m_vault(vault)
+    {
+        tell(run);
+    }
+    ~ActingFor() { tell(0); }
+    ActingFor(const ActingFor&) = delete;
+    ActingFor& operator=(const ActingFor&) = delete;
+
+private:
+    void tell(std::int32_t run)
+    {
+        if (m_vault)
+            m_vault->actFor(run);
+    }
+
+    Vault* m_vault;
+};
+
+} // namespace
+
 Status TaskRunner::callAddIn(const RunClaim& claim, const std::shared_ptr<RunInstance>& instance)
 {
     auto selection = claim.store().selection(claim.run().id);
@@ -48,6 +75,7 @@ Status TaskRunner::callAddIn(const RunClaim& claim, const std::shared_ptr<RunIns
     cmd.command = zn::TaskCmdRun;
     cmd.vault = m_host.vault;
     cmd.taskObject = instance;
+    const ActingFor acting(m_host.opened, claim.run().id);
     return addIn->OnCmd(&cmd, &selection);
 }
 

@@ -251,7 +251,8 @@ public:
             ColumnTexts texts(vault, closure);
             std::vector<zn::ArkListRow> listed;
             for (const ListedRow& row : walk.rows()) {
-                zn::ArkListRow& out = listed.emplace_back(row.node->place.fileId, row.node->place.folderId);
+                zn::ArkListRow& out
+                    = listed.emplace_back(zn::ArkListRow{row.node->place.fileId, row.node->place.folderId, {}});
                 out.columns.reserve(wanted.size());
                 for (const ColumnText column : wanted)
                     out.columns.push_back((texts.*column)(row));

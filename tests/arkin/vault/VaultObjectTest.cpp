@@ -218,6 +218,7 @@ TEST_F(VaultObjectTest, AFileThatFailsIsLeftOutOfItsBatchWithItsSentence)
     checkOut(test.vault, mine);
     checkOut(test.vault, gone);
     std::filesystem::remove(test.local("fine/e.stl"));
+    other.vault.actFor(7);
     checkOut(other.vault, place);
     const auto unlocking = utility<IArkBatchUnlock>(ArkUtil_BatchUnlock);
     EXPECT_EQ(unlocking->AddSelection(*vault, {place, gone, mine}), S_OK);
@@ -226,7 +227,7 @@ TEST_F(VaultObjectTest, AFileThatFailsIsLeftOutOfItsBatchWithItsSentence)
     EXPECT_EQ(unlocking->Unlock(0, 0), E_ARK_CHECKED_OUT_ELSEWHERE);
     EXPECT_THAT(errorText(E_ARK_CHECKED_OUT_ELSEWHERE),
         ::testing::MatchesRegex("E_ARK_CHECKED_OUT_ELSEWHERE: \"a.stl\" is checked out by bert on bench since "
-                                "2018-03-0[56] [0-9:]*\\.\r\n\t"
+                                "2018-03-0[56] [0-9:]*, for run 7\\.\r\n\t"
                                 "The local copy .*/fine/e.stl is missing.*"));
     std::vector<ArkLeftOut> leftOut;
     EXPECT_EQ(query<IArkLeftOut>(unlocking)->GetLeftOut(leftOut), S_OK);

@@ -14,7 +14,7 @@ using zn::fuzz::promise;
 namespace {
 
 /// The best that the archive's compression can do, and what growing strings, parsed text and shapes take of it.
-constexpr std::size_t memoryForAByte = 1032 * 4;
+constexpr std::size_t memoryForAByte = std::size_t{1032} * 4;
 constexpr std::size_t memoryAnyway = std::size_t{8} << 20;
 
 template <class Read> void readWith(const Read& read, const std::filesystem::path& file, std::size_t size)

@@ -20,7 +20,7 @@ public:
 protected:
     /// `name` is the section of the window's texts, such as "MenuCommandDlg".
     LexWnd(PageEnvironment& environment, QWidget& window, const char16_t* name);
-    virtual ~LexWnd();
+    ~LexWnd();
 
     PageEnvironment& environment() const { return m_environment; }
 

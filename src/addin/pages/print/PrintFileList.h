@@ -56,7 +56,7 @@ private:
     };
     struct Link {
         Key parent;
-        FileInfo* child;
+        FileInfo* child = nullptr;
     };
 
     FileInfo& fileOf(const ArkListRow& row, const FirstTicks& ticks);

@@ -78,7 +78,7 @@ TaskHost Session::taskHost()
     auto object = std::make_shared<VaultObject>(open);
     object->setDesktop(m_desktop && m_desktop->canAsk() ? m_desktop.get() : nullptr);
     return {store().database(), open.info().id, object, machine.registry(), machine.files(), machine.clock(),
-        zn::toText(open.caller().user)};
+        zn::toText(open.caller().user), &open};
 }
 
 Desktop& Session::desktop(bool wanted)

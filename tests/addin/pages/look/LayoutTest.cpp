@@ -82,7 +82,8 @@ TEST_P(LayoutTest, TakesItsColoursFromThePalette)
     for (const auto& [ground, dark] : {std::pair(QColor(40, 40, 44), true), std::pair(QColor(239, 239, 239), false)}) {
         QApplication::setPalette(QPalette(ground));
         Desk desk;
-        GetParam().open(desk, [&](QWidget& shown) { EXPECT_EQ(lightness(shown) < 128, dark) << GetParam().name; });
+        GetParam().open(
+            desk, [isDark = dark](QWidget& shown) { EXPECT_EQ(lightness(shown) < 128, isDark) << GetParam().name; });
     }
     QApplication::setPalette(before);
 }

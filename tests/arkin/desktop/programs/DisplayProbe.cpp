@@ -17,7 +17,7 @@ std::string titleOnDisplay(const QWidget& window)
     auto* const name = xcb_get_property_reply(display,
         xcb_get_property(display, 0, static_cast<xcb_window_t>(window.winId()), XCB_ATOM_WM_NAME, XCB_ATOM_ANY, 0, 100),
         nullptr);
-    const std::string title = name ? std::string(static_cast<const char*>(xcb_get_property_value(name)),
+    std::string title = name ? std::string(static_cast<const char*>(xcb_get_property_value(name)),
                                   static_cast<std::size_t>(xcb_get_property_value_length(name)))
                                    : "";
     std::free(name);

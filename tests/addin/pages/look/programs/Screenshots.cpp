@@ -38,6 +38,7 @@ QList<QRgb> commonColours(const QImage& picture)
             ++uses[picture.pixel(x, y)];
     }
     std::vector<std::pair<int, QRgb>> byUse;
+    byUse.reserve(uses.size());
     for (const auto& [colour, count] : uses)
         byUse.emplace_back(count, colour);
     std::sort(byUse.begin(), byUse.end(), std::greater());
