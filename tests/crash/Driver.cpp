@@ -123,6 +123,7 @@ private:
     std::vector<Place> batch()
     {
         std::vector<Place> places;
+        places.reserve(added);
         for (int i = 0; i < added; ++i)
             places.push_back(place("n" + std::to_string(i)));
         return places;
@@ -249,7 +250,7 @@ int main(int count, char** arguments)
         else if (command == "work")
             driver.work();
         else if (command == "verify")
-            driver.verify(std::atoi(arguments[3]));
+            driver.verify(std::stoi(arguments[3]));
         else
             driver.finish();
         return 0;

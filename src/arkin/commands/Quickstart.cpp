@@ -7,6 +7,7 @@
 #include "arkin/store/Codes.h"
 #include "base/Paths.h"
 
+#include <algorithm>
 #include <iostream>
 
 namespace zn::arkin {
@@ -90,15 +91,15 @@ private:
     /// its tasks. Any other one of the name is refused.
     std::optional<VaultInfo> unfinishedVault(Session& session)
     {
-        const auto known = session.store().findVault(zn::toText(m_name));
+        auto known = session.store().findVault(zn::toText(m_name));
         if (!known)
             return std::nullopt;
         session.choose(*known);
         auto& vault = session.vault();
         const auto root = vault.folders().rootId();
         const bool empty = vault.folders().children(root).empty() && vault.files().inFolder(root).empty();
-        const bool finished = std::ranges::all_of(
-            tasks, [&](const TaskRow& row) { return session.tasks().find(row.name).has_value(); });
+        const bool finished = std::all_of(std::begin(tasks), std::end(tasks),
+            [&](const TaskRow& row) { return session.tasks().find(row.name).has_value(); });
         if (!zn::equalNoCase(known->root, m_root) || !empty || finished)
             throw StatusError(E_ARK_NAME_ALREADY_EXISTS,
                 "The vault '" + toUtf8(known->name) + "' is there already, in " + session.shown(known->root)

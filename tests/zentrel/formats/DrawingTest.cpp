@@ -53,7 +53,7 @@ std::string outputOf(const std::string& command)
 {
     std::string text;
     FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    std::array<char, 4096> block;
+    std::array<char, 4096> block{};
     for (std::size_t count = 0; (count = fread(block.data(), 1, block.size(), pipe)) > 0;)
         text.append(block.data(), count);
     EXPECT_EQ(pclose(pipe), 0) << command << ": " << text;

@@ -32,7 +32,7 @@ std::string withoutRecord(std::string text, const std::string& record)
 {
     const auto start = text.find("\n" + record);
     EXPECT_NE(start, std::string::npos) << record;
-    return text.erase(start, text.find(";", start) + 1 - start);
+    return text.erase(start, text.find(';', start) + 1 - start);
 }
 
 std::string replaced(std::string text, const std::string& what, const std::string& with)

@@ -260,6 +260,7 @@ TEST(ComponentFiles, oneForEachPlacedPart)
     outer->children = {{u"Gruppe-1", moved(0, 0, 7), assemblyModel()}, {u"A/B", gp_Trsf(), boxModel(1, 1, 1)}};
     std::vector<fs::path> names;
     const std::vector<ModelFile> files = componentFiles(outer, "/out/x.stl");
+    names.reserve(files.size());
     for (const ModelFile& file : files)
         names.push_back(file.file);
     EXPECT_THAT(names,

@@ -38,7 +38,7 @@ protected:
         if (!shownBox.mbShowMenu(nullptr, nullptr))
             return "none";
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        const QString text = menuText(*menu);
+        auto text = menuText(*menu);
         menu->close();
         return text;
     }
@@ -72,6 +72,7 @@ TEST_F(PathTokensTest, GroupsNeighboursByInitialAndLooksThemUpAsWritten)
 {
     const auto paths = [](const std::vector<Text>& names) {
         std::vector<std::string> found;
+        found.reserve(names.size());
         const VarMenuHelper helper(names);
         for (const Text& name : names)
             found.push_back(toUtf8(helper.path(name)));

@@ -18,8 +18,6 @@ using testing::IsEmpty;
 using Lines = std::vector<std::string>;
 using zn::arkin::Variables;
 
-constexpr auto ok = QMessageBox::Ok;
-
 class PrintLaunchTest : public PrintFixture { };
 
 TEST(StrComp, PadsNumbersToAWidth)
@@ -176,11 +174,11 @@ TEST_F(PrintLaunchTest, OffersThePrintersOfTheTaskThatTheMachineHas)
     addPrinter(u"Hall");
     addPrinter(u"Office");
     const struct {
-        std::int32_t selectionType;
-        const char16_t* list;
-        const char16_t* name;
+        std::int32_t selectionType = 0;
+        const char16_t* list = u"";
+        const char16_t* name = u"";
         QStringList offered;
-        bool enabled;
+        bool enabled = false;
     } rows[] = {
         {1, u"Office\n\nHall", u"hall", {"Office", "Hall"}, true},
         {1, u"Office\nHall", u"", {"Office", "Hall"}, true},
