@@ -49,11 +49,13 @@ private:
     Text m_path;
 };
 
-} // namespace
+struct MacroFile {
+    Text path;
+    bool ready = false; ///< false if the file could not get its name; whatever stood there has to go all the same
+};
 
-Text ZNManager::writeMacroFile(const Text& macroText, Status& status)
+MacroFile writeMacroFile(FileSystem& files, const Text& macroText)
 {
-    FileSystem& files = m_platform.files;
     const Text folder = files.temporaryFolder();
     if (folder.size() > longestTemporaryFolder)
         throw StatusError(E_FAIL, "The path of the temporary folder is too long for a macro file.");
@@ -62,10 +64,10 @@ Text ZNManager::writeMacroFile(const Text& macroText, Status& status)
     if (const FileResult written = files.writeBytes(temporary, macroBytes(macroText)); !written)
         throw StatusError(E_FAIL, "The macro file could not be written: " + toUtf8(written.reason) + ".");
     const Text macroFile = pathWithExtension(temporary, macroExtension);
-    if (!files.removeFile(macroFile) || !files.renameFile(temporary, macroFile))
-        status = E_FAIL;
-    return macroFile;
+    return {macroFile, files.removeFile(macroFile) && files.renameFile(temporary, macroFile)};
 }
+
+} // namespace
 
 ZNManager::MacroOutcome ZNManager::callMacro(const Text& file)
 {
@@ -123,19 +125,19 @@ void ZNManager::copyForSupport(const Text& file)
 void ZNManager::RunMacro(const Text& macroText)
 {
     m_lastError.clear();
-    MacroOutcome outcome;
-    Text file;
+    MacroFile file;
     try {
-        file = writeMacroFile(macroText, outcome.status);
+        file = writeMacroFile(m_platform.files, macroText);
     } catch (const StatusError& failure) {
         m_lastError = textOf(SessionTexts::macroFailed) + u" " + toText(failure.what());
         throw;
     }
+    MacroOutcome outcome{E_FAIL, {}};
     {
-        const FileRemoval removal(m_platform.files, file);
-        if (!failed(outcome.status))
-            outcome = runWithRetries(file);
-        copyForSupport(file);
+        const FileRemoval removal(m_platform.files, file.path);
+        if (file.ready)
+            outcome = runWithRetries(file.path);
+        copyForSupport(file.path);
     }
     if (failed(outcome.status) || !outcome.result.success)
         raiseMacroFailure(outcome);

@@ -127,7 +127,7 @@ Status ZNManager::prepareApplication()
     const std::string numbers = toUtf8(revision);
     const char* const end = numbers.data() + numbers.size();
     const auto [afterMajor, error] = std::from_chars(numbers.data(), end, m_revisionMajor);
-    if (error == std::errc() && afterMajor != end)
+    if (error == std::errc() && afterMajor != end && *afterMajor == '.')
         std::from_chars(afterMajor + 1, end, m_revisionMinor);
 
     status = statusOf([&] {

@@ -109,7 +109,6 @@ private:
     bool waitForEnd(int seconds);
 
     // MacroRun.cpp
-    Text writeMacroFile(const Text& macroText, Status& status);
     MacroOutcome runWithRetries(const Text& file);
     MacroOutcome callMacro(const Text& file);
     void copyForSupport(const Text& file);

@@ -86,12 +86,11 @@ QIcon makeIcon(const QString& extension)
 
 } // namespace
 
-QIcon fileTypeIcon(const QString& extension)
+QIcon FileTypeIcons::of(const QString& extension)
 {
-    static QHash<QString, QIcon> icons;
     const QString key = extension.toLower();
-    const auto known = icons.constFind(key);
-    return known != icons.constEnd() ? *known : *icons.insert(key, makeIcon(key));
+    const auto known = m_icons.constFind(key);
+    return known != m_icons.constEnd() ? *known : *m_icons.insert(key, makeIcon(key));
 }
 
 } // namespace zn::arkin

@@ -1,6 +1,5 @@
 #include "arkin/reftree/RefTreeModel.h"
 
-#include "arkin/reftree/FileTypeIcons.h"
 #include "qtglue/Texts.h"
 
 #include <QBrush>
@@ -52,13 +51,13 @@ constexpr struct {
     {QT_TRANSLATE_NOOP("RefTree", "Found in"), textOf<&IFileRefItem::GetPath>},
 };
 
-QVariant iconOf(IFileRefItem& item)
+QVariant iconOf(IFileRefItem& item, FileTypeIcons& icons)
 {
     auto* typed = dynamic_cast<zn::IFileRefItemIcon*>(&item);
     Text extension;
     if (!typed || zn::failed(typed->GetIconType(extension)))
         return {};
-    return fileTypeIcon(shown(extension));
+    return icons.of(shown(extension));
 }
 
 } // namespace
@@ -172,7 +171,7 @@ QVariant RefTreeModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole: // the whole text where a column is too narrow for it
         return columns[index.column()].text(row);
     case Qt::DecorationRole:
-        return index.column() == FileColumn ? iconOf(row) : QVariant();
+        return index.column() == FileColumn ? iconOf(row, m_icons) : QVariant();
     case Qt::ForegroundRole:
         if (check(index) != FileRefCheck::NoBox)
             return {};

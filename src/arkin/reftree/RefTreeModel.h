@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arkin/reftree/FileTypeIcons.h"
 #include "contracts/host/XRefTree.h"
 
 #include <functional>
@@ -39,6 +40,7 @@ private:
     static void openChildren(Node& node);
 
     CheckCommand m_check;
+    mutable FileTypeIcons m_icons; ///< a cache that readers fill
     std::unique_ptr<Node> m_root;
 };
 

@@ -22,6 +22,26 @@ TEST(TaskRules, VariablesThatFollowFromOthersAreComputed)
     EXPECT_EQ(host.taskVariables.size(), 2U);
 }
 
+TEST(TaskRules, TheSheetMetalNumberHasABitForEachSetting)
+{
+    test::FakeHost host;
+    const auto numberWith = [&](std::map<Text, Value> settings) {
+        host.taskVariables = std::move(settings);
+        host.taskVariables[u"__type"] = 1;
+        host.taskVariables[u"SheetMetalOptions"] = 4711; // what is stored doesn't count
+        settleVariables(host.vault(), host.task());
+        return host.taskVariables.at(u"SheetMetalOptions");
+    };
+    EXPECT_EQ(numberWith({}), Value(2175));
+    const std::pair<const char16_t*, std::int32_t> without[]
+        = {{u"SheetMetalHiddenEdges", 2175 - 2}, {u"SheetMetalBendLines", 2175 - 4}, {u"SheetMetalSketches", 2175 - 8},
+            {u"SheetMetalLibraryFeatures", 2175 - 32}, {u"SheetMetalFormingTools", 2175 - 64},
+            {u"SheetMetalBoundingBox", 127}, {u"SheetMetalGeometry", 2076}};
+    for (const auto& [name, expected] : without)
+        EXPECT_EQ(numberWith({{name, 0}}), Value(expected)) << toUtf8(name);
+    EXPECT_EQ(numberWith({{u"SheetMetalMergeCoplanar", 1}}), Value(2175 - 16));
+}
+
 TEST(TaskRules, AFormatIsOneOfTheList)
 {
     test::FakeHost host;

@@ -363,27 +363,6 @@ TEST_F(OptionDialogs, TellARefusedWriteAndClose)
     EXPECT_TRUE(answers.allUsed());
 }
 
-TEST_F(OptionDialogs, ComputeTheSheetMetalNumber)
-{
-    const std::pair<const char16_t*, std::int32_t> withoutOne[]
-        = {{u"SheetMetalHiddenEdges", 2175 - 2}, {u"SheetMetalBendLines", 2175 - 4}, {u"SheetMetalSketches", 2175 - 8},
-            {u"SheetMetalLibraryFeatures", 2175 - 32}, {u"SheetMetalFormingTools", 2175 - 64},
-            {u"SheetMetalBoundingBox", 127}, {u"SheetMetalGeometry", 2076}};
-    const auto computed = [this] {
-        CAdvancedConvOpDlg(pages().environment(), task, Dxf, {}, nullptr, false).PersistOptions();
-        return stored().at(u"SheetMetalOptions");
-    };
-    store({{u"SheetMetalOptions", 4711}}); // what is stored doesn't count
-    EXPECT_EQ(computed(), Value(2175));
-    for (const auto& [name, expected] : withoutOne) {
-        store({{name, 0}});
-        EXPECT_EQ(computed(), Value(expected)) << toUtf8(name);
-        store({{name, 1}});
-    }
-    store({{u"SheetMetalMergeCoplanar", 1}});
-    EXPECT_EQ(computed(), Value(2175 - 16));
-}
-
 TEST_F(OptionDialogs, OpenTheHelpOfTheirFormat)
 {
     const std::pair<std::uint32_t, const char*> topics[] = {{3, "ConvOpACISDlg"}, {5, "ConvOpPDFDlg"},
