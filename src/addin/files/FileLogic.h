@@ -129,6 +129,7 @@ private:
     void TakeAddResult(IArkVault& vault, ArkAddResult& result, const RecordsByPath& byPath, const HostErrorLog& log);
     void CheckInAdded(IArkVault& vault);
     void TakeLeftOut(const ObjectRef& utility);
+    bool WasLeftAsItWas(const OutputRecord& record) const;
     void NoteRefusal(const Text& path, const char16_t* what, Status status);
     ArkFileFolderPair AddLogFile(const Text& path);
     void ReferenceSources(IArkVault& vault, const ObjectRef& task);

@@ -2,8 +2,10 @@
 
 #include "base/Text.h"
 #include "contracts/host/Codes.h"
+#include "platform/FileSystem.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace zn {
@@ -17,15 +19,16 @@ struct OutputRecord {
     Text extra;         ///< on a print record the printer's name; otherwise what a stored list held
     std::int32_t docId = 0;
     std::int32_t projId = 0;
-    std::int32_t version = 0;        ///< -1 or 0 stand for the latest
-    std::int32_t latestVersion = -1; ///< -1 until it is known
-    Text selConfiguration;           ///< input: the configuration or sheet that the selection names
-    Text leftOut;                    ///< input: why the vault could not bring it; such a file isn't worked on
-    bool complained = false;         ///< input: its macro has written to the log
-    bool worked = false;             ///< input: its macro has ended normally
-    bool delivered = false;          ///< output: in the vault, checked in
-    bool added = false;              ///< in the vault under `docId`, to be checked in at the end
-    bool hidden = false;             ///< the system's own file (the log), left out of both lists
+    std::int32_t version = 0;             ///< -1 or 0 stand for the latest
+    std::int32_t latestVersion = -1;      ///< -1 until it is known
+    Text selConfiguration;                ///< input: the configuration or sheet that the selection names
+    Text leftOut;                         ///< input: why the vault could not bring it; such a file isn't worked on
+    bool complained = false;              ///< input: its macro has written to the log
+    bool worked = false;                  ///< input: its macro has ended normally
+    bool delivered = false;               ///< output: in the vault, checked in
+    std::optional<FileAttributes> before; ///< output of which the vault has a version: the local file before the save
+    bool added = false;                   ///< in the vault under `docId`, to be checked in at the end
+    bool hidden = false;                  ///< the system's own file (the log), left out of both lists
     bool isCadFile = false;
     bool printEntry = false;        ///< stands for a printout, not for a file
     bool insideVault = false;       ///< `path` begins with the vault's root path

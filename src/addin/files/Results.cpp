@@ -104,6 +104,7 @@ Status FileLogic::TakeForNewVersion(IArkFolder& folder, IArkFile& file, OutputRe
     if (!failed(status) && checkedOut == 0) // whose check-out it is makes no difference
         status = file.CheckOut(record.projId, 0, 0);
     record.added = !failed(status);
+    record.before = m_platform.files.attributes(record.path);
     return status;
 }
 

@@ -37,11 +37,22 @@ OutputTally FileLogic::CountOutputs(const SelectionRecords& items)
         if (record.printEntry)
             count(!record.source->complained);
         else
-            count(record.delivered || (!record.insideVault && m_platform.files.fileExists(record.path)));
+            count(!WasLeftAsItWas(record)
+                && (record.delivered || (!record.insideVault && m_platform.files.fileExists(record.path))));
     }
     for (std::size_t i = 0; i < m_refused.size(); ++i)
         count(false);
     return tally;
+}
+
+/// A save onto an output of an earlier run that came to nothing. The file is there all the same, so only the macro's
+/// complaint and the file's time tell.
+bool FileLogic::WasLeftAsItWas(const OutputRecord& record) const
+{
+    if (!record.before || !record.source->complained)
+        return false;
+    const auto now = m_platform.files.attributes(record.path);
+    return now && now->size == record.before->size && now->modified == record.before->modified;
 }
 
 /// The vault is asked at once: it tells its last failure only.

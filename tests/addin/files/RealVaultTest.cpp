@@ -129,6 +129,28 @@ TEST_F(RealVault, TellsOfAFileThatMayNotBeReplaced)
     EXPECT_EQ(std::pair(tally.expected, tally.missing), std::pair(2, 2)); // the other gave nothing at all
 }
 
+TEST_F(RealVault, CountsAnOutputThatWasNotSavedAgain)
+{
+    convert(false);
+    const struct {
+        bool complained = false; ///< the macro has logged something
+        const char* saved = "";
+        int missing = 0;
+    } rows[] = {{true, "", 1}, {true, "finer mesh", 0}, {false, "", 0}};
+    for (const auto& row : rows) {
+        logic.Initialize(vault, TaskKind::Conversion, false);
+        logic.SetCurrentSource(selection[0].get());
+        logic.NoteSavedFile(real.path("out/flange.stl"), u"Long", false);
+        selection[0]->complained = row.complained;
+        if (*row.saved)
+            zn::arkin::test::writeFile(real.local("out/flange.stl"), row.saved);
+        EXPECT_EQ(logic.AddResultsToVault(*vault, host.task(), [](Status, const Text&, const Text&) {}), S_OK);
+        const OutputTally tally = logic.CountOutputs(selection);
+        // The other file gave nothing at all.
+        EXPECT_EQ(std::pair(tally.expected, tally.missing), std::pair(2, 1 + row.missing)) << row.saved;
+    }
+}
+
 TEST_F(RealVault, KeepsTheLogAsAFileOfItsOwn)
 {
     const Text log = real.path("Logs/Nightly/run.log");
