@@ -1,6 +1,7 @@
 #include "zentrel/formats/PdfCanvas.h"
 
 #include "contracts/documents/DocumentError.h"
+#include "zentrel/formats/PageText.h"
 
 #include <cairo-pdf.h>
 #include <utility>
@@ -10,8 +11,6 @@ namespace zn::zentrel {
 namespace {
 
 constexpr double pointsPerMillimeter = 72.0 / 25.4;
-/// Of the em square, in fonts of the common kind: a label's height is that of its capitals.
-constexpr double capitalFraction = 0.72;
 constexpr double dashes[] = {2.0, 1.0};
 
 struct Pen {
@@ -131,22 +130,17 @@ void PdfCanvas::drawPicture(const SheetPicture& picture, const Ink& ink, Point2 
 
 void PdfCanvas::drawText(Point2 position, double height, const Text& text, Align align, double widest)
 {
-    const std::string utf8 = zn::toUtf8(text);
     cairo_save(m_page);
     cairo_set_source_rgb(m_page, 0.0, 0.0, 0.0);
     cairo_translate(m_page, position[0], position[1]);
     cairo_scale(m_page, 1.0, -1.0); // letters stand upright where the page's Y goes up
-    cairo_select_font_face(m_page, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(m_page, height / capitalFraction);
-    cairo_text_extents_t extents;
-    cairo_text_extents(m_page, utf8.c_str(), &extents);
-    if (widest > 0.0 && extents.x_advance > widest) {
-        const double factor = widest / extents.x_advance;
-        cairo_scale(m_page, factor, factor);
-    }
+    const PageText letters(m_page, text, height);
+    const double width = letters.width();
+    if (widest > 0.0 && width > widest)
+        cairo_scale(m_page, widest / width, widest / width);
     const double part = align == Align::Left ? 0.0 : align == Align::Center ? 0.5 : 1.0;
-    cairo_move_to(m_page, -part * extents.x_advance, 0.0);
-    cairo_show_text(m_page, utf8.c_str());
+    cairo_move_to(m_page, -part * width, 0.0);
+    letters.show();
     cairo_restore(m_page);
 }
 
