@@ -13,6 +13,9 @@ namespace {
 // A macro's calls may take this much of the thread's stack, which is far below what a thread gets.
 constexpr std::ptrdiff_t stackBytes = 3 * 1024 * 1024;
 
+/// Where the stack is now. A local variable's address won't do: a sanitizer may keep it elsewhere.
+const char* frame() { return static_cast<const char*>(__builtin_frame_address(0)); }
+
 /// Where the stack of the outermost running macro begins: one macro may run another through its host.
 thread_local const char* stackBegin = nullptr;
 
@@ -87,8 +90,7 @@ Evaluator::Evaluator(Program program, Host& host, FileAccess& files)
 
 void Evaluator::checkStack() const
 {
-    const char here = 0;
-    const std::ptrdiff_t used = stackBegin - &here;
+    const std::ptrdiff_t used = stackBegin - frame();
     if (used > stackBytes || used < -stackBytes)
         raise(error::outOfStack);
 }
@@ -109,8 +111,7 @@ RuntimeFault Evaluator::faultOf(const ScriptError& error) const
 
 Value Evaluator::run(TextView name, std::vector<Value> arguments)
 {
-    const char here = 0;
-    const StackScope stack(&here);
+    const StackScope stack(frame());
     const int index = indexOf(m_module.procedureNames, name);
     if (index < 0)
         throw RuntimeFault(FaultKind::MissingProcedure, error::procedureMissing,
