@@ -20,7 +20,7 @@ void dontMoveToPixels(PangoContext* context)
 
 } // namespace
 
-PageText::PageText(cairo_t* page, const Text& text, double height)
+PageText::PageText(cairo_t* page, const std::string& utf8, double height)
     : m_page(page)
     , m_layout(pango_cairo_create_layout(page))
 {
@@ -31,7 +31,6 @@ PageText::PageText(cairo_t* page, const Text& text, double height)
     pango_layout_set_font_description(m_layout.get(), font);
     pango_font_description_free(font);
     pango_layout_set_single_paragraph_mode(m_layout.get(), TRUE);
-    const std::string utf8 = toUtf8(text);
     pango_layout_set_text(m_layout.get(), utf8.data(), static_cast<int>(utf8.size()));
     m_line = pango_layout_get_line_readonly(m_layout.get(), 0);
 }

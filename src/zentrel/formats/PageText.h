@@ -1,9 +1,8 @@
 #pragma once
 
-#include "base/Text.h"
-
 #include <memory>
 #include <pango/pangocairo.h>
+#include <string>
 
 namespace zn::zentrel {
 
@@ -12,7 +11,7 @@ namespace zn::zentrel {
 class PageText {
 public:
     /// `height` is that of a capital letter. Lengths are in units of the page, which lives longer.
-    PageText(cairo_t* page, const Text& text, double height);
+    PageText(cairo_t* page, const std::string& utf8, double height);
 
     double width() const;
     /// With the left end of the base line at the page's current point.

@@ -134,7 +134,7 @@ void PdfCanvas::drawText(Point2 position, double height, const Text& text, Align
     cairo_set_source_rgb(m_page, 0.0, 0.0, 0.0);
     cairo_translate(m_page, position[0], position[1]);
     cairo_scale(m_page, 1.0, -1.0); // letters stand upright where the page's Y goes up
-    const PageText letters(m_page, text, height);
+    const PageText letters(m_page, zn::toUtf8(text), height);
     const double width = letters.width();
     if (widest > 0.0 && width > widest)
         cairo_scale(m_page, widest / width, widest / width);
