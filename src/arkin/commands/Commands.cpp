@@ -19,6 +19,7 @@ const CommandRow commands[] = {
     {"", "quickstart", "Make a vault with all that it needs, and three tasks", quickstartCommand},
     {"vault", "create", "Make a vault with its local folder", vaultCreateCommand},
     {"vault", "check", "Verify every content, version, reference and count", vaultCheckCommand},
+    {"vault", "clean", "Set aside what interrupted work left in the archive", vaultCleanCommand},
     {"vault", "info", "Show where the vault and its parts are", vaultInfoCommand},
     {"vault", "refresh", "Read again what the latest versions of all documents say of themselves", vaultRefreshCommand},
     {"", "add", "Copy files or folders into the vault and check them in", addCommand},

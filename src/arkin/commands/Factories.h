@@ -10,6 +10,7 @@ using MadeCommand = std::unique_ptr<Command>;
 MadeCommand quickstartCommand();
 MadeCommand vaultCreateCommand();
 MadeCommand vaultCheckCommand();
+MadeCommand vaultCleanCommand();
 MadeCommand vaultInfoCommand();
 MadeCommand vaultRefreshCommand();
 MadeCommand addCommand();

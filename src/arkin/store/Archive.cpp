@@ -3,9 +3,12 @@
 #include "arkin/store/Codes.h"
 #include "arkin/store/Sha256.h"
 #include "arkin/store/Uuid.h"
+#include "platform/AtomicFile.h"
 
 #include <cerrno>
 #include <fcntl.h>
+#include <fmt/chrono.h>
+#include <fstream>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -66,6 +69,29 @@ void removeFiles(const std::vector<fs::path>& files)
     }
 }
 
+std::string dayOf(std::int64_t time) { return fmt::format("{:%Y-%m-%d}", fmt::gmtime(time)); }
+
+/// Deletes the contents that were set aside before a day. Whatever else lies in the folder stays.
+int deleteDaysBefore(const fs::path& removed, const std::string& firstKept)
+{
+    int count = 0;
+    std::error_code none;
+    for (const auto& day : fs::directory_iterator(removed, none)) {
+        const std::string name = day.path().filename();
+        if (name.size() != firstKept.size() || name >= firstKept || !day.is_directory())
+            continue;
+        std::vector<fs::path> contents;
+        for (const auto& file : fs::directory_iterator(day.path())) {
+            if (isContentName(file.path().filename()))
+                contents.push_back(file.path());
+        }
+        removeFiles(contents);
+        count += static_cast<int>(contents.size());
+        rmdir(day.path().c_str());
+    }
+    return count;
+}
+
 void takeSharedLock(FileHandle& lock, const fs::path& path)
 {
     while (flock(lock.get(), LOCK_SH) != 0) {
@@ -87,6 +113,34 @@ Archive::Archive(const fs::path& folder)
         syncFolder(folder);
         syncFolder(fs::absolute(folder).parent_path());
     }
+}
+
+std::string Archive::identity() const
+{
+    std::ifstream file(m_folder / "identity");
+    std::string line;
+    std::getline(file, line);
+    return line;
+}
+
+void Archive::setIdentity(const std::string& identity)
+{
+    const fs::path path = m_folder / "identity";
+    try {
+        zn::AtomicFile file(path);
+        file.write(identity + "\n");
+        file.commit(zn::AtomicFile::Sync::Yes);
+    } catch (const std::system_error& error) {
+        errno = error.code().value();
+        throwFileFailure(E_ARK_ARCHIVE, "Could not write", path);
+    }
+}
+
+bool Archive::empty() const
+{
+    bool isEmpty = true;
+    forEach([&](const std::string&) { isEmpty = false; });
+    return isEmpty;
 }
 
 fs::path Archive::pathOf(const std::string& hash) const { return m_folder / shardOf(hash) / hash; }
@@ -117,7 +171,7 @@ std::optional<std::string> Archive::problemOf(const Content& content) const
 void Archive::forEach(const std::function<void(const std::string& hash)>& visit) const
 {
     for (const auto& shard : fs::directory_iterator(m_folder)) {
-        if (!shard.is_directory() || shard.path().filename() == "incoming")
+        if (!shard.is_directory() || shard.path().filename().native().size() != 2)
             continue;
         for (const auto& file : fs::directory_iterator(shard.path())) {
             if (isContentName(file.path().filename()))
@@ -135,18 +189,51 @@ void Archive::removeArrivals()
         removeFiles(arrivals());
 }
 
-std::optional<int> Archive::removeLeftovers(const std::function<bool(const std::string& hash)>& isNeeded)
+template <class Visit> bool Archive::forEachLeftover(const IsNeeded& isNeeded, const Visit& visit) const
 {
     FileHandle lock(m_folder / "lock", O_RDWR | O_CREAT, E_ARK_ARCHIVE);
     if (flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
-        return std::nullopt;
-    std::vector<fs::path> leftovers = arrivals();
+        return false;
+    std::vector<std::string> leftovers;
     forEach([&](const std::string& hash) {
         if (!isNeeded(hash))
-            leftovers.push_back(pathOf(hash));
+            leftovers.push_back(hash);
     });
-    removeFiles(leftovers);
-    return static_cast<int>(leftovers.size());
+    for (const std::string& hash : leftovers)
+        visit(hash);
+    return true;
+}
+
+std::optional<int> Archive::countLeftovers(const IsNeeded& isNeeded) const
+{
+    int count = 0;
+    return forEachLeftover(isNeeded, [&](const std::string&) { ++count; }) ? std::optional(count) : std::nullopt;
+}
+
+std::optional<Archive::SetAside> Archive::setAside(const IsNeeded& isNeeded, std::int64_t before, std::int64_t now)
+{
+    SetAside done;
+    const fs::path removed = m_folder / "removed";
+    const fs::path today = removed / dayOf(now);
+    const bool alone = forEachLeftover(isNeeded, [&](const std::string& hash) {
+        const fs::path path = pathOf(hash);
+        struct stat status { };
+        if (stat(path.c_str(), &status) != 0 || status.st_mtime >= before) {
+            ++done.tooNew;
+            return;
+        }
+        makeFolder(removed);
+        makeFolder(today);
+        if (rename(path.c_str(), (today / hash).c_str()) != 0)
+            throwFileFailure(E_ARK_ARCHIVE, "Could not set aside", path);
+        ++done.moved;
+        done.bytes += status.st_size;
+    });
+    if (!alone)
+        return std::nullopt;
+    constexpr std::int64_t day = 24 * 60 * 60;
+    done.deleted = deleteDaysBefore(removed, dayOf(now - keptDays * day));
+    return done;
 }
 
 std::vector<fs::path> Archive::arrivals() const

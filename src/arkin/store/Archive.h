@@ -21,6 +21,8 @@ struct Content {
 
 /// Contents by their hash, each once, in files that are never changed:
 ///   ab/<hash>     a content, whole and synced, for hashes that begin with "ab"
+///   identity      a line that says to which database the archive belongs; see Identity.h
+///   removed/      what `setAside` has taken out, by the day on which it did
 ///   incoming/     contents on their way in; whatever lies there belongs to a living batch or is left over
 ///   lock          held shared by every batch, exclusively while leftovers are removed
 /// Failures are raised as `StatusError` E_ARK_ARCHIVE or E_ARK_DISK_FULL with a sentence.
@@ -28,6 +30,14 @@ class Archive {
 public:
     /// Opens the archive in `folder`, creating it if it is missing.
     explicit Archive(const std::filesystem::path& folder);
+
+    const std::filesystem::path& folder() const { return m_folder; }
+    /// Empty if the archive has none yet.
+    std::string identity() const;
+    /// Durable on return.
+    void setIdentity(const std::string& identity);
+    /// Whether it holds no content.
+    bool empty() const;
 
     bool holds(const std::string& hash) const;
     std::filesystem::path pathOf(const std::string& hash) const;
@@ -41,13 +51,28 @@ public:
 
     /// Removes contents that never got into the archive; nothing while another process has a batch open.
     void removeArrivals();
-    /// Removes what interrupted batches have left: everything in `incoming` and each content for which `isNeeded` is
-    /// false. None, with nothing removed, while another process has a batch open; else the number of files removed.
-    std::optional<int> removeLeftovers(const std::function<bool(const std::string& hash)>& isNeeded);
+    /// Whether a content is needed; asked while no other process has a batch open, so that what is needed can be read
+    /// at the first call.
+    using IsNeeded = std::function<bool(const std::string& hash)>;
+    /// Counts the contents that nobody needs. None while another process has a batch open.
+    std::optional<int> countLeftovers(const IsNeeded& isNeeded) const;
+    struct SetAside {
+        int moved = 0;
+        std::int64_t bytes = 0; ///< of these
+        int tooNew = 0;         ///< left where they are
+        int deleted = 0;        ///< of those that were set aside before
+    };
+    /// Moves the contents that nobody needs and that came before `before` (Unix time) to `removed/DAY/`, and deletes
+    /// what lies there for longer than `keptDays` days. None, with nothing done, while another process has a batch
+    /// open.
+    std::optional<SetAside> setAside(const IsNeeded& isNeeded, std::int64_t before, std::int64_t now);
+    static constexpr int keptDays = 30;
 
 private:
     friend class ArchiveBatch;
 
+    /// False, and nothing visited, while another process has a batch open; nobody can open one meanwhile.
+    template <class Visit> bool forEachLeftover(const IsNeeded& isNeeded, const Visit& visit) const;
     std::vector<std::filesystem::path> arrivals() const;
 
     std::filesystem::path m_folder;

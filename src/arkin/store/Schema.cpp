@@ -2,6 +2,7 @@
 
 #include "arkin/store/Codes.h"
 
+#include <algorithm>
 #include <soci/soci.h>
 
 namespace zn::arkin {
@@ -29,6 +30,10 @@ void applySchema(Database& database, const SchemaArea& area)
         throw zn::StatusError(E_ARK_DATABASE,
             "The database was written by a newer version of this program (" + name + " tables, step "
                 + std::to_string(reached) + "). Use that version.");
+    if (reached < 0)
+        throw zn::StatusError(E_ARK_DATABASE,
+            "The database is damaged: it counts step " + std::to_string(reached) + " of the " + name
+                + " tables. Bring it back from a backup.");
     if (reached == 0)
         database.session() << "INSERT INTO schema_steps (area, step) VALUES (:a, 0)", soci::use(name);
     for (const SchemaStep& step : area.steps.subspan(static_cast<std::size_t>(reached))) {
@@ -37,6 +42,28 @@ void applySchema(Database& database, const SchemaArea& area)
     }
     database.session() << "UPDATE schema_steps SET step = :s WHERE area = :a", soci::use(last), soci::use(name);
     transaction.commit();
+}
+
+std::vector<std::string> missingTables(Database& database, const SchemaArea& area)
+{
+    std::vector<std::string> missing;
+    const auto done = static_cast<std::size_t>(std::max(0, stepOf(database, area.name)));
+    for (const SchemaStep& step : area.steps.first(std::min(done, area.steps.size()))) {
+        for (const std::string_view statement : step.statements) {
+            constexpr std::string_view create = "CREATE TABLE ";
+            if (!statement.starts_with(create))
+                continue;
+            const auto name
+                = std::string(statement.substr(create.size(), statement.find(' ', create.size()) - create.size()));
+            long long rows = 0;
+            try {
+                database.session() << "SELECT COUNT(*) FROM " << name, soci::into(rows);
+            } catch (const soci::soci_error&) {
+                missing.push_back(name);
+            }
+        }
+    }
+    return missing;
 }
 
 } // namespace zn::arkin

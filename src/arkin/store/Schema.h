@@ -3,6 +3,8 @@
 #include "arkin/store/Database.h"
 
 #include <span>
+#include <string>
+#include <vector>
 
 namespace zn::arkin {
 
@@ -21,6 +23,9 @@ struct SchemaArea {
 /// Brings the area's tables to its last step, in one transaction; safe when several processes do it at once.
 /// Raises `StatusError` E_ARK_DATABASE if the database was written by a newer program.
 void applySchema(Database& database, const SchemaArea& area);
+
+/// Tables that the area's steps have made, as far as the database has gone them, and that aren't there.
+std::vector<std::string> missingTables(Database& database, const SchemaArea& area);
 
 /// Tables of the vault: folders, files, versions, cards, references, rights.
 extern const SchemaArea vaultSchema;

@@ -1,4 +1,5 @@
 #include "arkin/store/Codes.h"
+#include "arkin/store/Identity.h"
 #include "arkin/store/Schema.h"
 #include "arkin/store/Vault.h"
 #include "base/Paths.h"
@@ -18,6 +19,7 @@ Store::Store(
     , m_clock(clock)
 {
     applySchema(m_database, vaultSchema);
+    requireSameIdentity(m_database, m_archive);
     m_archive.removeArrivals();
 }
 

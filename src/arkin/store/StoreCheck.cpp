@@ -1,4 +1,5 @@
 #include "arkin/store/StoreCheck.h"
+#include "arkin/store/Schema.h"
 #include "platform/Sqlite.h"
 
 #include <fmt/format.h>
@@ -42,6 +43,21 @@ const Rule rules[] = {
     {"The folder \"{0}\" (number {1}) lies in the folder number {2}, which doesn't exist.",
         "SELECT d.name, d.id, d.parent_id FROM folders d WHERE d.parent_id <> 0 "
         "AND NOT EXISTS (SELECT 1 FROM folders p WHERE p.id = d.parent_id AND p.vault_id = d.vault_id)"},
+    {"The folder \"{0}\" (number {1}) can't be reached from its vault's root folder.",
+        "WITH RECURSIVE reached (id) AS (SELECT d.id FROM folders d WHERE d.parent_id = 0 UNION "
+        "SELECT d.id FROM folders d JOIN reached r ON d.parent_id = r.id) "
+        "SELECT d.name, d.id, 0 FROM folders d WHERE d.id NOT IN (SELECT id FROM reached)"},
+    {"The folder \"{0}\" (number {1}) belongs to the vault number {2}, which doesn't exist.",
+        "SELECT d.name, d.id, d.vault_id FROM folders d "
+        "WHERE NOT EXISTS (SELECT 1 FROM vaults t WHERE t.id = d.vault_id)"},
+    {"The file \"{0}\" (number {1}) belongs to the vault number {2}, which doesn't exist.",
+        "SELECT f.name, f.id, f.vault_id FROM files f "
+        "WHERE NOT EXISTS (SELECT 1 FROM vaults t WHERE t.id = f.vault_id)"},
+    {"The next of the {0} would get a number up to {1}, which are taken; the count stands at {2}.",
+        "SELECT n.name, n.taken, COALESCE(s.next_id, 1) FROM ("
+        "SELECT 'vaults' AS name, MAX(id) AS taken FROM vaults UNION ALL SELECT 'folders', MAX(id) FROM folders "
+        "UNION ALL SELECT 'files', MAX(id) FROM files UNION ALL SELECT 'variables', MAX(id) FROM variables) n "
+        "LEFT JOIN next_ids s ON s.sequence = n.name WHERE n.taken >= COALESCE(s.next_id, 1)"},
     {"The vault \"{0}\" (number {1}) has {2} root folders instead of one.",
         "SELECT t.name, t.id, (SELECT COUNT(*) FROM folders d WHERE d.vault_id = t.id AND d.parent_id = 0) "
         "FROM vaults t WHERE 1 <> (SELECT COUNT(*) FROM folders d WHERE d.vault_id = t.id AND d.parent_id = 0)"},
@@ -90,6 +106,8 @@ public:
         {
             Transaction snapshot(m_store.database(), Transaction::Kind::Read);
             m_report.problems = zn::sqliteProblems(m_session);
+            if (!hasAllTables())
+                return std::move(m_report); // nothing else can be read
             for (const Rule& rule : rules)
                 apply(rule);
             checkNameKeys();
@@ -101,11 +119,20 @@ public:
             if (progress)
                 progress(static_cast<std::int64_t>(i) + 1, static_cast<std::int64_t>(holders.size()));
         }
-        removeLeftovers();
+        countLeftovers();
         return std::move(m_report);
     }
 
 private:
+    bool hasAllTables()
+    {
+        const auto missing = missingTables(m_store.database(), vaultSchema);
+        for (const std::string& table : missing)
+            m_report.problems.push_back(
+                "The database has no table " + table + ". Bring the database back from a backup.");
+        return missing.empty();
+    }
+
     void apply(const Rule& rule)
     {
         std::string name;
@@ -193,33 +220,15 @@ private:
         }
     }
 
-    void removeLeftovers()
+    void countLeftovers()
     {
-        // Read when the archive is locked: before that a batch may still bring versions in.
-        std::unordered_set<std::string> needed;
-        bool isRead = false;
-        const auto removed = m_store.archive().removeLeftovers([&](const std::string& hash) {
-            if (!isRead)
-                needed = neededHashes();
-            isRead = true;
-            return needed.contains(hash);
-        });
-        if (!removed)
+        const auto count = m_store.archive().countLeftovers(neededContents(m_store.database()));
+        if (!count)
             m_report.notes.push_back("Another program is adding files, so leftovers were not looked for.");
-        else if (*removed > 0)
-            m_report.notes.push_back(
-                std::to_string(*removed) + " leftover contents of interrupted work were removed from the archive.");
-    }
-
-    std::unordered_set<std::string> neededHashes()
-    {
-        std::unordered_set<std::string> hashes;
-        std::string hash;
-        soci::statement statement = (m_session.prepare << "SELECT DISTINCT content FROM versions", soci::into(hash));
-        statement.execute();
-        while (statement.fetch())
-            hashes.insert(hash);
-        return hashes;
+        else if (*count > 0)
+            m_report.notes.push_back(std::to_string(*count)
+                + " contents in the archive belong to no version, as interrupted work leaves them; "
+                  "'arkin vault clean' sets them aside.");
     }
 
     Store& m_store;
@@ -228,6 +237,23 @@ private:
 };
 
 } // namespace
+
+Archive::IsNeeded neededContents(Database& database)
+{
+    auto needed = std::make_shared<std::optional<std::unordered_set<std::string>>>();
+    return [needed, &database](const std::string& hash) {
+        if (!*needed) {
+            needed->emplace();
+            std::string content;
+            soci::statement statement
+                = (database.session().prepare << "SELECT DISTINCT content FROM versions", soci::into(content));
+            statement.execute();
+            while (statement.fetch())
+                (*needed)->insert(content);
+        }
+        return (*needed)->contains(hash);
+    };
+}
 
 CheckReport checkStore(Store& store, const std::function<void(std::int64_t done, std::int64_t total)>& progress)
 {

@@ -7,7 +7,7 @@ namespace zn::arkin {
 struct CheckReport {
     /// What is wrong, a sentence each. Empty when the store is sound.
     std::vector<std::string> problems;
-    /// What a person may want to know beyond that: leftovers that were removed.
+    /// What a person may want to know beyond that.
     std::vector<std::string> notes;
     std::int64_t files = 0;
     std::int64_t deletedFiles = 0;
@@ -18,8 +18,10 @@ struct CheckReport {
 };
 
 /// Verifies everything in the store: the database itself, every count and reference, and every content by its hash.
-/// Removes what interrupted batches have left in the archive. `progress` is called with the number of contents read
-/// and their total.
+/// Only reads. `progress` is called with the number of contents read and their total.
 CheckReport checkStore(Store& store, const std::function<void(std::int64_t done, std::int64_t total)>& progress = {});
+
+/// Says which contents versions need; they are read when the first one is asked for.
+Archive::IsNeeded neededContents(Database& database);
 
 } // namespace zn::arkin

@@ -131,10 +131,16 @@ const char* const thirdStep[] = {
     "ALTER TABLE check_outs ADD COLUMN run_id INTEGER NOT NULL DEFAULT 0",
 };
 
+const char* const fourthStep[] = {
+    // One row: what the archive's file `identity` says, too.
+    "CREATE TABLE store_identity (id CHAR(36) NOT NULL PRIMARY KEY)",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {secondStep},
     {thirdStep},
+    {fourthStep},
 };
 
 } // namespace

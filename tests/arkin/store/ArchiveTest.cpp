@@ -94,6 +94,7 @@ TEST(Archive, TellsDamageAndRepairsATruncatedContentWhenItComesAgain)
 TEST(Archive, LeftoversGoOnlyWhenNobodyWorks)
 {
     TemporaryFolder folder;
+    constexpr std::int64_t now = 1520258829; // 5 March 2018
     Archive archive(folder / "archive");
     writeFile(folder / "archive/incoming/123-456-1", "half a content");
     int started[2], done[2];
@@ -109,7 +110,8 @@ TEST(Archive, LeftoversGoOnlyWhenNobodyWorks)
     char byte = 0;
     ASSERT_EQ(read(started[0], &byte, 1), 1);
     const auto nothingIsNeeded = [](const std::string&) { return false; };
-    EXPECT_EQ(archive.removeLeftovers(nothingIsNeeded), std::nullopt);
+    EXPECT_EQ(archive.countLeftovers(nothingIsNeeded), std::nullopt);
+    EXPECT_FALSE(archive.setAside(nothingIsNeeded, INT64_MAX, now));
     archive.removeArrivals();
     EXPECT_TRUE(archive.holds(hashOfAbc));
     EXPECT_TRUE(std::filesystem::exists(folder / "archive/incoming/123-456-1"));
@@ -117,9 +119,20 @@ TEST(Archive, LeftoversGoOnlyWhenNobodyWorks)
     waitpid(child, nullptr, 0);
     archive.removeArrivals();
     EXPECT_FALSE(std::filesystem::exists(folder / "archive/incoming/123-456-1"));
-    EXPECT_EQ(archive.removeLeftovers([](const std::string&) { return true; }), 0);
-    EXPECT_EQ(archive.removeLeftovers(nothingIsNeeded), 1);
+    EXPECT_EQ(archive.countLeftovers([](const std::string&) { return true; }), 0);
+    EXPECT_EQ(archive.countLeftovers(nothingIsNeeded), 1);
+    EXPECT_EQ(archive.setAside(nothingIsNeeded, 0, now)->tooNew, 1);
+    EXPECT_TRUE(archive.holds(hashOfAbc));
+
+    const auto aside = archive.setAside(nothingIsNeeded, INT64_MAX, now);
+    EXPECT_EQ(std::pair(aside->moved, aside->bytes), std::pair(1, std::int64_t{3}));
     EXPECT_EQ(contentsOf(archive), "");
+    const std::string kept = "archive/removed/2018-03-05/" + std::string(hashOfAbc);
+    EXPECT_EQ(readFile(folder / kept), "abc");
+    constexpr std::int64_t day = 24 * 60 * 60;
+    EXPECT_EQ(archive.setAside(nothingIsNeeded, INT64_MAX, now + 30 * day)->deleted, 0);
+    EXPECT_EQ(archive.setAside(nothingIsNeeded, INT64_MAX, now + 31 * day)->deleted, 1);
+    EXPECT_FALSE(std::filesystem::exists(folder / kept));
 }
 
 } // namespace

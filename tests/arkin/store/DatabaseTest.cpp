@@ -99,6 +99,8 @@ TEST(Database, SchemaGrowsStepByStepAndRefusesANewerOne)
             "The database was written by a newer version of this program (counters tables, step 2). Use that "
             "version.");
     }
+    database.session() << "UPDATE schema_steps SET step = -1";
+    EXPECT_THROW(applySchema(database, {"counters", counterSteps}), zn::StatusError);
 }
 
 TEST(Database, SaysWhyItCannotBeOpened)

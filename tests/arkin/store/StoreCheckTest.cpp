@@ -1,9 +1,10 @@
-#include "arkin/store/StoreCheck.h"
+#include "arkin/store/StoreClean.h"
 
 #include "arkin/store/DeleteFile.h"
 #include "platform/Sqlite.h"
 #include "tests/arkin/VaultFixture.h"
 
+#include <gmock/gmock.h>
 #include <soci/soci.h>
 
 namespace zn::arkin {
@@ -40,7 +41,7 @@ protected:
     TestVault test{folder.path()};
 };
 
-TEST_F(StoreCheckTest, CountsASoundStoreAndRemovesLeftovers)
+TEST_F(StoreCheckTest, CountsASoundStoreAndChangesNothing)
 {
     {
         ArchiveBatch batch(test.store.archive());
@@ -55,14 +56,67 @@ TEST_F(StoreCheckTest, CountsASoundStoreAndRemovesLeftovers)
     });
     EXPECT_EQ(report.problems, std::vector<std::string>());
     EXPECT_EQ(report.notes,
-        std::vector<std::string>{"1 leftover contents of interrupted work were removed from the archive."});
+        std::vector<std::string>{"1 contents in the archive belong to no version, as interrupted work leaves them; "
+                                 "'arkin vault clean' sets them aside."});
     EXPECT_EQ(progress, "1/5 2/5 3/5 4/5 5/5 ");
     EXPECT_EQ(report.files, 3);
     EXPECT_EQ(report.deletedFiles, 1);
     EXPECT_EQ(report.versions, 5);
     EXPECT_EQ(report.bytes, 11);
     EXPECT_EQ(report.checkedOut, 1);
-    EXPECT_TRUE(checkStore(test.store).notes.empty());
+    EXPECT_EQ(checkStore(test.store).notes, report.notes);
+}
+
+TEST_F(StoreCheckTest, ACleanSetsAsideWhatIsOlderThanTheNewestVersionOfASoundStore)
+{
+    {
+        ArchiveBatch batch(test.store.archive());
+        writeFile(folder / "orphan", "no version holds me");
+        LocalFile orphan(folder / "orphan");
+        batch.put(orphan);
+        batch.publish();
+    }
+    EXPECT_EQ(cleanStore(test.store).done->tooNew, 1); // the vault's clock is far behind that of the disk
+    soci::session& session = test.store.database().session();
+    session << "UPDATE versions SET made_at = 4000000000";
+    session << "UPDATE files SET latest_version = 7 WHERE id = 1";
+    EXPECT_FALSE(cleanStore(test.store).done);
+    session << "UPDATE files SET latest_version = 2 WHERE id = 1";
+    EXPECT_EQ(cleanStore(test.store).done->moved, 1);
+    EXPECT_EQ(checkStore(test.store).notes, std::vector<std::string>());
+    EXPECT_EQ(checkStore(test.store).problems, std::vector<std::string>());
+}
+
+TEST_F(StoreCheckTest, OpensOnlyADatabaseAndAnArchiveThatBelongTogether)
+{
+    const auto opened = [&](const std::filesystem::path& database, const std::filesystem::path& archive) {
+        zn::SqliteRegistry registry(folder / "registry");
+        zn::LinuxFileSystem files(registry);
+        try {
+            Store(zn::sqliteConnection(database), archive, files, test.clock);
+            return std::string();
+        } catch (const zn::StatusError& error) {
+            return std::string(error.what());
+        }
+    };
+    const auto archive = folder / "archive", database = folder / "vault.db", copy = folder / "copy.db";
+    EXPECT_EQ(opened(database, archive), "");
+    // A database that is missing, one of another vault, and an archive that is missing.
+    TemporaryFolder elsewhere;
+    TestVault other{elsewhere.path()};
+    other.addReleased("foreign", "foreign");
+    EXPECT_THAT(opened(folder / "new.db", archive), ::testing::StartsWith("The database is new or not the one of"));
+    EXPECT_THAT(opened(elsewhere / "vault.db", archive), ::testing::HasSubstr("belong to different vaults"));
+    EXPECT_THAT(opened(database, folder / "gone"), ::testing::StartsWith("The archive is missing"));
+    EXPECT_EQ(checkStore(test.store).problems, std::vector<std::string>());
+
+    // Both from before there were identities.
+    test.store.database().session() << "VACUUM INTO '" << copy.string() << "'";
+    Database(zn::sqliteConnection(copy)).session() << "DELETE FROM store_identity";
+    std::filesystem::remove(archive / "identity");
+    EXPECT_EQ(opened(copy, archive), "");
+    EXPECT_EQ(readFile(archive / "identity").size(), 37u);
+    EXPECT_THAT(opened(database, archive), ::testing::HasSubstr("belong to different vaults"));
 }
 
 TEST_F(StoreCheckTest, ListsOldNamesThatTasksCannotWorkWith)
@@ -99,6 +153,13 @@ TEST_F(StoreCheckTest, SaysInWordsWhatIsWrong)
             "The file \"one\" (number 1) is deleted, but the folder number 1 shows it."},
         {"UPDATE folders SET parent_id = 77 WHERE id = 2",
             "The folder \"sub\" (number 2) lies in the folder number 77, which doesn't exist."},
+        {"UPDATE folders SET parent_id = 2 WHERE id = 2",
+            "The folder \"sub\" (number 2) can't be reached from its vault's root folder."},
+        {"DELETE FROM vaults", "The folder \"sub\" (number 2) belongs to the vault number 1, which doesn't exist."},
+        {"DELETE FROM vaults", "The file \"one\" (number 1) belongs to the vault number 1, which doesn't exist."},
+        {"UPDATE next_ids SET next_id = 2 WHERE sequence = 'files'",
+            "The next of the files would get a number up to 4, which are taken; the count stands at 2."},
+        {"DROP TABLE permissions", "The database has no table permissions. Bring the database back from a backup."},
         {"UPDATE check_outs SET base_version = 4",
             "anna has the file number 4 checked out in version 4, which isn't its latest."},
         {"UPDATE check_outs SET card_open = 0",
