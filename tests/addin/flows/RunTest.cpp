@@ -5,6 +5,7 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestPlatform.h"
 
+#include <algorithm>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -90,6 +91,17 @@ protected:
 };
 
 } // namespace
+
+TEST_F(Run, AWornOutApplicationIsReplacedBetweenFiles)
+{
+    installCad([](const std::string&) { return true; });
+    for (std::int32_t file = 1; file <= 101; ++file)
+        select(file, std::to_string(file) + ".zenprt");
+    EXPECT_EQ(run(3), S_OK);
+    const auto& calls = running.application->calls;
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "RunMacro2"), 101);
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "ExitApp"), 2); // after a hundred macros, and at the end
+}
 
 TEST_F(Run, ScriptTaskGoesThroughItsFilesInOrderAndReports)
 {
