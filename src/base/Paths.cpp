@@ -15,7 +15,7 @@ std::size_t lastComponent(TextView path)
 /// Length of "C:\", "C:" or "\\server\share\" at the beginning.
 std::size_t rootLength(TextView path)
 {
-    if (path.size() >= 2 && path[1] == u':')
+    if (startsWithDrive(path))
         return path.size() > 2 && isSeparator(path[2]) ? 3 : 2;
     if (path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1])) {
         const std::size_t server = path.find_first_of(u"\\/", 2);
@@ -76,6 +76,12 @@ Text pathAppend(TextView path, TextView more)
 }
 
 bool isAbsolutePath(TextView path) { return rootLength(path) >= 2; }
+
+bool startsWithDrive(TextView path)
+{
+    const auto isLetter = [](char16_t c) { return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'); };
+    return path.size() >= 2 && path[1] == u':' && isLetter(path[0]);
+}
 
 Text canonicalPath(TextView path)
 {

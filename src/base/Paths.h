@@ -22,6 +22,8 @@ Text pathWithExtension(TextView path, TextView extension);
 /// an empty second part changes nothing.
 Text pathAppend(TextView path, TextView more);
 bool isAbsolutePath(TextView path);
+/// Whether a path begins with a drive: a letter and a colon. Any other colon belongs to a name ("1:2 scale.pdf").
+bool startsWithDrive(TextView path);
 /// Resolves "." and ".." parts and doubled separators, and turns "/" into "\". A path that would climb above its root
 /// stays at it.
 Text canonicalPath(TextView path);

@@ -91,6 +91,7 @@ TEST(Paths, PartsOfABackslashPath)
     EXPECT_EQ(pathAppend(u"C:\\V\\", u"\\Logs"), u"C:\\V\\Logs");
     EXPECT_EQ(pathAppend(u"C:\\V", u"D:\\Logs"), u"D:\\Logs");
     EXPECT_EQ(pathAppend(u"C:\\V", u""), u"C:\\V");
+    EXPECT_EQ(pathAppend(u"C:\\V", u"1:2 scale.pdf"), u"C:\\V\\1:2 scale.pdf"); // no drive
     EXPECT_EQ(canonicalPath(u"C:\\V\\.\\x\\..\\\\a/b.stl"), u"C:\\V\\a\\b.stl");
     EXPECT_EQ(canonicalPath(u"C:\\..\\a"), u"C:\\a");
     EXPECT_TRUE(isInFolder(u"C:\\V\\a", u"c:\\v\\"));

@@ -192,17 +192,16 @@ void SettingsLight::createSettingsKey()
     try {
         m_registry.createKey(machine, settingsKey);
     } catch (const StatusError&) {
-        return;
+        // Who reads the settings finds none, which is as good.
     }
 }
 
-/// The setting is remembered where that is allowed; the language holds for this time in any case.
 void SettingsLight::write(RegistryRoot root, TextView key, TextView name, const Text& value)
 {
     try {
         m_registry.write(root, key, name, RegistryValue::text(value));
     } catch (const StatusError&) {
-        return;
+        // It is remembered where that is allowed; the language holds for this time in any case.
     }
 }
 

@@ -1,6 +1,8 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
 
+#include "base/Paths.h"
+
 #include <fmt/format.h>
 
 namespace zn::arkin {
@@ -12,8 +14,7 @@ const char* shownKind(zn::PrinterKind kind) { return kind == zn::PrinterKind::Co
 /// The machine's path, where jobs go into a folder.
 std::string shownTarget(Session& session, const zn::Printer& printer)
 {
-    const bool drivePath = printer.target.size() > 1 && printer.target[1] == u':';
-    return drivePath ? session.shown(printer.target) : zn::toUtf8(printer.target);
+    return zn::startsWithDrive(printer.target) ? session.shown(printer.target) : zn::toUtf8(printer.target);
 }
 
 class PrinterList : public Command {

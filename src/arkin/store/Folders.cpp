@@ -40,6 +40,10 @@ void requireGoodNewName(TextView name)
                 + "\" has a character that tasks can't work with (\", <, > or a control "
                   "character). Rename it, for example to \""
                 + zn::toUtf8(safeName(name)) + "\".");
+    if (zn::startsWithDrive(name))
+        throw zn::StatusError(E_ARK_BAD_NAME,
+            "The name \"" + zn::toUtf8(name) + "\" begins as the path of a drive does. Rename it, for example to \""
+                + zn::toUtf8(safeName(name)) + "\".");
     requireGoodName(name);
 }
 
@@ -47,6 +51,8 @@ Text safeName(TextView name)
 {
     Text safe(name);
     std::replace_if(safe.begin(), safe.end(), isUnsafe, u'_');
+    if (zn::startsWithDrive(safe))
+        safe[1] = u'_';
     return safe;
 }
 

@@ -63,9 +63,10 @@ void requireGoodName(zn::TextView name);
 /// Whether the name has a character that a macro's text can't carry or that other machines' disks don't take: a double
 /// quote, an angle bracket or a control character. Files that have long been in a vault may have one.
 bool hasUnsafeCharacter(zn::TextView name);
-/// As `requireGoodName`, for names that are new to the vault: an unsafe character is refused, too.
+/// As `requireGoodName`, for names that are new to the vault: an unsafe character is refused, too, and the beginning
+/// of a drive's path.
 void requireGoodNewName(zn::TextView name);
-/// The name with "_" for each unsafe character.
+/// The name with "_" for each unsafe character, and for the colon of a drive.
 zn::Text safeName(zn::TextView name);
 /// The parts of a path below the root; empty ones are passed over.
 std::vector<zn::Text> pathParts(zn::TextView relativePath);

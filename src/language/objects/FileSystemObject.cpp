@@ -201,7 +201,7 @@ constexpr MemberEntry members[] = {
     {u"GetDriveName",
         [](const Request& r) {
             const Text path = r.path();
-            return Value(path.size() > 1 && path[1] == u':' ? path.substr(0, 2) : Text());
+            return Value(startsWithDrive(path) ? path.substr(0, 2) : Text());
         }},
     {u"GetFile", [](const Request& r) { return Value(fileObject(r.files, r.path())); }},
     {u"GetFolder", [](const Request& r) { return Value(folderObject(r.files, r.path())); }},

@@ -88,12 +88,6 @@ std::optional<std::string> readWhole(int file)
     return bytes;
 }
 
-bool isDrive(TextView path)
-{
-    const auto isLetter = [](char16_t c) { return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'); };
-    return path.size() >= 2 && path[1] == u':' && isLetter(path[0]);
-}
-
 /// "\a\b" as "a/b", the form in which names are looked up.
 std::string machineNames(TextView names)
 {
@@ -125,7 +119,7 @@ std::filesystem::path LinuxFileSystem::toMachine(TextView path)
         throw StatusError(E_INVALIDARG, "A path is empty.");
     if (path.find(u'\0') != TextView::npos)
         throw StatusError(E_INVALIDARG, "A path holds a zero character.");
-    if (isDrive(path))
+    if (startsWithDrive(path))
         return findIgnoringCase(driveRoot(path[0]), machineNames(TextView(canonicalPath(path)).substr(2)));
     if (path.starts_with(u"\\\\") || path.starts_with(u"//"))
         throw StatusError(

@@ -16,8 +16,7 @@ enum SystemError : std::int32_t { Done = 0, PathNotFound = 3, BadPathName = 161,
 bool isRelative(TextView path)
 {
     const bool rooted = !path.empty() && (path[0] == u'\\' || path[0] == u'/');
-    const bool drive = path.size() > 1 && path[1] == u':';
-    return !rooted && !drive;
+    return !rooted && !zn::startsWithDrive(path);
 }
 
 /// Makes a folder with its parents. 0 only if this call has made it.
