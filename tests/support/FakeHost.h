@@ -7,7 +7,9 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <type_traits>
 #include <unordered_map>
+#include <utility>
 
 namespace zn::test {
 
@@ -64,5 +66,24 @@ public:
 private:
     std::unordered_map<Text, std::int32_t> m_idsByPath; ///< by folded path
 };
+
+/// What the objects of a fake vault are built on.
+template <class... Interfaces> class OfHost : public Interfaces... {
+public:
+    explicit OfHost(FakeHost& host)
+        : m_host(host)
+    {
+    }
+
+protected:
+    FakeHost& m_host;
+};
+
+/// Gives a caller what he asked for.
+template <class Target> Status give(Target& target, std::type_identity_t<Target> value)
+{
+    target = std::move(value);
+    return S_OK;
+}
 
 } // namespace zn::test

@@ -133,12 +133,14 @@ TEST_F(RealVault, KeepsTheLogAsAFileOfItsOwn)
 {
     const Text log = real.path("Logs/Nightly/run.log");
     logic.Initialize(vault, TaskKind::Conversion, false);
+    logic.PrepareLogFile(u"");
     logic.PrepareLogFile(log);
     zn::arkin::test::writeFile(real.local("Logs/Nightly/run.log"), "one");
     logic.CommitLogFile(log);
     EXPECT_EQ(describe("Logs/Nightly/run.log"), "v1, none, none");
 
-    logic.PrepareLogFile(log);
+    logic.PrepareLogFile(real.path("Logs/Nightly") + u"\\.\\run.log");
+    logic.PrepareLogFile(log); // by this run already
     EXPECT_EQ(describe("Logs/Nightly/run.log"), "v1, none, none (out)");
     EXPECT_TRUE(ports.files.appendBytes(log, " two"));
     logic.CommitLogFile(log);

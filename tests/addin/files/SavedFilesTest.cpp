@@ -94,35 +94,4 @@ TEST_F(SavedFiles, DeleteTheVaultsFileToReplaceIt)
     EXPECT_EQ(platform.pipe.messages.size(), 5U);
 }
 
-TEST_F(SavedFiles, PrintoutsAreNotedEachTime)
-{
-    begin(TaskKind::Printing);
-    logic.NotePrintedItem(u"Laser", u"Sheet1");
-    logic.NotePrintedItem(u"Laser", u"Sheet1");
-    ASSERT_EQ(logic.records().size(), 2U);
-    const OutputRecord& record = logic.records()[1];
-    EXPECT_TRUE(record.printEntry);
-    EXPECT_EQ(record.extra, u"Laser");
-    EXPECT_EQ(record.configuration, u"Sheet1");
-    EXPECT_EQ(record.source, &source);
-}
-
-TEST_F(SavedFiles, CheckOutTheLogOfAFormerRun)
-{
-    const Text log = vaultPath("logs\\run.log");
-    begin(TaskKind::General);
-    logic.PrepareLogFile(u"");
-    logic.PrepareLogFile(log);
-    EXPECT_TRUE(host.calls.empty());
-    host.addFile(40, 6, log);
-    logic.PrepareLogFile(vaultPath("logs\\.\\run.log"));
-    logic.PrepareLogFile(log);
-    EXPECT_EQ(takeCalls(), Lines{"CheckOut 40 6"});
-    // At the end it gets a new version.
-    write(log);
-    logic.CommitLogFile(log);
-    EXPECT_EQ(takeCalls(),
-        (Lines{"CreateUtility 6", "SetComment ZENTREL Task Add-in", "UnlockSelection 40/6", "UnlockTree 1", "Unlock"}));
-}
-
 } // namespace zn

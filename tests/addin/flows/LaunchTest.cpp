@@ -1,7 +1,5 @@
 #include "tests/addin/flows/FlowFixture.h"
 
-#include <QAbstractItemView>
-#include <QDialog>
 #include <QTabWidget>
 
 namespace zn::test {

@@ -1,6 +1,7 @@
 #include "addin/macro/MacroBuilder.h"
 #include "addin/macro/DelimiterScan.h"
 #include "platform/Registry.h"
+#include "tests/support/Failures.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestPlatform.h"
 
@@ -101,12 +102,7 @@ TEST_F(MacroBuilderTest, AsksForTheRevisionOnlyWhereAnOutputPathNeedsIt)
     EXPECT_EQ(host.calls, std::vector<std::string>{"GetVersionInfo 7 4 3"});
 
     host.failures["GetVersionInfo"] = E_ARK_PERMISSION_DENIED;
-    try {
-        build(u"");
-        FAIL();
-    } catch (const StatusError& error) {
-        EXPECT_EQ(error.status(), E_ARK_PERMISSION_DENIED);
-    }
+    test::expectStatus(E_ARK_PERMISSION_DENIED, [&] { build(u""); });
 }
 
 TEST_F(MacroBuilderTest, ShowsTodayInTheVaultsStyleWithoutSlashes)
@@ -146,12 +142,7 @@ TEST_F(MacroBuilderTest, EndsWhenValuesBringThemselvesInAgain)
     for (const auto& each : values) {
         host.taskVariables.clear();
         host.taskVariables.insert(each.begin(), each.end());
-        try {
-            build(text);
-            ADD_FAILURE() << toUtf8(each.at(u"A").toText());
-        } catch (const StatusError& error) {
-            EXPECT_THAT(error.what(), ::testing::HasSubstr("contains itself"));
-        }
+        EXPECT_THAT(test::sentenceOf([&] { build(text); }), ::testing::HasSubstr("contains itself"));
     }
     // A pattern in brackets is no such value, although what it brings in at the second place is a name without a value.
     host.taskVariables = {{u"A", u"[A-Z]*"}};

@@ -56,38 +56,30 @@ std::set<Text> namesInBrackets(const Text& macro)
 
 /// A name that no page writes would leave a hole in the macro; a setting that no macro reads would be one without
 /// effect.
-TEST(DefaultMacro, UsesThePrintSettingsAndNoUnknownName)
+TEST(DefaultMacro, UsesEverySettingOfItsPagesAndNoUnknownName)
 {
-    const auto used = namesInBrackets(defaultMacro(TaskKind::Printing));
-    for (const Text& name : used)
-        EXPECT_NE(findTaskVariable(name), nullptr) << toUtf8(name);
-    // What the launch asks for and what it takes from a list; the macro gets the answers.
-    const std::set<TextView> ofTheLaunch
-        = {u"__printer_prnamelist", u"__printer_usersizechange", u"__printer_userorientchange",
-            u"__printer_showprintdlg", u"__printer_autoselectrefstype", u"__printer_refversiontype"};
-    for (const TaskVariable& variable : taskVariables()) {
-        if (variable.owner == VariableOwner::PrintPages) {
-            EXPECT_EQ(used.contains(Text(variable.name)), !ofTheLaunch.contains(variable.name))
-                << toUtf8(variable.name);
-        }
-    }
-}
-
-/// A name that no page writes would leave a hole in every conversion's macro; an option that no macro reads would be a
-/// setting without effect.
-TEST(DefaultMacro, UsesEveryFormatOptionAndNoUnknownName)
-{
-    const Text macro = defaultMacro(TaskKind::Conversion);
-    const auto used = namesInBrackets(macro);
-    for (const Text& name : used)
-        EXPECT_NE(findTaskVariable(name), nullptr) << toUtf8(name);
-    for (const TaskVariable& variable : taskVariables()) {
+    const struct {
+        TaskKind kind;
+        VariableOwner owner;
+        std::set<TextView> unused;
+    } macros[] = {
+        // What the launch asks for and what it takes from a list; the macro gets the answers.
+        {TaskKind::Printing, VariableOwner::PrintPages,
+            {u"__printer_prnamelist", u"__printer_usersizechange", u"__printer_userorientchange",
+                u"__printer_showprintdlg", u"__printer_autoselectrefstype", u"__printer_refversiontype"}},
         // The eight single settings of a flat pattern reach the macro as one number.
-        const bool inNumber = variable.name.starts_with(u"SheetMetal") && variable.name != u"SheetMetalOptions"
-            && variable.name != u"SheetMetalExportAs";
-        if (variable.owner == VariableOwner::FormatOptions) {
-            EXPECT_EQ(used.contains(Text(variable.name)), !inNumber) << toUtf8(variable.name);
-        }
+        {TaskKind::Conversion, VariableOwner::FormatOptions,
+            {u"SheetMetalGeometry", u"SheetMetalHiddenEdges", u"SheetMetalBendLines", u"SheetMetalSketches",
+                u"SheetMetalLibraryFeatures", u"SheetMetalFormingTools", u"SheetMetalBoundingBox",
+                u"SheetMetalMergeCoplanar"}},
+    };
+    for (const auto& [kind, owner, unused] : macros) {
+        const auto used = namesInBrackets(defaultMacro(kind));
+        for (const Text& name : used)
+            EXPECT_NE(findTaskVariable(name), nullptr) << toUtf8(name);
+        for (const TaskVariable& variable : taskVariables())
+            EXPECT_TRUE(variable.owner != owner || used.contains(Text(variable.name)) != unused.contains(variable.name))
+                << toUtf8(variable.name);
     }
 }
 

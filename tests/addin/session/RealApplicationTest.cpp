@@ -88,12 +88,8 @@ TEST_F(RealApplication, RunsMacrosTellsTheirSavesAndLeaves)
     EXPECT_TRUE(std::filesystem::exists(folder / "Large.stl"));
     manager.AfterMacro();
 
-    try {
-        manager.RunMacro(u"Sub other()\r\nEnd Sub\r\n");
-        ADD_FAILURE();
-    } catch (const StatusError&) {
-        EXPECT_EQ(manager.GetLastError(), u"Failed to run Zentrel macro. Reason: Invalid procedure name.");
-    }
+    EXPECT_THROW(manager.RunMacro(u"Sub other()\r\nEnd Sub\r\n"), StatusError);
+    EXPECT_EQ(manager.GetLastError(), u"Failed to run Zentrel macro. Reason: Invalid procedure name.");
     EXPECT_EQ(manager.Stop(true, S_OK), S_OK) << toUtf8(manager.GetLastError());
     EXPECT_EQ(ports.processes().exitCode(process), 0U) << "the process has left by itself";
 }

@@ -6,11 +6,14 @@
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/SqliteRegistry.h"
 #include "platform/Sqlite.h"
+#include "tests/support/Failures.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 namespace zn::arkin::test {
+
+using zn::test::sentenceOf;
 
 /// The least vault that a run asks for: its name, its root and no texts.
 class BareVault : public zn::IArkVault {
@@ -73,16 +76,6 @@ protected:
     static zn::ArkSelection oneFile() { return {{41, 9, u"Z:\\Vault\\a.step", u"Red", zn::ArkItemType::File, 3}}; }
     /// Waits for another process to bring the run to the state.
     void awaitState(std::int32_t runId, zn::TaskRunState state);
-    /// The sentence that the call raises; empty if it raises none.
-    template <class Call> static std::string sentenceOf(Call call)
-    {
-        try {
-            call();
-        } catch (const zn::StatusError& error) {
-            return error.what();
-        }
-        return {};
-    }
 
     zn::test::TemporaryFolder folder;
     std::string connection = zn::sqliteConnection(folder / "vault.sqlite");

@@ -5,6 +5,8 @@
 #include "arkin/tasks/TaskProperties.h"
 #include "arkin/vault/VaultObject.h"
 #include "tests/arkin/VaultFixture.h"
+#include "tests/support/Failures.h"
+#include "tests/support/pages/Browser.h"
 #include "tests/support/pages/Person.h"
 #include "tests/support/TestPlatform.h"
 
@@ -25,6 +27,7 @@ protected:
     {
         ports.registry.write(RegistryRoot::Machine, productKey, u"Location",
             RegistryValue::text(platform.machine.files().fromMachine(ZN_BIN_DIR)));
+        vault->setDesktop(&browser);
         window.resize(760, 560);
         window.show();
     }
@@ -39,6 +42,13 @@ protected:
         tasks.create(definition);
         reopenTask();
     }
+    void store(std::initializer_list<std::pair<const char16_t*, Value>> values)
+    {
+        for (const auto& [name, value] : values)
+            ASSERT_EQ(task->SetValue(name, value), S_OK);
+    }
+    /// A printer of this machine that prints into a folder.
+    void addPrinter(const Text& name) { platform.addPrinter(name, platform.path("prints")); }
     /// As the next administrator gets it, from the database.
     void reopenTask()
     {
@@ -67,6 +77,7 @@ protected:
     zn::arkin::TaskStore tasks;
     std::shared_ptr<zn::arkin::TaskProperties> task;
     QWidget window;
+    Browser browser;
 
 private:
     /// What the pages wrote reaches the database, as when the host accepts.

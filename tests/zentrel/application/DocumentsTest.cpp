@@ -1,15 +1,13 @@
 #include "tests/zentrel/application/Workshop.h"
 
 #include "contracts/objectmodel/Enumerations.h"
-
-#include <gmock/gmock.h>
+#include "tests/support/Failures.h"
 
 namespace zn::zentrel::test {
 
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 TEST(Documents, AreListedAnnouncedFoundByNameAndClosed)
 {
@@ -161,13 +159,9 @@ TEST(Members, AreCalledByPlaceOrNameAndRefuseInWords)
             "'ShowConfiguration' takes no argument named 'Sheet' here."},
     };
     for (auto [call, status, sentence] : cases) {
-        try {
-            part->invoke(call);
-            ADD_FAILURE() << sentence;
-        } catch (const StatusError& error) {
-            EXPECT_EQ(error.status(), status);
-            EXPECT_STREQ(error.what(), sentence);
-        }
+        const auto raised = zn::test::raisedBy([&] { part->invoke(call); });
+        EXPECT_EQ(raised.status, status);
+        EXPECT_EQ(raised.sentence, sentence);
     }
     EXPECT_THROW(shop.application->call(u"SetUserPreferenceToggle", {9999, true}), StatusError);
 }

@@ -3,14 +3,11 @@
 #include "zentrel/application/MacroHost.h"
 #include "zentrel/application/MacroRunner.h"
 
-#include <gmock/gmock.h>
-
 namespace zn::zentrel::test {
 
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using zn::language::Reason;
 
 MacroOutcome run(Workshop& shop, const std::string& text)

@@ -4,14 +4,11 @@
 #include "zentrel/formats/Read.h"
 #include "zentrel/model/Container.h"
 
-#include <gmock/gmock.h>
-
 namespace zn::zentrel::test {
 
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 struct Saved {
     bool success = false;

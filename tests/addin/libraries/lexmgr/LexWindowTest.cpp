@@ -205,11 +205,9 @@ TEST_F(LexWindowTest, SaysThatHelpIsMissingWhereNoClientDoes)
 }
 
 /// The test program's screen has 144 dots per inch.
-TEST(DpiHelperTest, ScalesPicturesWithTheScreenAndIconsInSteps)
+TEST_F(LexFixture, ScalesPicturesWithTheScreenAndIconsInSteps)
 {
-    void* module = dlopen(ZN_BIN_DIR "/LexMgr.dll", RTLD_NOW);
-    ASSERT_NE(module, nullptr);
-    std::unique_ptr<Library> library(reinterpret_cast<LibraryEntry>(dlsym(module, libraryEntry))({}));
+    const auto library = open();
     EXPECT_EQ(library->dpi().scaleX(480), 720);
     EXPECT_EQ(library->dpi().getDesiredBitmapImageSize(e_arkImageUseType::Picture, 21), 32);
     EXPECT_EQ(library->dpi().getDesiredBitmapImageSize(e_arkImageUseType::Icon, 16), 24);

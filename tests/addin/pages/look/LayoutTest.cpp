@@ -88,11 +88,7 @@ TEST_P(LayoutTest, TakesItsColoursFromThePalette)
     QApplication::setPalette(before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Windows, LayoutTest, ::testing::ValuesIn(allWindows()), [](const auto& window) {
-    std::string name = window.param.name;
-    std::erase_if(name, [](char letter) { return !std::isalnum(static_cast<unsigned char>(letter)); });
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(Windows, LayoutTest, ::testing::ValuesIn(allWindows()), testName);
 
 } // namespace
 } // namespace zn::test
