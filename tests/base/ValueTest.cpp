@@ -59,12 +59,8 @@ TEST(Dates, BreakDownAndBuildAgree)
 {
     CalendarTime time;
     ASSERT_TRUE(breakDown(43164.588298611111, time));
-    EXPECT_EQ(time.year, 2018);
-    EXPECT_EQ(time.month, 3);
-    EXPECT_EQ(time.day, 5);
-    EXPECT_EQ(time.hour, 14);
-    EXPECT_EQ(time.minute, 7);
-    EXPECT_EQ(time.second, 9);
+    EXPECT_EQ(std::tuple(time.year, time.month, time.day), std::tuple(2018, 3, 5));
+    EXPECT_EQ(std::tuple(time.hour, time.minute, time.second), std::tuple(14, 7, 9));
     EXPECT_DOUBLE_EQ(dayCount({2018, 3, 5, 0, 0, 0}), 43164.0);
     EXPECT_DOUBLE_EQ(dayCount({1899, 12, 30, 0, 0, 0}), 0.0);
     ASSERT_TRUE(breakDown(-1.25, time)); // six in the morning of the day before the epoch

@@ -39,6 +39,9 @@ public:
         return found;
     }
     Text temporaryFolder() override { return u"C:\\temp"; }
+
+    /// Where a path of the drive is on this machine.
+    std::filesystem::path machinePath(const Text& path) { return drive.toMachine(path); }
 };
 
 } // namespace zn::test

@@ -121,32 +121,11 @@ public:
     }
     Status GetId(std::int32_t& id) override { return give(id, m_host.folders.at(m_path)); }
     Status GetLocalPath(Text& path) override { return give(path, m_path); }
-    Status GetFirstFilePosition(std::shared_ptr<IArkPosition>& position) override
-    {
-        m_files.clear();
-        for (const auto& [id, file] : m_host.files) {
-            if (pathFolder(file.path) == m_path)
-                m_files.push_back(id);
-        }
-        return give(position, std::make_shared<Position>(m_files.size()));
-    }
-    Status GetNextFile(IArkPosition& position, std::shared_ptr<IArkFile>& file) override
-    {
-        return give(file, std::make_shared<File>(m_host, m_files.at(take(position))));
-    }
-    Status GetFirstSubFolderPosition(std::shared_ptr<IArkPosition>& position) override
-    {
-        m_folders.clear();
-        for (const auto& [path, id] : m_host.folders) {
-            if (path != m_path && pathFolder(path) == m_path)
-                m_folders.push_back(path);
-        }
-        return give(position, std::make_shared<Position>(m_folders.size()));
-    }
-    Status GetNextSubFolder(IArkPosition& position, std::shared_ptr<IArkFolder>& folder) override
-    {
-        return give(folder, std::make_shared<Folder>(m_host, m_folders.at(take(position))));
-    }
+    // Nobody walks through these folders; that is done in the real vault.
+    Status GetFirstFilePosition(std::shared_ptr<IArkPosition>&) override { return E_NOTIMPL; }
+    Status GetNextFile(IArkPosition&, std::shared_ptr<IArkFile>&) override { return E_NOTIMPL; }
+    Status GetFirstSubFolderPosition(std::shared_ptr<IArkPosition>&) override { return E_NOTIMPL; }
+    Status GetNextSubFolder(IArkPosition&, std::shared_ptr<IArkFolder>&) override { return E_NOTIMPL; }
     Status DeleteFile(std::int32_t, std::int32_t fileId, std::int32_t flags) override
     {
         const Status status = m_host.answer("DeleteFile", toUtf8(formatText("%d %d", fileId, flags)));
@@ -161,8 +140,6 @@ public:
 
 private:
     Text m_path;
-    std::vector<std::int32_t> m_files;
-    std::vector<Text> m_folders;
 };
 
 class Variable : public IArkVariable {
@@ -188,9 +165,8 @@ public:
     Status GetName(Text& name) override { return give(name, m_host.vaultName); }
     Status GetFileFromPath(TextView path, std::shared_ptr<IArkFolder>* folder, std::shared_ptr<IArkFile>& file) override
     {
-        if (const auto failure = m_host.failures.find("GetFileFromPath " + toUtf8(path));
-            failure != m_host.failures.end())
-            return failure->second;
+        if (const Status failure = m_host.failureOf("GetFileFromPath " + toUtf8(path)))
+            return failure;
         const FakeFile* found = m_host.find(path);
         if (!found)
             return S_FALSE;
@@ -216,7 +192,8 @@ public:
     Status GetErrorText(Status code, Text& name, Text& description) override
     {
         name = formatText("E_%08X", static_cast<std::uint32_t>(code));
-        return give(description, u"What it means.");
+        description = u"What it means.";
+        return m_host.failureOf("GetErrorText");
     }
     Status GetFirstVariablePosition(std::shared_ptr<IArkPosition>& position) override
     {
@@ -266,16 +243,16 @@ public:
     }
     Status GetValue(TextView name, Value& value) override
     {
-        if (const auto failure = m_host.failures.find("GetValue " + toUtf8(name)); failure != m_host.failures.end())
-            return failure->second;
+        if (const Status failure = m_host.failureOf("GetValue " + toUtf8(name)))
+            return failure;
         const auto entry = m_host.taskVariables.find(Text(name));
         value = entry == m_host.taskVariables.end() ? Value() : entry->second;
         return entry == m_host.taskVariables.end() ? S_FALSE : S_OK;
     }
     Status SetValue(TextView name, const Value& value) override
     {
-        if (const auto failure = m_host.failures.find("SetValue " + toUtf8(name)); failure != m_host.failures.end())
-            return failure->second;
+        if (const Status failure = m_host.failureOf("SetValue " + toUtf8(name)))
+            return failure;
         m_host.taskVariables[Text(name)] = value;
         return S_OK;
     }
@@ -344,11 +321,14 @@ Status FakeHost::answer(const std::string& name, const std::string& arguments)
 {
     const std::string call = arguments.empty() ? name : name + " " + arguments;
     calls.push_back(call);
-    for (const std::string& key : {call, name}) {
-        if (const auto failure = failures.find(key); failure != failures.end())
-            return failure->second;
-    }
-    return S_OK;
+    const Status failure = failureOf(call);
+    return failure ? failure : failureOf(name);
+}
+
+Status FakeHost::failureOf(const std::string& call) const
+{
+    const auto failure = failures.find(call);
+    return failure == failures.end() ? S_OK : failure->second;
 }
 
 } // namespace zn::test

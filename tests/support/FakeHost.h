@@ -41,6 +41,8 @@ public:
     std::int32_t variableId(TextView name) const;
     /// Writes a call down. The status that it is to answer: of `failures` by "Name" or "Name argument", or else 0.
     Status answer(const std::string& name, const std::string& arguments = {});
+    /// The status by which a call is made to fail; 0 if it isn't.
+    Status failureOf(const std::string& call) const;
 
     Status makeUtility(ArkUtility kind, ObjectRef& utility);
 

@@ -12,12 +12,19 @@
 namespace zn::zentrel::test {
 
 namespace fs = std::filesystem;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using zn::DocumentError;
 using zn::ErrorKind;
 using zn::test::readFile;
 using zn::test::TemporaryFolder;
 using zn::test::writeFile;
+
+/// A test with a folder of its own.
+class FolderTest : public ::testing::Test {
+protected:
+    TemporaryFolder folder;
+};
 
 inline TopoDS_Shape box(double x, double y, double z) { return BRepPrimAPI_MakeBox(x, y, z).Shape(); }
 

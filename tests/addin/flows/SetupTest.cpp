@@ -7,8 +7,6 @@
 
 namespace zn::test {
 
-using ::testing::ElementsAre;
-
 namespace {
 
 class Setup : public FlowFixture {

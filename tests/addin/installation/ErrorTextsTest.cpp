@@ -14,11 +14,6 @@ TEST(ErrorTextsTest, SaysTheSentenceOfACode)
         {0x80040221, "The database could not be opened."},
         {0x80040220, "The server was not found."},
         {0x80040222, "The ODBC data source was not found."},
-        {0x80070057, "An invalid argument was given to the method."},
-        {0x80004003, "An invalid pointer was supplied to the method."},
-        {0x80004001, "The called method is not implemented."},
-        {0x80004005, "An unspecified error occurred."},
-        {0x8000FFFF, "An unspecified error occurred."},
         // network
         {0x80072EE7, "The server name could not be resolved."},
         {0x80072EFD, "The attempt to connect to the server failed."},

@@ -133,7 +133,7 @@ TEST_F(MacroBuilderTest, EndsWhenValuesBringThemselvesInAgain)
     // size that can be told from a large macro. The second and third row grow to their double and take turns.
     const std::map<Text, Value> values[] = {
         {{u"A", u"[A]x"}},
-        {{u"A", u"[A][A]"}},
+        {{u"A", u"x[A][A]"}},
         {{u"A", u"[B]xxxxxxxx"}, {u"B", u"[A]xxxxxxxx"}},
     };
     Text text;
@@ -147,6 +147,8 @@ TEST_F(MacroBuilderTest, EndsWhenValuesBringThemselvesInAgain)
     // A pattern in brackets is no such value, although what it brings in at the second place is a name without a value.
     host.taskVariables = {{u"A", u"[A-Z]*"}};
     EXPECT_EQ(build(text.substr(0, 7)), wrapped(u"* *"));
+    host.taskVariables = {{u"A", u"x[A][A]"}};
+    EXPECT_EQ(build(u"[A]"), wrapped(u"x[A][A]")) << "at one place nothing is stepped over";
 }
 
 TEST_F(MacroBuilderTest, EndsAtAnOpenBracketWithALineInTheLog)
@@ -166,13 +168,6 @@ TEST_F(MacroBuilderTest, EndsAtAnOpenBracketWithALineInTheLog)
     // Where the empty name has a value, the scan gets past the bracket.
     host.taskVariables[u""] = u"v";
     EXPECT_EQ(build(templateText), wrapped(u"a = \"x[\"\r\n'\r\nb = [Stl\r\n"));
-}
-
-TEST_F(MacroBuilderTest, EndsAtAValueThatHoldsItself)
-{
-    host.taskVariables[u"A"] = u"x[A][A]";
-    EXPECT_THROW(build(u"[A][A]"), StatusError);
-    EXPECT_EQ(build(u"[A]"), wrapped(u"x[A][A]"));
 }
 
 TEST_F(MacroBuilderTest, KeepsOneLogForTheRun)

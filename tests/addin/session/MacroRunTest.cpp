@@ -3,7 +3,6 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
 constexpr TextView addInKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise\\ZNTaskAddIn";
 
 /// What one macro call of the application does.

@@ -15,6 +15,8 @@
 
 namespace zn::test {
 
+using ::testing::ElementsAre;
+
 /// A clock whose waits take a ten-thousandth of their time and more, so that real processes still get on with their
 /// work in between.
 class QuickClock : public Clock {

@@ -4,7 +4,6 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::Pair;
 
 TEST_F(SessionTest, StartsAndLeavesInTheApplicationsOrder)

@@ -2,6 +2,7 @@
 
 #include "addin/installation/SettingsLight.h"
 #include "addin/pages/Pages.h"
+#include "arkin/tasks/LaunchInstance.h"
 #include "arkin/tasks/TaskProperties.h"
 #include "arkin/vault/VaultObject.h"
 #include "tests/arkin/VaultFixture.h"
@@ -14,6 +15,9 @@
 #include <gtest/gtest.h>
 
 namespace zn::test {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 /// A host's window, the real vault and a task definition in it, and the product's pages with their closed libraries
 /// from the program's folder.
@@ -60,6 +64,16 @@ protected:
     {
         storeChange();
         return tasks.get(u"Nightly").variables;
+    }
+
+    /// A run of a task "Nightly" with these variables that is about to be launched.
+    static std::shared_ptr<zn::arkin::LaunchInstance> launchOf(
+        zn::arkin::Variables variables, const zn::arkin::RunSetting& values = {})
+    {
+        zn::arkin::TaskDefinition definition;
+        definition.name = u"Nightly";
+        definition.variables = std::move(variables);
+        return std::make_shared<zn::arkin::LaunchInstance>(definition, values);
     }
 
     Pages& pages()

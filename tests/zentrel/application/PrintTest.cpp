@@ -11,7 +11,6 @@ namespace zn::zentrel::test {
 
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using zn::test::outputOf;
 

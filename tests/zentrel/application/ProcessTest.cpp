@@ -10,7 +10,6 @@ namespace zn::zentrel::test {
 namespace {
 
 using namespace std::chrono_literals;
-using ::testing::ElementsAre;
 using zn::test::shell;
 
 /// The exit code of a process, waited for half a minute at most; 259 if it still runs then.

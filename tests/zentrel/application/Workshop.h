@@ -35,6 +35,11 @@ public:
     std::shared_ptr<Application> application;
 };
 
+class WorkshopTest : public ::testing::Test {
+protected:
+    Workshop shop;
+};
+
 /// Keeps the events that it gets; `handler`, if set, answers them.
 class EventLog : public zn::EventSink {
 public:

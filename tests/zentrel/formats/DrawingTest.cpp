@@ -13,7 +13,6 @@
 
 using namespace zn::zentrel;
 using namespace zn::zentrel::test;
-using ::testing::ElementsAre;
 using ::testing::Not;
 using zn::test::outputOf;
 
@@ -73,6 +72,10 @@ std::size_t countOf(const std::vector<Entity>& entities, const std::string& type
         [&](const Entity& entity) { return entity.type == type && entity.layer() == layer; }));
 }
 
+using WriteDxf = FolderTest;
+using WritePdf = FolderTest;
+using Samples = FolderTest;
+
 } // namespace
 
 TEST(Projection, aPlateFromAboveAndFromTheFront)
@@ -113,9 +116,8 @@ TEST(Projection, aPlateFromAboveAndFromTheFront)
     EXPECT_NEAR(visible, 2 * (100 + 60) + 2 * M_PI * 10, 0.5);
 }
 
-TEST(WriteDxf, theActiveSheetInItsPlace)
+TEST_F(WriteDxf, theActiveSheetInItsPlace)
 {
-    TemporaryFolder folder;
     const DrawingDocument drawing = twoSheets(folder.path());
     writeDxf(drawing, folder / "d.zendrw", folder / "d.dxf");
     const std::string text = readFile(folder / "d.dxf");
@@ -140,9 +142,8 @@ TEST(WriteDxf, theActiveSheetInItsPlace)
     EXPECT_THAT(texts, ElementsAre("d", "\\U+041B\\U+0438\\U+0441\\U+0442 1", "A3", "1:1"));
 }
 
-TEST(WritePdf, aPageForEachSheetInItsSize)
+TEST_F(WritePdf, aPageForEachSheetInItsSize)
 {
-    TemporaryFolder folder;
     const DrawingDocument drawing = twoSheets(folder.path());
     const std::string pdf = (folder / "все.pdf").string();
     writePdf(drawing, folder / "d.zendrw", pdf, {.headerFooter = true});
@@ -160,7 +161,7 @@ TEST(WritePdf, aPageForEachSheetInItsSize)
     EXPECT_THAT(outputOf("pdftotext '" + pdf + "' -"), Not(HasSubstr("Лист")));
 }
 
-TEST(Samples, areWhatTheirNamesSay)
+TEST_F(Samples, areWhatTheirNamesSay)
 {
     const fs::path samples = fs::path(ZN_SOURCE_DIR) / "samples";
     const DocumentInfo part = describe(samples / "Bracket.zenprt");
@@ -173,15 +174,13 @@ TEST(Samples, areWhatTheirNamesSay)
     EXPECT_TRUE(assembly.components[2].isVirtual);
     const double pin = M_PI * 9.5 * 9.5 * 60;
     EXPECT_NEAR(assembly.configurations[0].volume, 2 * part.configurations[1].volume + pin, 1);
-    TemporaryFolder folder;
     const fs::path drawing = samples / "Чертёж.zendrw";
     writePdf(readDrawing(drawing), drawing, folder / "x.pdf");
     EXPECT_THAT(outputOf("pdftotext '" + (folder / "x.pdf").string() + "' -"), HasSubstr("Чертёж"));
 }
 
-TEST(WritePdf, colourAndLineWeightsFollowTheOptions)
+TEST_F(WritePdf, colourAndLineWeightsFollowTheOptions)
 {
-    TemporaryFolder folder;
     const DrawingDocument drawing = twoSheets(folder.path());
     const auto picture = [&](const PdfOptions& options) {
         writePdf(drawing, folder / "d.zendrw", folder / "d.pdf", options);
@@ -205,9 +204,8 @@ TEST(WritePdf, colourAndLineWeightsFollowTheOptions)
     EXPECT_LT(thin, black) << "0.25 mm for the frame's 0.5";
 }
 
-TEST(WritePdf, whatIsMissingIsNamedAndNothingIsWritten)
+TEST_F(WritePdf, whatIsMissingIsNamedAndNothingIsWritten)
 {
-    TemporaryFolder folder;
     DrawingDocument drawing = twoSheets(folder.path());
     expectError(ErrorKind::InvalidArgument, "no sheet 'Blatt'",
         [&] { writePdf(drawing, folder / "d.zendrw", folder / "x.pdf", {.sheets = {u"Blatt"}}); });

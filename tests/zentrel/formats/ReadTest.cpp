@@ -30,16 +30,17 @@ std::string replaced(std::string text, const std::string& what, const std::strin
     return text.replace(start, what.size(), with);
 }
 
+using Read = FolderTest;
+
 } // namespace
 
-TEST(Read, theDistributionsSamplesComeWhole)
+TEST_F(Read, theDistributionsSamplesComeWhole)
 {
     struct Case {
         const char* file;
         std::size_t faces;
         double volume;
     };
-    TemporaryFolder folder;
     for (const Case& expected : {Case{"step/screw.step", 10, 3788.27}, Case{"step/linkrods.step", 37, 3.847},
              Case{"iges/bearing.iges", 213, 0.0}, Case{"iges/hammer.iges", 45, 0.0}}) {
         SCOPED_TRACE(expected.file);
@@ -52,9 +53,8 @@ TEST(Read, theDistributionsSamplesComeWhole)
     }
 }
 
-TEST(Read, aPartGetsAConfigurationForEachFile)
+TEST_F(Read, aPartGetsAConfigurationForEachFile)
 {
-    TemporaryFolder folder;
     importPart(
         {{samples / "step/screw.step", u"Schraube"}, {samples / "iges/hammer.iges", u"Молоток"}}, folder / "p.zenprt");
     const DocumentInfo info = describe(folder / "p.zenprt");
@@ -66,9 +66,8 @@ TEST(Read, aPartGetsAConfigurationForEachFile)
     EXPECT_EQ(describe(folder / "p.zenprt").active, u"Schraube") << "a failed import replaces nothing";
 }
 
-TEST(Read, badFilesGiveASentenceAndAKind)
+TEST_F(Read, badFilesGiveASentenceAndAKind)
 {
-    TemporaryFolder folder;
     const std::string screw = readFile(samples / "step/screw.step");
     const std::string hammer = readFile(samples / "iges/hammer.iges");
     const std::string end = "\nENDSEC;\nEND-ISO-10303-21;\n";

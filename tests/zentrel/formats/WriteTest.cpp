@@ -91,11 +91,16 @@ std::size_t countOf(const std::string& text, const std::string& word)
     return count;
 }
 
+using WriteStl = FolderTest;
+using WriteStep = FolderTest;
+using WriteIges = FolderTest;
+using WriteVrml = FolderTest;
+using Write = FolderTest;
+
 } // namespace
 
-TEST(WriteStl, unitsPositionsAndForms)
+TEST_F(WriteStl, unitsPositionsAndForms)
 {
-    TemporaryFolder folder;
     const fs::path file = folder / "деталь.stl";
     struct Case {
         LengthUnit unit;
@@ -123,9 +128,8 @@ TEST(WriteStl, unitsPositionsAndForms)
     EXPECT_THAT(text, HasSubstr("vertex 1.000000e+01 2.000000e+01 3.000000e+01"));
 }
 
-TEST(WriteStl, resolutionFollowsTheModelsSize)
+TEST_F(WriteStl, resolutionFollowsTheModelsSize)
 {
-    TemporaryFolder folder;
     const auto facets = [&](double radius, MeshQuality quality) {
         writeStl(*modelOf({{u"B", BRepPrimAPI_MakeSphere(radius).Shape(), {}, {}, true}}), folder / "s.stl",
             {.quality = quality});
@@ -138,9 +142,8 @@ TEST(WriteStl, resolutionFollowsTheModelsSize)
         EXPECT_NEAR(facets(radius, MeshQuality::Coarse), coarse, 0.05 * coarse) << radius;
 }
 
-TEST(WriteStep, structureNamesAndColoursComeBack)
+TEST_F(WriteStep, structureNamesAndColoursComeBack)
 {
-    TemporaryFolder folder;
     for (const int protocol : {203, 214}) {
         SCOPED_TRACE(protocol);
         writeStep(*assemblyModel(), folder / "a.step", {.protocol = protocol});
@@ -166,9 +169,8 @@ TEST(WriteStep, structureNamesAndColoursComeBack)
     EXPECT_NEAR(boundsOf(curves).CornerMax().Z(), 3, 1e-6);
 }
 
-TEST(WriteStep, bodiesOfOnePartKeepTheirNames)
+TEST_F(WriteStep, bodiesOfOnePartKeepTheirNames)
 {
-    TemporaryFolder folder;
     const TopoDS_Shape far = box(1, 1, 1).Moved(moved(5, 0, 0));
     writeStep(*modelOf({{u"Eins", box(1, 1, 1), Color{0, 1, 0}, {}, true},
                   {u"Zwei", far, Color{0, 0, 1}, {{1, Color{1, 1, 0}}}, true}}),
@@ -183,9 +185,8 @@ TEST(WriteStep, bodiesOfOnePartKeepTheirNames)
     EXPECT_NEAR(boundsOf(bodies[1].shape).CornerMin().X(), 5, 1e-6);
 }
 
-TEST(WriteIges, theOptionsDecideWhatIsWritten)
+TEST_F(WriteIges, theOptionsDecideWhatIsWritten)
 {
-    TemporaryFolder folder;
     const fs::path file = folder / "a.igs";
     const auto types = [&](const IgesOptions& options) {
         writeIges(*assemblyModel(), file, options);
@@ -214,9 +215,8 @@ TEST(WriteIges, theOptionsDecideWhatIsWritten)
     expectError(ErrorKind::Unsupported, "leave nothing", [&] { types({.solidAndSurface = false}); });
 }
 
-TEST(WriteVrml, bodiesBecomeShapesWithTheirColours)
+TEST_F(WriteVrml, bodiesBecomeShapesWithTheirColours)
 {
-    TemporaryFolder folder;
     writeVrml(*assemblyModel(), folder / "a.wrl", {.unit = LengthUnit::Meters});
     const std::string text = readFile(folder / "a.wrl");
     EXPECT_TRUE(text.starts_with("#VRML V2.0 utf8\n"));
@@ -243,9 +243,8 @@ TEST(ComponentFiles, oneForEachPlacedPart)
     EXPECT_EQ(componentFiles(boxModel(1, 1, 1), "/out/y.stl").at(0).file, "/out/y.stl");
 }
 
-TEST(Write, bodiesGoToWhatCanHoldThem)
+TEST_F(Write, bodiesGoToWhatCanHoldThem)
 {
-    TemporaryFolder folder;
     const ModelRef curve
         = modelOf({{u"K", BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 2, 3)).Shape(), {}, {}, true}});
     expectError(ErrorKind::Unsupported, "no faces", [&] { writeStl(*curve, folder / "k.stl"); });
@@ -271,9 +270,8 @@ TEST(Write, bodiesGoToWhatCanHoldThem)
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 4) << "failed writers leave nothing";
 }
 
-TEST(Write, aFailedWriteLeavesWhatWasThere)
+TEST_F(Write, aFailedWriteLeavesWhatWasThere)
 {
-    TemporaryFolder folder;
     std::ofstream(folder / "a.stl") << "before";
     std::ofstream(folder / "a.step") << "before";
     // A file that may not grow fails as a full disk does.

@@ -39,11 +39,12 @@ void expectUnread(const fs::path& file, ErrorKind kind, const std::string& words
     EXPECT_THAT(expectError(kind, words, [&] { readDocument(file); }), HasSubstr(file.filename().string()));
 }
 
+using Container = FolderTest;
+
 } // namespace
 
-TEST(Container, aPartComesBackAsItWas)
+TEST_F(Container, aPartComesBackAsItWas)
 {
-    TemporaryFolder folder;
     const fs::path file = folder / "Болт.zenprt";
     writeDocument(boxAndCylinder(), file);
     const PartDocument part = readPart(file);
@@ -64,18 +65,16 @@ TEST(Container, aPartComesBackAsItWas)
     EXPECT_NEAR(info.configurations[1].size[2], 40.0, 1e-6);
 }
 
-TEST(Container, equalDocumentsGiveEqualFilesAndNothingElseIsLeft)
+TEST_F(Container, equalDocumentsGiveEqualFilesAndNothingElseIsLeft)
 {
-    TemporaryFolder folder;
     writeDocument(boxAndCylinder(), folder / "a.zenprt");
     writeDocument(boxAndCylinder(), folder / "b.zenprt");
     EXPECT_EQ(readFile(folder / "a.zenprt"), readFile(folder / "b.zenprt"));
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 2);
 }
 
-TEST(Container, badFilesGiveASentenceAndAKind)
+TEST_F(Container, badFilesGiveASentenceAndAKind)
 {
-    TemporaryFolder folder;
     const fs::path good = folder / "good.zenprt";
     writeDocument(boxAndCylinder(), good);
     const std::string bytes = readFile(good);
@@ -111,9 +110,8 @@ TEST(Container, badFilesGiveASentenceAndAKind)
     expectUnread(folder / "part.zenasm", ErrorKind::Damaged, "holds a part, not an assembly");
 }
 
-TEST(Container, aFailedSaveLeavesWhatWasThere)
+TEST_F(Container, aFailedSaveLeavesWhatWasThere)
 {
-    TemporaryFolder folder;
     const fs::path file = folder / "kept.zenprt";
     writeDocument(boxAndCylinder(), file);
     const std::string before = readFile(file);
@@ -126,9 +124,8 @@ TEST(Container, aFailedSaveLeavesWhatWasThere)
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 }
 
-TEST(Container, documentsMovedTogetherFindEachOther)
+TEST_F(Container, documentsMovedTogetherFindEachOther)
 {
-    TemporaryFolder folder;
     fs::create_directories(folder / "old/parts");
     writeDocument(boxAndCylinder(), folder / "old/parts/p.zenprt");
     assemble(folder / "old/a.zenasm", {{folder / "old/parts/p.zenprt", false}, {folder / "old/parts/p.zenprt", true}});

@@ -14,11 +14,12 @@ void writeBoxes(const fs::path& file)
         partOf({{u"S", {u"B", box(10, 10, 10), {}, {}, true}}, {u"L", {u"B", box(100, 50, 20), {}, {}, true}}}), file);
 }
 
+using Models = FolderTest;
+
 } // namespace
 
-TEST(Model, anAssemblyShowsItsComponentsAsTheConfigurationSays)
+TEST_F(Models, anAssemblyShowsItsComponentsAsTheConfigurationSays)
 {
-    TemporaryFolder folder;
     writeBoxes(folder / "box.zenprt");
     assemble(folder / "a.zenasm",
         {{folder / "box.zenprt", false}, {folder / "box.zenprt", false}, {folder / "box.zenprt", true}});
@@ -38,9 +39,8 @@ TEST(Model, anAssemblyShowsItsComponentsAsTheConfigurationSays)
     EXPECT_EQ(info.configurations[1].bodies, 1u);
 }
 
-TEST(Model, whatCannotBeLoadedIsNamed)
+TEST_F(Models, whatCannotBeLoadedIsNamed)
 {
-    TemporaryFolder folder;
     writeBoxes(folder / "box.zenprt");
     assemble(folder / "inner.zenasm", {{folder / "box.zenprt", false}});
     assemble(folder / "outer.zenasm", {{folder / "inner.zenasm", false}});
@@ -56,9 +56,8 @@ TEST(Model, whatCannotBeLoadedIsNamed)
     EXPECT_TRUE(describe(folder / "a.zenasm").components[0].isMissing);
 }
 
-TEST(Model, aDrawingHasItsViewsAtAStandardScale)
+TEST_F(Models, aDrawingHasItsViewsAtAStandardScale)
 {
-    TemporaryFolder folder;
     writeBoxes(folder / "box.zenprt");
     draw(folder / "d.zendrw",
         {{u"One", PaperSize::A4, true, folder / "box.zenprt", u"L"},

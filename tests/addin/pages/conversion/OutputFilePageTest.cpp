@@ -17,9 +17,6 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-
 /// The page for output files beside the real conversion settings page.
 class OutputFilePage : public SettingsFixture {
 protected:

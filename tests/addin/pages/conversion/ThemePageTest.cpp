@@ -11,8 +11,6 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
-
 const char* const noViews = "Are you sure you don't want to specify view(s) to publish at this time?";
 
 /// The sub-pages for 3D PDFs.

@@ -8,7 +8,6 @@ namespace zn {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr auto ok = QMessageBox::Ok;

@@ -43,9 +43,7 @@ protected:
     /// Launches a task with these variables; what the dialog wrote is in `written()` afterwards.
     bool launch(zn::arkin::Variables variables, bool show)
     {
-        zn::arkin::TaskDefinition definition;
-        definition.variables = std::move(variables);
-        run = std::make_shared<zn::arkin::LaunchInstance>(definition, zn::arkin::RunSetting{});
+        run = launchOf(std::move(variables));
         ArkCmd cmd;
         cmd.parentWindow = static_cast<std::int32_t>(window.winId());
         cmd.taskObject = run;

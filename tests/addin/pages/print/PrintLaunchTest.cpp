@@ -12,7 +12,6 @@ namespace zn {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using Lines = std::vector<std::string>;
 using zn::arkin::Variables;
@@ -123,11 +122,8 @@ TEST_F(PrintLaunchTest, TicksByKeysAndClicksAndTheSameFileAtAllItsPlaces)
         const auto icon
             = [](const QModelIndex& row) { return row.data(Qt::DecorationRole).value<QIcon>().pixmap(32).toImage(); };
         EXPECT_EQ(icon(rows[0]), icon(go(dialog, {"top.zenasm"})));
-        for (const QModelIndex& row : rows)
-            EXPECT_EQ(std::count_if(std::begin(rows), std::end(rows),
-                          [&](const auto& other) { return icon(other) == icon(row); }),
-                1)
-                << "a type has an icon of its own";
+        for (int other : {1, 2, 3})
+            EXPECT_NE(icon(rows[0]), icon(rows[other])) << "a type has an icon of its own";
         EXPECT_TRUE(rows[3].data(Qt::ForegroundRole).isValid()) << "grey";
         EXPECT_FALSE(rows[2].data(Qt::ForegroundRole).isValid());
         click(find<QAbstractButton>(dialog, "latestVersion"));

@@ -299,7 +299,7 @@ TEST_F(PrintPages, ShowWhatWasReadBeforeAFailure)
         {u"__printer_deforientation", 0}});
     const Raised raised = raisedBy([&] { open(PageName::PaperSize); });
     EXPECT_EQ(raised.status, DISP_E_TYPEMISMATCH);
-    EXPECT_THAT(raised.sentence, ::testing::HasSubstr("\"__printer_usersizechange\""));
+    EXPECT_THAT(raised.sentence, HasSubstr("\"__printer_usersizechange\""));
     EXPECT_FALSE(find<QCheckBox>(window, "useDrawing")->isChecked());
     EXPECT_EQ(find<QComboBox>(window, "paperSize")->currentText(), "C");
     EXPECT_TRUE(find<QAbstractButton>(window, "landscape")->isChecked());

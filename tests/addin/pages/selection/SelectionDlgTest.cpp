@@ -9,8 +9,6 @@
 namespace zn::test {
 
 using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 namespace {
 

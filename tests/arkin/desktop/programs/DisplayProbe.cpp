@@ -18,8 +18,8 @@ std::string titleOnDisplay(const QWidget& window)
         xcb_get_property(display, 0, static_cast<xcb_window_t>(window.winId()), XCB_ATOM_WM_NAME, XCB_ATOM_ANY, 0, 100),
         nullptr);
     std::string title = name ? std::string(static_cast<const char*>(xcb_get_property_value(name)),
-                                  static_cast<std::size_t>(xcb_get_property_value_length(name)))
-                                   : "";
+                            static_cast<std::size_t>(xcb_get_property_value_length(name)))
+                             : "";
     std::free(name);
     xcb_disconnect(display);
     return title;
