@@ -142,6 +142,8 @@ TEST_F(RealVault, TakesFilesAsTheyComeAndFoldersByTheirExtensions)
     EXPECT_EQ(expanded(TaskKind::Unknown, {folder}),
         (Lines{"a.ZENASM v1 latest -1 '' cad", "b.prt v1 latest -1 ''", "d.xls v1 latest -1 ''",
             "README v1 latest -1 ''", "c.Step v1 latest -1 ''"}));
+    for (const auto& record : selection)
+        EXPECT_EQ((zn::arkin::Place{record->docId, record->projId}), real.vault.find(record->path));
     EXPECT_TRUE(expanded(TaskKind::Conversion, {}).empty());
 }
 

@@ -68,6 +68,11 @@ TEST_F(SavedFiles, CheckOutForANewVersion)
     EXPECT_TRUE(logic.records().empty());
     logic.NoteSavedFile(path, u"", true); // the system's own file
     EXPECT_TRUE(logic.records().empty());
+    host.failures.clear();
+    host.calls.clear();
+    for (int look = 0; look < 2; ++look) // the log, once for the run
+        logic.PrepareLogFile(vaultPath(".\\a.stl"));
+    EXPECT_EQ(takeCalls(), Lines{"CheckOut 20 5"});
 }
 
 } // namespace zn
