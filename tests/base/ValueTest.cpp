@@ -52,7 +52,8 @@ TEST(Value, RefusesWhatCannotBeConverted)
         {ObjectRef(), ValueType::String, DISP_E_TYPEMISMATCH},
     };
     for (const auto& [value, type, status] : cases)
-        EXPECT_EQ(test::statusOf([&] { value.changedTo(type); }), status) << toUtf8(value.toText());
+        EXPECT_EQ(test::statusOf([&value = value, type = type] { value.changedTo(type); }), status)
+            << toUtf8(value.toText());
 }
 
 TEST(Dates, BreakDownAndBuildAgree)

@@ -156,7 +156,7 @@ TEST_F(Members, AreCalledByPlaceOrNameAndRefuseInWords)
             "'ShowConfiguration' takes no argument named 'Sheet' here."},
     };
     for (auto [call, status, sentence] : cases) {
-        const auto raised = zn::test::raisedBy([&] { part->invoke(call); });
+        const auto raised = zn::test::raisedBy([&, &call = call] { part->invoke(call); });
         EXPECT_EQ(raised.status, status);
         EXPECT_EQ(raised.sentence, sentence);
     }
