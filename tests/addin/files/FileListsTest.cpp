@@ -55,10 +55,8 @@ TEST_F(FileLists, ComeBackAsTheyWereWritten)
     for (std::size_t i = 0; i < 4; ++i) {
         const OutputRecord& record = (*records)[i];
         EXPECT_EQ(record.path, paths[i]);
-        EXPECT_EQ(record.docId, -5);
-        EXPECT_EQ(record.projId, 2147483647);
-        EXPECT_EQ(record.version, -1);
-        EXPECT_EQ(record.latestVersion, -1);
+        EXPECT_EQ(std::tuple(record.docId, record.projId, record.version, record.latestVersion),
+            std::tuple(-5, 2147483647, -1, -1));
         EXPECT_EQ(record.selConfiguration, u"");
     }
     EXPECT_FALSE(logic.ReadList(task, true));

@@ -43,12 +43,13 @@ protected:
             return Value();
         };
     }
-    void installCad(const Macro& macro)
+    void installCad(const Macro& macro = [](const std::string&) { return true; })
     {
         install("exec sleep 600");
         running.application = application;
         application->members["RunMacro2"] = [this, macro](MemberCall& call) {
-            return Value(macro(machine.machine.files().readBytes(call.arguments.front().toText()).value()));
+            macros.push_back(machine.machine.files().readBytes(call.arguments.front().toText()).value());
+            return Value(macro(macros.back()));
         };
     }
     void select(std::int32_t id, const std::string& name, std::int32_t version = 0)
@@ -82,6 +83,7 @@ protected:
     }
 
     test::FakeHost host;
+    std::vector<std::string> macros; ///< those that were run
     ArkSelection selection;
     ArkCmd cmd;
 };
@@ -90,11 +92,7 @@ protected:
 
 TEST_F(Run, ScriptTaskGoesThroughItsFilesInOrderAndReports)
 {
-    std::vector<std::string> macros;
-    installCad([&](const std::string& text) {
-        macros.push_back(text);
-        return true;
-    });
+    installCad();
     select(11, "a.zenprt", 2);
     select(12, "b.zenasm");
 
@@ -111,7 +109,7 @@ TEST_F(Run, ScriptTaskGoesThroughItsFilesInOrderAndReports)
 
 TEST_F(Run, PrintTaskHasNoStepForAdding)
 {
-    installCad([](const std::string&) { return true; });
+    installCad();
     select(11, "a.zendrw");
     EXPECT_EQ(run(2), S_OK);
     EXPECT_THAT(host.runCalls,
@@ -122,18 +120,14 @@ TEST_F(Run, PrintTaskHasNoStepForAdding)
 
 TEST_F(Run, FailedMacroEndsTheLoopAndStillClosesTheRun)
 {
-    int macros = 0;
-    installCad([&](const std::string&) {
-        ++macros;
-        return false;
-    });
+    installCad([](const std::string&) { return false; });
     host.taskVariables[u"FileFormat"] = u"STL (*.stl)";
     host.taskVariables[u"ErrorLogPath"] = u"Logs";
     host.failures["SetValue __output_list"] = E_ACCESSDENIED;
     select(11, "a\".zenprt");
     select(12, "b.zenprt");
     EXPECT_EQ(run(1), E_FAIL) << "the first failure is the run's";
-    EXPECT_EQ(macros, 1);
+    EXPECT_EQ(macros.size(), 1U);
     EXPECT_EQ(logIn("Logs"),
         "Error while processing file '" + pathText("a\".zenprt")
             + "': Failed to run Zentrel macro. A double quote in a file's name breaks the macro: rename the file.\r\n");
@@ -148,7 +142,7 @@ TEST_F(Run, FailedMacroEndsTheLoopAndStillClosesTheRun)
 
 TEST_F(Run, KeepsItsFirstFailureAndTakesEveryStepAllTheSame)
 {
-    installCad([](const std::string&) { return true; });
+    installCad();
     host.taskVariables[u"FileFormat"] = u"STL (*.stl)";
     select(11, "a.zenprt");
     const std::tuple<std::map<std::string, Status>, Status, const char*> cases[] = {
@@ -168,7 +162,7 @@ TEST_F(Run, KeepsItsFirstFailureAndTakesEveryStepAllTheSame)
 
 TEST_F(Run, OpenBracketInTheTemplateEndsTheRunWithItsLogInTheVault)
 {
-    installCad([](const std::string&) { return true; });
+    installCad();
     host.taskVariables[u"__script"] = u"a = 1\r\nb = [Unknown\r\n";
     host.taskVariables[u"ErrorLogPath"] = u"logs";
     select(11, "a.zenprt");
@@ -180,16 +174,14 @@ TEST_F(Run, OpenBracketInTheTemplateEndsTheRunWithItsLogInTheVault)
 
 TEST_F(Run, CancelBetweenTwoFilesRunsNoFurtherMacro)
 {
-    int macros = 0;
     installCad([&](const std::string&) {
-        ++macros;
         host.states = {TaskRunState::CancelRequested, TaskRunState::CancelRequested};
         return true;
     });
     select(11, "a.zenprt");
     select(12, "b.zenprt");
     EXPECT_EQ(run(3), S_FALSE);
-    EXPECT_EQ(macros, 1);
+    EXPECT_EQ(macros.size(), 1U);
     EXPECT_EQ(cmd.cancel, -1);
     EXPECT_THAT(host.runCalls.back(), HasSubstr("position 3"));
 }
@@ -231,7 +223,7 @@ TEST_F(Run, WhatEndsARunEarlyIsReportedInWords)
             ": Zentrel 2018 is not installed."},
         {"does not publish itself",
             [&] {
-                installCad([](const std::string&) { return true; });
+                installCad();
                 running.application = nullptr;
                 host.taskVariables.erase(u"__zn_version");
             },
@@ -242,7 +234,7 @@ TEST_F(Run, WhatEndsARunEarlyIsReportedInWords)
         {"format missing",
             [&] {
                 host.failures.clear();
-                installCad([](const std::string&) { return true; });
+                installCad();
             },
             1, E_UNEXPECTED, "state 9, code 8000FFFF, '', 11/7 v0", "a.zenprt: The task lacks a setting"},
     };
@@ -277,18 +269,14 @@ TEST_F(Run, TellsWhatTheMacroOfAFileLoggedAndWhichGaveNothing)
 
 TEST_F(Run, ThemeWithoutTheRightToReadStopsBeforeTheFirstMacro)
 {
-    int macros = 0;
-    installCad([&](const std::string&) {
-        ++macros;
-        return true;
-    });
+    installCad();
     host.taskVariables[u"FileFormat"] = u"3d pdf - mbd (*.pdf)";
     host.taskVariables[u"Part3DPDFThemePath"] = u"<VaultPath>\\theme.xml";
     host.taskVariables[u"ErrorLogPath"] = u"Logs";
     host.failures["GetFileFromPath " + pathText("theme.xml")] = E_ARK_PERMISSION_DENIED;
     select(11, "a.zenprt");
     EXPECT_EQ(run(1), E_ARK_PERMISSION_DENIED);
-    EXPECT_EQ(macros, 0);
+    EXPECT_THAT(macros, IsEmpty());
     EXPECT_THAT(
         host.runCalls, ::testing::Contains("state 9, code 80040203, 'No Permission to access 3dPDF Theme Path'"));
     EXPECT_EQ(logIn("Logs"), "No Permission to access 3dPDF Theme Path '<VaultPath>\\theme.xml' ");

@@ -10,8 +10,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <QTextEdit>
-#include <QToolButton>
 
 namespace zn::test {
 namespace {

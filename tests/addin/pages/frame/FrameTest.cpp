@@ -7,7 +7,6 @@
 #include <gmock/gmock.h>
 #include <QCheckBox>
 #include <QLabel>
-#include <QTest>
 
 namespace zn {
 namespace {
