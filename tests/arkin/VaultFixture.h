@@ -9,40 +9,19 @@
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/SqliteRegistry.h"
 #include "platform/Sqlite.h"
-#include "tests/support/ExpectStatus.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Failures.h"
+#include "tests/support/Files.h"
+#include "tests/support/TestPlatform.h"
 
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 
 namespace zn::arkin::test {
 
-/// A clock that stands still.
-class StillClock final : public zn::Clock {
-public:
-    std::int64_t now() override { return time; }
-    void sleep(std::chrono::milliseconds) override { }
-    bool wait(zn::WaitEvent& event, std::chrono::milliseconds) override
-    {
-        return event.waitFor(std::chrono::milliseconds(0));
-    }
-
-    std::int64_t time = 1'520'000'000;
-};
-
-inline void writeFile(const std::filesystem::path& path, const std::string& content)
-{
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << content;
-}
-
-inline std::string readFile(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+using zn::test::expectStatus;
+using zn::test::readFile;
+using zn::test::sentenceOf;
+using zn::test::writeFile;
 
 /// Whether nobody may write the file, also for a superuser who could.
 inline bool isReadOnly(const std::filesystem::path& path)
@@ -129,11 +108,27 @@ private:
     zn::LinuxFileSystem m_files;
 
 public:
-    StillClock clock;
+    zn::test::StillClock clock;
     Store store;
     Vault vault;
 };
 
-using zn::test::expectStatus;
+/// One open vault.
+class VaultFixture : public ::testing::Test {
+protected:
+    void get(const Place& place, std::int32_t version = 0)
+    {
+        const GetRequest request{place, version};
+        getFiles(test.vault, {&request, 1});
+    }
+    Failure writeCard(const Place& place, std::int32_t variable, const char16_t* configuration, zn::Value value)
+    {
+        const CardWrite write{place.fileId, variable, configuration, std::move(value)};
+        return writeCards(test.vault, {&write, 1}).front();
+    }
+
+    zn::test::TemporaryFolder folder;
+    TestVault test{folder.path()};
+};
 
 } // namespace zn::arkin::test

@@ -16,8 +16,9 @@ using namespace automation;
 
 namespace {
 
-const std::string hello = R"({"jsonrpc":"2.0","id":1,"method":"hello","params":{"version":1}})"
-                          "\n";
+std::string line(const std::string& message) { return message + "\n"; }
+
+const std::string hello = line(R"({"jsonrpc":"2.0","id":1,"method":"hello","params":{"version":1}})");
 
 /// What a server on this thread's side says to a peer that sends `bytes` and then reads until the end.
 struct Exchange {
@@ -31,7 +32,7 @@ Exchange exchange(const std::string& bytes)
     const TemporaryFolder folder;
     Exchange seen;
     ObjectServer server(folder.path() / "run", "Test", std::make_shared<Counterpart>(),
-        [&](const std::string& line) { seen.log.push_back(line); });
+        [&](const std::string& logged) { seen.log.push_back(logged); });
     std::thread peer([&] {
         FileDescriptor socket = connectTo(folder.path() / "run", socketFileName("Test"));
         std::size_t sent = 0;
@@ -63,7 +64,7 @@ TEST(HostilePeer, WhatIsNoMessageClosesTheConnectionWithALine)
         nested += "]}}";
     nested += "]}}\n";
     const auto invoke = [](const std::string& parameters) {
-        return R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":)" + parameters + "}\n";
+        return line(R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":)" + parameters + "}");
     };
     const struct {
         std::string sent;
@@ -72,28 +73,12 @@ TEST(HostilePeer, WhatIsNoMessageClosesTheConnectionWithALine)
         {"GET / HTTP/1.1\n", "parse error"},
         {"[1,2]\n", "a message that is no JSON object"},
         {std::string("\xFF\xFE\0\0\n", 5), "parse error"},
-        {R"({"method":"invoke","params":{}})"
-         "\n",
-            "a call before it introduced itself"},
-        {R"({"id":1,"method":"hello","params":{"version":"1"}})"
-         "\n",
-            "out of its range"},
-        {hello
-                + R"({"id":2,"result":3})"
-                  "\n",
-            "the field 'method' is missing"},
-        {hello
-                + R"({"id":2,"method":7})"
-                  "\n",
-            "a method that is no text"},
-        {hello
-                + R"({"id":2,"method":"shutdown"})"
-                  "\n",
-            "the unknown method 'shutdown'"},
-        {hello
-                + R"({"id":2,"method":"invoke","params":[]})"
-                  "\n",
-            "is missing"},
+        {line(R"({"method":"invoke","params":{}})"), "a call before it introduced itself"},
+        {line(R"({"id":1,"method":"hello","params":{"version":"1"}})"), "out of its range"},
+        {hello + line(R"({"id":2,"result":3})"), "the field 'method' is missing"},
+        {hello + line(R"({"id":2,"method":7})"), "a method that is no text"},
+        {hello + line(R"({"id":2,"method":"shutdown"})"), "the unknown method 'shutdown'"},
+        {hello + line(R"({"id":2,"method":"invoke","params":[]})"), "is missing"},
         {hello + invoke(R"({"object":9,"name":"Echo","use":"call","arguments":[]})"), "does not hold"},
         {hello + invoke(R"({"object":1,"name":"Echo","use":"call","arguments":[{"obj":9}]})"), "does not hold"},
         {hello + invoke(R"({"object":1,"name":"Echo","use":"call","arguments":[{"i2":70000}]})"), "out of its range"},
@@ -103,10 +88,7 @@ TEST(HostilePeer, WhatIsNoMessageClosesTheConnectionWithALine)
             "bounds are out of range"},
         {hello + nested, "nested too deep"},
         {hello + std::string(std::size_t{32} << 20, '[') + "\n", "nested too deep"},
-        {hello
-                + R"({"method":"release","params":{"objects":[[1,2]]}})"
-                  "\n",
-            "release of an object"},
+        {hello + line(R"({"method":"release","params":{"objects":[[1,2]]}})"), "release of an object"},
         {hello + std::string(std::size_t{65} << 20, ' '), "too big"},
     };
     for (const auto& one : cases) {
@@ -121,17 +103,14 @@ TEST(HostilePeer, WhatIsNoMessageClosesTheConnectionWithALine)
 TEST(HostilePeer, NoChangeOfAFewBytesHarmsTheServer)
 {
     const std::string calls
-        = R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":1,"name":"Swap","use":"call",)"
-          R"("arguments":[{"array":{"type":12,"bounds":[[0,2]],"items":[{"r8":0.1},{"i8":"5"}]}},{"obj":1}],"names":["A"]}})"
-          "\n"
-          R"({"jsonrpc":"2.0","id":3,"method":"advise","params":{"object":1,"events":"Events","sink":1}})"
-          "\n"
-          R"({"jsonrpc":"2.0","id":4,"method":"invoke","params":{"object":1,"name":"Fire","use":"call","arguments":[1]}})"
-          "\n"
-          R"({"jsonrpc":"2.0","id":1,"result":0})"
-          "\n"
-          R"({"jsonrpc":"2.0","method":"release","params":{"objects":[[1,1]]}})"
-          "\n";
+        = line(
+              R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":1,"name":"Swap","use":"call",)"
+              R"("arguments":[{"array":{"type":12,"bounds":[[0,2]],"items":[{"r8":0.1},{"i8":"5"}]}},{"obj":1}],"names":["A"]}})")
+        + line(R"({"jsonrpc":"2.0","id":3,"method":"advise","params":{"object":1,"events":"Events","sink":1}})")
+        + line(
+            R"({"jsonrpc":"2.0","id":4,"method":"invoke","params":{"object":1,"name":"Fire","use":"call","arguments":[1]}})")
+        + line(R"({"jsonrpc":"2.0","id":1,"result":0})")
+        + line(R"({"jsonrpc":"2.0","method":"release","params":{"objects":[[1,1]]}})");
     const std::string bytes = "0129\"{}[],:-e\\\n \xC3";
     std::mt19937 random(20181);
     for (int round = 0; round < 400; ++round) {
@@ -146,21 +125,16 @@ TEST(HostilePeer, NoChangeOfAFewBytesHarmsTheServer)
 
 TEST(HostilePeer, AnotherVersionIsToldSoAndAFailingMemberIsAnAnswer)
 {
-    EXPECT_EQ(exchange(R"({"jsonrpc":"2.0","id":1,"method":"hello","params":{"version":2}})"
-                       "\n")
-                  .answer,
-        R"({"error":{"code":-2147467262,"message":"The two programs do not fit together: protocol 2 and protocol 1."},)"
-        R"("id":1,"jsonrpc":"2.0"})"
-        "\n");
+    EXPECT_EQ(exchange(line(R"({"jsonrpc":"2.0","id":1,"method":"hello","params":{"version":2}})")).answer,
+        line(
+            R"({"error":{"code":-2147467262,"message":"The two programs do not fit together: protocol 2 and protocol 1."},)"
+            R"("id":1,"jsonrpc":"2.0"})"));
     EXPECT_EQ(exchange(hello
-                  + R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":1,"name":"Echo",)"
-                    R"("use":"call","arguments":[{"r8":0.1}]}})"
-                    "\n")
+                  + line(R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":1,"name":"Echo",)"
+                         R"("use":"call","arguments":[{"r8":0.1}]}})"))
                   .answer,
-        R"({"id":1,"jsonrpc":"2.0","result":{"obj":1,"type":"Counterpart"}})"
-        "\n"
-        R"({"id":2,"jsonrpc":"2.0","result":{"value":{"r8":0.1}}})"
-        "\n");
+        line(R"({"id":1,"jsonrpc":"2.0","result":{"obj":1,"type":"Counterpart"}})")
+            + line(R"({"id":2,"jsonrpc":"2.0","result":{"value":{"r8":0.1}}})"));
 }
 
 TEST(HostilePeer, ATableInAnOpenFolderIsRefused)

@@ -1,4 +1,5 @@
 #include "tests/automation/ServerProcess.h"
+#include "tests/support/Failures.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <bit>
@@ -17,16 +18,6 @@ using automation::ServeEnd;
 using automation::SocketRunningObjects;
 
 namespace {
-
-Status statusOf(const std::function<void()>& action)
-{
-    try {
-        action();
-        return S_OK;
-    } catch (const StatusError& error) {
-        return error.status();
-    }
-}
 
 class RecordingSink : public EventSink {
 public:
@@ -107,13 +98,9 @@ TEST_F(RemoteObjectTest, ArgumentsNamesFailuresAndIdentityTravel)
     EXPECT_EQ(root->invoke(swap), Value(1));
     EXPECT_EQ(swap.arguments, (std::vector<Value>{Value(u"two"), Value(1)}));
 
-    try {
-        root->call(u"Fail");
-        FAIL();
-    } catch (const StatusError& error) {
-        EXPECT_EQ(error.status(), DISP_E_BADINDEX);
-        EXPECT_STREQ(error.what(), "There is no such configuration: \xD0\x96.");
-    }
+    const Raised raised = raisedBy([&] { root->call(u"Fail"); });
+    EXPECT_EQ(raised.status, DISP_E_BADINDEX);
+    EXPECT_EQ(raised.sentence, "There is no such configuration: \xD0\x96.");
 
     auto child = query<DispatchObject>(root->call(u"Child").toObject());
     EXPECT_EQ(child->typeName(), u"Counterpart");

@@ -2,8 +2,11 @@
 #include "base/Dates.h"
 #include "base/Format.h"
 #include "base/Paths.h"
+#include "base/Text.h"
+#include "tests/support/Failures.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace zn {
 
@@ -38,34 +41,27 @@ TEST(Value, ConvertsBetweenTypesByTheAutomationRules)
 
 TEST(Value, RefusesWhatCannotBeConverted)
 {
-    const auto statusOf = [](const Value& value, ValueType type) {
-        try {
-            value.changedTo(type);
-        } catch (const StatusError& error) {
-            return error.status();
-        }
-        return S_OK;
+    const std::tuple<Value, ValueType, Status> cases[] = {
+        {u"abc", ValueType::Int32, DISP_E_TYPEMISMATCH},
+        {u"", ValueType::Int32, DISP_E_TYPEMISMATCH},
+        {u"2147483648", ValueType::Int32, DISP_E_OVERFLOW},
+        {2147483647.0, ValueType::Int32, S_OK},
+        {40000, ValueType::Int16, DISP_E_OVERFLOW},
+        {-1, ValueType::UInt8, DISP_E_OVERFLOW},
+        {NullValue{}, ValueType::String, DISP_E_TYPEMISMATCH},
+        {ObjectRef(), ValueType::String, DISP_E_TYPEMISMATCH},
     };
-    EXPECT_EQ(statusOf(u"abc", ValueType::Int32), DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(statusOf(u"", ValueType::Int32), DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(statusOf(u"2147483648", ValueType::Int32), DISP_E_OVERFLOW);
-    EXPECT_EQ(statusOf(2147483647.0, ValueType::Int32), S_OK);
-    EXPECT_EQ(statusOf(40000, ValueType::Int16), DISP_E_OVERFLOW);
-    EXPECT_EQ(statusOf(-1, ValueType::UInt8), DISP_E_OVERFLOW);
-    EXPECT_EQ(statusOf(NullValue{}, ValueType::String), DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(statusOf(ObjectRef(), ValueType::String), DISP_E_TYPEMISMATCH);
+    for (const auto& [value, type, status] : cases)
+        EXPECT_EQ(test::statusOf([&value = value, type = type] { value.changedTo(type); }), status)
+            << toUtf8(value.toText());
 }
 
 TEST(Dates, BreakDownAndBuildAgree)
 {
     CalendarTime time;
     ASSERT_TRUE(breakDown(43164.588298611111, time));
-    EXPECT_EQ(time.year, 2018);
-    EXPECT_EQ(time.month, 3);
-    EXPECT_EQ(time.day, 5);
-    EXPECT_EQ(time.hour, 14);
-    EXPECT_EQ(time.minute, 7);
-    EXPECT_EQ(time.second, 9);
+    EXPECT_EQ(std::tuple(time.year, time.month, time.day), std::tuple(2018, 3, 5));
+    EXPECT_EQ(std::tuple(time.hour, time.minute, time.second), std::tuple(14, 7, 9));
     EXPECT_DOUBLE_EQ(dayCount({2018, 3, 5, 0, 0, 0}), 43164.0);
     EXPECT_DOUBLE_EQ(dayCount({1899, 12, 30, 0, 0, 0}), 0.0);
     ASSERT_TRUE(breakDown(-1.25, time)); // six in the morning of the day before the epoch
@@ -96,6 +92,26 @@ TEST(Paths, PartsOfABackslashPath)
     EXPECT_EQ(canonicalPath(u"C:\\..\\a"), u"C:\\a");
     EXPECT_TRUE(isInFolder(u"C:\\V\\a", u"c:\\v\\"));
     EXPECT_FALSE(isInFolder(u"C:\\Vx\\a", u"C:\\V"));
+}
+
+TEST(ReadableCodePage, KeepsEveryCharacterLegible)
+{
+    const struct {
+        const char16_t* text;
+        const char* bytes;
+    } rows[] = {
+        {u"", ""},
+        {u"Why? a.stl", "Why? a.stl"},
+        {u"caf\u00E9 \u20AC", "caf\xE9 \x80"},
+        {u"\u65E5?\u672C", "<U+65E5>?<U+672C>"},
+        {u"\U0001F600.stl", "<U+1F600>.stl"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(toReadableCodePage(row.text), row.bytes);
+        EXPECT_EQ(fromReadableCodePage(row.bytes), row.text);
+    }
+    for (const char* plain : {"<U+65E>", "<U+65E5", "<u+65E5>", "<U+FFFFFF>", "<U+", "a < b > c"})
+        EXPECT_EQ(toUtf8(fromReadableCodePage(plain)), plain);
 }
 
 TEST(Text, CountsFoldsAndConverts)

@@ -1,38 +1,47 @@
 #pragma once
 
-#include "language/FileAccess.h"
-
-#include <filesystem>
+#include "base/Dates.h"
+#include "platform/linux/LinuxFileSystem.h"
+#include "platform/linux/SqliteRegistry.h"
+#include "tests/support/TemporaryFolder.h"
+#include "zentrel/application/MacroFiles.h"
 
 namespace zn::test {
 
-/// Real files below one folder, which is the drive "C:" to a macro.
-class DiskFiles : public language::FileAccess {
-public:
-    explicit DiskFiles(std::filesystem::path root)
-        : m_root(std::move(root))
+/// A machine that has one drive "C:", which is a folder.
+struct OneDrive {
+    explicit OneDrive(const std::filesystem::path& root)
     {
-        std::filesystem::create_directories(m_root / "temp");
+        std::filesystem::create_directories(root / "temp");
+        registry.write(
+            RegistryRoot::User, u"Software\\Arkin\\Drives", u"C", RegistryValue::text(toText(root.string())), {});
     }
 
-    std::unique_ptr<language::OpenedFile> open(const Text& path, language::FileMode mode) override;
-    bool facts(const Text& path, language::FileFacts& facts) override;
-    void setAttributes(const Text& path, std::uint32_t attributes) override;
-    std::vector<language::FolderEntry> list(const Text& folder) override;
-    void remove(const Text& path) override;
-    void createFolder(const Text& path) override;
-    void removeFolder(const Text& path) override;
-    void rename(const Text& from, const Text& to) override;
-    void copy(const Text& from, const Text& to) override;
-    Text currentFolder() override { return m_current; }
-    void setCurrentFolder(const Text& path) override { m_current = path; }
+    TemporaryFolder home;
+    SqliteRegistry registry{home / "registry.sqlite"};
+    LinuxFileSystem drive{registry};
+};
+
+/// The files that the CAD application gives its macros, in one folder, which is the drive "C:", and at one moment.
+class DiskFiles : private OneDrive, public zentrel::MacroFiles {
+public:
+    explicit DiskFiles(const std::filesystem::path& root)
+        : OneDrive(root)
+        , MacroFiles(drive)
+    {
+        setCurrentFolder(u"C:\\");
+    }
+
+    bool facts(const Text& path, language::FileFacts& facts) override
+    {
+        const bool found = MacroFiles::facts(path, facts);
+        facts.modified = facts.created = dayCount({2018, 3, 5, 14, 7, 9});
+        return found;
+    }
     Text temporaryFolder() override { return u"C:\\temp"; }
 
-private:
-    std::filesystem::path native(const Text& path) const;
-
-    std::filesystem::path m_root;
-    Text m_current = u"C:\\";
+    /// Where a path of the drive is on this machine.
+    std::filesystem::path machinePath(const Text& path) { return drive.toMachine(path); }
 };
 
 } // namespace zn::test

@@ -2,9 +2,9 @@
 #include "language/Reason.h"
 #include "tests/language/DiskFiles.h"
 #include "tests/language/TestHost.h"
+#include "tests/support/Files.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <fstream>
 #include <gmock/gmock.h>
 
 namespace zn::test {
@@ -21,21 +21,19 @@ protected:
         return compile(source, {&library, {}});
     }
 
-    RuntimeFault faultOf(TextView source, TextView procedure = u"main", std::vector<Value> arguments = {})
+    RuntimeFault faultOf(TextView source)
     {
         Machine machine(compiled(source), host, files);
+        return faultOf(machine);
+    }
+    static RuntimeFault faultOf(Machine& machine)
+    {
         try {
-            machine.run(procedure, std::move(arguments));
+            machine.run(u"main");
         } catch (const RuntimeFault& fault) {
             return fault;
         }
         return RuntimeFault(FaultKind::RuntimeError, 0, u"none");
-    }
-
-    std::string fileText(const std::string& name)
-    {
-        std::ifstream file(folder / name, std::ios::binary);
-        return std::string((std::istreambuf_iterator<char>(file)), {});
     }
 
     TemporaryFolder folder;
@@ -140,11 +138,11 @@ TEST_F(HostInterplay, AnEndlessLoopEndsWhenTheHostAsksAndNoHandlerStopsThat)
 TEST_F(HostInterplay, FilesLeftOpenAreWrittenWhateverTheEnd)
 {
     faultOf(u"Sub main()\nOpen \"C:\\a.txt\" For Output As #1\nPrint #1, \"kept \"; ChrW(8217)\nx = 1 \\ 0\nEnd Sub");
-    EXPECT_EQ(fileText("a.txt"), "kept \x92\r\n");
+    EXPECT_EQ(readFile(folder / "a.txt"), "kept \x92\r\n");
     Machine machine(
         compiled(u"Sub main()\nOpen \"C:\\b.txt\" For Output As #1\nPrint #1, \"b\"\nEnd\nEnd Sub"), host, files);
     machine.run(u"main");
-    EXPECT_EQ(fileText("b.txt"), "b\r\n");
+    EXPECT_EQ(readFile(folder / "b.txt"), "b\r\n");
 }
 
 /// A disk that has no room when a file is closed.
@@ -176,13 +174,9 @@ TEST_F(HostInterplay, AFullDiskIsToldAtTheLatestWhenTheMacroEnds)
     handled.run(u"main");
     EXPECT_THAT(host.lines, ElementsAre(u" 61 "));
     Machine left(compiled(u"Sub main()\nOpen \"C:\\a\" For Output As #1\nPrint #1, 1\nEnd Sub"), host, full);
-    try {
-        left.run(u"main");
-        ADD_FAILURE() << "The loss was not told.";
-    } catch (const RuntimeFault& fault) {
-        EXPECT_EQ(fault.number, 61);
-        EXPECT_EQ(reasonOf(fault), Reason::SaveFailed);
-    }
+    const RuntimeFault fault = faultOf(left);
+    EXPECT_EQ(fault.number, 61);
+    EXPECT_EQ(reasonOf(fault), Reason::SaveFailed);
 }
 
 TEST_F(HostInterplay, AMacroMayRunAnotherThroughItsHostAndBothShareTheStack)

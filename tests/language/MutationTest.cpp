@@ -4,9 +4,9 @@
 #include "language/Machine.h"
 #include "tests/language/DiskFiles.h"
 #include "tests/language/TestHost.h"
+#include "tests/support/Files.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -43,7 +43,7 @@ Text damaged(Text source, std::mt19937& random)
     return source;
 }
 
-void expectAnEnd(const Text& source, const std::filesystem::path& folder)
+void expectAnEnd(const Text& source, FileAccess& files)
 {
     const TestLibrary library;
     const CompileOptions options{&library, {{u"VBA7", Value(true)}}};
@@ -57,7 +57,6 @@ void expectAnEnd(const Text& source, const std::filesystem::path& folder)
         return;
     TestHost host;
     host.stopAfter = 100;
-    DiskFiles files(folder);
     Machine machine(compile(source, options), host, files);
     try {
         machine.run(u"main");
@@ -72,15 +71,15 @@ TEST(DamagedSources, AreToldOfOrRunToAnEnd)
     const char* wanted = std::getenv("ZN_MUTATIONS");
     const int rounds = wanted ? std::atoi(wanted) : 20;
     const TemporaryFolder folder;
+    DiskFiles files(folder / "files");
     std::mt19937 random(20180305);
     const auto scripts = std::filesystem::path(ZN_SOURCE_DIR) / "tests/language/scripts";
     for (const auto& entry : std::filesystem::recursive_directory_iterator(scripts)) {
         if (entry.path().extension() != ".bas")
             continue;
-        std::ifstream file(entry.path());
-        const Text source = toText(std::string((std::istreambuf_iterator<char>(file)), {}));
+        const Text source = toText(readFile(entry.path()));
         for (int i = 0; i < rounds; ++i)
-            expectAnEnd(damaged(source, random), folder.path() / "files");
+            expectAnEnd(damaged(source, random), files);
     }
 }
 

@@ -6,11 +6,11 @@
 #include "language/Machine.h"
 #include "tests/language/DiskFiles.h"
 #include "tests/language/TestHost.h"
+#include "tests/support/Files.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 
 namespace zn::test {
@@ -99,8 +99,7 @@ class Script : public testing::TestWithParam<std::string> { };
 
 TEST_P(Script, DoesWhatItsCommentsSay)
 {
-    std::ifstream file(scripts / GetParam());
-    const std::string source((std::istreambuf_iterator<char>(file)), {});
+    const std::string source = readFile(scripts / GetParam());
     const std::string wanted = expected(source);
     ASSERT_FALSE(wanted.empty()) << "The script expects nothing.";
     EXPECT_EQ(outcome(source), wanted);

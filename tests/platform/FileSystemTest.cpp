@@ -2,6 +2,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/SqliteRegistry.h"
+#include "tests/support/Files.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <csignal>
@@ -16,11 +17,7 @@ using ::testing::UnorderedElementsAre;
 
 class FileSystemTest : public ::testing::Test {
 protected:
-    std::string content(const std::string& name)
-    {
-        std::ifstream file(folder / name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    }
+    std::string content(const std::string& name) { return test::readFile(folder / name); }
     /// The backslash path of a name in the test's folder.
     Text at(const char16_t* name) { return files.fromMachine(folder.path()) + u"\\" + name; }
 

@@ -1,6 +1,7 @@
 #include "platform/Home.h"
 #include "base/Status.h"
 #include "platform/linux/SocketPipe.h"
+#include "tests/support/Failures.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cstdlib>
@@ -62,14 +63,9 @@ TEST(HomeTest, TellsWhoseRuntimeFolderItIsAndLetsNobodyRemoveIt)
     std::filesystem::create_directories(folder / "own/run");
     if (::chown((folder / "own/run").c_str(), 54321, 54321) != 0)
         GTEST_SKIP() << "only the superuser can give a folder away";
-    try {
-        Home::open(folder / "own");
-        ADD_FAILURE() << "opened another user's";
-    } catch (const StatusError& error) {
-        EXPECT_EQ(error.what(),
-            "'" + (folder / "own/run").string()
-                + "' belongs to user number 54321. Work as that user, or set ARKIN_HOME to a folder of your own.");
-    }
+    EXPECT_EQ(test::sentenceOf([&] { Home::open(folder / "own"); }),
+        "'" + (folder / "own/run").string()
+            + "' belongs to user number 54321. Work as that user, or set ARKIN_HOME to a folder of your own.");
 }
 
 TEST(HomeTest, GivesALongHomeAShortPrivateRuntimeFolder)

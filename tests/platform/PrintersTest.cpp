@@ -1,5 +1,7 @@
 #include "base/Status.h"
 #include "platform/linux/CupsPrinters.h"
+#include "tests/support/Failures.h"
+#include "tests/support/Files.h"
 #include "tests/support/SilentPrintingSystem.h"
 #include "tests/support/TestPlatform.h"
 
@@ -20,19 +22,10 @@ protected:
     PrintersTest() { cupsSetServer("127.0.0.1:1"); }
     ~PrintersTest() override { cupsSetServer(nullptr); }
 
-    void add(const char16_t* name, const Text& folder)
-    {
-        platform.machine.registry().write(RegistryRoot::Machine, Text(folderPrintersKey) + u"\\" + name,
-            printerFolderValue, RegistryValue::text(folder), RegistryView::Bits64);
-    }
     std::string failure(const char16_t* printer)
     {
-        try {
-            platform.machine.printers().print(printer, job);
-            return "printed";
-        } catch (const StatusError& error) {
-            return error.what();
-        }
+        const Raised raised = raisedBy([&] { platform.machine.printers().print(printer, job); });
+        return raised.status == S_OK ? "printed" : raised.sentence;
     }
     std::vector<std::string> names(const std::filesystem::path& folder)
     {
@@ -60,8 +53,8 @@ TEST_F(PrintersTest, AMachineWithoutPrintersHasNone)
 
 TEST_F(PrintersTest, ListsFolderPrintersAndFindsThemInAnyCase)
 {
-    add(u"Плоттер", u"Z:\\plots");
-    add(u"Archive", toText(makeFolder("archive").string()));
+    platform.addPrinter(u"Плоттер", u"Z:\\plots");
+    platform.addPrinter(u"Archive", toText(makeFolder("archive").string()));
     platform.machine.registry().createKey(
         RegistryRoot::Machine, Text(folderPrintersKey) + u"\\Without", RegistryView::Bits64);
     std::vector<std::string> listed;
@@ -77,7 +70,7 @@ TEST_F(PrintersTest, ListsFolderPrintersAndFindsThemInAnyCase)
 TEST_F(PrintersTest, EachJobIsAFileOfItsOwn)
 {
     const auto folder = makeFolder("plots");
-    add(u"Plotter", platform.path("plots"));
+    platform.addPrinter(u"Plotter", platform.path("plots"));
     std::ofstream(folder / "Plate_ A_B.pdf") << "of a former job";
     EXPECT_EQ(failure(u"plotter"), "printed");
     job.pdf = "%PDF-2";
@@ -88,19 +81,15 @@ TEST_F(PrintersTest, EachJobIsAFileOfItsOwn)
     const auto found = names(folder);
     EXPECT_EQ(found.size(), 4U);
     EXPECT_THAT(found, ::testing::Contains(::testing::StartsWith("Print.._.hidden\xD0\x96")));
-    const auto content = [&](const char* name) {
-        std::ifstream file(folder / name);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
-    EXPECT_EQ(content("Plate_ A_B.pdf"), "of a former job");
-    EXPECT_EQ(content("Plate_ A_B (2).pdf"), "%PDF-1");
-    EXPECT_EQ(content("Plate_ A_B (3).pdf"), "%PDF-2");
+    EXPECT_EQ(readFile(folder / "Plate_ A_B.pdf"), "of a former job");
+    EXPECT_EQ(readFile(folder / "Plate_ A_B (2).pdf"), "%PDF-1");
+    EXPECT_EQ(readFile(folder / "Plate_ A_B (3).pdf"), "%PDF-2");
 }
 
 TEST_F(PrintersTest, AFolderThatTakesNoFileIsNamed)
 {
-    add(u"Gone", platform.path("gone"));
-    add(u"Fixed", u"/proc");
+    platform.addPrinter(u"Gone", platform.path("gone"));
+    platform.addPrinter(u"Fixed", u"/proc");
     EXPECT_EQ(failure(u"Gone"),
         "The printer 'Gone' prints into the folder '" + (platform.folder / "gone").string()
             + "', which isn't there. Make the folder or give the printer another one.");

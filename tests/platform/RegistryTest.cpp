@@ -1,10 +1,11 @@
 #include "base/Status.h"
 #include "platform/linux/SqliteRegistry.h"
+#include "tests/support/Children.h"
+#include "tests/support/Failures.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace zn {
@@ -82,26 +83,12 @@ TEST(SqliteRegistryTest, LosesNothingWhenProcessesWriteAtOnce)
     const test::TemporaryFolder folder;
     constexpr int processes = 4;
     constexpr int writes = 25;
-    std::vector<pid_t> children;
-    for (int i = 0; i < processes; ++i) {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            try {
-                SqliteRegistry registry(folder / "registry.sqlite");
-                for (int n = 0; n < writes; ++n)
-                    registry.write(user, u"Shared", numberText(i * 1000 + n), RegistryValue::number(n), {});
-                ::_exit(0);
-            } catch (...) {
-                ::_exit(1);
-            }
-        }
-        children.push_back(child);
-    }
-    for (const pid_t child : children) {
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
+    test::sumOfProcesses(processes, [&](int i) {
+        SqliteRegistry own(folder / "registry.sqlite");
+        for (int n = 0; n < writes; ++n)
+            own.write(user, u"Shared", numberText(i * 1000 + n), RegistryValue::number(n), {});
+        return 0;
+    });
     SqliteRegistry registry(folder / "registry.sqlite");
     EXPECT_EQ(registry.valueNames(user, u"Shared", {}).size(), std::size_t{processes * writes});
 }
@@ -111,12 +98,8 @@ TEST(SqliteRegistryTest, NamesTheFileThatIsNoRegistry)
     const test::TemporaryFolder folder;
     std::ofstream(folder / "broken") << std::string(5000, 'x');
     for (const char* name : {"broken", "missing/registry.sqlite"}) {
-        try {
-            SqliteRegistry registry(folder / name);
-            ADD_FAILURE() << name << " was opened";
-        } catch (const StatusError& failure) {
-            EXPECT_NE(std::string(failure.what()).find((folder / name).string()), std::string::npos) << failure.what();
-        }
+        EXPECT_THAT(test::sentenceOf([&] { SqliteRegistry registry(folder / name); }),
+            ::testing::HasSubstr((folder / name).string()));
     }
 }
 

@@ -7,12 +7,10 @@ namespace zn::test {
 
 namespace {
 
-class BatchAdd : public IArkBatchAdd {
+class BatchAdd : public OfHost<IArkBatchAdd> {
 public:
-    explicit BatchAdd(FakeHost& host)
-        : m_host(host)
-    {
-    }
+    using OfHost::OfHost;
+
     Status AddFile(TextView source, TextView folder, std::int32_t, const Text* name, std::int32_t flags) override
     {
         const Text target = name ? *name : Text(u"-");
@@ -38,16 +36,13 @@ public:
     }
 
 private:
-    FakeHost& m_host;
     std::vector<Text> m_paths;
 };
 
-class BatchCardUpdate : public IArkBatchCardUpdate {
+class BatchCardUpdate : public OfHost<IArkBatchCardUpdate> {
 public:
-    explicit BatchCardUpdate(FakeHost& host)
-        : m_host(host)
-    {
-    }
+    using OfHost::OfHost;
+
     Status SetVariable(
         std::int32_t fileId, std::int32_t variableId, const Value& value, std::int32_t, std::int32_t flags) override
     {
@@ -56,9 +51,6 @@ public:
             "SetVariable", toUtf8(formatText(format, fileId, variableId, value.toText(), int(value.type()), flags)));
     }
     Status Commit(std::vector<Status>&, std::int32_t) override { return m_host.answer("CardCommit"); }
-
-private:
-    FakeHost& m_host;
 };
 
 std::string pairsText(const std::vector<ArkFileFolderPair>& pairs)
@@ -69,12 +61,10 @@ std::string pairsText(const std::vector<ArkFileFolderPair>& pairs)
     return text;
 }
 
-class BatchReference : public IArkBatchReference {
+class BatchReference : public OfHost<IArkBatchReference> {
 public:
-    explicit BatchReference(FakeHost& host)
-        : m_host(host)
-    {
-    }
+    using OfHost::OfHost;
+
     Status AddReferences(std::int32_t fileId, const std::vector<ArkFileFolderPair>& pairs) override
     {
         return m_host.answer("AddReferences", std::to_string(fileId) + " > " + pairsText(pairs));
@@ -85,17 +75,12 @@ public:
         return m_host.answer("ReferenceTree");
     }
     Status Commit(bool&) override { return m_host.answer("ReferenceCommit"); }
-
-private:
-    FakeHost& m_host;
 };
 
-class BatchUnlock : public IArkBatchUnlock {
+class BatchUnlock : public OfHost<IArkBatchUnlock> {
 public:
-    explicit BatchUnlock(FakeHost& host)
-        : m_host(host)
-    {
-    }
+    using OfHost::OfHost;
+
     Status SetComment(TextView comment) override { return m_host.answer("SetComment", toUtf8(comment)); }
     Status AddSelection(IArkVault&, const std::vector<ArkFileFolderPair>& pairs) override
     {
@@ -106,17 +91,12 @@ public:
         return m_host.answer("UnlockTree", std::to_string(flag));
     }
     Status Unlock(std::int32_t, std::int32_t) override { return m_host.answer("Unlock"); }
-
-private:
-    FakeHost& m_host;
 };
 
-class BatchFetch : public IArkBatchFetch {
+class BatchFetch : public OfHost<IArkBatchFetch> {
 public:
-    explicit BatchFetch(FakeHost& host)
-        : m_host(host)
-    {
-    }
+    using OfHost::OfHost;
+
     Status AddSelection(IArkVault&, std::int32_t fileId, std::int32_t folderId, std::int32_t version) override
     {
         return m_host.answer("FetchSelection", toUtf8(formatText("%d/%d %d", fileId, folderId, version)));
@@ -126,17 +106,12 @@ public:
         return m_host.answer("FetchTree", std::to_string(flag));
     }
     Status GetFiles(std::int32_t, std::int32_t) override { return m_host.answer("GetFiles"); }
-
-private:
-    FakeHost& m_host;
 };
 
-class BatchQuery : public IArkBatchQuery {
+class BatchQuery : public OfHost<IArkBatchQuery> {
 public:
-    explicit BatchQuery(FakeHost& host)
-        : m_host(host)
-    {
-    }
+    using OfHost::OfHost;
+
     Status AddFile(const Value& path) override
     {
         if (const FakeFile* file = m_host.find(path.toText()))
@@ -144,14 +119,9 @@ public:
         return S_OK;
     }
     Status CreateList(TextView, std::vector<Text>&) override { return m_host.answer("CreateList"); }
-    Status GetRows(std::vector<ArkQueryRow>& rows) override
-    {
-        rows = m_rows;
-        return S_OK;
-    }
+    Status GetRows(std::vector<ArkQueryRow>& rows) override { return give(rows, m_rows); }
 
 private:
-    FakeHost& m_host;
     std::vector<ArkQueryRow> m_rows;
 };
 
@@ -164,26 +134,19 @@ Status FakeHost::makeUtility(ArkUtility kind, ObjectRef& utility)
         return status;
     switch (kind) {
     case ArkUtil_BatchCardUpdate:
-        utility = std::make_shared<BatchCardUpdate>(*this);
-        break;
+        return give(utility, std::make_shared<BatchCardUpdate>(*this));
     case ArkUtil_BatchUnlock:
-        utility = std::make_shared<BatchUnlock>(*this);
-        break;
+        return give(utility, std::make_shared<BatchUnlock>(*this));
     case ArkUtil_BatchReference:
-        utility = std::make_shared<BatchReference>(*this);
-        break;
+        return give(utility, std::make_shared<BatchReference>(*this));
     case ArkUtil_BatchFetch:
-        utility = std::make_shared<BatchFetch>(*this);
-        break;
+        return give(utility, std::make_shared<BatchFetch>(*this));
     case ArkUtil_BatchQuery:
-        utility = std::make_shared<BatchQuery>(*this);
-        break;
+        return give(utility, std::make_shared<BatchQuery>(*this));
     case ArkUtil_BatchAdd:
-        utility = std::make_shared<BatchAdd>(*this);
-        break;
+        return give(utility, std::make_shared<BatchAdd>(*this));
     case ArkUtil_VariableMgr:
-        utility = vault();
-        break;
+        return give(utility, vault());
     case ArkUtil_BatchList:
         return E_NOTIMPL; // only windows ask for it, and those are tested with the real vault
     }

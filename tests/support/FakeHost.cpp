@@ -28,10 +28,10 @@ private:
 
 std::size_t take(IArkPosition& position) { return dynamic_cast<Position&>(position).next++; }
 
-class Card : public IArkVariableEnumerator {
+class Card : public OfHost<IArkVariableEnumerator> {
 public:
     Card(FakeHost& host, std::int32_t fileId)
-        : m_host(host)
+        : OfHost(host)
         , m_fileId(fileId)
     {
     }
@@ -42,71 +42,47 @@ public:
         const auto& card = m_host.find(m_fileId)->card;
         const auto entry = card.find({Text(name), Text(configuration)});
         found = entry != card.end();
-        value = found ? entry->second : Value();
-        return S_OK;
+        return give(value, found ? entry->second : Value());
     }
 
 private:
-    FakeHost& m_host;
     std::int32_t m_fileId;
 };
 
-class VariableValue : public IArkVariableValue {
+class VariableValue : public OfHost<IArkVariableValue> {
 public:
     VariableValue(FakeHost& host, std::int32_t fileId, Text name)
-        : m_host(host)
+        : OfHost(host)
         , m_fileId(fileId)
         , m_name(std::move(name))
     {
     }
-    Status GetId(std::int32_t& id) override
-    {
-        id = m_host.variableId(m_name);
-        return S_OK;
-    }
+    Status GetId(std::int32_t& id) override { return give(id, m_host.variableId(m_name)); }
     Status GetValue(TextView configuration, Value& value) override
     {
         const auto& card = m_host.find(m_fileId)->card;
         const auto entry = card.find({m_name, Text(configuration)});
         if (entry == card.end())
             return S_FALSE;
-        value = entry->second;
-        return S_OK;
+        return give(value, entry->second);
     }
 
 private:
-    FakeHost& m_host;
     std::int32_t m_fileId;
     Text m_name;
 };
 
-class File : public IArkFile {
+class File : public OfHost<IArkFile> {
 public:
     File(FakeHost& host, std::int32_t id)
-        : m_host(host)
+        : OfHost(host)
         , m_id(id)
     {
     }
-    Status GetId(std::int32_t& id) override
-    {
-        id = m_id;
-        return S_OK;
-    }
-    Status GetCurrentVersion(std::int32_t& version) override
-    {
-        version = data().version;
-        return S_OK;
-    }
-    Status GetLocalPath(std::int32_t, Text& path) override
-    {
-        path = data().path;
-        return S_OK;
-    }
-    Status IsCheckedOut(std::int16_t& flag) override
-    {
-        flag = data().checkedOut ? 1 : 0;
-        return S_OK;
-    }
+    Status GetId(std::int32_t& id) override { return give(id, m_id); }
+    Status GetCurrentVersion(std::int32_t& version) override { return give(version, data().version); }
+    Status GetLocalPath(std::int32_t, Text& path) override { return give(path, data().path); }
+    Status IsCheckedOut(std::int16_t& flag) override { return give(flag, data().checkedOut ? 1 : 0); }
     Status CheckOut(std::int32_t folderId, std::int32_t, std::int32_t) override
     {
         const Status status = m_host.answer("CheckOut", toUtf8(formatText("%d %d", m_id, folderId)));
@@ -115,8 +91,7 @@ public:
     }
     Status GetVariableEnumerator(std::int32_t, std::shared_ptr<IArkVariableEnumerator>& enumerator) override
     {
-        enumerator = std::make_shared<Card>(m_host, m_id);
-        return S_OK;
+        return give(enumerator, std::make_shared<Card>(m_host, m_id));
     }
     Status GetVersionInfo(const Value& version, std::int32_t folderId, std::vector<ObjectRef>& values,
         std::vector<Text>&, ArkVersionInfo& info) override
@@ -134,57 +109,23 @@ public:
 private:
     FakeFile& data() { return *m_host.find(m_id); }
 
-    FakeHost& m_host;
     std::int32_t m_id;
 };
 
-class Folder : public IArkFolder {
+class Folder : public OfHost<IArkFolder> {
 public:
     Folder(FakeHost& host, Text path)
-        : m_host(host)
+        : OfHost(host)
         , m_path(std::move(path))
     {
     }
-    Status GetId(std::int32_t& id) override
-    {
-        id = m_host.folders.at(m_path);
-        return S_OK;
-    }
-    Status GetLocalPath(Text& path) override
-    {
-        path = m_path;
-        return S_OK;
-    }
-    Status GetFirstFilePosition(std::shared_ptr<IArkPosition>& position) override
-    {
-        m_files.clear();
-        for (const auto& [id, file] : m_host.files) {
-            if (pathFolder(file.path) == m_path)
-                m_files.push_back(id);
-        }
-        position = std::make_shared<Position>(m_files.size());
-        return S_OK;
-    }
-    Status GetNextFile(IArkPosition& position, std::shared_ptr<IArkFile>& file) override
-    {
-        file = std::make_shared<File>(m_host, m_files.at(take(position)));
-        return S_OK;
-    }
-    Status GetFirstSubFolderPosition(std::shared_ptr<IArkPosition>& position) override
-    {
-        m_folders.clear();
-        for (const auto& [path, id] : m_host.folders) {
-            if (path != m_path && pathFolder(path) == m_path)
-                m_folders.push_back(path);
-        }
-        position = std::make_shared<Position>(m_folders.size());
-        return S_OK;
-    }
-    Status GetNextSubFolder(IArkPosition& position, std::shared_ptr<IArkFolder>& folder) override
-    {
-        folder = std::make_shared<Folder>(m_host, m_folders.at(take(position)));
-        return S_OK;
-    }
+    Status GetId(std::int32_t& id) override { return give(id, m_host.folders.at(m_path)); }
+    Status GetLocalPath(Text& path) override { return give(path, m_path); }
+    // Nobody walks through these folders; that is done in the real vault.
+    Status GetFirstFilePosition(std::shared_ptr<IArkPosition>&) override { return E_NOTIMPL; }
+    Status GetNextFile(IArkPosition&, std::shared_ptr<IArkFile>&) override { return E_NOTIMPL; }
+    Status GetFirstSubFolderPosition(std::shared_ptr<IArkPosition>&) override { return E_NOTIMPL; }
+    Status GetNextSubFolder(IArkPosition&, std::shared_ptr<IArkFolder>&) override { return E_NOTIMPL; }
     Status DeleteFile(std::int32_t, std::int32_t fileId, std::int32_t flags) override
     {
         const Status status = m_host.answer("DeleteFile", toUtf8(formatText("%d %d", fileId, flags)));
@@ -194,15 +135,11 @@ public:
     }
     Status HasReadRight(std::int32_t permission, std::int32_t fileId, bool& allowed) override
     {
-        allowed = m_host.answer("HasReadRight", toUtf8(formatText("%d %d", permission, fileId))) == S_OK;
-        return S_OK;
+        return give(allowed, m_host.answer("HasReadRight", toUtf8(formatText("%d %d", permission, fileId))) == S_OK);
     }
 
 private:
-    FakeHost& m_host;
     Text m_path;
-    std::vector<std::int32_t> m_files;
-    std::vector<Text> m_folders;
 };
 
 class Variable : public IArkVariable {
@@ -212,43 +149,24 @@ public:
         , m_id(id)
     {
     }
-    Status GetName(Text& name) override
-    {
-        name = m_name;
-        return S_OK;
-    }
-    Status GetId(std::int32_t& id) override
-    {
-        id = m_id;
-        return S_OK;
-    }
+    Status GetName(Text& name) override { return give(name, m_name); }
+    Status GetId(std::int32_t& id) override { return give(id, m_id); }
 
 private:
     Text m_name;
     std::int32_t m_id;
 };
 
-class Vault : public IArkVault, public IArkVariableMgr {
+class Vault : public OfHost<IArkVault, IArkVariableMgr> {
 public:
-    explicit Vault(FakeHost& host)
-        : m_host(host)
-    {
-    }
-    Status GetRootFolderPath(Text& path) override
-    {
-        path = m_host.root;
-        return S_OK;
-    }
-    Status GetName(Text& name) override
-    {
-        name = m_host.vaultName;
-        return S_OK;
-    }
+    using OfHost::OfHost;
+
+    Status GetRootFolderPath(Text& path) override { return give(path, m_host.root); }
+    Status GetName(Text& name) override { return give(name, m_host.vaultName); }
     Status GetFileFromPath(TextView path, std::shared_ptr<IArkFolder>* folder, std::shared_ptr<IArkFile>& file) override
     {
-        if (const auto failure = m_host.failures.find("GetFileFromPath " + toUtf8(path));
-            failure != m_host.failures.end())
-            return failure->second;
+        if (const Status failure = m_host.failureOf("GetFileFromPath " + toUtf8(path)))
+            return failure;
         const FakeFile* found = m_host.find(path);
         if (!found)
             return S_FALSE;
@@ -263,8 +181,7 @@ public:
     {
         if (!m_host.folders.contains(Text(path)))
             return S_FALSE;
-        folder = std::make_shared<Folder>(m_host, Text(path));
-        return S_OK;
+        return give(folder, std::make_shared<Folder>(m_host, Text(path)));
     }
     Status CreateUtility(ArkUtility kind, ObjectRef& utility) override { return m_host.makeUtility(kind, utility); }
     Status BrowseForFile(std::int32_t, std::int32_t, TextView, TextView, std::vector<Text>&) override
@@ -276,35 +193,25 @@ public:
     {
         name = formatText("E_%08X", static_cast<std::uint32_t>(code));
         description = u"What it means.";
-        return S_OK;
+        return m_host.failureOf("GetErrorText");
     }
     Status GetFirstVariablePosition(std::shared_ptr<IArkPosition>& position) override
     {
-        position = std::make_shared<Position>(m_host.cardVariables.size());
-        return S_OK;
+        return give(position, std::make_shared<Position>(m_host.cardVariables.size()));
     }
     Status GetNextVariable(IArkPosition& position, std::shared_ptr<IArkVariable>& variable) override
     {
         const std::size_t index = take(position);
-        variable = std::make_shared<Variable>(m_host.cardVariables.at(index), static_cast<std::int32_t>(index + 1));
-        return S_OK;
+        return give(
+            variable, std::make_shared<Variable>(m_host.cardVariables.at(index), static_cast<std::int32_t>(index + 1)));
     }
-
-private:
-    FakeHost& m_host;
 };
 
-class Task : public IArkTaskInstance, public IArkRunMessages {
+class Task : public OfHost<IArkTaskInstance, IArkRunMessages> {
 public:
-    explicit Task(FakeHost& host)
-        : m_host(host)
-    {
-    }
-    Status GetInstanceGuid(Text& guid) override
-    {
-        guid = u"{6D1A7B52-0C8E-4E0B-9F6C-0123456789AB}";
-        return S_OK;
-    }
+    using OfHost::OfHost;
+
+    Status GetInstanceGuid(Text& guid) override { return give(guid, u"{6D1A7B52-0C8E-4E0B-9F6C-0123456789AB}"); }
     Status SetProgressRange(std::int32_t total, std::int32_t position, TextView text) override
     {
         m_host.runCalls.push_back(
@@ -336,24 +243,20 @@ public:
     }
     Status GetValue(TextView name, Value& value) override
     {
-        if (const auto failure = m_host.failures.find("GetValue " + toUtf8(name)); failure != m_host.failures.end())
-            return failure->second;
+        if (const Status failure = m_host.failureOf("GetValue " + toUtf8(name)))
+            return failure;
         const auto entry = m_host.taskVariables.find(Text(name));
         value = entry == m_host.taskVariables.end() ? Value() : entry->second;
         return entry == m_host.taskVariables.end() ? S_FALSE : S_OK;
     }
     Status SetValue(TextView name, const Value& value) override
     {
-        if (const auto failure = m_host.failures.find("SetValue " + toUtf8(name)); failure != m_host.failures.end())
-            return failure->second;
+        if (const Status failure = m_host.failureOf("SetValue " + toUtf8(name)))
+            return failure;
         m_host.taskVariables[Text(name)] = value;
         return S_OK;
     }
-    Status GetTaskName(Text& name) override
-    {
-        name = u"Task";
-        return S_OK;
-    }
+    Status GetTaskName(Text& name) override { return give(name, u"Task"); }
     Status GetVariable(const Value& idOrName, Value& value) override
     {
         const auto* name = idOrName.get<Text>();
@@ -372,9 +275,6 @@ public:
         m_host.outputs = std::to_string(missing) + " of " + std::to_string(expected);
         return S_OK;
     }
-
-private:
-    FakeHost& m_host;
 };
 
 } // namespace
@@ -421,11 +321,14 @@ Status FakeHost::answer(const std::string& name, const std::string& arguments)
 {
     const std::string call = arguments.empty() ? name : name + " " + arguments;
     calls.push_back(call);
-    for (const std::string& key : {call, name}) {
-        if (const auto failure = failures.find(key); failure != failures.end())
-            return failure->second;
-    }
-    return S_OK;
+    const Status failure = failureOf(call);
+    return failure ? failure : failureOf(name);
+}
+
+Status FakeHost::failureOf(const std::string& call) const
+{
+    const auto failure = failures.find(call);
+    return failure == failures.end() ? S_OK : failure->second;
 }
 
 } // namespace zn::test

@@ -7,7 +7,9 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <type_traits>
 #include <unordered_map>
+#include <utility>
 
 namespace zn::test {
 
@@ -39,6 +41,8 @@ public:
     std::int32_t variableId(TextView name) const;
     /// Writes a call down. The status that it is to answer: of `failures` by "Name" or "Name argument", or else 0.
     Status answer(const std::string& name, const std::string& arguments = {});
+    /// The status by which a call is made to fail; 0 if it isn't.
+    Status failureOf(const std::string& call) const;
 
     Status makeUtility(ArkUtility kind, ObjectRef& utility);
 
@@ -64,5 +68,24 @@ public:
 private:
     std::unordered_map<Text, std::int32_t> m_idsByPath; ///< by folded path
 };
+
+/// What the objects of a fake vault are built on.
+template <class... Interfaces> class OfHost : public Interfaces... {
+public:
+    explicit OfHost(FakeHost& host)
+        : m_host(host)
+    {
+    }
+
+protected:
+    FakeHost& m_host;
+};
+
+/// Gives a caller what he asked for.
+template <class Target> Status give(Target& target, std::type_identity_t<Target> value)
+{
+    target = std::move(value);
+    return S_OK;
+}
 
 } // namespace zn::test

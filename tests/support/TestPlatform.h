@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/FolderPrinters.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/LocalPipe.h"
 #include "platform/RunningObjects.h"
@@ -20,7 +21,7 @@ public:
         return event.waitFor(std::chrono::milliseconds(0));
     }
 
-    std::int64_t time = 0;
+    std::int64_t time = 1'520'000'000;
     std::chrono::milliseconds slept{0};
 };
 
@@ -55,6 +56,13 @@ public:
         Platform all = machine.with(running);
         return {all.registry, all.files, all.processes, all.runningObjects, all.windows, pipe, clock, all.printers,
             all.products};
+    }
+    /// A printer of this machine that prints into a folder.
+    void addPrinter(const Text& name, const Text& printsInto)
+    {
+        static_cast<Registry&>(machine.registry())
+            .write(RegistryRoot::Machine, Text(folderPrintersKey) + u"\\" + name, printerFolderValue,
+                RegistryValue::text(printsInto));
     }
     /// The backslash path of a name in the temporary folder.
     Text path(const std::string& name) { return machine.files().fromMachine(folder / name); }

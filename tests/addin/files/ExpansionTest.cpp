@@ -18,47 +18,10 @@ protected:
         return lines;
     }
 
-    void fillFolders()
-    {
-        host.folders = {{host.root, 1}, {vaultPath("p"), 2}, {vaultPath("p\\empty"), 3}, {vaultPath("p\\q"), 4}};
-        host.addFile(11, 2, vaultPath("p\\a.ZENASM"), 5);
-        host.addFile(12, 2, vaultPath("p\\b.prt"), 1);
-        host.addFile(13, 2, vaultPath("p\\README"), 1);
-        host.addFile(14, 4, vaultPath("p\\q\\c.Step"), 2);
-        host.addFile(15, 2, vaultPath("p\\d.xls"), 3);
-    }
-
     SelectionRecords selection;
 };
 
 using Lines = std::vector<std::string>;
-
-TEST_F(Expansion, TakesFilesAsTheyComeAndFoldersByTheirExtensions)
-{
-    fillFolders();
-    const ArkSelection items = {
-        {15, 2, vaultPath("p\\d.xls"), u"", ArkItemType::File, 3},
-        {13, 2, vaultPath("p\\README"), u"", ArkItemType::File, 1},
-        {2, 1, vaultPath("p"), u"", ArkItemType::Folder, 0},
-        {9, 9, vaultPath("unknown"), u"", ArkItemType::Folder, 0},
-        {9, 9, vaultPath("x.step"), u"", static_cast<ArkItemType>(3), 0},
-        {7, 3, vaultPath("flange.zenprt"), u"Long", ArkItemType::File, -1},
-    };
-    begin(TaskKind::Conversion);
-    EXPECT_EQ(expand(items, false),
-        (Lines{"V:\\p\\d.xls 15/2 v3 latest -1 ''", "V:\\p\\a.ZENASM 11/2 v5 latest -1 '' cad",
-            "V:\\p\\q\\c.Step 14/4 v2 latest -1 ''", "V:\\flange.zenprt 7/3 v-1 latest -1 'Long' cad"}));
-    EXPECT_TRUE(host.calls.empty());
-
-    // The kind of a task that isn't known yet is read; printing takes all files of a folder.
-    begin(TaskKind::Unknown);
-    host.taskVariables[u"__type"] = 2;
-    EXPECT_EQ(expand({items[2]}, false),
-        (Lines{"V:\\p\\a.ZENASM 11/2 v5 latest -1 '' cad", "V:\\p\\b.prt 12/2 v1 latest -1 ''",
-            "V:\\p\\README 13/2 v1 latest -1 ''", "V:\\p\\d.xls 15/2 v3 latest -1 ''",
-            "V:\\p\\q\\c.Step 14/4 v2 latest -1 ''"}));
-    EXPECT_TRUE(expand({}, true).empty());
-}
 
 TEST_F(Expansion, FetchesAllInOneBatchAndLearnsTheLatestVersions)
 {

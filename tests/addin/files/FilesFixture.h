@@ -3,7 +3,7 @@
 #include "addin/files/FileLogic.h"
 #include "base/Format.h"
 #include "platform/FileSystem.h"
-#include "tests/support/ExpectStatus.h"
+#include "tests/support/Failures.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestPlatform.h"
 

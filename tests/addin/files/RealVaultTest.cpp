@@ -1,4 +1,6 @@
 #include "arkin/vault/VaultObject.h"
+#include "base/Format.h"
+#include "base/Paths.h"
 #include "tests/addin/files/FilesFixture.h"
 #include "tests/arkin/VaultFixture.h"
 
@@ -90,7 +92,9 @@ TEST_F(RealVault, GetsNewFilesThenNewVersionsThenNewFilesInTheirPlace)
     EXPECT_EQ(describe("out/flange.stl"), "v2, Long flange, B > flange.zenprt");
     EXPECT_EQ(real.vault.find(real.path("out/flange.stl"))->fileId, first);
 
+    platform.pipe.messages.clear();
     convert(true);
+    EXPECT_EQ(platform.pipe.messages.size(), 8U) << "four for each file that was deleted";
     EXPECT_EQ(describe("out/flange.stl"), "v1, Long flange, B > flange.zenprt");
     EXPECT_NE(real.vault.find(real.path("out/flange.stl"))->fileId, first);
     EXPECT_EQ(zn::arkin::test::readFile(real.local("out/pump.stl")), "mesh out/pump.stl 2");
@@ -106,6 +110,41 @@ TEST_F(RealVault, RefersToTheVersionThatWasWorkedOn)
     EXPECT_EQ(real.vault.references().from(output, 1).at(0).toVersion, 1);
     EXPECT_EQ(real.vault.references().from(real.vault.find(real.path("out/pump.stl"))->fileId, 1).at(0).toVersion, 2);
     EXPECT_EQ(logic.CountOutputs(selection).missing, 0);
+}
+
+TEST_F(RealVault, TakesFilesAsTheyComeAndFoldersByTheirExtensions)
+{
+    for (const char* name : {"p/a.ZENASM", "p/b.prt", "p/README", "p/q/c.Step", "p/d.xls"})
+        real.addReleased(name, name);
+    std::filesystem::create_directory(real.local("p/empty"));
+    const auto expanded = [&](TaskKind kind, const ArkSelection& chosen) {
+        logic.Initialize(vault, kind, false);
+        selection.clear();
+        logic.ExpandSelection(*vault, host.task(), chosen, selection, false);
+        std::vector<std::string> lines;
+        for (const auto& record : selection)
+            lines.push_back(toUtf8(formatText("%s v%d latest %d '%s'%s", pathFileName(record->path), record->version,
+                record->latestVersion, record->selConfiguration, record->isCadFile ? " cad" : "")));
+        return lines;
+    };
+    using Lines = std::vector<std::string>;
+    const ArkSelItem folder{2, 1, real.path("p"), u"", ArkItemType::Folder, 0};
+    EXPECT_EQ(expanded(TaskKind::Conversion,
+                  {{15, 2, real.path("p/d.xls"), u"", ArkItemType::File, 3},
+                      {13, 2, real.path("p/README"), u"", ArkItemType::File, 1}, folder,
+                      {9, 9, real.path("unknown"), u"", ArkItemType::Folder, 0},
+                      {9, 9, real.path("x.step"), u"", static_cast<ArkItemType>(3), 0},
+                      {7, 3, real.path("parts/flange.zenprt"), u"Long", ArkItemType::File, -1}}),
+        (Lines{"d.xls v3 latest -1 ''", "a.ZENASM v1 latest -1 '' cad", "c.Step v1 latest -1 ''",
+            "flange.zenprt v-1 latest -1 'Long' cad"}));
+    // The kind of a task that isn't known yet is read; printing takes all files of a folder.
+    host.taskVariables[u"__type"] = 2;
+    EXPECT_EQ(expanded(TaskKind::Unknown, {folder}),
+        (Lines{"a.ZENASM v1 latest -1 '' cad", "b.prt v1 latest -1 ''", "d.xls v1 latest -1 ''",
+            "README v1 latest -1 ''", "c.Step v1 latest -1 ''"}));
+    for (const auto& record : selection)
+        EXPECT_EQ((zn::arkin::Place{record->docId, record->projId}), real.vault.find(record->path));
+    EXPECT_TRUE(expanded(TaskKind::Conversion, {}).empty());
 }
 
 TEST_F(RealVault, TellsOfAFileThatMayNotBeReplaced)
@@ -155,12 +194,14 @@ TEST_F(RealVault, KeepsTheLogAsAFileOfItsOwn)
 {
     const Text log = real.path("Logs/Nightly/run.log");
     logic.Initialize(vault, TaskKind::Conversion, false);
+    logic.PrepareLogFile(u"");
     logic.PrepareLogFile(log);
     zn::arkin::test::writeFile(real.local("Logs/Nightly/run.log"), "one");
     logic.CommitLogFile(log);
     EXPECT_EQ(describe("Logs/Nightly/run.log"), "v1, none, none");
 
-    logic.PrepareLogFile(log);
+    logic.PrepareLogFile(real.path("Logs/Nightly") + u"\\.\\run.log");
+    logic.PrepareLogFile(log); // by this run already
     EXPECT_EQ(describe("Logs/Nightly/run.log"), "v1, none, none (out)");
     EXPECT_TRUE(ports.files.appendBytes(log, " two"));
     logic.CommitLogFile(log);

@@ -1,6 +1,7 @@
 #include "addin/installation/ClosedLibrary.h"
 #include "addin/installation/SettingsLight.h"
 #include "base/Status.h"
+#include "tests/support/Failures.h"
 #include "tests/support/TestPlatform.h"
 
 #include <fstream>
@@ -41,12 +42,7 @@ protected:
     std::string loadFailure(TextView name)
     {
         SettingsLight paths = settings();
-        try {
-            loadLibrary(paths, files, name);
-        } catch (const StatusError& error) {
-            return error.what();
-        }
-        return "no failure";
+        return test::sentenceOf([&] { loadLibrary(paths, files, name); });
     }
 
     test::TestPlatform platform;

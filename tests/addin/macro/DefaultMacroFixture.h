@@ -7,6 +7,7 @@
 #include "language/Program.h"
 #include "tests/addin/macro/FakeCadApplication.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/Files.h"
 #include "tests/support/TestPlatform.h"
 
 #include <algorithm>
@@ -39,19 +40,19 @@ protected:
     std::string runMacro(const char16_t* file, const char16_t* item, const char16_t* version)
     {
         cad.calls.clear();
-        cad.files.clear();
         MacroBuilder builder{platform.ports()};
         builder.Prepare(host.vault(), host.task(), defaultMacro(m_kind));
         builder.SetFile(file, item, 1, 2, 3);
         const FakeCadLibrary library;
         const language::CompileOptions options{&library, {{u"VBA7", true}}};
-        FakeCadHost cadHost(cad);
-        FakeCadFiles files(cad);
+        const TemporaryFolder drive;
+        FakeCadFiles files(cad, drive.path());
+        FakeCadHost cadHost(cad, files);
         // As the CAD application reads it: from a file in the code page.
         language::Machine machine(
             language::compile(fromCodePage(toCodePage(builder.Build(version))), options), cadHost, files);
         machine.run(u"main");
-        return cad.files[m_log];
+        return readFile(files.machinePath(m_log));
     }
     Calls callsOf(const std::string& beginning) const
     {

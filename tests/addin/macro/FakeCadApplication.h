@@ -1,8 +1,8 @@
 #pragma once
 
-#include "language/FileAccess.h"
 #include "language/Host.h"
 #include "language/Library.h"
+#include "tests/language/DiskFiles.h"
 
 #include <functional>
 #include <map>
@@ -15,8 +15,6 @@ struct FakeCadApplication {
     /// Answers by "Class.Member"; a member without one answers Empty. By-reference results go into the arguments.
     std::map<std::string, std::function<Value(MemberCall&)>> answers;
     std::vector<std::string> calls;
-    /// Everything that the macro printed into files, by path.
-    std::map<Text, std::string> files;
 
     void answer(const std::string& member, Value value)
     {
@@ -96,10 +94,29 @@ public:
     bool hasGlobal(TextView name) const override { return equalNoCase(name, u"Application"); }
 };
 
+/// Real files, whose deletions are written down.
+class FakeCadFiles : public DiskFiles {
+public:
+    FakeCadFiles(FakeCadApplication& application, const std::filesystem::path& root)
+        : DiskFiles(root)
+        , m_application(application)
+    {
+    }
+    void remove(const Text& path) override
+    {
+        m_application.calls.push_back("delete " + toUtf8(path));
+        DiskFiles::remove(path);
+    }
+
+private:
+    FakeCadApplication& m_application;
+};
+
 class FakeCadHost : public language::Host {
 public:
-    explicit FakeCadHost(FakeCadApplication& application)
+    FakeCadHost(FakeCadApplication& application, FakeCadFiles& files)
         : m_application(application)
+        , m_files(files)
     {
     }
     Value global(MemberCall&) override { return Value(m_application.object(u"Application")); }
@@ -108,7 +125,9 @@ public:
     {
         if (call.entry == u"PathIsRelativeW")
             return std::int32_t(call.text(0).value_or(u"").find(u':') == Text::npos ? 1 : 0);
-        m_application.calls.push_back("mkdir " + toUtf8(call.text(1).value_or(u"")));
+        const Text folder = call.text(1).value_or(u"");
+        m_application.calls.push_back("mkdir " + toUtf8(folder));
+        std::filesystem::create_directories(m_files.machinePath(folder));
         return std::int32_t(0);
     }
     void debugPrint(const Text&) override { }
@@ -116,56 +135,7 @@ public:
 
 private:
     FakeCadApplication& m_application;
-};
-
-/// Files that can only be appended to, found and deleted.
-class FakeCadFiles : public language::FileAccess {
-public:
-    explicit FakeCadFiles(FakeCadApplication& application)
-        : m_application(application)
-    {
-    }
-    std::unique_ptr<language::OpenedFile> open(const Text& path, language::FileMode) override
-    {
-        return std::make_unique<Opened>(m_application.files[path]);
-    }
-    bool facts(const Text& path, language::FileFacts&) override { return m_application.files.contains(path); }
-    void remove(const Text& path) override
-    {
-        m_application.calls.push_back("delete " + toUtf8(path));
-        m_application.files.erase(path);
-    }
-    void setAttributes(const Text&, std::uint32_t) override { unexpected(); }
-    std::vector<language::FolderEntry> list(const Text&) override { unexpected(); }
-    void createFolder(const Text&) override { unexpected(); }
-    void removeFolder(const Text&) override { unexpected(); }
-    void rename(const Text&, const Text&) override { unexpected(); }
-    void copy(const Text&, const Text&) override { unexpected(); }
-    Text currentFolder() override { return u"C:\\"; }
-    void setCurrentFolder(const Text&) override { unexpected(); }
-    Text temporaryFolder() override { return u"C:\\temp"; }
-
-private:
-    class Opened : public language::OpenedFile {
-    public:
-        explicit Opened(std::string& content)
-            : m_content(content)
-        {
-        }
-        std::size_t read(char*, std::size_t) override { return 0; }
-        void write(std::string_view bytes) override { m_content += bytes; }
-        void seek(std::uint64_t) override { }
-        std::uint64_t position() override { return m_content.size(); }
-        std::uint64_t size() override { return m_content.size(); }
-        void close() override { }
-
-    private:
-        std::string& m_content;
-    };
-
-    [[noreturn]] static void unexpected() { throw StatusError(E_UNEXPECTED, "The macro has no business there."); }
-
-    FakeCadApplication& m_application;
+    FakeCadFiles& m_files;
 };
 
 } // namespace zn::test

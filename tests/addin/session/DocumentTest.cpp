@@ -4,8 +4,6 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
-
 class DocumentTest : public SessionTest {
 protected:
     FakeRef named(const char* member, const char16_t* name)

@@ -3,7 +3,6 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
 constexpr TextView addInKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise\\ZNTaskAddIn";
 
 /// What one macro call of the application does.
@@ -44,6 +43,15 @@ protected:
         return attempt.success;
     }
 
+    /// How often the application is called for a macro that ends with this status.
+    int callsOf(std::vector<Attempt> planned, Status expected)
+    {
+        attempts = std::move(planned);
+        calls = 0;
+        EXPECT_EQ(statusOf([&] { session.RunMacro(u"main"); }), expected);
+        return calls;
+    }
+
     std::vector<Attempt> attempts;
     int calls = 0;
     bool dies = false;
@@ -72,10 +80,7 @@ TEST_F(MacroRunTest, RetriesFailedCallsAndPutsTheLastIntoWords)
     for (const Case& one : cases) {
         ASSERT_EQ(session.Start(), S_OK);
         running.starts = 0;
-        attempts = one.attempts;
-        calls = 0;
-        EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), one.status);
-        EXPECT_EQ(calls, one.calls);
+        EXPECT_EQ(callsOf(one.attempts, one.status), one.calls);
         EXPECT_EQ(toUtf8(session.GetLastError()), one.text);
         EXPECT_EQ(running.starts, one.calls - 1);
         session.Stop(true, S_OK);
@@ -85,19 +90,14 @@ TEST_F(MacroRunTest, RetriesFailedCallsAndPutsTheLastIntoWords)
 TEST_F(MacroRunTest, OutlivesAnApplicationThatDiesInAMacro)
 {
     ASSERT_EQ(session.Start(), S_OK);
-    attempts.assign(3, {RPC_E_DISCONNECTED});
     dies = true;
-    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), RPC_E_DISCONNECTED);
-    EXPECT_EQ(calls, 3);
+    EXPECT_EQ(callsOf(std::vector<Attempt>(3, {RPC_E_DISCONNECTED}), RPC_E_DISCONNECTED), 3);
     EXPECT_EQ(running.starts, 3);
     EXPECT_EQ(session.StopKeepingError(S_OK), S_OK);
     EXPECT_EQ(session.GetLastError(), u"Failed to run Zentrel macro.");
 
     ASSERT_EQ(session.Start(), S_OK);
-    attempts = {{RPC_E_DISCONNECTED}, {}};
-    calls = 0;
-    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), S_OK);
-    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(callsOf({{RPC_E_DISCONNECTED}, {}}, S_OK), 2);
 }
 
 TEST_F(MacroRunTest, RestartsInRegressionModeWhenTheSchedulersDialogWasSeen)
@@ -106,29 +106,20 @@ TEST_F(MacroRunTest, RestartsInRegressionModeWhenTheSchedulersDialogWasSeen)
         u"Zentrel Office Installed", RegistryValue::number(1), {});
     ASSERT_EQ(session.Start(), S_OK);
     // The dialog comes back more often than a plain failure would be retried.
-    attempts = {{S_OK, true, 0, true}, {S_OK, true, 0, true}, {S_OK, true, 0, true}, {S_OK, true, 0, true}, {}};
-    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), S_OK);
-    EXPECT_EQ(calls, 5);
+    const Attempt dialog{S_OK, true, 0, true};
+    EXPECT_EQ(callsOf({dialog, dialog, dialog, dialog, {}}, S_OK), 5);
     EXPECT_EQ(content("starts"), "/B\n/R\n/R\n/R\n/R\n");
     EXPECT_EQ(windows.answers, std::vector<std::string>(4, "key 13 A Zentrel Task Scheduler"));
 
-    calls = 0;
-    attempts.assign(1000, {S_OK, true, 0, true});
-    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), E_FAIL);
-    EXPECT_EQ(calls, 100);
+    EXPECT_EQ(callsOf(std::vector<Attempt>(1000, dialog), E_FAIL), 100);
     EXPECT_EQ(session.GetLastError(), u"Failed to run Zentrel macro.");
 
     // Restarts that the dialog asked for take no attempts from the next macro.
-    calls = 0;
-    attempts = {{S_OK, true, 0, true}, {S_OK, true, 0, true}, {S_OK, true, 0, true, true}};
-    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), E_FAIL);
+    callsOf({dialog, dialog, {S_OK, true, 0, true, true}}, E_FAIL);
     install("exec sleep 600");
     for (int i = 0; i < 2; ++i)
         ASSERT_EQ(session.Restart(S_OK), S_OK);
-    calls = 0;
-    attempts.assign(5, {E_FAIL});
-    EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), E_FAIL);
-    EXPECT_EQ(calls, 3);
+    EXPECT_EQ(callsOf(std::vector<Attempt>(5, {E_FAIL}), E_FAIL), 3);
 }
 
 TEST_F(MacroRunTest, RestartsWithoutAMacroInBetweenLeaveFewerAttempts)
@@ -138,10 +129,7 @@ TEST_F(MacroRunTest, RestartsWithoutAMacroInBetweenLeaveFewerAttempts)
     for (const auto& [restarts, expected] : cases) {
         for (int i = 0; i < restarts; ++i)
             ASSERT_EQ(session.Restart(S_OK), S_OK);
-        attempts.assign(5, {E_FAIL});
-        calls = 0;
-        EXPECT_EQ(raised([&] { session.RunMacro(u"main"); }), E_FAIL);
-        EXPECT_EQ(calls, expected) << restarts;
+        EXPECT_EQ(callsOf(std::vector<Attempt>(5, {E_FAIL}), E_FAIL), expected) << restarts;
     }
 }
 
@@ -188,7 +176,7 @@ TEST_F(MacroRunTest, SaysWhyTheMacroFileCouldNotBeWritten)
     const char* before = std::getenv("TMPDIR");
     const std::string kept = before ? before : "";
     ::setenv("TMPDIR", "/proc", 1);
-    const Status status = raised([&] { session.RunMacro(u"main"); });
+    const Status status = statusOf([&] { session.RunMacro(u"main"); });
     kept.empty() ? ::unsetenv("TMPDIR") : ::setenv("TMPDIR", kept.c_str(), 1);
     EXPECT_TRUE(failed(status));
     EXPECT_EQ(calls, 0);

@@ -51,6 +51,14 @@ protected:
     }
 
     Text path(const std::string& name) { return ports.files().fromMachine(folder / name); }
+    /// How a macro begins that opens a document as `model`.
+    static Text opening(const Text& document, const Text& type)
+    {
+        return u"Sub main()\r\n    Dim app, spec, model, errors, warnings, name\r\n    Set app = "
+               u"Application.Zentrel\r\n"
+               "    Set spec = app.GetOpenDocSpec(\""
+            + document + u"\")\r\n    spec.DocumentType = " + type + u"\r\n    Set model = app.OpenDoc7(spec)\r\n";
+    }
     std::int32_t processId() { return manager.GetApplication()->call(u"GetProcessID").toInt32(); }
 
     TemporaryFolder folder;
@@ -66,15 +74,8 @@ TEST_F(RealApplication, RunsMacrosTellsTheirSavesAndLeaves)
     ASSERT_EQ(manager.Start(), S_OK) << toUtf8(manager.GetLastError());
     EXPECT_EQ(manager.GetRevisionText(), u"zn2018");
     const std::int32_t process = processId();
-    const Text macro = u"Sub main()\r\n"
-                       "    Dim app, spec, model, errors, warnings, name\r\n"
-                       "    Set app = Application.Zentrel\r\n"
-                       "    Set spec = app.GetOpenDocSpec(\""
-        + path("Bracket.zenprt")
-        + u"\")\r\n"
-          "    spec.DocumentType = znDocPART\r\n"
-          "    Set model = app.OpenDoc7(spec)\r\n"
-          "    For Each name In model.GetConfigurationNames\r\n"
+    const Text macro = opening(path("Bracket.zenprt"), u"znDocPART")
+        + u"    For Each name In model.GetConfigurationNames\r\n"
           "        model.ShowConfiguration name\r\n"
           "        model.Extension.SaveAs \""
         + path("")
@@ -88,12 +89,8 @@ TEST_F(RealApplication, RunsMacrosTellsTheirSavesAndLeaves)
     EXPECT_TRUE(std::filesystem::exists(folder / "Large.stl"));
     manager.AfterMacro();
 
-    try {
-        manager.RunMacro(u"Sub other()\r\nEnd Sub\r\n");
-        ADD_FAILURE();
-    } catch (const StatusError&) {
-        EXPECT_EQ(manager.GetLastError(), u"Failed to run Zentrel macro. Reason: Invalid procedure name.");
-    }
+    EXPECT_THROW(manager.RunMacro(u"Sub other()\r\nEnd Sub\r\n"), StatusError);
+    EXPECT_EQ(manager.GetLastError(), u"Failed to run Zentrel macro. Reason: Invalid procedure name.");
     EXPECT_EQ(manager.Stop(true, S_OK), S_OK) << toUtf8(manager.GetLastError());
     EXPECT_EQ(ports.processes().exitCode(process), 0U) << "the process has left by itself";
 }
@@ -102,15 +99,8 @@ TEST_F(RealApplication, TellsThePrintedSheetsOfATaskThatPrints)
 {
     ports.registry().write(RegistryRoot::Machine, Text(folderPrintersKey) + u"\\Plots", printerFolderValue,
         RegistryValue::text(path("")), RegistryView::Bits64);
-    const Text macro = u"Sub main()\r\n"
-                       "    Dim app, spec, model\r\n"
-                       "    Set app = Application.Zentrel\r\n"
-                       "    Set spec = app.GetOpenDocSpec(\""
-        + path("") + u"\\" + EncodeForMacroString(u"Чертёж")
-        + u".zendrw\")\r\n"
-          "    spec.DocumentType = znDocDRAWING\r\n"
-          "    Set model = app.OpenDoc7(spec)\r\n"
-          "    model.Extension.PrintOut2 Empty, 2, False, \"Plots\", \"\"\r\n"
+    const Text macro = opening(path("") + u"\\" + EncodeForMacroString(u"Чертёж") + u".zendrw", u"znDocDRAWING")
+        + u"    model.Extension.PrintOut2 Empty, 2, False, \"Plots\", \"\"\r\n"
           "    model.Extension.PrintOut2 Empty, 1, False, \"Gone\", \"\"\r\n"
           "    app.QuitDoc model.GetTitle\r\n"
           "End Sub\r\n";

@@ -5,6 +5,8 @@
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "tests/addin/session/FakeObject.h"
+#include "tests/support/Failures.h"
+#include "tests/support/Files.h"
 #include "tests/support/TestPlatform.h"
 
 #include <fstream>
@@ -12,6 +14,8 @@
 #include <mutex>
 
 namespace zn::test {
+
+using ::testing::ElementsAre;
 
 /// A clock whose waits take a ten-thousandth of their time and more, so that real processes still get on with their
 /// work in between.
@@ -191,25 +195,11 @@ protected:
     {
         machine.machine.registry().write(RegistryRoot::Machine, key, u"", RegistryValue::text(text), {});
     }
-    std::string content(const std::string& name)
-    {
-        std::ifstream file(machine.folder / name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    }
+    std::string content(const std::string& name) { return readFile(machine.folder / name); }
     Platform ports()
     {
         const Platform real = machine.ports();
         return {real.registry, real.files, processes, running, windows, real.pipe, clock, real.printers, real.products};
-    }
-    /// A status that was raised, or 0.
-    template <class Work> Status raised(const Work& work)
-    {
-        try {
-            work();
-            return S_OK;
-        } catch (const StatusError& failure) {
-            return failure.status();
-        }
     }
 
     TestPlatform machine;

@@ -4,7 +4,6 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::Pair;
 
 TEST_F(SessionTest, StartsAndLeavesInTheApplicationsOrder)
@@ -54,30 +53,23 @@ TEST_F(SessionTest, PutsAFailedStepOfTheStartIntoWords)
     }
 }
 
-TEST_F(SessionTest, SaysThatNothingIsInstalled)
-{
-    machine.machine.registry().removeKey(RegistryRoot::Machine, u"SOFTWARE\\Classes\\Zentrel.Application", {});
-    session.Configure(notes, TaskKind::General, nullptr, 2018);
-    EXPECT_EQ(session.Start(), REGDB_E_CLASSNOTREG);
-    EXPECT_EQ(session.GetLastError(), u"Zentrel 2018 is not installed.");
-    session.Configure(notes, TaskKind::General, nullptr, 0);
-    EXPECT_EQ(session.Start(), REGDB_E_CLASSNOTREG);
-    EXPECT_EQ(session.GetLastError(), u"Zentrel is not installed.");
-}
-
-TEST_F(SessionTest, SpeaksTheLanguageOfTheInstallation)
+TEST_F(SessionTest, SaysInTheInstallationsLanguageThatNothingIsInstalled)
 {
     Registry& registry = machine.machine.registry();
     registry.write(RegistryRoot::Machine, productKey, u"LanFileDir",
         RegistryValue::text(machine.machine.files().fromMachine(ZN_SOURCE_DIR "/resources/LanFiles")));
-    registry.write(RegistryRoot::Machine, productKey, u"DefaultLanguage", RegistryValue::text(u"DE"));
     registry.removeKey(RegistryRoot::Machine, u"SOFTWARE\\Classes\\Zentrel.Application", {});
-    session.Configure(notes, TaskKind::General, nullptr, 2018);
-    EXPECT_EQ(session.Start(), REGDB_E_CLASSNOTREG);
-    EXPECT_EQ(session.GetLastError(), u"Zentrel 2018 ist nicht installiert.");
-    session.Configure(notes, TaskKind::General, nullptr, 0);
-    session.Start();
-    EXPECT_EQ(session.GetLastError(), u"Zentrel ist nicht installiert.");
+    const std::tuple<const char16_t*, std::int32_t, const char16_t*> cases[]
+        = {{u"", 2018, u"Zentrel 2018 is not installed."}, {u"", 0, u"Zentrel is not installed."},
+            {u"DE", 2018, u"Zentrel 2018 ist nicht installiert."}, {u"DE", 0, u"Zentrel ist nicht installiert."}};
+    for (const auto& [language, year, text] : cases) {
+        if (*language)
+            registry.write(RegistryRoot::Machine, productKey, u"DefaultLanguage", RegistryValue::text(language));
+        ZNManager speaking(ports());
+        speaking.Configure(notes, TaskKind::General, nullptr, year);
+        EXPECT_EQ(speaking.Start(), REGDB_E_CLASSNOTREG);
+        EXPECT_EQ(speaking.GetLastError(), text);
+    }
     EXPECT_EQ(session.textOf(SessionTexts::allSheets), u"Alle Bl\u00E4tter");
 }
 

@@ -3,13 +3,10 @@
 #include "tests/support/TestPlatform.h"
 #include "tests/support/VirtualDisplay.h"
 
-#include <csignal>
 #include <fcntl.h>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <set>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace zn::test {
 namespace {

@@ -1,5 +1,6 @@
 #include "addin/variables/TaskRules.h"
 
+#include "tests/support/Failures.h"
 #include "tests/support/FakeHost.h"
 
 #include <gtest/gtest.h>
@@ -45,19 +46,14 @@ TEST(TaskRules, TheSheetMetalNumberHasABitForEachSetting)
 TEST(TaskRules, AFormatIsOneOfTheList)
 {
     test::FakeHost host;
-    const auto sentenceFor = [&](const char16_t* format) -> std::string {
+    const auto settled = [&](const char16_t* format) {
         host.taskVariables = {{u"__type", 1}, {u"FileFormat", format}};
-        try {
-            settleVariables(host.vault(), host.task());
-        } catch (const StatusError& error) {
-            return error.what();
-        }
-        return {};
+        return test::raisedBy([&] { settleVariables(host.vault(), host.task()); });
     };
-    EXPECT_EQ(sentenceFor(u"STL").substr(0, 80),
+    EXPECT_EQ(settled(u"STL").sentence.substr(0, 80),
         "The variable 'FileFormat' doesn't take \"STL\": one of \"<Prompt the user>\", \"3D PD");
     for (const char16_t* format : {u"stl (*.STL)", u"<Prompt the user>", u""})
-        EXPECT_EQ(sentenceFor(format), "");
+        EXPECT_EQ(settled(format).status, S_OK);
 }
 
 } // namespace zn

@@ -1,3 +1,5 @@
+#include "tests/support/Files.h"
+#include "tests/support/Shell.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cstdlib>
@@ -5,19 +7,12 @@
 #include <gtest/gtest.h>
 #include <regex>
 #include <sstream>
-#include <sys/wait.h>
 
 // Every .txt file beside this one is a session at a terminal: "$ " begins a command, what follows is its output (both
 // streams), and "? N" its exit code when that isn't 0. "#" begins a comment. What differs from run to run is written
 // as T (the session's folder), BIN (the programs' folder), VERSION, TIME, GUID, USER and HOST.
 
 namespace {
-
-std::string contentOf(const std::filesystem::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 void replaceAll(std::string& text, const std::string& what, const std::string& with)
 {
@@ -27,13 +22,7 @@ void replaceAll(std::string& text, const std::string& what, const std::string& w
 
 std::string outputOf(const std::string& command)
 {
-    std::string text;
-    FILE* const pipe = popen(command.c_str(), "r");
-    char buffer[4096];
-    for (std::size_t count; (count = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-        text.append(buffer, count);
-    const int status = pclose(pipe);
-    const int code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    auto [code, text] = zn::test::shell(command);
     if (!text.empty() && text.back() != '\n')
         text += "\n";
     return code == 0 ? text : text + "? " + std::to_string(code) + "\n";
@@ -72,7 +61,7 @@ protected:
 TEST_P(TranscriptTest, ShowsWhatAUserSees)
 {
     std::filesystem::create_directory(work);
-    std::istringstream lines(contentOf(ZN_SOURCE_DIR "/tests/arkin/commands/" + GetParam() + ".txt"));
+    std::istringstream lines(zn::test::readFile(ZN_SOURCE_DIR "/tests/arkin/commands/" + GetParam() + ".txt"));
     std::vector<std::pair<std::string, std::string>> steps;
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("$ "))

@@ -69,7 +69,6 @@ TEST_F(BrowseTest, PicksSeveralFilesInTheOrderOfTheChoice)
     std::vector<Text> paths;
     EXPECT_EQ(object->BrowseForFile(0, 10, u"Select Files", filter, paths), zn::S_OK);
     EXPECT_EQ(paths, (std::vector<Text>{vault.path("Parts/note"), vault.path("Parts/a.zenprt")}));
-    EXPECT_TRUE(answers.allUsed());
 }
 
 TEST_F(BrowseTest, ACancelledChoiceLeavesTheCallersPathsAlone)

@@ -5,6 +5,7 @@
 #include "arkin/tasks/TaskDetails.h"
 #include "arkin/tasks/TaskSetup.h"
 #include "arkin/vault/VaultObject.h"
+#include "tests/arkin/RegisterClass.h"
 #include "tests/arkin/VaultFixture.h"
 #include "tests/support/pages/Person.h"
 
@@ -26,10 +27,7 @@ protected:
         , host{vault.store.database(), vault.vault.info().id, object, registry, files, vault.clock, u"anna"}
         , tasks(vault.store.database(), vault.vault.info().id)
     {
-        const zn::Text classes = u"SOFTWARE\\Classes\\";
-        const auto library = files.fromMachine(ZN_BIN_DIR "/libPagesAddIn.so");
-        write(classes + u"Test.Pages\\CLSID", u"{PAGES}");
-        write(classes + u"CLSID\\{PAGES}\\InprocServer32", library);
+        registerClass(registry, u"Test.Pages", u"{PAGES}", files.fromMachine(ZN_BIN_DIR "/libPagesAddIn.so"));
     }
 
     TaskDefinition define(Variables variables = {})
@@ -52,12 +50,6 @@ protected:
     std::shared_ptr<VaultObject> object;
     TaskHost host;
     TaskStore tasks;
-
-private:
-    void write(const zn::Text& key, const zn::Text& value)
-    {
-        static_cast<zn::Registry&>(registry).write(zn::RegistryRoot::Machine, key, u"", zn::RegistryValue::text(value));
-    }
 };
 
 } // namespace zn::arkin::test

@@ -17,15 +17,6 @@ using zn::Value;
 
 class HostDesktopTest : public DesktopFixture {
 protected:
-    template <class Call> static std::string sentenceOf(Call call)
-    {
-        try {
-            call();
-        } catch (const zn::StatusError& error) {
-            return error.what();
-        }
-        return "no failure";
-    }
     static zn::ArkSelection oneFile() { return {{1, 2, u"Z:\\a.step", {}, zn::ArkItemType::File, 1}}; }
 
     HostDesktop shown{{"offscreen", {}}, true};
@@ -75,7 +66,6 @@ TEST_F(HostDesktopTest, LaunchesWithWhatThePageSettles)
         LaunchFlow launch(host, task, oneFile());
         Answers answers({answerPage(text, button)});
         EXPECT_FALSE(shown.launchTask(launch));
-        EXPECT_TRUE(answers.allUsed());
     }
     EXPECT_EQ(runCount(), 0U);
     LaunchFlow launch(host, task, oneFile());
@@ -155,21 +145,16 @@ TEST(DisplayTest, ADisplayThatDoesntAnswerIsSaidSo)
     EXPECT_THROW(desktop.requireDisplay(), zn::StatusError);
 }
 
-/// A server that ends with its last client, so that any moment without one is seen.
-TEST(DisplayTest, ADisplayIsHeldUntilTheToolkitHasIt)
+/// One server ends with its last client, so that any moment without one is seen. With the other each command is the
+/// last client in its turn, after which the server starts anew under the next one.
+TEST(DisplayTest, ADisplayIsHeldUntilTheToolkitHasItAndUsedWhenItJustReset)
 {
-    const zn::test::VirtualDisplay display("-terminate");
-    ASSERT_TRUE(display.isThere()) << "Xvfb can't be started; install the package xvfb.";
-    EXPECT_EQ(std::system("unset QT_QPA_PLATFORM WAYLAND_DISPLAY; " ZN_BIN_DIR "/display_probe"), 0);
-}
-
-/// Each command is the last client in its turn, after which the server starts anew under the next one.
-TEST(DisplayTest, ADisplayThatJustResetIsUsed)
-{
-    const zn::test::VirtualDisplay display;
-    ASSERT_TRUE(display.isThere()) << "Xvfb can't be started; install the package xvfb.";
-    for (int command = 0; command < 6; ++command)
-        EXPECT_EQ(std::system("unset QT_QPA_PLATFORM WAYLAND_DISPLAY; " ZN_BIN_DIR "/display_probe"), 0);
+    for (const auto& [whenLeft, commands] : {std::pair("-terminate", 1), std::pair<const char*, int>(nullptr, 6)}) {
+        const zn::test::VirtualDisplay display(whenLeft);
+        ASSERT_TRUE(display.isThere()) << "Xvfb can't be started; install the package xvfb.";
+        for (int command = 0; command < commands; ++command)
+            EXPECT_EQ(std::system("unset QT_QPA_PLATFORM WAYLAND_DISPLAY; " ZN_BIN_DIR "/display_probe"), 0);
+    }
 }
 
 } // namespace zn::arkin::test

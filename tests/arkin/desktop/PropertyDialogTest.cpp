@@ -5,20 +5,15 @@
 #include <algorithm>
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollBar>
-#include <QSpinBox>
 
 namespace zn::arkin::test {
 
 using zn::Value;
-using zn::test::click;
-using zn::test::turnWheel;
 
 namespace {
 
@@ -33,11 +28,6 @@ public:
         QApplication::setActiveWindow(&dialog);
     }
 
-    PageArea& visibleArea()
-    {
-        const auto areas = dialog.findChildren<PageArea*>();
-        return **std::ranges::find_if(areas, [](const PageArea* area) { return area->isVisible(); });
-    }
     QLineEdit& edit(const char* name) { return *find<QLineEdit>(dialog, name); }
     int page() { return find<QListWidget>(dialog, "pageTitles")->currentRow(); }
     void turnTo(int row)
@@ -114,60 +104,6 @@ TEST_F(PropertyDialogTest, APageMayStayInFront)
     EXPECT_EQ(opened.page(), 1);
 }
 
-TEST_F(PropertyDialogTest, PageKeysTurnPagesWhereverTheFocusIs)
-{
-    Opened opened(host, define());
-    for (const char* role : {"format", "list", "number", "edit", "more"}) {
-        auto* const control = find<QWidget>(opened.dialog, (std::string(role) + "First").c_str());
-        control->setFocus();
-        ASSERT_EQ(opened.dialog.focusWidget(), control);
-        QTest::keyClick(opened.dialog.focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
-        EXPECT_EQ(opened.page(), 1) << role;
-        // The focus is on the other page by now.
-        QTest::keyClick(opened.dialog.focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
-        EXPECT_EQ(opened.page(), 0) << role;
-    }
-    find<QListWidget>(opened.dialog, "pageTitles")->setFocus();
-    QTest::keyClick(opened.dialog.focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
-    EXPECT_EQ(opened.page(), 1);
-    for (const char* page : {"First", "Second"}) {
-        EXPECT_EQ(find<QComboBox>(opened.dialog, ("format" + std::string(page)).c_str())->currentText(), "STL");
-        EXPECT_EQ(find<QListWidget>(opened.dialog, ("list" + std::string(page)).c_str())->currentRow(), 0);
-        EXPECT_EQ(find<QSpinBox>(opened.dialog, ("number" + std::string(page)).c_str())->value(), 0);
-    }
-}
-
-TEST_F(PropertyDialogTest, TheWheelScrollsThePageAndChangesNothing)
-{
-    Opened opened(host, define());
-    click(find<QCheckBox>(opened.dialog, "moreFirst"));
-    opened.dialog.resize(opened.dialog.width(), 240);
-    QApplication::processEvents();
-    auto* const format = find<QComboBox>(opened.dialog, "formatFirst");
-    auto* const number = find<QSpinBox>(opened.dialog, "numberFirst");
-    QScrollBar* const bar = opened.visibleArea().verticalScrollBar();
-    ASSERT_GT(bar->maximum(), 0);
-    find<QLineEdit>(opened.dialog, "editFirst")->setFocus();
-    for (const QWidget* control : {static_cast<QWidget*>(format), static_cast<QWidget*>(number)}) {
-        bar->setValue(0);
-        turnWheel(*control);
-        EXPECT_GT(bar->value(), 0) << control->objectName().toStdString();
-    }
-    EXPECT_EQ(opened.dialog.focusWidget(), &opened.edit("editFirst"));
-    EXPECT_EQ(number->value(), 0);
-    bar->setValue(0);
-    format->setFocus();
-    turnWheel(*format);
-    EXPECT_GT(bar->value(), 0);
-    EXPECT_EQ(format->currentText(), "STL");
-    // A number follows the wheel where the user is at it.
-    bar->setValue(0);
-    number->setFocus();
-    turnWheel(*number, -1);
-    EXPECT_EQ(number->value(), 1);
-    EXPECT_EQ(bar->value(), 0);
-}
-
 TEST_F(PropertyDialogTest, AFailureLeavesTheTaskAsItWasAndTheDialogOpen)
 {
     const struct {
@@ -183,7 +119,6 @@ TEST_F(PropertyDialogTest, AFailureLeavesTheTaskAsItWasAndTheDialogOpen)
         zn::test::type(&opened.edit("editFirst"), "typed");
         Answers answers{QMessageBox::Ok};
         opened.pressOk();
-        EXPECT_TRUE(answers.allUsed());
         EXPECT_THAT(answers.shown().join("").toStdString(), ::testing::HasSubstr(row.sentence));
         EXPECT_TRUE(opened.dialog.isVisible());
         EXPECT_EQ(opened.edit("editFirst").text(), "typed");
@@ -206,7 +141,6 @@ TEST_F(PropertyDialogTest, TheSecondOfTwoAdministratorsIsAsked)
     {
         Answers answers{QMessageBox::Cancel};
         second.pressOk();
-        ASSERT_TRUE(answers.allUsed());
         EXPECT_THAT(answers.shown().front().toStdString(), ::testing::StartsWith("anna has changed this task on "));
     }
     EXPECT_TRUE(second.dialog.isVisible());

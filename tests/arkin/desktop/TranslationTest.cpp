@@ -3,7 +3,6 @@
 #include "arkin/tasks/RunStore.h"
 #include "tests/arkin/desktop/DesktopFixture.h"
 
-#include <fstream>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
@@ -16,12 +15,6 @@ namespace {
 
 const Language german{"DE", ZN_SOURCE_DIR "/resources/LanFiles"};
 
-std::string contentOf(const std::filesystem::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 /// The texts that the code of a folder asks for behind what looks like this.
 std::set<std::string> askedIn(const char* folder, const char* call)
 {
@@ -29,7 +22,7 @@ std::set<std::string> askedIn(const char* folder, const char* call)
     std::set<std::string> texts;
     const std::string sources = ZN_SOURCE_DIR "/src/arkin/" + std::string(folder);
     for (const auto& entry : std::filesystem::recursive_directory_iterator(sources)) {
-        const std::string code = entry.is_regular_file() ? contentOf(entry.path()) : "";
+        const std::string code = entry.is_regular_file() ? readFile(entry.path()) : "";
         for (std::sregex_iterator match(code.begin(), code.end(), asked), end; match != end; ++match)
             texts.insert((*match)[1]);
     }

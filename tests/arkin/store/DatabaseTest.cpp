@@ -3,16 +3,17 @@
 #include "arkin/store/Codes.h"
 #include "arkin/store/Schema.h"
 #include "platform/Sqlite.h"
+#include "tests/support/Children.h"
+#include "tests/support/Failures.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <soci/soci.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace zn::arkin {
 namespace {
 
+using zn::test::sentenceOf;
 using zn::test::TemporaryFolder;
 
 const char* const counterTable[] = {"CREATE TABLE counters (id INTEGER NOT NULL PRIMARY KEY, n INTEGER NOT NULL)",
@@ -49,34 +50,18 @@ TEST(Database, WritersOfSeveralProcessesTakeTurnsFromTheFirstMomentOn)
     TemporaryFolder folder;
     const std::string connection = zn::sqliteConnection(folder / "vault.db");
     constexpr int processes = 4, rounds = 50;
-    std::vector<pid_t> children;
-    for (int i = 0; i < processes; ++i) {
-        const pid_t child = fork();
-        if (child == 0) {
-            // All of them create the file, the tables, and read before they write.
-            int status = 0;
-            try {
-                Database database(connection);
-                applySchema(database, {"counters", counterSteps});
-                for (int round = 0; round < rounds; ++round) {
-                    Transaction transaction(database);
-                    const int next = readCounter(database) + 1;
-                    database.session() << "UPDATE counters SET n = :n WHERE id = 1", soci::use(next);
-                    transaction.commit();
-                }
-            } catch (...) {
-                status = 1;
-                std::fprintf(stderr, "%s\n", currentFailure().sentence.c_str());
-            }
-            _exit(status);
+    // All of them create the file, the tables, and read before they write.
+    zn::test::sumOfProcesses(processes, [&](int) {
+        Database database(connection);
+        applySchema(database, {"counters", counterSteps});
+        for (int round = 0; round < rounds; ++round) {
+            Transaction transaction(database);
+            const int next = readCounter(database) + 1;
+            database.session() << "UPDATE counters SET n = :n WHERE id = 1", soci::use(next);
+            transaction.commit();
         }
-        children.push_back(child);
-    }
-    for (const pid_t child : children) {
-        int status = -1;
-        waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
+        return 0;
+    });
     Database database(connection);
     EXPECT_EQ(readCounter(database), processes * rounds);
 }
@@ -91,27 +76,19 @@ TEST(Database, SchemaGrowsStepByStepAndRefusesANewerOne)
     std::string note;
     database.session() << "SELECT note FROM counters WHERE n = 3", soci::into(note);
     EXPECT_EQ(note, "new");
-    try {
+    EXPECT_EQ(sentenceOf([&] {
         applySchema(database, {"counters", std::span(counterSteps).first(1)});
-        FAIL();
-    } catch (const zn::StatusError& error) {
-        EXPECT_STREQ(error.what(),
-            "The database was written by a newer version of this program (counters tables, step 2). Use that "
-            "version.");
-    }
+    }),
+        "The database was written by a newer version of this program (counters tables, step 2). Use that version.");
     database.session() << "UPDATE schema_steps SET step = -1";
     EXPECT_THROW(applySchema(database, {"counters", counterSteps}), zn::StatusError);
 }
 
 TEST(Database, SaysWhyItCannotBeOpened)
 {
-    try {
-        Database database(zn::sqliteConnection("/nonexistent/folder/vault.db"));
-        FAIL();
-    } catch (const zn::StatusError& error) {
-        EXPECT_EQ(error.status(), E_ARK_DATABASE);
-        EXPECT_NE(std::string(error.what()).find("The vault's database could not be opened: "), std::string::npos);
-    }
+    const auto raised = zn::test::raisedBy([] { Database(zn::sqliteConnection("/nonexistent/folder/vault.db")); });
+    EXPECT_EQ(raised.status, E_ARK_DATABASE);
+    EXPECT_TRUE(raised.sentence.starts_with("The vault's database could not be opened: ")) << raised.sentence;
 }
 
 } // namespace

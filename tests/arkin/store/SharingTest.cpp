@@ -1,8 +1,6 @@
 #include "arkin/store/StoreCheck.h"
 #include "tests/arkin/VaultFixture.h"
-
-#include <functional>
-#include <sys/wait.h>
+#include "tests/support/Children.h"
 
 // Several processes on one vault at the same time.
 
@@ -10,36 +8,11 @@ namespace zn::arkin {
 namespace {
 
 using namespace test;
+using zn::test::sumOfProcesses;
 using zn::test::TemporaryFolder;
 
 constexpr int processes = 3;
 constexpr int rounds = 12;
-
-/// Runs `work` in so many processes at once; each returns a count. The sum of them.
-int sumOfProcesses(const std::function<int(int)>& work)
-{
-    std::vector<pid_t> children;
-    for (int i = 0; i < processes; ++i) {
-        const pid_t child = fork();
-        if (child == 0) {
-            try {
-                _exit(work(i));
-            } catch (...) {
-                std::fprintf(stderr, "%s\n", currentFailure().sentence.c_str());
-                _exit(200);
-            }
-        }
-        children.push_back(child);
-    }
-    int sum = 0;
-    for (const pid_t child : children) {
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) < 200);
-        sum += WEXITSTATUS(status);
-    }
-    return sum;
-}
 
 TEST(Sharing, ANameIsGivenOnceAndAFileIsCheckedOutByOne)
 {
@@ -49,7 +22,7 @@ TEST(Sharing, ANameIsGivenOnceAndAFileIsCheckedOutByOne)
         test.addReleased("shared", "0");
     }
     // Everybody wants to add the same names, and to change the same file, with local views of the same folder.
-    const int addedCount = sumOfProcesses([&](int process) {
+    const int addedCount = sumOfProcesses(processes, [&](int process) {
         TestVault test(folder.path(), "user" + std::to_string(process));
         int added = 0;
         for (int round = 0; round < rounds; ++round) {
@@ -66,7 +39,7 @@ TEST(Sharing, ANameIsGivenOnceAndAFileIsCheckedOutByOne)
     });
     EXPECT_EQ(addedCount, rounds);
 
-    const int changes = sumOfProcesses([&](int process) {
+    const int changes = sumOfProcesses(processes, [&](int process) {
         TestVault test(folder.path(), "user" + std::to_string(process));
         const Place shared = *test.vault.find(test.path("shared"));
         int made = 0;

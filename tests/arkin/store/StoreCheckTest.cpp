@@ -15,30 +15,24 @@ using zn::test::TemporaryFolder;
 
 /// A vault with a bit of everything: file 1 with a card and two versions, file 2 that refers to it, file 3 deleted,
 /// file 4 checked out with an open card.
-class StoreCheckTest : public ::testing::Test {
+class StoreCheckTest : public VaultFixture {
 protected:
     StoreCheckTest()
     {
         const Place one = test.addReleased("one", "1");
         const std::int32_t title = test.vault.cards().addVariable(u"Title");
         checkOut(test.vault, one);
-        const CardWrite write{one.fileId, title, u"@", zn::Value(u"x")};
-        writeCards(test.vault, {&write, 1});
+        writeCard(one, title, u"@", u"x");
         writeFile(test.local("one"), "1 again");
         test.checkInAll({one});
         const Place two = test.add("sub/two", "2").place;
-        const NewReference reference{two.fileId, one};
-        addReferences(test.vault, {&reference, 1});
+        test.refer(two, {one});
         test.checkInAll({two});
         deleteFile(test.vault, test.addReleased("three", "3"));
         const Place four = test.addReleased("four", "4");
         checkOut(test.vault, four);
-        const CardWrite open{four.fileId, title, u"@", zn::Value(u"y")};
-        writeCards(test.vault, {&open, 1});
+        writeCard(four, title, u"@", u"y");
     }
-
-    TemporaryFolder folder;
-    TestVault test{folder.path()};
 };
 
 TEST_F(StoreCheckTest, CountsASoundStoreAndChangesNothing)
@@ -208,8 +202,7 @@ TEST_F(StoreCheckTest, FindsDamagedAndMissingContents)
         "\"three\", version 1: its content is damaged in the archive: " + pathOf(3, 1).string() + ".");
     EXPECT_EQ(report.problems[1],
         "\"one\", version 1: its content is missing in the archive: " + pathOf(1, 1).string() + ".");
-    const GetRequest damaged{{1, test.vault.folders().rootId()}, 1};
-    expectStatus(E_ARK_ARCHIVE, [&] { getFiles(test.vault, {&damaged, 1}); });
+    expectStatus(E_ARK_ARCHIVE, [&] { get({1, test.vault.folders().rootId()}, 1); });
     EXPECT_EQ(readFile(test.local("one")), "1 again") << "the local copy is kept when the archive's is gone";
 }
 

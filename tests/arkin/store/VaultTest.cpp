@@ -5,9 +5,7 @@
 
 namespace zn::arkin {
 namespace {
-
 using namespace test;
-using zn::test::TemporaryFolder;
 
 /// "version:content-size:comment" of each version.
 std::string historyOf(Vault& vault, std::int32_t fileId)
@@ -35,16 +33,14 @@ std::string referencesOf(Vault& vault, std::int32_t fileId, std::int32_t version
     return text;
 }
 
-void expectSound(Store& store)
-{
-    const CheckReport report = checkStore(store);
-    EXPECT_EQ(report.problems, std::vector<std::string>());
-}
+/// A vault that is sound after whatever was done to it.
+class VaultTest : public VaultFixture {
+protected:
+    ~VaultTest() override { EXPECT_EQ(checkStore(test.store).problems, std::vector<std::string>()); }
+};
 
-TEST(Vault, AddedFileBecomesVersionOneAndLaterCheckInsTheNext)
+TEST_F(VaultTest, AddedFileBecomesVersionOneAndLaterCheckInsTheNext)
 {
-    TemporaryFolder folder;
-    TestVault test(folder.path());
     const AddOutcome outcome = test.add("Plates/Thin/plate.step", "first");
     ASSERT_EQ(outcome.status, zn::S_OK) << outcome.sentence;
     EXPECT_EQ(outcome.path, test.path("Plates/Thin/plate.step"));
@@ -65,17 +61,13 @@ TEST(Vault, AddedFileBecomesVersionOneAndLaterCheckInsTheNext)
     EXPECT_EQ(historyOf(test.vault, outcome.place.fileId), "1:6:begun:anna 2:9:changed:anna ");
     EXPECT_EQ(test.checkInAll({outcome.place}).size(), 0u) << "nothing is checked out any more";
 
-    const GetRequest old{outcome.place, 1};
-    getFiles(test.vault, {&old, 1});
+    get(outcome.place, 1);
     EXPECT_EQ(readFile(test.local("Plates/Thin/plate.step")), "second");
     EXPECT_TRUE(isReadOnly(test.local("Plates/Thin/plate.step")));
-    expectSound(test.store);
 }
 
-TEST(Vault, FindsFilesInAnySpellingAndKeepsNamesAsTheyAre)
+TEST_F(VaultTest, FindsFilesInAnySpellingAndKeepsNamesAsTheyAre)
 {
-    TemporaryFolder folder;
-    TestVault test(folder.path());
     std::string longName = "n";
     while (longName.size() < 246)
         longName += "0123456789";
@@ -87,8 +79,7 @@ TEST(Vault, FindsFilesInAnySpellingAndKeepsNamesAsTheyAre)
         EXPECT_EQ(test.vault.find(zn::toUpper(path)), place) << name;
         EXPECT_EQ(test.vault.pathOf(place), path);
         std::filesystem::remove(test.local("Ünder/" + name));
-        const GetRequest request{place, 0};
-        getFiles(test.vault, {&request, 1});
+        get(place);
         EXPECT_EQ(readFile(test.local("Ünder/" + name)), name);
     }
     EXPECT_EQ(test.vault.find(test.path("Ünder/none.stl")), std::nullopt);
@@ -99,13 +90,10 @@ TEST(Vault, FindsFilesInAnySpellingAndKeepsNamesAsTheyAre)
     for (const FileRow& row : test.vault.files().inFolder(*test.vault.findFolder(test.path("Ünder"))))
         listed.push_back(row.name);
     EXPECT_EQ(listed.size(), std::size(names));
-    expectSound(test.store);
 }
 
-TEST(Vault, EachFailedAdditionIsToldAndTheOthersGoIn)
+TEST_F(VaultTest, EachFailedAdditionIsToldAndTheOthersGoIn)
 {
-    TemporaryFolder folder;
-    TestVault test(folder.path());
     const Place standing = test.addReleased("out/a.stl", "a");
     test.vault.createFolder(test.path("closed"));
     test.vault.permissions().set(*test.vault.findFolder(test.path("closed")), u"anna", {true, false, true});
@@ -137,18 +125,14 @@ TEST(Vault, EachFailedAdditionIsToldAndTheOthersGoIn)
     EXPECT_EQ(readFile(test.local("out/good.stl")), "new");
     EXPECT_EQ(readFile(test.local("out/foreign.stl")), "somebody's work");
     EXPECT_EQ(test.vault.files().inFolder(standing.folderId).size(), 2u);
-    expectSound(test.store);
 }
 
-TEST(Vault, NothingThatTheVaultDoesNotKnowIsOverwritten)
+TEST_F(VaultTest, NothingThatTheVaultDoesNotKnowIsOverwritten)
 {
-    TemporaryFolder folder;
-    TestVault test(folder.path());
     const Place place = test.addReleased("a.stl", "one");
-    const GetRequest latest{place, 0};
     std::filesystem::remove(test.local("a.stl"));
     writeFile(test.local("a.stl"), "my own");
-    expectStatus(E_ARK_LOCAL_FILE_CHANGED, [&] { getFiles(test.vault, {&latest, 1}); });
+    expectStatus(E_ARK_LOCAL_FILE_CHANGED, [&] { get(place); });
     expectStatus(E_ARK_LOCAL_FILE_CHANGED, [&] { checkOut(test.vault, place); });
     EXPECT_EQ(readFile(test.local("a.stl")), "my own");
     EXPECT_FALSE(test.vault.files().checkOut(place.fileId));
@@ -160,7 +144,7 @@ TEST(Vault, NothingThatTheVaultDoesNotKnowIsOverwritten)
     // A file that is checked out here keeps its changes through a get, and loses them by an undo, which asks for it.
     checkOut(test.vault, place);
     writeFile(test.local("a.stl"), "in work");
-    getFiles(test.vault, {&latest, 1});
+    get(place);
     EXPECT_EQ(readFile(test.local("a.stl")), "in work");
     undoCheckOut(test.vault, place.fileId);
     EXPECT_EQ(readFile(test.local("a.stl")), "my own");
@@ -174,13 +158,10 @@ TEST(Vault, NothingThatTheVaultDoesNotKnowIsOverwritten)
     EXPECT_TRUE(test.vault.references().from(referring.fileId, 1).empty());
     EXPECT_EQ(test.vault.find(test.path("b.stl")), std::nullopt);
     EXPECT_EQ(readFile(test.local("b.stl")), "just added");
-    expectSound(test.store);
 }
 
-TEST(Vault, CheckInIsAllOrNothing)
+TEST_F(VaultTest, CheckInIsAllOrNothing)
 {
-    TemporaryFolder folder;
-    TestVault test(folder.path());
     TestVault other(folder.path(), "bert");
     const Place a = test.addReleased("a.stl", "a"), b = test.addReleased("b.stl", "b"),
                 c = test.addReleased("c.stl", "c");
@@ -206,20 +187,16 @@ TEST(Vault, CheckInIsAllOrNothing)
     checkOut(test.vault, a);
     expectStatus(E_ARK_NOT_CHECKED_OUT, [&] { checkIn(test.vault, plan, u""); });
     EXPECT_EQ(test.vault.file(a.fileId).latestVersion, 2);
-    expectSound(test.store);
 }
 
-TEST(Vault, CardsAndReferencesBelongToVersions)
+TEST_F(VaultTest, CardsAndReferencesBelongToVersions)
 {
-    TemporaryFolder folder;
-    TestVault test(folder.path());
     Vault& vault = test.vault;
     const std::int32_t title = vault.cards().addVariable(u"Title"), date = vault.cards().addVariable(u"Date");
     EXPECT_EQ(vault.cards().addVariable(u"TITLE"), title);
     const Place part = test.addReleased("p.zenprt", "part");
     const Place output = test.add("p.stl", "mesh").place;
-    const NewReference reference{output.fileId, part};
-    addReferences(vault, {&reference, 1});
+    test.refer(output, {part});
     const CardWrite first[] = {{output.fileId, title, u"@", zn::Value(u"von \"Größe\"")},
         {output.fileId, date, u"@", zn::Value(zn::DateValue{43164.588298611109})},
         {output.fileId, title, u"Long", zn::Value(1.5)}};
@@ -241,9 +218,8 @@ TEST(Vault, CardsAndReferencesBelongToVersions)
     EXPECT_EQ(vault.cards().value(output.fileId, 2, title, u"@"), zn::Value(u"late"));
 
     // The next version takes over what isn't written, and a new reference to the same file replaces the old one.
-    const CardWrite second{output.fileId, title, u"@", zn::Value(u"second")};
-    writeCards(vault, {&second, 1});
-    addReferences(vault, {&reference, 1});
+    writeCard(output, title, u"@", u"second");
+    test.refer(output, {part});
     EXPECT_EQ(vault.cards().value(output.fileId, 1, title, u"@"), zn::Value(u"von \"Größe\""));
     test.checkInAll({output});
     EXPECT_EQ(vault.cards().value(output.fileId, 2, title, u"@"), zn::Value(u"second"));
@@ -254,47 +230,21 @@ TEST(Vault, CardsAndReferencesBelongToVersions)
 
     // What was written before an undo is gone; files that come in together refer to each other's new versions.
     checkOut(vault, output);
-    writeCards(vault, {&second, 1});
+    writeCard(output, title, u"@", u"second");
     undoCheckOut(vault, output.fileId);
     EXPECT_TRUE(vault.cards().values(output.fileId, 3).empty());
     checkOut(vault, output);
     checkOut(vault, part);
     const CheckInPlan plan = planCheckIn(vault, std::vector{output, part});
-    const CardWrite third{output.fileId, title, u"@", zn::Value(u"since the plan")};
-    writeCards(vault, {&third, 1});
+    writeCard(output, title, u"@", u"since the plan");
     checkIn(vault, plan, u"");
-    EXPECT_EQ(vault.cards().value(output.fileId, 3, title, u"@"), third.value);
+    EXPECT_EQ(vault.cards().value(output.fileId, 3, title, u"@"), zn::Value(u"since the plan"));
     EXPECT_EQ(vault.cards().value(output.fileId, 3, title, u"Long"), zn::Value(1.5));
     EXPECT_EQ(referencesOf(vault, output.fileId, 3), std::to_string(part.fileId) + "@3 ");
-    expectSound(test.store);
 }
 
-TEST(Vault, FetchBringsReferencesAsBuiltOrInTheirLatestVersion)
+TEST_F(VaultTest, DeletedFilesFreeTheirNameAndStayForWhoRefersToThem)
 {
-    TemporaryFolder folder;
-    TestVault test(folder.path());
-    const Place screw = test.addReleased("lib/screw.zenprt", "screw 1");
-    const Place plate = test.add("plate.zenprt", "plate 1").place;
-    const Place assembly = test.add("a.zenasm", "assembly").place;
-    const NewReference references[] = {{assembly.fileId, plate}, {plate.fileId, screw}, {plate.fileId, assembly}};
-    addReferences(test.vault, references);
-    test.checkInAll({assembly, plate});
-    test.change(screw, "lib/screw.zenprt", "screw 2");
-    const GetRequest request{assembly, 0};
-    const auto fetch = [&](bool asBuilt) {
-        getFiles(test.vault, withReferences(test.vault, {&request, 1}, asBuilt));
-        return readFile(test.local("lib/screw.zenprt"));
-    };
-    EXPECT_EQ(fetch(true), "screw 1");
-    EXPECT_EQ(fetch(false), "screw 2");
-    const GetRequest none{assembly, 7};
-    expectStatus(E_ARK_NO_SUCH_VERSION, [&] { getFiles(test.vault, {&none, 1}); });
-}
-
-TEST(Vault, DeletedFilesFreeTheirNameAndStayForWhoRefersToThem)
-{
-    TemporaryFolder folder;
-    TestVault test(folder.path());
     TestVault other(folder.path(), "bert");
     const Place old = test.addReleased("out/a.stl", "old");
     const std::int32_t second = test.vault.createFolder(test.path("second"));
@@ -319,13 +269,10 @@ TEST(Vault, DeletedFilesFreeTheirNameAndStayForWhoRefersToThem)
     writeFile(test.local("out/a.stl"), "mine");
     deleteFile(test.vault, fresh);
     EXPECT_EQ(readFile(test.local("out/a.stl")), "mine");
-    expectSound(test.store);
 }
 
-TEST(Vault, PermissionsComeFromTheNearestFolderAndHoldAtOnce)
+TEST_F(VaultTest, PermissionsComeFromTheNearestFolderAndHoldAtOnce)
 {
-    TemporaryFolder folder;
-    TestVault test(folder.path());
     TestVault other(folder.path(), "bert");
     const Place open = test.addReleased("top/open/a.stl", "a"), closed = test.addReleased("top/b.stl", "b");
     test.vault.permissions().set(closed.folderId, u"bert", {false, false, false});
@@ -339,10 +286,8 @@ TEST(Vault, PermissionsComeFromTheNearestFolderAndHoldAtOnce)
     EXPECT_TRUE(test.vault.find(test.path("top/b.stl")));
 }
 
-TEST(Vault, RefusesVaultsOfOneNameOrOverlappingFolders)
+TEST_F(VaultTest, RefusesVaultsOfOneNameOrOverlappingFolders)
 {
-    TemporaryFolder folder;
-    TestVault test(folder.path());
     expectStatus(E_ARK_NAME_ALREADY_EXISTS, [&] { test.store.createVault(u"TEST", test.path("../other")); });
     expectStatus(E_ARK_BAD_NAME, [&] { test.store.createVault(u"In", test.path("inside")); });
     expectStatus(E_ARK_BAD_NAME, [&] { test.store.createVault(u"Around", test.path("..")); });
@@ -354,6 +299,5 @@ TEST(Vault, RefusesVaultsOfOneNameOrOverlappingFolders)
     writeFile(folder / "blocked", "a file in the folder's place");
     expectStatus(E_ARK_LOCAL_FILE_FAILED, [&] { test.store.createVault(u"Third", test.path("../blocked/x")); });
 }
-
 } // namespace
 } // namespace zn::arkin

@@ -22,16 +22,6 @@ const KnownVariables known = {
     {u"StlQuality", ValueType::Int32},
 };
 
-template <class Call> std::string sentenceOf(Call call)
-{
-    try {
-        call();
-    } catch (const zn::StatusError& error) {
-        return error.what();
-    }
-    return "no failure";
-}
-
 } // namespace
 
 TEST(TaskFileTest, SaysWhatIsWrongWhere)

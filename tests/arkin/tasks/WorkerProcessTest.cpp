@@ -77,7 +77,7 @@ TEST_F(WorkerProcessTest, ARunOfAKilledWorkerIsSeenAndStartedAgain)
         ::testing::HasSubstr("is being worked on by process " + std::to_string(worker)));
     kill(worker);
     EXPECT_EQ(stateText(runs.get(id), now), u"worker died (running)");
-    EXPECT_NE(sentenceOf([&] { requestSuspend(runs, id, now); }), "");
+    EXPECT_THROW(requestSuspend(runs, id, now), zn::StatusError);
     EXPECT_FALSE(RunClaim::takeNext(runs, thisProcess(), now)); // a lost run waits for somebody's word
 
     const auto run = TaskRunner(host).run(RunClaim::take(runs, id, thisProcess(), now));

@@ -3,14 +3,11 @@
 #include "contracts/host/ArkBatch.h"
 #include "tests/arkin/VaultFixture.h"
 
-#include <fstream>
-
 namespace zn::arkin {
 namespace {
 
 using namespace test;
 using namespace zn;
-using zn::test::TemporaryFolder;
 
 constexpr const char16_t* allColumns
     = u"#ArkCol_Name\n#ArkCol_Path\n#ArkCol_Configuration\n#ArkCol_ParentFileID\n#ArkCol_ParentFileConfiguration\n"
@@ -18,12 +15,8 @@ constexpr const char16_t* allColumns
 constexpr const char16_t* shortColumns
     = u"#ArkCol_ParentFileID\r\n#ArkCol_Name\r\n#ArkCol_Configuration\r\n#ArkCol_AttachedVersion\r\n";
 
-class BatchListTest : public ::testing::Test {
+class BatchListTest : public VaultFixture {
 protected:
-    Place addReferring(const std::string& relative, const std::vector<Place>& targets)
-    {
-        return test.addReferring(relative, targets);
-    }
     /// A new version that refers to a further file.
     void refer(const Place& from, const std::string& relative, const Place& to)
     {
@@ -63,15 +56,13 @@ protected:
     }
 
     using Lines = std::vector<std::string>;
-    TemporaryFolder folder;
-    TestVault test{folder.path()};
     VaultObject vault{test.vault};
 };
 
 TEST_F(BatchListTest, GivesTheColumnsInTheOrderAskedFor)
 {
     const Place part = test.addReleased("parts/Bolt.zenprt", "a bolt");
-    const Place drawing = addReferring("Plate.ZENDRW", {part});
+    const Place drawing = test.addReferring("Plate.ZENDRW", {part});
     const auto all = rows({file(drawing, u"Sheet1")}, allColumns);
     ASSERT_EQ(all.size(), 2u);
     EXPECT_EQ(
@@ -92,7 +83,7 @@ TEST_F(BatchListTest, TakesReferencesInTheVersionOfTheChoice)
 {
     const Place washer = test.addReleased("washer.zenprt", "washer");
     const Place bolt = test.addReleased("bolt.zenprt", "bolt 1");
-    const Place assembly = addReferring("asm.zenasm", {bolt});
+    const Place assembly = test.addReferring("asm.zenasm", {bolt});
     refer(bolt, "bolt.zenprt", washer);
     EXPECT_EQ(outline({file(assembly)}, 1), (Lines{"asm.zenasm@1", "asm.zenasm>bolt.zenprt@1"}));
     EXPECT_EQ(outline({file(assembly)}, 0),
@@ -103,10 +94,10 @@ TEST_F(BatchListTest, TakesReferencesInTheVersionOfTheChoice)
 TEST_F(BatchListTest, ListsASharedFileAtEachPlaceAndItsReferencesOnce)
 {
     const Place bolt = test.addReleased("bolt.zenprt", "bolt");
-    const Place shared = addReferring("shared.zenasm", {bolt});
-    const Place left = addReferring("left.zenasm", {shared, bolt});
-    const Place right = addReferring("right.zenasm", {shared});
-    const Place top = addReferring("top.zenasm", {right, left});
+    const Place shared = test.addReferring("shared.zenasm", {bolt});
+    const Place left = test.addReferring("left.zenasm", {shared, bolt});
+    const Place right = test.addReferring("right.zenasm", {shared});
+    const Place top = test.addReferring("top.zenasm", {right, left});
     refer(bolt, "bolt.zenprt", top);
     EXPECT_EQ(outline({file(top)}),
         (Lines{"top.zenasm@1", "top.zenasm>left.zenasm@1", "top.zenasm>right.zenasm@1", "left.zenasm>bolt.zenprt@2",
@@ -121,7 +112,7 @@ TEST_F(BatchListTest, ManyLevelsOfSharingCostOneRowForEachReference)
     for (int level = 0; level < 20; ++level) {
         Place made[2];
         for (int side = 0; side < 2; ++side)
-            made[side] = addReferring(
+            made[side] = test.addReferring(
                 "a" + std::to_string(level) + "_" + std::to_string(side) + ".zenasm", {below[0], below[1]});
         std::copy(std::begin(made), std::end(made), std::begin(below));
     }
@@ -130,14 +121,11 @@ TEST_F(BatchListTest, ManyLevelsOfSharingCostOneRowForEachReference)
 
 TEST_F(BatchListTest, ListsADrawingsOwnSheetsInItsOrder)
 {
-    std::ifstream sample(ZN_SOURCE_DIR "/samples/Чертёж.zendrw", std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(sample), {}};
-    const Place drawing = test.addReleased("plan.zendrw", content);
+    const Place drawing = test.addReleased("plan.zendrw", readFile(ZN_SOURCE_DIR "/samples/Чертёж.zendrw"));
     EXPECT_EQ(outline({file(drawing)}), (Lines{"plan.zendrw:Stand@1", "plan.zendrw:Bracket@1"}));
     const std::int32_t title = test.vault.cards().addVariable(u"Title");
     checkOut(test.vault, drawing);
-    const CardWrite write{drawing.fileId, title, u"Bracket", Value(u"b")};
-    writeCards(test.vault, {&write, 1});
+    writeCard(drawing, title, u"Bracket", u"b");
     test.checkInAll({drawing});
     EXPECT_EQ(outline({file(drawing)}), (Lines{"plan.zendrw:Stand@2", "plan.zendrw:Bracket@2"}))
         << "whatever its card knows";
@@ -147,7 +135,7 @@ TEST_F(BatchListTest, ListsTheDrawingsOfPartsAndTheirSheets)
 {
     const std::int32_t title = test.vault.cards().addVariable(u"Title");
     const Place bolt = test.addReleased("bolt.zenprt", "bolt");
-    const Place assembly = addReferring("asm.zenasm", {bolt});
+    const Place assembly = test.addReferring("asm.zenasm", {bolt});
     const Place drawing = test.add("bolt.zendrw", "drawing").place;
     test.refer(drawing, {bolt});
     const CardWrite writes[]
@@ -155,7 +143,7 @@ TEST_F(BatchListTest, ListsTheDrawingsOfPartsAndTheirSheets)
             {drawing.fileId, title, u"Sheet1", Value(u"a")}, {drawing.fileId, title, u"@", Value(u"c")}};
     writeCards(test.vault, writes);
     test.checkInAll({drawing});
-    addReferring("bolt.stl", {bolt});
+    test.addReferring("bolt.stl", {bolt});
     EXPECT_EQ(outline({file(assembly)}),
         (Lines{"asm.zenasm@1", "asm.zenasm>bolt.zenprt@1", "bolt.zenprt>bolt.zendrw:Sheet1@1",
             "bolt.zenprt>bolt.zendrw:Sheet2@1", "bolt.zenprt>bolt.zendrw:Sheet10@1"}))
@@ -167,10 +155,10 @@ TEST_F(BatchListTest, ListsTheDrawingsOfPartsAndTheirSheets)
 TEST_F(BatchListTest, LeavesOutWhatTheCallerMayNotReadAndWhatIsGone)
 {
     const Place secret = test.addReleased("secret/engine.zenprt", "engine");
-    const Place hidden = addReferring("secret/hidden.zenasm", {secret});
+    const Place hidden = test.addReferring("secret/hidden.zenasm", {secret});
     const Place bolt = test.addReleased("bolt.zenprt", "bolt");
     const Place gone = test.addReleased("gone.zenprt", "gone");
-    const Place assembly = addReferring("sub/asm.zenasm", {hidden, bolt, gone});
+    const Place assembly = test.addReferring("sub/asm.zenasm", {hidden, bolt, gone});
     deleteFile(test.vault, gone);
     test.vault.permissions().set(secret.folderId, u"anna", {false, false, false});
     EXPECT_EQ(outline({file(assembly), file(secret), file(gone), file({999, 1})}),

@@ -14,7 +14,7 @@ using namespace test;
 using namespace zn;
 using zn::test::TemporaryFolder;
 
-class VaultObjectTest : public ::testing::Test {
+class VaultObjectTest : public VaultFixture {
 protected:
     template <class Utility> std::shared_ptr<Utility> utility(ArkUtility kind)
     {
@@ -64,8 +64,6 @@ protected:
         EXPECT_EQ(batch->Unlock(0, 0), S_OK);
     }
 
-    TemporaryFolder folder;
-    TestVault test{folder.path()};
     std::shared_ptr<VaultObject> vault = std::make_shared<VaultObject>(test.vault);
 };
 
@@ -331,19 +329,21 @@ TEST_F(VaultObjectTest, WalksFoldersAndVariables)
 
 TEST_F(VaultObjectTest, FetchesReferencesByTheFlag)
 {
-    const Place part = test.addReleased("p.zenprt", "part 1");
+    // Over a part that refers back to its assembly.
+    const Place part = test.addReleased("lib/p.zenprt", "part 1");
+    const Place middle = test.add("m.zenprt", "middle").place;
     const Place assembly = test.add("a.zenasm", "assembly").place;
-    const NewReference reference{assembly.fileId, part};
-    addReferences(test.vault, {&reference, 1});
-    test.checkInAll({assembly});
-    test.change(part, "p.zenprt", "part 2");
+    test.refer(assembly, {middle});
+    test.refer(middle, {part, assembly});
+    test.checkInAll({assembly, middle});
+    test.change(part, "lib/p.zenprt", "part 2");
     for (const auto& [flag, content] : {std::pair(1, "part 1"), std::pair(0, "part 2")}) {
         const auto batch = utility<IArkBatchFetch>(ArkUtil_BatchFetch);
         EXPECT_EQ(batch->GetFiles(0, 0), E_FAIL) << "without a tree";
         EXPECT_EQ(batch->AddSelection(*vault, assembly.fileId, assembly.folderId, 0), S_OK);
         EXPECT_EQ(batch->CreateTree(0, flag), S_OK);
         EXPECT_EQ(batch->GetFiles(0, 0), S_OK);
-        EXPECT_EQ(readFile(test.local("p.zenprt")), content);
+        EXPECT_EQ(readFile(test.local("lib/p.zenprt")), content);
     }
     VaultObject stranger(test.vault);
     TemporaryFolder elsewhere;

@@ -2,9 +2,12 @@
 
 #include "addin/installation/SettingsLight.h"
 #include "addin/pages/Pages.h"
+#include "arkin/tasks/LaunchInstance.h"
 #include "arkin/tasks/TaskProperties.h"
 #include "arkin/vault/VaultObject.h"
 #include "tests/arkin/VaultFixture.h"
+#include "tests/support/Failures.h"
+#include "tests/support/pages/Browser.h"
 #include "tests/support/pages/Person.h"
 #include "tests/support/TestPlatform.h"
 
@@ -12,6 +15,9 @@
 #include <gtest/gtest.h>
 
 namespace zn::test {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 /// A host's window, the real vault and a task definition in it, and the product's pages with their closed libraries
 /// from the program's folder.
@@ -25,6 +31,7 @@ protected:
     {
         ports.registry.write(RegistryRoot::Machine, productKey, u"Location",
             RegistryValue::text(platform.machine.files().fromMachine(ZN_BIN_DIR)));
+        vault->setDesktop(&browser);
         window.resize(760, 560);
         window.show();
     }
@@ -39,6 +46,13 @@ protected:
         tasks.create(definition);
         reopenTask();
     }
+    void store(std::initializer_list<std::pair<const char16_t*, Value>> values)
+    {
+        for (const auto& [name, value] : values)
+            ASSERT_EQ(task->SetValue(name, value), S_OK);
+    }
+    /// A printer of this machine that prints into a folder.
+    void addPrinter(const Text& name) { platform.addPrinter(name, platform.path("prints")); }
     /// As the next administrator gets it, from the database.
     void reopenTask()
     {
@@ -50,6 +64,16 @@ protected:
     {
         storeChange();
         return tasks.get(u"Nightly").variables;
+    }
+
+    /// A run of a task "Nightly" with these variables that is about to be launched.
+    static std::shared_ptr<zn::arkin::LaunchInstance> launchOf(
+        zn::arkin::Variables variables, const zn::arkin::RunSetting& values = {})
+    {
+        zn::arkin::TaskDefinition definition;
+        definition.name = u"Nightly";
+        definition.variables = std::move(variables);
+        return std::make_shared<zn::arkin::LaunchInstance>(definition, values);
     }
 
     Pages& pages()
@@ -67,6 +91,7 @@ protected:
     zn::arkin::TaskStore tasks;
     std::shared_ptr<zn::arkin::TaskProperties> task;
     QWidget window;
+    Browser browser;
 
 private:
     /// What the pages wrote reaches the database, as when the host accepts.

@@ -1,5 +1,6 @@
 #include "tests/support/pages/Person.h"
 
+#include <gtest/gtest.h>
 #include <QApplication>
 
 namespace zn::test {
@@ -40,7 +41,7 @@ Answers::Answers(std::initializer_list<QMessageBox::StandardButton> buttons)
 {
 }
 
-Answers::~Answers() = default;
+Answers::~Answers() { EXPECT_TRUE(allUsed()) << m_shown.join(" | ").toStdString(); }
 
 void Answers::look()
 {

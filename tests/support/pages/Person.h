@@ -56,6 +56,7 @@ public:
     explicit Answers(std::vector<Answer> answers);
     /// Message boxes, answered by their buttons.
     explicit Answers(std::initializer_list<QMessageBox::StandardButton> buttons);
+    /// Expects that every answer was asked for, and no more.
     ~Answers();
 
     /// The texts of the message boxes that came up, in order; for other windows their titles.

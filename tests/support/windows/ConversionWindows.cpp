@@ -1,3 +1,5 @@
+#include "addin/pages/options/AdvancedConvOpDlg.h"
+#include "addin/variables/OutputFormats.h"
 #include "tests/support/windows/Show.h"
 
 #include <QTabWidget>
@@ -12,12 +14,10 @@ using zn::arkin::Variables;
 /// The conversion page as an administrator sees it.
 WindowCase conversionCase(const std::string& name, const Variables& variables, const Prepare& prepare = {})
 {
-    return {name, [=](Desk& desk, const Look& look) {
-                const PageSetting setting = desk.setting(TaskKind::Conversion, variables);
-                const auto page = desk.pages.makeConversionPage(setting, false);
-                page->load(setting.task);
-                showPage(desk, *page, look, prepare);
-            }};
+    return pageCase(
+        name, TaskKind::Conversion,
+        [](Pages& pages, const PageSetting& setting) { return pages.makeConversionPage(setting, false); }, variables,
+        prepare);
 }
 
 /// The conversion page as a user sees it who launches the task on these kinds of files.
@@ -47,16 +47,21 @@ void showOutputFileDetailsPage(Desk& desk, const Look& look)
     showPage(desk, *page, look);
 }
 
-void showFileCardPage(Desk& desk, const Look& look)
+void selectThirdVariable(QWidget& page)
 {
-    const PageSetting setting = desk.setting(
-        TaskKind::Conversion, {{u"FileCardData", Text(u"Number;1;\nProject;100;Project\nDescription;8;Converted\n")}});
-    const auto page = desk.pages.makePage(PageName::FileCard, setting);
-    page->load(setting.task);
-    showPage(desk, *page, look, [](QWidget& shown) {
-        auto* list = shown.findChild<QTreeWidget*>("cardVariables");
-        list->setCurrentItem(list->topLevelItem(2));
-    });
+    auto* list = page.findChild<QTreeWidget*>("cardVariables");
+    list->setCurrentItem(list->topLevelItem(2));
+}
+
+/// The options of a format in their frame.
+WindowCase optionCase(const std::string& name, std::uint32_t formatCode)
+{
+    return {name, [=](Desk& desk, const Look& look) {
+                const OutputFormat& format = outputFormats()[formatCode];
+                CAdvancedConvOpDlg frame(desk.pages.environment(), desk.setting(TaskKind::Conversion).task, formatCode,
+                    format.label, nullptr, true);
+                showModal(look, [&] { frame.DoModal(); });
+            }};
 }
 
 } // namespace
@@ -76,8 +81,28 @@ std::vector<WindowCase> conversionWindows()
         launchCase("ConversionSettingsPageDlg-launch", {}, 4 | 8 | 16),
         launchCase("ConversionSettingsPageDlg-launch-pdf",
             {{u"FileFormat", Text(u"Adobe PDF (*.pdf)")}, {u"PromptOutput", false}, {u"SourceRefs", 2}}, 16),
-        {"FileCardPageDlg", showFileCardPage},
+        pageCase(
+            "FileCardPageDlg", TaskKind::Conversion,
+            [](Pages& pages, const PageSetting& setting) { return pages.makePage(PageName::FileCard, setting); },
+            {{u"FileCardData", Text(u"Number;1;\nProject;100;Project\nDescription;8;Converted\n")}},
+            selectThirdVariable),
         {"OutputFileDetailsPageDlg", showOutputFileDetailsPage},
+    };
+}
+
+std::vector<WindowCase> optionWindows()
+{
+    return {
+        optionCase("ConvOpACISDlg", 3),
+        optionCase("ConvOpPDFDlg", 5),
+        optionCase("ConvOpTifPsdDlg", 6),
+        optionCase("ConvOpDWG_DXFDlg", 8),
+        optionCase("ConvOpViewpaneDlg", 10),
+        optionCase("ConvOpIGESDlg", 13),
+        optionCase("ConvOpParasolidDlg", 16),
+        optionCase("ConvOpSTEPDlg", 18),
+        optionCase("ConvOpSTLDlg", 19),
+        optionCase("ConvOpVRMLDlg", 22),
     };
 }
 

@@ -10,7 +10,6 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QScrollArea>

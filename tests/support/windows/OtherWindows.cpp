@@ -7,26 +7,10 @@ namespace zn::test {
 
 namespace {
 
-void showMenuCommandPage(Desk& desk, const Look& look)
-{
-    const PageSetting setting = desk.setting(TaskKind::Conversion);
-    const auto page = desk.pages.makeMenuCommandPage(setting);
-    page->load(setting.task);
-    showPage(desk, *page, look);
-}
-
 void showScriptDialog(Desk& desk, const Look& look)
 {
     const PageSetting setting = desk.setting(TaskKind::Conversion);
     showModal(look, [&] { editScript(desk.pages.environment(), nullptr, setting.task); });
-}
-
-void showScriptPage(Desk& desk, const Look& look)
-{
-    const PageSetting setting = desk.setting(TaskKind::General);
-    const auto page = desk.pages.makePage(PageName::Script, setting);
-    page->load(setting.task);
-    showPage(desk, *page, look);
 }
 
 void showSelectionDialog(Desk& desk, const Look& look)
@@ -65,8 +49,10 @@ void showFileDetailsPage(Desk& desk, const Look& look)
 std::vector<WindowCase> otherWindows()
 {
     return {
-        {"MenuCommandDlg", showMenuCommandPage},
-        {"ScriptPageDlg", showScriptPage},
+        pageCase("MenuCommandDlg", TaskKind::Conversion,
+            [](Pages& pages, const PageSetting& setting) { return pages.makeMenuCommandPage(setting); }),
+        pageCase("ScriptPageDlg", TaskKind::General,
+            [](Pages& pages, const PageSetting& setting) { return pages.makePage(PageName::Script, setting); }),
         {"ScriptDlg", showScriptDialog},
         {"SelectionDlg", showSelectionDialog},
         {"FileDetailsPageDlg", showFileDetailsPage},

@@ -10,28 +10,18 @@ namespace zn::test {
 
 namespace {
 
-WindowCase pageCase(const std::string& name, PageName page, TaskKind kind)
+WindowCase printPage(const std::string& name, PageName page)
 {
-    return {name, [=](Desk& desk, const Look& look) {
-                const PageSetting setting = desk.setting(kind);
-                const auto made = desk.pages.makePage(page, setting);
-                made->load(setting.task);
-                showPage(desk, *made, look);
-            }};
-}
-
-void addPrinter(Desk& desk, const Text& name)
-{
-    desk.platform.registry.write(RegistryRoot::Machine, Text(folderPrintersKey) + u"\\" + name, printerFolderValue,
-        RegistryValue::text(desk.installed.path("prints")));
+    return pageCase(name, TaskKind::Printing,
+        [page](Pages& pages, const PageSetting& setting) { return pages.makePage(page, setting); });
 }
 
 /// The launch of a print of an assembly with its drawing and parts.
 WindowCase printCase(const std::string& name, const Prepare& prepare = {})
 {
     return {name, [=](Desk& desk, const Look& look) {
-                addPrinter(desk, u"Office");
-                addPrinter(desk, u"Plotter A0");
+                desk.installed.addPrinter(u"Office", desk.installed.path("prints"));
+                desk.installed.addPrinter(u"Plotter A0", desk.installed.path("prints"));
                 const zn::arkin::Place bolt = desk.addFile("Gearbox/Parts/Bolt.zenprt");
                 const zn::arkin::Place housing = desk.addFile("Gearbox/Parts/Housing.zenprt");
                 const zn::arkin::Place notes = desk.addFile("Gearbox/Notes.txt");
@@ -55,10 +45,10 @@ WindowCase printCase(const std::string& name, const Prepare& prepare = {})
 std::vector<WindowCase> printWindows()
 {
     return {
-        pageCase("PrinterDlg", PageName::Printer, TaskKind::Printing),
-        pageCase("PaperSizeDlg", PageName::PaperSize, TaskKind::Printing),
-        pageCase("MarginsDlg", PageName::Margins, TaskKind::Printing),
-        pageCase("FilesDlg", PageName::Files, TaskKind::Printing),
+        printPage("PrinterDlg", PageName::Printer),
+        printPage("PaperSizeDlg", PageName::PaperSize),
+        printPage("MarginsDlg", PageName::Margins),
+        printPage("FilesDlg", PageName::Files),
         printCase("PrintUIDlg", [](QWidget& dialog) { dialog.findChild<QTreeView*>("fileTree")->expandAll(); }),
         printCase("PrintUIDlg-margins", [](QWidget& dialog) { dialog.findChild<QTabWidget*>()->setCurrentIndex(1); }),
     };

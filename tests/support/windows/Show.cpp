@@ -42,6 +42,16 @@ void showPage(Desk& desk, TaskPage& page, const Look& look, const Prepare& prepa
     desk.host.hide();
 }
 
+WindowCase pageCase(const std::string& name, TaskKind kind, const MakePage& make, const zn::arkin::Variables& variables,
+    const Prepare& prepare)
+{
+    return {name, [=](Desk& desk, const Look& look) {
+                const PageSetting setting = desk.setting(kind, variables);
+                const auto page = make(desk.pages, setting);
+                page->load(setting.task);
+                showPage(desk, *page, look, prepare);
+            }};
+}
 void showModal(const Look& look, const std::function<void()>& run, const Prepare& prepare)
 {
     QTimer timer;

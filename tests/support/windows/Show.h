@@ -12,6 +12,10 @@ void showPage(Desk& desk, TaskPage& page, const Look& look, const Prepare& prepa
 /// Runs what opens a modal dialog, looks at the dialog when it stands there, and cancels it.
 void showModal(const Look& look, const std::function<void()>& run, const Prepare& prepare = {});
 
+/// A page as it is made, on a new task of that kind with these variables.
+using MakePage = std::function<std::unique_ptr<TaskPage>(Pages&, const PageSetting&)>;
+WindowCase pageCase(const std::string& name, TaskKind kind, const MakePage& make,
+    const zn::arkin::Variables& variables = {}, const Prepare& prepare = {});
 /// The cases by their subject.
 std::vector<WindowCase> conversionWindows();
 std::vector<WindowCase> optionWindows();

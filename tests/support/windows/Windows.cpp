@@ -15,4 +15,11 @@ const std::vector<WindowCase>& allWindows()
     return cases;
 }
 
+std::string testName(const ::testing::TestParamInfo<WindowCase>& window)
+{
+    std::string name = window.param.name;
+    std::erase_if(name, [](char letter) { return !std::isalnum(static_cast<unsigned char>(letter)); });
+    return name;
+}
+
 } // namespace zn::test

@@ -3,6 +3,7 @@
 #include "tests/support/windows/Desk.h"
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -23,5 +24,7 @@ struct WindowCase {
 inline void PrintTo(const WindowCase& window, std::ostream* out) { *out << window.name; }
 
 const std::vector<WindowCase>& allWindows();
+/// The letters and digits of the case's name, as the name of its test.
+std::string testName(const ::testing::TestParamInfo<WindowCase>& window);
 
 } // namespace zn::test

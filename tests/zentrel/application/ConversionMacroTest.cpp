@@ -2,7 +2,6 @@
 
 #include "zentrel/application/MacroRunner.h"
 
-#include <gmock/gmock.h>
 #include <set>
 
 namespace zn::zentrel::test {
@@ -36,18 +35,6 @@ std::map<std::string, std::string> settings(Workshop& shop, const std::string& f
         {"[Part3DPDFThemePath]", ""},
         {"[Asm3DPDFThemePath]", ""},
     };
-}
-
-/// The conversion macro with the settings put in; what is not set is 0.
-std::string macroText(const std::map<std::string, std::string>& values)
-{
-    std::string text = readFile(ZN_SOURCE_DIR "/resources/macros/ConvertFiles.bas");
-    for (const auto& [name, value] : values)
-        for (std::size_t at = 0; (at = text.find(name, at)) != std::string::npos; at += value.size())
-            text.replace(at, name.size(), value);
-    for (std::size_t at = 0; (at = text.find('[', at)) != std::string::npos;)
-        text.replace(at, text.find(']', at) + 1 - at, "0");
-    return text;
 }
 
 std::set<std::string> outputs(const Workshop& shop)
@@ -104,7 +91,7 @@ TEST(ConversionMacro, WritesEachOutputAndLogsWhatItCannot)
         auto values = settings(shop, one.file);
         for (const auto& [name, value] : one.changed)
             values[name] = value;
-        writeFile(shop.file("task.znb"), macroText(values));
+        writeFile(shop.file("task.znb"), macroWith("ConvertFiles.bas", values));
         const MacroOutcome outcome = runMacro(*shop.application, shop.path("task.znb"), u"ZNMacro1", u"main");
         const std::string name = std::string(one.file) + " to " + one.changed.at("[FileFormat]");
         EXPECT_TRUE(outcome.success) << name << ": " << (shop.log.empty() ? "" : shop.log.back());

@@ -1,19 +1,17 @@
 #include "tests/zentrel/application/Workshop.h"
 
 #include "contracts/objectmodel/Enumerations.h"
-
-#include <gmock/gmock.h>
+#include "tests/support/Failures.h"
 
 namespace zn::zentrel::test {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using Documents = WorkshopTest;
+using Members = WorkshopTest;
 
-TEST(Documents, AreListedAnnouncedFoundByNameAndClosed)
+TEST_F(Documents, AreListedAnnouncedFoundByNameAndClosed)
 {
-    Workshop shop;
     shop.makePart("A.zenprt", {u"Default"});
     shop.makePart("B.zenprt", {u"Default", u"Other"});
     const auto sink = std::make_shared<EventLog>();
@@ -50,9 +48,8 @@ TEST(Documents, AreListedAnnouncedFoundByNameAndClosed)
     EXPECT_THROW(manager->call(u"ActiveConfiguration"), StatusError);
 }
 
-TEST(Documents, WhatCannotBeOpenedHasANumberAndASentence)
+TEST_F(Documents, WhatCannotBeOpenedHasANumberAndASentence)
 {
-    Workshop shop;
     shop.makePart("Good.zenprt", {u"Default"});
     writeFile(shop.file("Empty.zenprt"), "");
     writeFile(shop.file("Garbage.zenasm"), "this is no assembly");
@@ -101,40 +98,38 @@ TEST(Documents, WhatCannotBeOpenedHasANumberAndASentence)
     EXPECT_THAT(zn::toUtf8((*messages[0].get<ArrayRef>())->elements[4].toText()), HasSubstr("'Gold'"));
 }
 
-TEST(Documents, AVirtualComponentIsADocumentWhileTheApplicationLives)
+TEST_F(Documents, AVirtualComponentIsADocumentWhileTheApplicationLives)
 {
-    auto shop = std::make_unique<Workshop>();
-    shop->makeAssembly("Rack.zenasm");
-    const auto assembly = shop->open(shop->path("Rack.zenasm"), DocumentKind::Assembly);
+    shop.makeAssembly("Rack.zenasm");
+    const auto assembly = shop.open(shop.path("Rack.zenasm"), DocumentKind::Assembly);
     const Value components = assembly->call(u"GetComponents", {true});
     const auto at = [&](std::size_t index) {
         return zn::query<DispatchObject>((*components.get<ArrayRef>())->elements.at(index).toObject());
     };
     EXPECT_FALSE(at(0)->call(u"IsVirtual").toBool());
-    EXPECT_EQ(at(0)->call(u"GetPathName").toText(), shop->path("Plate.zenprt"));
+    EXPECT_EQ(at(0)->call(u"GetPathName").toText(), shop.path("Plate.zenprt"));
     EXPECT_TRUE(at(1)->call(u"IsVirtual").toBool());
     const Text path = at(1)->call(u"GetPathName").toText();
     EXPECT_TRUE(path.ends_with(u"\\Bolt^Rack.zenprt")) << zn::toUtf8(path);
     EXPECT_EQ(at(1)->call(u"GetPathName").toText(), path);
-    const auto bolt = shop->open(path, DocumentKind::Part);
+    const auto bolt = shop.open(path, DocumentKind::Part);
     EXPECT_EQ(bolt->call(u"GetConfigurationCount").toInt32(), 2);
-    const auto file = shop->platform.files().toMachine(path);
+    const auto file = shop.platform.files().toMachine(path);
     EXPECT_TRUE(std::filesystem::exists(file));
 
     // Its name may hold the assembly's already.
-    std::filesystem::copy_file(ZN_SOURCE_DIR "/samples/Stand.zenasm", shop->file("Other.zenasm"));
-    const auto other = shop->open(shop->path("Other.zenasm"), DocumentKind::Assembly);
+    std::filesystem::copy_file(ZN_SOURCE_DIR "/samples/Stand.zenasm", shop.file("Other.zenasm"));
+    const auto other = shop.open(shop.path("Other.zenasm"), DocumentKind::Assembly);
     const Value parts = other->call(u"GetComponents", {true});
     const auto pin = zn::query<DispatchObject>((*parts.get<ArrayRef>())->elements.back().toObject());
     EXPECT_TRUE(pin->call(u"GetPathName").toText().ends_with(u"\\Pin^Stand.zenprt"));
 
-    shop->application.reset();
+    shop.application.reset();
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
-TEST(Members, AreCalledByPlaceOrNameAndRefuseInWords)
+TEST_F(Members, AreCalledByPlaceOrNameAndRefuseInWords)
 {
-    Workshop shop;
     shop.makePart("Bar.zenprt", {u"Default"});
     const auto part = shop.open(shop.path("Bar.zenprt"), DocumentKind::Part);
     const auto extension = objectOf(*part, u"Extension");
@@ -161,13 +156,9 @@ TEST(Members, AreCalledByPlaceOrNameAndRefuseInWords)
             "'ShowConfiguration' takes no argument named 'Sheet' here."},
     };
     for (auto [call, status, sentence] : cases) {
-        try {
-            part->invoke(call);
-            ADD_FAILURE() << sentence;
-        } catch (const StatusError& error) {
-            EXPECT_EQ(error.status(), status);
-            EXPECT_STREQ(error.what(), sentence);
-        }
+        const auto raised = zn::test::raisedBy([&, &call = call] { part->invoke(call); });
+        EXPECT_EQ(raised.status, status);
+        EXPECT_EQ(raised.sentence, sentence);
     }
     EXPECT_THROW(shop.application->call(u"SetUserPreferenceToggle", {9999, true}), StatusError);
 }

@@ -3,14 +3,12 @@
 #include "zentrel/application/MacroHost.h"
 #include "zentrel/application/MacroRunner.h"
 
-#include <gmock/gmock.h>
-
 namespace zn::zentrel::test {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using Macro = WorkshopTest;
+
 using zn::language::Reason;
 
 MacroOutcome run(Workshop& shop, const std::string& text)
@@ -19,59 +17,40 @@ MacroOutcome run(Workshop& shop, const std::string& text)
     return runMacro(*shop.application, shop.path("test.znb"), u"ZNMacro1", u"main");
 }
 
-TEST(Macro, ConvertsADocumentByTheObjectModel)
+TEST_F(Macro, ConvertsADocumentByTheObjectModel)
 {
-    Workshop shop;
     shop.makePart("Bar.zenprt", {u"Short", u"Long"});
     const std::string folder = zn::toUtf8(shop.path(""));
     const MacroOutcome outcome = run(shop,
         "Option Explicit\r\n"
-        "Dim znApp As Object\r\n"
-        "Dim znModel As Zentrel.ModelDoc2\r\n"
-        "Dim znExtension As Zentrel.ModelDocExtension\r\n"
-        "Dim spec As Zentrel.DocumentSpecification\r\n"
         "Sub main()\r\n"
-        "    Dim names As Variant, i As Long, errors As Long, warnings As Long\r\n"
-        "    Set znApp = Application.Zentrel\r\n"
-        "    znApp.Visible = True\r\n"
-        "    Set spec = znApp.GetOpenDocSpec(\""
+        "    Dim model As Zentrel.ModelDoc2, spec As Zentrel.DocumentSpecification, errors As Long, warnings As "
+        "Long\r\n"
+        "    Set spec = Application.Zentrel.GetOpenDocSpec(\""
             + folder
             + "\\Bar.zenprt\")\r\n"
               "    spec.DocumentType = znDocumentTypes_e.znDocPART\r\n"
-              "    spec.ReadOnly = True\r\n"
-              "    Set znModel = znApp.OpenDoc7(spec)\r\n"
-              "    If CInt(Left(znApp.RevisionNumber, 2)) >= 18 Then znApp.Frame.KeepInVisible = True\r\n"
-              "    Set znExtension = znModel.Extension\r\n"
-              "    names = znModel.GetConfigurationNames\r\n"
-              "    For i = LBound(names) To UBound(names)\r\n"
-              "        znModel.ShowConfiguration names(i)\r\n"
-              "        Debug.Print znExtension.SaveAs(\""
+              "    Set model = Application.Zentrel.OpenDoc7(spec)\r\n"
+              "    Debug.Print model.Extension.SaveAs(\""
             + folder
-            + "\\Bar_\" & names(i) & \".stl\", _\r\n"
-              "            znSaveAsCurrentVersion, znSaveAsOptions_Silent, Nothing, errors, warnings), errors, "
-              "warnings\r\n"
-              "        Debug.Print znExtension.SaveAs(\""
+            + "\\Bar.stl\", znSaveAsCurrentVersion, znSaveAsOptions_Silent, _\r\n"
+              "        Nothing, errors, warnings); errors; warnings\r\n"
+              "    Debug.Print model.Extension.SaveAs(\""
             + folder
             + "\\Bar.sat\", 0, 0, Nothing, errors, warnings) & errors\r\n"
-              "    Next i\r\n"
-              "    znApp.QuitDoc znModel.GetTitle\r\n"
-              "    Set znModel = znApp.OpenDoc7(znApp.GetOpenDocSpec(\"Z:\\no.zenprt\"))\r\n"
-              "    Debug.Print znModel Is Nothing\r\n"
+              "    Application.Zentrel.QuitDoc model.GetTitle\r\n"
+              "    Set model = Application.Zentrel.OpenDoc7(Application.Zentrel.GetOpenDocSpec(\"Z:\\no.zenprt\"))\r\n"
+              "    Debug.Print model Is Nothing\r\n"
               "End Sub\r\n");
     EXPECT_TRUE(outcome.success) << (shop.log.empty() ? "" : shop.log.back());
     EXPECT_EQ(outcome.reason, Reason::None);
-    ASSERT_EQ(shop.printed.size(), 5U);
-    EXPECT_THAT(shop.printed[0], ::testing::StartsWith("True"));
-    EXPECT_EQ(shop.printed[1], "False256");
-    EXPECT_EQ(shop.printed[4], "True");
-    EXPECT_EQ(std::filesystem::file_size(shop.file("Bar_Short.stl")), 84U + 12 * 50) << "a box has 12 facets";
-    EXPECT_EQ(std::filesystem::file_size(shop.file("Bar_Long.stl")), 84U + 12 * 50);
+    EXPECT_THAT(shop.printed, ElementsAre(::testing::StartsWith("True"), "False256", "True"));
+    EXPECT_EQ(std::filesystem::file_size(shop.file("Bar.stl")), 84U + 12 * 50) << "a box has 12 facets";
     EXPECT_EQ(objectOf(*shop.application, u"GetFirstDocument"), nullptr);
 }
 
-TEST(Macro, AFaultHasAReasonAndShowsItsPlace)
+TEST_F(Macro, AFaultHasAReasonAndShowsItsPlace)
 {
-    Workshop shop;
     const std::string file = zn::toUtf8(shop.path("test.znb"));
     const struct {
         const char* text;
@@ -100,16 +79,15 @@ TEST(Macro, AFaultHasAReasonAndShowsItsPlace)
         faultText("a.znb", 3, 4, u"Expected: end.", u"\tif x"), "a.znb:3:4: Expected: end.\n    \tif x\n    \t  ^");
 }
 
-TEST(Macro, EndsWhenWhoeverUsesTheApplicationHasGone)
+TEST_F(Macro, EndsWhenWhoeverUsesTheApplicationHasGone)
 {
     int asked = 0;
-    Workshop shop([&] { return ++asked > 3; });
-    EXPECT_FALSE(run(shop, "Sub main()\r\n    Do\r\n    Loop\r\nEnd Sub\r\n").success);
+    Workshop left([&] { return ++asked > 3; });
+    EXPECT_FALSE(run(left, "Sub main()\r\n    Do\r\n    Loop\r\nEnd Sub\r\n").success);
 }
 
-TEST(Macro, FoldersAndFilesOfWideNamesAreMadeByPointers)
+TEST_F(Macro, FoldersAndFilesOfWideNamesAreMadeByPointers)
 {
-    Workshop shop;
     const std::string folder = zn::toUtf8(shop.path(""));
     const MacroOutcome outcome = run(shop,
         "#If VBA7 Then\r\n"
@@ -140,7 +118,7 @@ TEST(Macro, FoldersAndFilesOfWideNamesAreMadeByPointers)
     EXPECT_EQ(readFile(shop.file("\xD0\x96/deep/run.log")), "first\r\nsecond\r\n");
 }
 
-TEST(Macro, ABoxIsAnsweredByItsDefaultButton)
+TEST_F(Macro, ABoxIsAnsweredByItsDefaultButton)
 {
     const std::pair<int, int> answers[]
         = {{0, 1}, {1, 1}, {1 + 256, 2}, {3 + 32, 6}, {4 + 256, 7}, {2 + 512, 5}, {5, 4}, {15, 1}};

@@ -2,30 +2,17 @@
 #include "tests/zentrel/application/Workshop.h"
 
 #include "platform/linux/FolderPrinters.h"
+#include "tests/support/Shell.h"
 #include "zentrel/application/MacroRunner.h"
 
-#include <array>
-#include <gmock/gmock.h>
 #include <regex>
 
 namespace zn::zentrel::test {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-
-std::string outputOf(const std::string& command)
-{
-    std::string text;
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    std::array<char, 4096> block;
-    for (std::size_t count = 0; (count = fread(block.data(), 1, block.size(), pipe)) > 0;)
-        text.append(block.data(), count);
-    EXPECT_EQ(pclose(pipe), 0) << command << ": " << text;
-    return text;
-}
+using zn::test::outputOf;
 
 /// Width and height of each page of a PDF in mm, "420x297".
 std::vector<std::string> pageSizes(const std::filesystem::path& pdf)
@@ -240,20 +227,13 @@ TEST_F(PrintTest, TheDefaultMacroPrintsASheetOnItsPaper)
             {"[__printer_prname]", "Plotter"}, {"[__printer_usedrwnfo]", "True"}, {"[__printer_copycount]", "2"},
             {"[__printer_headertype]", "2"}, {"[__printer_headerright]", "Printed"}, {"[__printer_papsize_DEF]", ""}};
     const auto run = [&](const std::map<std::string, std::string>& changed) {
-        std::string text = readFile(ZN_SOURCE_DIR "/resources/macros/PrintFiles.bas");
         auto values = settings;
         for (const auto& [name, value] : changed)
             values[name] = value;
-        for (const auto& [name, value] : values)
-            for (std::size_t at = 0; (at = text.find(name, at)) != std::string::npos; at += value.size())
-                text.replace(at, name.size(), value);
-        for (std::size_t at = 0; (at = text.find('[', at)) != std::string::npos;)
-            text.replace(at, text.find(']', at) + 1 - at, "0");
-        writeFile(shop.file("print.znb"), text);
+        writeFile(shop.file("print.znb"), macroWith("PrintFiles.bas", values));
         EXPECT_TRUE(runMacro(*shop.application, shop.path("print.znb"), u"ZNMacro1", u"main").success);
-        const auto log = shop.file("vault/logs/run.log");
-        const std::string logged = std::filesystem::exists(log) ? readFile(log) : "";
-        std::filesystem::remove(log);
+        std::string logged = readFile(shop.file("vault/logs/run.log"));
+        std::filesystem::remove(shop.file("vault/logs/run.log"));
         return logged;
     };
     EXPECT_EQ(run({}), "");
@@ -265,7 +245,11 @@ TEST_F(PrintTest, TheDefaultMacroPrintsASheetOnItsPaper)
     const std::string file = zn::toUtf8(shop.path("Plan.zendrw"));
     EXPECT_EQ(run({{"[__printer_prname]", "Gone"}}),
         "The printer 'Gone' for the Document  '" + file + "' is not a valid printer.\r\n");
-    EXPECT_THAT(run({{"<SelCfgOrSheet>", ""}}), HasSubstr("Error number: 13\r\n"));
+    EXPECT_EQ(run({{"<SelCfgOrSheet>", ""}}),
+        "Error while printing file '" + file
+            + "': \r\nAn unexpected error occurred while executing the generated script. Script syntax error?\r\n"
+              "Error number: 13\r\nError description: 'Type mismatch'\r\n\r\n")
+        << "no sheet was chosen whose paper could be taken";
     EXPECT_EQ(run({{"[__printer_copycount]", "100000"}}),
         "Could not print file '" + file
             + "'. The following errors occured: \r\n'Plan.zendrw' can't be printed 100000 times; the number of copies "

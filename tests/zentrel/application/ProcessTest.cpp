@@ -1,10 +1,8 @@
 #include "automation/SocketRunningObjects.h"
 #include "base/Format.h"
+#include "tests/support/Shell.h"
 #include "tests/zentrel/application/Workshop.h"
 
-#include <csignal>
-#include <gmock/gmock.h>
-#include <sys/wait.h>
 #include <thread>
 
 namespace zn::zentrel::test {
@@ -12,8 +10,7 @@ namespace zn::zentrel::test {
 namespace {
 
 using namespace std::chrono_literals;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using zn::test::shell;
 
 /// The exit code of a process, waited for half a minute at most; 259 if it still runs then.
 std::uint32_t endOf(zn::LinuxProcesses& processes, std::int32_t id)
@@ -115,18 +112,6 @@ TEST_F(Process, EndsWithItsClientAlsoInTheMiddleOfAMacro)
     EXPECT_EQ(endOf(shop.platform.processes(), id), 0U);
 }
 
-/// Runs a command line by the shell; gives the exit code and what it printed.
-std::pair<int, std::string> shell(const std::string& command)
-{
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    std::string output;
-    char chunk[4096];
-    while (const std::size_t count = fread(chunk, 1, sizeof chunk, pipe))
-        output.append(chunk, count);
-    const int status = pclose(pipe);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
-}
-
 TEST(CommandLine, DoesItsWorkOrSaysWhyNot)
 {
     Workshop shop;
@@ -179,9 +164,9 @@ TEST(CommandLine, DoesItsWorkOrSaysWhyNot)
     const auto folder = text(u"SOFTWARE\\Zentrel\\Zentrel 2018\\Setup", u"Zentrel Folder");
     ASSERT_TRUE(folder);
     EXPECT_TRUE(shop.platform.files().fileExists(*folder + u"\\ZENTREL.EXE"));
-    EXPECT_EQ(shell(program + "unregister").first, 0);
+    EXPECT_EQ(shell(program + "unregister").code, 0);
     EXPECT_FALSE(text(u"SOFTWARE\\Classes\\Zentrel.Application.26\\CLSID", u""));
-    EXPECT_EQ(shell(ZN_BIN_DIR "/ZENTREL.EXE /X").first, 2);
+    EXPECT_EQ(shell(ZN_BIN_DIR "/ZENTREL.EXE /X").code, 2);
 }
 
 } // namespace

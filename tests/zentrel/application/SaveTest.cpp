@@ -4,14 +4,11 @@
 #include "zentrel/formats/Read.h"
 #include "zentrel/model/Container.h"
 
-#include <gmock/gmock.h>
-
 namespace zn::zentrel::test {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using Save = WorkshopTest;
 
 struct Saved {
     bool success = false;
@@ -28,9 +25,8 @@ Saved saveAs(DispatchObject& document, const Text& path, const Value& data = Obj
     return {success.toBool(), results[4].toInt32()};
 }
 
-TEST(Save, AnnouncesEachFileBeforeItExistsAndWritesTheShownConfiguration)
+TEST_F(Save, AnnouncesEachFileBeforeItExistsAndWritesTheShownConfiguration)
 {
-    Workshop shop;
     shop.makePart("Bar.zenprt", {u"Short", u"Long"});
     const auto part = shop.open(shop.path("Bar.zenprt"), DocumentKind::Part);
     const auto sink = std::make_shared<EventLog>();
@@ -58,9 +54,8 @@ TEST(Save, AnnouncesEachFileBeforeItExistsAndWritesTheShownConfiguration)
     EXPECT_THROW(part->call(u"GetFirstModelView"), StatusError) << "a closed document says so";
 }
 
-TEST(Save, DrawingsAnnounceExchangeFilesTwiceAndPdfsOnce)
+TEST_F(Save, DrawingsAnnounceExchangeFilesTwiceAndPdfsOnce)
 {
-    Workshop shop;
     shop.makeDrawing("Plan.zendrw", {u"Front", u"Blatt \u0416"});
     const auto drawing = shop.open(shop.path("Plan.zendrw"), DocumentKind::Drawing);
     const auto sink = std::make_shared<EventLog>();
@@ -77,9 +72,8 @@ TEST(Save, DrawingsAnnounceExchangeFilesTwiceAndPdfsOnce)
     EXPECT_TRUE(readFile(shop.file("Plan.pdf")).starts_with("%PDF"));
 }
 
-TEST(Save, WhatCannotBeSavedHasANumberASentenceAndNoFile)
+TEST_F(Save, WhatCannotBeSavedHasANumberASentenceAndNoFile)
 {
-    Workshop shop;
     shop.makePart("Bar.zenprt", {u"Default"});
     shop.makeDrawing("Plan.zendrw", {u"One"});
     const auto part = shop.open(shop.path("Bar.zenprt"), DocumentKind::Part);
@@ -114,9 +108,8 @@ TEST(Save, WhatCannotBeSavedHasANumberASentenceAndNoFile)
     EXPECT_EQ(shop.log.back(), "The STEP protocol cannot be 299.");
 }
 
-TEST(Save, AListenerThatMakesNoRoomKeepsTheOldFile)
+TEST_F(Save, AListenerThatMakesNoRoomKeepsTheOldFile)
 {
-    Workshop shop;
     shop.makePart("Bar.zenprt", {u"Default"});
     writeFile(shop.file("Bar.stl"), "old");
     const auto part = shop.open(shop.path("Bar.zenprt"), DocumentKind::Part);
@@ -129,9 +122,8 @@ TEST(Save, AListenerThatMakesNoRoomKeepsTheOldFile)
     EXPECT_THROW(saveAs(*part, shop.path("Bar.stl")), StatusError) << "who listened has died: all work ends";
 }
 
-TEST(Save, ComponentsGoIntoFilesOfTheirOwnUnlessAskedForOne)
+TEST_F(Save, ComponentsGoIntoFilesOfTheirOwnUnlessAskedForOne)
 {
-    Workshop shop;
     shop.makeAssembly("Rack.zenasm");
     const auto assembly = shop.open(shop.path("Rack.zenasm"), DocumentKind::Assembly);
     const auto sink = std::make_shared<EventLog>();

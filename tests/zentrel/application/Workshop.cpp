@@ -1,12 +1,6 @@
 #include "tests/zentrel/application/Workshop.h"
 
 #include "zentrel/model/Build.h"
-#include "zentrel/model/Container.h"
-
-#include <BRepPrimAPI_MakeBox.hxx>
-#include <fstream>
-#include <gtest/gtest.h>
-#include <sstream>
 
 namespace zn::zentrel::test {
 
@@ -14,14 +8,10 @@ namespace {
 
 PartDocument boxes(const std::vector<Text>& configurations)
 {
-    PartDocument part;
-    for (const Text& name : configurations) {
-        const double length = 10.0 * static_cast<double>(part.configurations.size() + 1);
-        PartConfiguration configuration{name, {}, {}};
-        configuration.bodies.push_back({u"Box", BRepPrimAPI_MakeBox(length, 20.0, 30.0).Shape(), {}, {}});
-        part.configurations.push_back(std::move(configuration));
-    }
-    return part;
+    std::vector<std::pair<Text, Body>> bodies;
+    for (const Text& name : configurations)
+        bodies.emplace_back(name, Body{u"Box", box(10.0 * static_cast<double>(bodies.size() + 1), 20, 30), {}, {}});
+    return partOf(bodies);
 }
 
 } // namespace
@@ -85,21 +75,19 @@ std::vector<Value> callWithResults(
     return std::move(call.arguments);
 }
 
+std::string macroWith(const char* name, const std::map<std::string, std::string>& settings)
+{
+    std::string text = readFile(ZN_SOURCE_DIR "/resources/macros/" + std::string(name));
+    for (const auto& [setting, value] : settings)
+        for (std::size_t at = 0; (at = text.find(setting, at)) != std::string::npos; at += value.size())
+            text.replace(at, setting.size(), value);
+    for (std::size_t at = 0; (at = text.find('[', at)) != std::string::npos;)
+        text.replace(at, text.find(']', at) + 1 - at, "0");
+    return text;
+}
 DispatchRef objectOf(DispatchObject& object, const Text& name, std::vector<Value> arguments)
 {
     return zn::query<DispatchObject>(object.call(name, std::move(arguments)).toObject());
-}
-
-std::string readFile(const std::filesystem::path& file)
-{
-    std::ostringstream bytes;
-    bytes << std::ifstream(file, std::ios::binary).rdbuf();
-    return bytes.str();
-}
-
-void writeFile(const std::filesystem::path& file, const std::string& bytes)
-{
-    std::ofstream(file, std::ios::binary) << bytes;
 }
 
 } // namespace zn::zentrel::test

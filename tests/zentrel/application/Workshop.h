@@ -1,10 +1,11 @@
 #pragma once
 
 #include "platform/linux/LinuxPlatform.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/zentrel/Documents.h"
 #include "zentrel/application/Application.h"
 
 #include <functional>
+#include <map>
 
 namespace zn::zentrel::test {
 
@@ -27,11 +28,16 @@ public:
     /// Opens a document as macros do. Fails the test if it can't be opened.
     DispatchRef open(const Text& path, DocumentKind kind);
 
-    zn::test::TemporaryFolder folder;
+    TemporaryFolder folder;
     zn::LinuxPlatform platform;
     std::vector<std::string> log;
     std::vector<std::string> printed;
     std::shared_ptr<Application> application;
+};
+
+class WorkshopTest : public ::testing::Test {
+protected:
+    Workshop shop;
 };
 
 /// Keeps the events that it gets; `handler`, if set, answers them.
@@ -50,10 +56,9 @@ public:
 std::vector<Value> callWithResults(
     DispatchObject& object, const Text& name, std::vector<Value> arguments, Value* result);
 
+/// A default macro with a task's settings put in; what is not set is 0.
+std::string macroWith(const char* name, const std::map<std::string, std::string>& settings);
 /// The object that a member answers; null for nothing.
 DispatchRef objectOf(DispatchObject& object, const Text& name, std::vector<Value> arguments = {});
-
-std::string readFile(const std::filesystem::path& file);
-void writeFile(const std::filesystem::path& file, const std::string& bytes);
 
 } // namespace zn::zentrel::test

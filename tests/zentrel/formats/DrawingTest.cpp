@@ -1,28 +1,20 @@
-#include "contracts/documents/DocumentError.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Shell.h"
+#include "tests/zentrel/Documents.h"
 #include "zentrel/formats/Mesh.h"
 #include "zentrel/formats/Projection.h"
 #include "zentrel/formats/WriteDrawing.h"
 #include "zentrel/model/Build.h"
-#include "zentrel/model/Container.h"
 #include "zentrel/model/Describe.h"
 
-#include <array>
 #include <BRepAlgoAPI_Cut.hxx>
-#include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
 #include <BRepTools.hxx>
-#include <cstdio>
 #include <fstream>
-#include <gmock/gmock.h>
 
-namespace fs = std::filesystem;
 using namespace zn::zentrel;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using namespace zn::zentrel::test;
 using ::testing::Not;
-using zn::DocumentError;
-using zn::ErrorKind;
+using zn::test::outputOf;
 
 namespace {
 
@@ -30,14 +22,12 @@ namespace {
 TopoDS_Shape plate()
 {
     const gp_Ax2 axis(gp_Pnt(50, 30, -1), gp_Dir(0, 0, 1));
-    return BRepAlgoAPI_Cut(BRepPrimAPI_MakeBox(100, 60, 20).Shape(), BRepPrimAPI_MakeCylinder(axis, 10, 22).Shape());
+    return BRepAlgoAPI_Cut(box(100, 60, 20), BRepPrimAPI_MakeCylinder(axis, 10, 22).Shape());
 }
 
 void writePlate(const fs::path& file, std::optional<Color> color = {})
 {
-    PartDocument part;
-    part.configurations = {{u"Default", {{u"Platte", plate(), color, {}, true}}, {}}};
-    writeDocument(part, file);
+    writeDocument(partOf({{u"Default", {u"Platte", plate(), color, {}, true}}}), file);
 }
 
 DrawingDocument twoSheets(const fs::path& folder)
@@ -47,23 +37,6 @@ DrawingDocument twoSheets(const fs::path& folder)
         {{u"Лист 1", PaperSize::A3, true, folder / "plate.zenprt", {}},
             {u"Detail", PaperSize::A4, false, folder / "plate.zenprt", {}}});
     return readDrawing(folder / "d.zendrw");
-}
-
-std::string outputOf(const std::string& command)
-{
-    std::string text;
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    std::array<char, 4096> block{};
-    for (std::size_t count = 0; (count = fread(block.data(), 1, block.size(), pipe)) > 0;)
-        text.append(block.data(), count);
-    EXPECT_EQ(pclose(pipe), 0) << command << ": " << text;
-    return text;
-}
-
-std::string bytesOf(const fs::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 /// The entities of a DXF file: type, then its group codes and values.
@@ -99,6 +72,10 @@ std::size_t countOf(const std::vector<Entity>& entities, const std::string& type
         [&](const Entity& entity) { return entity.type == type && entity.layer() == layer; }));
 }
 
+using WriteDxf = FolderTest;
+using WritePdf = FolderTest;
+using Samples = FolderTest;
+
 } // namespace
 
 TEST(Projection, aPlateFromAboveAndFromTheFront)
@@ -130,8 +107,7 @@ TEST(Projection, aPlateFromAboveAndFromTheFront)
     EXPECT_NEAR(hidden, 2 * 20, 0.1) << "the sides of the hole; all else lies behind visible lines";
 
     // Without its surfaces the plate shows the sharp edges of its mesh: those of the box, and the hole's two rims.
-    Model meshed;
-    meshed.bodies = {{u"Platte", plate(), {}, {}, true}};
+    Model meshed = model;
     ASSERT_EQ(mesh(meshed.bodies[0].shape, MeshQuality::Fine), 0u);
     BRepTools::CleanGeometry(meshed.bodies[0].shape);
     double visible = 0.0;
@@ -140,12 +116,11 @@ TEST(Projection, aPlateFromAboveAndFromTheFront)
     EXPECT_NEAR(visible, 2 * (100 + 60) + 2 * M_PI * 10, 0.5);
 }
 
-TEST(WriteDxf, theActiveSheetInItsPlace)
+TEST_F(WriteDxf, theActiveSheetInItsPlace)
 {
-    zn::test::TemporaryFolder folder;
     const DrawingDocument drawing = twoSheets(folder.path());
     writeDxf(drawing, folder / "d.zendrw", folder / "d.dxf");
-    const std::string text = bytesOf(folder / "d.dxf");
+    const std::string text = readFile(folder / "d.dxf");
     EXPECT_TRUE(text.starts_with("  0\r\nSECTION\r\n  2\r\nHEADER\r\n  9\r\n$ACADVER\r\n  1\r\nAC1009\r\n"));
     EXPECT_TRUE(text.ends_with("  0\r\nENDSEC\r\n  0\r\nEOF\r\n"));
 
@@ -167,9 +142,8 @@ TEST(WriteDxf, theActiveSheetInItsPlace)
     EXPECT_THAT(texts, ElementsAre("d", "\\U+041B\\U+0438\\U+0441\\U+0442 1", "A3", "1:1"));
 }
 
-TEST(WritePdf, aPageForEachSheetInItsSize)
+TEST_F(WritePdf, aPageForEachSheetInItsSize)
 {
-    zn::test::TemporaryFolder folder;
     const DrawingDocument drawing = twoSheets(folder.path());
     const std::string pdf = (folder / "все.pdf").string();
     writePdf(drawing, folder / "d.zendrw", pdf, {.headerFooter = true});
@@ -188,7 +162,7 @@ TEST(WritePdf, aPageForEachSheetInItsSize)
     EXPECT_THAT(outputOf("pdftotext '" + pdf + "' -"), AllOf(Not(HasSubstr("Лист")), HasSubstr("图纸 ポンプ.zendrw")));
 }
 
-TEST(Samples, areWhatTheirNamesSay)
+TEST_F(Samples, areWhatTheirNamesSay)
 {
     const fs::path samples = fs::path(ZN_SOURCE_DIR) / "samples";
     const DocumentInfo part = describe(samples / "Bracket.zenprt");
@@ -201,22 +175,20 @@ TEST(Samples, areWhatTheirNamesSay)
     EXPECT_TRUE(assembly.components[2].isVirtual);
     const double pin = M_PI * 9.5 * 9.5 * 60;
     EXPECT_NEAR(assembly.configurations[0].volume, 2 * part.configurations[1].volume + pin, 1);
-    zn::test::TemporaryFolder folder;
     const fs::path drawing = samples / "Чертёж.zendrw";
     writePdf(readDrawing(drawing), drawing, folder / "x.pdf");
     EXPECT_THAT(outputOf("pdftotext '" + (folder / "x.pdf").string() + "' -"), HasSubstr("Чертёж"));
 }
 
-TEST(WritePdf, colourAndLineWeightsFollowTheOptions)
+TEST_F(WritePdf, colourAndLineWeightsFollowTheOptions)
 {
-    zn::test::TemporaryFolder folder;
     const DrawingDocument drawing = twoSheets(folder.path());
     const auto picture = [&](const PdfOptions& options) {
         writePdf(drawing, folder / "d.zendrw", folder / "d.pdf", options);
         outputOf("pdftoppm -r 100 -f 1 -l 1 '" + (folder / "d.pdf").string() + "' '" + (folder / "d").string() + "'");
         std::size_t colored = 0;
         std::size_t dark = 0;
-        const std::string pixels = bytesOf(folder / "d-1.ppm");
+        const std::string pixels = readFile(folder / "d-1.ppm");
         for (std::size_t at = pixels.size() % 3; at + 2 < pixels.size(); at += 3) {
             const auto channel = [&](std::size_t i) { return static_cast<unsigned char>(pixels[at + i]); };
             colored += channel(0) > channel(1) + 60;
@@ -233,22 +205,12 @@ TEST(WritePdf, colourAndLineWeightsFollowTheOptions)
     EXPECT_LT(thin, black) << "0.25 mm for the frame's 0.5";
 }
 
-TEST(WritePdf, whatIsMissingIsNamedAndNothingIsWritten)
+TEST_F(WritePdf, whatIsMissingIsNamedAndNothingIsWritten)
 {
-    zn::test::TemporaryFolder folder;
     DrawingDocument drawing = twoSheets(folder.path());
-    const auto expectError = [&](ErrorKind kind, const char* words, auto call) {
-        try {
-            call();
-            ADD_FAILURE() << words;
-        } catch (const DocumentError& error) {
-            EXPECT_EQ(error.kind(), kind) << error.what();
-            EXPECT_THAT(error.what(), HasSubstr(words));
-        }
-        EXPECT_FALSE(fs::exists(folder / "x.pdf"));
-    };
     expectError(ErrorKind::InvalidArgument, "no sheet 'Blatt'",
         [&] { writePdf(drawing, folder / "d.zendrw", folder / "x.pdf", {.sheets = {u"Blatt"}}); });
     fs::remove(folder / "plate.zenprt");
     expectError(ErrorKind::NotFound, "plate.zenprt", [&] { writePdf(drawing, folder / "d.zendrw", folder / "x.pdf"); });
+    EXPECT_FALSE(fs::exists(folder / "x.pdf"));
 }

@@ -1,31 +1,19 @@
 #include "zentrel/formats/Read.h"
-#include "contracts/documents/DocumentError.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/zentrel/Documents.h"
 #include "zentrel/formats/BuildPart.h"
 #include "zentrel/formats/KernelGuard.h"
 #include "zentrel/model/Describe.h"
 
 #include <atomic>
 #include <csignal>
-#include <fstream>
-#include <gmock/gmock.h>
 #include <Standard_Failure.hxx>
 
-namespace fs = std::filesystem;
 using namespace zn::zentrel;
-using ::testing::HasSubstr;
-using zn::DocumentError;
-using zn::ErrorKind;
+using namespace zn::zentrel::test;
 
 namespace {
 
 const fs::path samples = "/usr/share/opencascade/data";
-
-std::string bytesOf(const fs::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// The text without the STEP record that begins with `record`.
 std::string withoutRecord(std::string text, const std::string& record)
@@ -42,16 +30,17 @@ std::string replaced(std::string text, const std::string& what, const std::strin
     return text.replace(start, what.size(), with);
 }
 
+using Read = FolderTest;
+
 } // namespace
 
-TEST(Read, theDistributionsSamplesComeWhole)
+TEST_F(Read, theDistributionsSamplesComeWhole)
 {
     struct Case {
         const char* file;
         std::size_t faces;
         double volume;
     };
-    zn::test::TemporaryFolder folder;
     for (const Case& expected : {Case{"step/screw.step", 10, 3788.27}, Case{"step/linkrods.step", 37, 3.847},
              Case{"iges/bearing.iges", 213, 0.0}, Case{"iges/hammer.iges", 45, 0.0}}) {
         SCOPED_TRACE(expected.file);
@@ -64,9 +53,8 @@ TEST(Read, theDistributionsSamplesComeWhole)
     }
 }
 
-TEST(Read, aPartGetsAConfigurationForEachFile)
+TEST_F(Read, aPartGetsAConfigurationForEachFile)
 {
-    zn::test::TemporaryFolder folder;
     importPart(
         {{samples / "step/screw.step", u"Schraube"}, {samples / "iges/hammer.iges", u"Молоток"}}, folder / "p.zenprt");
     const DocumentInfo info = describe(folder / "p.zenprt");
@@ -78,11 +66,10 @@ TEST(Read, aPartGetsAConfigurationForEachFile)
     EXPECT_EQ(describe(folder / "p.zenprt").active, u"Schraube") << "a failed import replaces nothing";
 }
 
-TEST(Read, badFilesGiveASentenceAndAKind)
+TEST_F(Read, badFilesGiveASentenceAndAKind)
 {
-    zn::test::TemporaryFolder folder;
-    const std::string screw = bytesOf(samples / "step/screw.step");
-    const std::string hammer = bytesOf(samples / "iges/hammer.iges");
+    const std::string screw = readFile(samples / "step/screw.step");
+    const std::string hammer = readFile(samples / "iges/hammer.iges");
     const std::string end = "\nENDSEC;\nEND-ISO-10303-21;\n";
     struct Case {
         const char* file;
@@ -111,15 +98,8 @@ TEST(Read, badFilesGiveASentenceAndAKind)
     };
     for (const Case& bad : cases) {
         SCOPED_TRACE(bad.file);
-        std::ofstream(folder / bad.file, std::ios::binary) << bad.content;
-        try {
-            readForeign(folder / bad.file);
-            ADD_FAILURE() << "was read";
-        } catch (const DocumentError& error) {
-            EXPECT_EQ(error.kind(), bad.kind) << error.what();
-            EXPECT_THAT(error.what(), HasSubstr(bad.words));
-            EXPECT_THAT(error.what(), HasSubstr(bad.file));
-        }
+        writeFile(folder / bad.file, bad.content);
+        EXPECT_THAT(expectError(bad.kind, bad.words, [&] { readForeign(folder / bad.file); }), HasSubstr(bad.file));
     }
     EXPECT_THROW(readForeign(folder / "none.step"), DocumentError);
 }
@@ -127,13 +107,7 @@ TEST(Read, badFilesGiveASentenceAndAKind)
 TEST(KernelGuard, aFaultCostsTheCallOnly)
 {
     const auto sentence = [](auto run, auto fault) {
-        try {
-            run("reading", "a.step", fault);
-        } catch (const DocumentError& error) {
-            EXPECT_EQ(error.kind(), ErrorKind::Kernel);
-            return std::string(error.what());
-        }
-        return std::string();
+        return expectError(ErrorKind::Kernel, "", [&] { run("reading", "a.step", fault); });
     };
     const auto child = [](const char* doing, const char* file, auto fault) {
         runInChild(

@@ -1,36 +1,23 @@
 #include "zentrel/formats/Write.h"
-#include "contracts/documents/DocumentError.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/zentrel/Documents.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/model/Bounds.h"
 
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepGProp.hxx>
-#include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepTools.hxx>
 #include <cstring>
 #include <fstream>
-#include <gmock/gmock.h>
 #include <GProp_GProps.hxx>
-#include <regex>
 #include <sys/resource.h>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 
-namespace fs = std::filesystem;
 using namespace zn::zentrel;
-using ::testing::HasSubstr;
-using zn::DocumentError;
-using zn::ErrorKind;
+using namespace zn::zentrel::test;
 
 namespace {
-
-std::string bytesOf(const fs::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 ModelRef modelOf(std::vector<Body> bodies, const Text& name = u"Teil")
 {
@@ -40,10 +27,7 @@ ModelRef modelOf(std::vector<Body> bodies, const Text& name = u"Teil")
     return model;
 }
 
-ModelRef boxModel(double x, double y, double z)
-{
-    return modelOf({{u"Box", BRepPrimAPI_MakeBox(x, y, z).Shape(), {}, {}, true}});
-}
+ModelRef boxModel(double x, double y, double z) { return modelOf({{u"Box", box(x, y, z), {}, {}, true}}); }
 
 gp_Trsf moved(double x, double y, double z)
 {
@@ -55,14 +39,13 @@ gp_Trsf moved(double x, double y, double z)
 /// A red box with one blue face twice, and a sphere without a colour.
 ModelRef assemblyModel()
 {
-    const ModelRef box
-        = modelOf({{u"Kiste", BRepPrimAPI_MakeBox(10, 20, 30).Shape(), Color{1, 0, 0}, {{3, Color{0, 0, 1}}}, true}},
-            u"Kiste Ящик");
+    const ModelRef block
+        = modelOf({{u"Kiste", box(10, 20, 30), Color{1, 0, 0}, {{3, Color{0, 0, 1}}}, true}}, u"Kiste Ящик");
     const ModelRef ball = modelOf({{u"Ball", BRepPrimAPI_MakeSphere(5).Shape(), {}, {}, true}}, u"Ball");
     auto model = std::make_shared<Model>();
     model->name = u"Gruppe";
     model->children
-        = {{u"Kiste-1", moved(100, 0, 0), box}, {u"Kiste-2", moved(-200, 0, 0), box}, {u"Ball-1", gp_Trsf(), ball}};
+        = {{u"Kiste-1", moved(100, 0, 0), block}, {u"Kiste-2", moved(-200, 0, 0), block}, {u"Ball-1", gp_Trsf(), ball}};
     return model;
 }
 
@@ -82,7 +65,7 @@ struct StlFile {
 
 StlFile readBinaryStl(const fs::path& file)
 {
-    const std::string bytes = bytesOf(file);
+    const std::string bytes = readFile(file);
     StlFile stl;
     std::memcpy(&stl.count, bytes.data() + 80, 4);
     EXPECT_EQ(bytes.size(), 84 + 50 * std::size_t{stl.count});
@@ -108,22 +91,16 @@ std::size_t countOf(const std::string& text, const std::string& word)
     return count;
 }
 
-void expectError(ErrorKind kind, const std::string& words, const std::function<void()>& call)
-{
-    try {
-        call();
-        ADD_FAILURE() << "nothing was raised, expected: " << words;
-    } catch (const DocumentError& error) {
-        EXPECT_EQ(error.kind(), kind) << error.what();
-        EXPECT_THAT(error.what(), HasSubstr(words));
-    }
-}
+using WriteStl = FolderTest;
+using WriteStep = FolderTest;
+using WriteIges = FolderTest;
+using WriteVrml = FolderTest;
+using Write = FolderTest;
 
 } // namespace
 
-TEST(WriteStl, unitsPositionsAndForms)
+TEST_F(WriteStl, unitsPositionsAndForms)
 {
-    zn::test::TemporaryFolder folder;
     const fs::path file = folder / "деталь.stl";
     struct Case {
         LengthUnit unit;
@@ -144,16 +121,15 @@ TEST(WriteStl, unitsPositionsAndForms)
         EXPECT_NEAR(shifted.high[0], 310 * unit.factor, 1e-4);
     }
     writeStl(*boxModel(10, 20, 30), file, {.binary = false});
-    const std::string text = bytesOf(file);
+    const std::string text = readFile(file);
     EXPECT_TRUE(text.starts_with("solid model\n  facet normal "));
     EXPECT_TRUE(text.ends_with("endsolid model\n"));
     EXPECT_EQ(countOf(text, "endfacet"), 12u);
     EXPECT_THAT(text, HasSubstr("vertex 1.000000e+01 2.000000e+01 3.000000e+01"));
 }
 
-TEST(WriteStl, resolutionFollowsTheModelsSize)
+TEST_F(WriteStl, resolutionFollowsTheModelsSize)
 {
-    zn::test::TemporaryFolder folder;
     const auto facets = [&](double radius, MeshQuality quality) {
         writeStl(*modelOf({{u"B", BRepPrimAPI_MakeSphere(radius).Shape(), {}, {}, true}}), folder / "s.stl",
             {.quality = quality});
@@ -166,13 +142,12 @@ TEST(WriteStl, resolutionFollowsTheModelsSize)
         EXPECT_NEAR(facets(radius, MeshQuality::Coarse), coarse, 0.05 * coarse) << radius;
 }
 
-TEST(WriteStep, structureNamesAndColoursComeBack)
+TEST_F(WriteStep, structureNamesAndColoursComeBack)
 {
-    zn::test::TemporaryFolder folder;
     for (const int protocol : {203, 214}) {
         SCOPED_TRACE(protocol);
         writeStep(*assemblyModel(), folder / "a.step", {.protocol = protocol});
-        const std::string text = bytesOf(folder / "a.step");
+        const std::string text = readFile(folder / "a.step");
         EXPECT_THAT(text, HasSubstr(protocol == 203 ? "CONFIG_CONTROL_DESIGN" : "AUTOMOTIVE_DESIGN"));
         EXPECT_EQ(text.find("ORGANIZATION('IP0.0.0'") != std::string::npos, protocol == 203)
             << "whatever this machine is called";
@@ -194,11 +169,10 @@ TEST(WriteStep, structureNamesAndColoursComeBack)
     EXPECT_NEAR(boundsOf(curves).CornerMax().Z(), 3, 1e-6);
 }
 
-TEST(WriteStep, bodiesOfOnePartKeepTheirNames)
+TEST_F(WriteStep, bodiesOfOnePartKeepTheirNames)
 {
-    zn::test::TemporaryFolder folder;
-    const TopoDS_Shape far = BRepPrimAPI_MakeBox(1, 1, 1).Shape().Moved(moved(5, 0, 0));
-    writeStep(*modelOf({{u"Eins", BRepPrimAPI_MakeBox(1, 1, 1).Shape(), Color{0, 1, 0}, {}, true},
+    const TopoDS_Shape far = box(1, 1, 1).Moved(moved(5, 0, 0));
+    writeStep(*modelOf({{u"Eins", box(1, 1, 1), Color{0, 1, 0}, {}, true},
                   {u"Zwei", far, Color{0, 0, 1}, {{1, Color{1, 1, 0}}}, true}}),
         folder / "b.step");
     const std::vector<Body> bodies = readStep(folder / "b.step").configurations[0].bodies;
@@ -211,14 +185,13 @@ TEST(WriteStep, bodiesOfOnePartKeepTheirNames)
     EXPECT_NEAR(boundsOf(bodies[1].shape).CornerMin().X(), 5, 1e-6);
 }
 
-TEST(WriteIges, theOptionsDecideWhatIsWritten)
+TEST_F(WriteIges, theOptionsDecideWhatIsWritten)
 {
-    zn::test::TemporaryFolder folder;
     const fs::path file = folder / "a.igs";
     const auto types = [&](const IgesOptions& options) {
         writeIges(*assemblyModel(), file, options);
         std::map<int, int> result;
-        std::istringstream lines(bytesOf(file));
+        std::istringstream lines(readFile(file));
         bool first = true;
         for (std::string line; std::getline(lines, line);) {
             if (line.size() < 73 || line[72] != 'D')
@@ -242,11 +215,10 @@ TEST(WriteIges, theOptionsDecideWhatIsWritten)
     expectError(ErrorKind::Unsupported, "leave nothing", [&] { types({.solidAndSurface = false}); });
 }
 
-TEST(WriteVrml, bodiesBecomeShapesWithTheirColours)
+TEST_F(WriteVrml, bodiesBecomeShapesWithTheirColours)
 {
-    zn::test::TemporaryFolder folder;
     writeVrml(*assemblyModel(), folder / "a.wrl", {.unit = LengthUnit::Meters});
-    const std::string text = bytesOf(folder / "a.wrl");
+    const std::string text = readFile(folder / "a.wrl");
     EXPECT_TRUE(text.starts_with("#VRML V2.0 utf8\n"));
     EXPECT_EQ(countOf(text, "IndexedFaceSet"), 5u) << "red and blue twice, and the ball";
     EXPECT_EQ(countOf(text, "diffuseColor 0 0 1"), 2u);
@@ -271,9 +243,8 @@ TEST(ComponentFiles, oneForEachPlacedPart)
     EXPECT_EQ(componentFiles(boxModel(1, 1, 1), "/out/y.stl").at(0).file, "/out/y.stl");
 }
 
-TEST(Write, bodiesGoToWhatCanHoldThem)
+TEST_F(Write, bodiesGoToWhatCanHoldThem)
 {
-    zn::test::TemporaryFolder folder;
     const ModelRef curve
         = modelOf({{u"K", BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 2, 3)).Shape(), {}, {}, true}});
     expectError(ErrorKind::Unsupported, "no faces", [&] { writeStl(*curve, folder / "k.stl"); });
@@ -290,7 +261,7 @@ TEST(Write, bodiesGoToWhatCanHoldThem)
     expectError(ErrorKind::Unsupported, "only a tessellation", [&] { writeStep(*tessellation, folder / "t.step"); });
     expectError(ErrorKind::Unsupported, "only a tessellation", [&] { writeIges(*tessellation, folder / "t.igs"); });
 
-    const TopoDS_Shape face = TopExp_Explorer(BRepPrimAPI_MakeBox(1, 1, 1).Shape(), TopAbs_FACE).Current();
+    const TopoDS_Shape face = TopExp_Explorer(box(1, 1, 1), TopAbs_FACE).Current();
     const ModelRef surface = modelOf({{u"F", face, {}, {}, false}});
     writeStl(*surface, folder / "f.stl");
     EXPECT_EQ(readBinaryStl(folder / "f.stl").count, 2u);
@@ -299,9 +270,8 @@ TEST(Write, bodiesGoToWhatCanHoldThem)
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 4) << "failed writers leave nothing";
 }
 
-TEST(Write, aFailedWriteLeavesWhatWasThere)
+TEST_F(Write, aFailedWriteLeavesWhatWasThere)
 {
-    zn::test::TemporaryFolder folder;
     std::ofstream(folder / "a.stl") << "before";
     std::ofstream(folder / "a.step") << "before";
     // A file that may not grow fails as a full disk does.
@@ -316,8 +286,8 @@ TEST(Write, aFailedWriteLeavesWhatWasThere)
         [&] { writeStep(*boxModel(1, 1, 1), folder / "a.step"); });
     setrlimit(RLIMIT_FSIZE, &before);
     signal(SIGXFSZ, previous);
-    EXPECT_EQ(bytesOf(folder / "a.stl"), "before");
-    EXPECT_EQ(bytesOf(folder / "a.step"), "before");
+    EXPECT_EQ(readFile(folder / "a.stl"), "before");
+    EXPECT_EQ(readFile(folder / "a.step"), "before");
     expectError(ErrorKind::NotWritable, "No such file or directory",
         [&] { writeStl(*boxModel(1, 1, 1), folder / "no folder" / "a.stl"); });
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 2);

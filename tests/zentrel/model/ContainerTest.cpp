@@ -1,42 +1,25 @@
 #include "zentrel/model/Container.h"
-#include "contracts/documents/DocumentError.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/zentrel/Documents.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Describe.h"
 
-#include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
-#include <fstream>
-#include <gmock/gmock.h>
 #include <zip.h>
 
-namespace fs = std::filesystem;
 using namespace zn::zentrel;
-using ::testing::HasSubstr;
-using zn::DocumentError;
-using zn::ErrorKind;
+using namespace zn::zentrel::test;
 
 namespace {
 
 PartDocument boxAndCylinder()
 {
     PartDocument part;
-    part.configurations
-        = {{u"Small", {{u"Block", BRepPrimAPI_MakeBox(10.0, 20.0, 30.0).Shape(), Color{1, 0.5, 0}, {}, true}},
-               {{u"Mass", u"6 g"}}},
-            {u"Größe 2 – 大", {{u"Pin", BRepPrimAPI_MakeCylinder(5.0, 40.0).Shape(), {}, {{2, Color{0, 0, 1}}}, false}},
-                {}}};
+    part.configurations = {{u"Small", {{u"Block", box(10, 20, 30), Color{1, 0.5, 0}, {}, true}}, {{u"Mass", u"6 g"}}},
+        {u"Größe 2 – 大", {{u"Pin", BRepPrimAPI_MakeCylinder(5.0, 40.0).Shape(), {}, {{2, Color{0, 0, 1}}}, false}},
+            {}}};
     part.active = 1;
     part.properties = {{u"Number", u"4711"}, {u"Имя", u"Болт"}};
     return part;
-}
-
-void writeBytes(const fs::path& file, const std::string& bytes) { std::ofstream(file, std::ios::binary) << bytes; }
-
-std::string bytesOf(const fs::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 /// Replaces or removes (empty content) an entry of a container.
@@ -51,23 +34,17 @@ void changeEntry(const fs::path& file, const char* name, const std::string& cont
     ASSERT_EQ(zip_close(archive), 0);
 }
 
-void expectError(const fs::path& file, ErrorKind kind, const std::string& words)
+void expectUnread(const fs::path& file, ErrorKind kind, const std::string& words)
 {
-    try {
-        readDocument(file);
-        ADD_FAILURE() << file << " was read";
-    } catch (const DocumentError& error) {
-        EXPECT_EQ(error.kind(), kind) << error.what();
-        EXPECT_THAT(error.what(), HasSubstr(words));
-        EXPECT_THAT(error.what(), HasSubstr(file.filename().string()));
-    }
+    EXPECT_THAT(expectError(kind, words, [&] { readDocument(file); }), HasSubstr(file.filename().string()));
 }
+
+using Container = FolderTest;
 
 } // namespace
 
-TEST(Container, aPartComesBackAsItWas)
+TEST_F(Container, aPartComesBackAsItWas)
 {
-    zn::test::TemporaryFolder folder;
     const fs::path file = folder / "Болт.zenprt";
     writeDocument(boxAndCylinder(), file);
     const PartDocument part = readPart(file);
@@ -88,70 +65,67 @@ TEST(Container, aPartComesBackAsItWas)
     EXPECT_NEAR(info.configurations[1].size[2], 40.0, 1e-6);
 }
 
-TEST(Container, equalDocumentsGiveEqualFilesAndNothingElseIsLeft)
+TEST_F(Container, equalDocumentsGiveEqualFilesAndNothingElseIsLeft)
 {
-    zn::test::TemporaryFolder folder;
     writeDocument(boxAndCylinder(), folder / "a.zenprt");
     writeDocument(boxAndCylinder(), folder / "b.zenprt");
-    EXPECT_EQ(bytesOf(folder / "a.zenprt"), bytesOf(folder / "b.zenprt"));
+    EXPECT_EQ(readFile(folder / "a.zenprt"), readFile(folder / "b.zenprt"));
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 2);
 }
 
-TEST(Container, badFilesGiveASentenceAndAKind)
+TEST_F(Container, badFilesGiveASentenceAndAKind)
 {
-    zn::test::TemporaryFolder folder;
     const fs::path good = folder / "good.zenprt";
     writeDocument(boxAndCylinder(), good);
-    const std::string bytes = bytesOf(good);
+    const std::string bytes = readFile(good);
     const auto changed = [&](const char* name, const char* entry, const std::string& content) {
         fs::copy_file(good, folder / name);
         changeEntry(folder / name, entry, content);
         return folder / name;
     };
 
-    expectError(folder / "none.zenprt", ErrorKind::NotFound, "isn't there");
-    writeBytes(folder / "empty.zenprt", "");
-    expectError(folder / "empty.zenprt", ErrorKind::Damaged, "is empty");
+    expectUnread(folder / "none.zenprt", ErrorKind::NotFound, "isn't there");
+    writeFile(folder / "empty.zenprt", "");
+    expectUnread(folder / "empty.zenprt", ErrorKind::Damaged, "is empty");
     for (const std::size_t part : {1u, 3u, 9u}) {
-        writeBytes(folder / "cut.zenprt", bytes.substr(0, bytes.size() * part / 10));
-        expectError(folder / "cut.zenprt", ErrorKind::Damaged, "truncated");
+        writeFile(folder / "cut.zenprt", bytes.substr(0, bytes.size() * part / 10));
+        expectUnread(folder / "cut.zenprt", ErrorKind::Damaged, "truncated");
     }
-    writeBytes(folder / "step.zenprt", "ISO-10303-21;\nHEADER;");
-    expectError(folder / "step.zenprt", ErrorKind::Damaged, "something else");
+    writeFile(folder / "step.zenprt", "ISO-10303-21;\nHEADER;");
+    expectUnread(folder / "step.zenprt", ErrorKind::Damaged, "something else");
     std::string flipped = bytes;
     flipped[bytes.find("shapes/0.brep") + 60] ^= 0x40;
-    writeBytes(folder / "flipped.zenprt", flipped);
-    expectError(folder / "flipped.zenprt", ErrorKind::Damaged, "'shapes/0.brep'");
-    expectError(changed("lost.zenprt", "shapes/1.brep", ""), ErrorKind::Damaged, "'shapes/1.brep' is missing");
-    expectError(changed("noise.zenprt", "shapes/1.brep", "no geometry"), ErrorKind::Damaged, "can't be read");
-    expectError(changed("text.zenprt", "manifest.json", "{]"), ErrorKind::Damaged, "manifest");
-    expectError(changed("future.zenprt", "manifest.json", R"({"format": "zentrel-part", "version": 2, "new": 1})"),
+    writeFile(folder / "flipped.zenprt", flipped);
+    expectUnread(folder / "flipped.zenprt", ErrorKind::Damaged, "'shapes/0.brep'");
+    expectUnread(changed("lost.zenprt", "shapes/1.brep", ""), ErrorKind::Damaged, "'shapes/1.brep' is missing");
+    expectUnread(changed("noise.zenprt", "shapes/1.brep", "no geometry"), ErrorKind::Damaged, "can't be read");
+    expectUnread(changed("text.zenprt", "manifest.json", "{]"), ErrorKind::Damaged, "manifest");
+    expectUnread(changed("future.zenprt", "manifest.json", R"({"format": "zentrel-part", "version": 2, "new": 1})"),
         ErrorKind::FutureVersion, "later version");
-    expectError(changed("none2.zenprt", "manifest.json",
-                    R"({"format": "zentrel-part", "version": 1, "active": 0, "properties": {}, "configurations": []})"),
+    expectUnread(
+        changed("none2.zenprt", "manifest.json",
+            R"({"format": "zentrel-part", "version": 1, "active": 0, "properties": {}, "configurations": []})"),
         ErrorKind::Damaged, "no configuration");
     fs::copy_file(good, folder / "part.zenasm");
-    expectError(folder / "part.zenasm", ErrorKind::Damaged, "holds a part, not an assembly");
+    expectUnread(folder / "part.zenasm", ErrorKind::Damaged, "holds a part, not an assembly");
 }
 
-TEST(Container, aFailedSaveLeavesWhatWasThere)
+TEST_F(Container, aFailedSaveLeavesWhatWasThere)
 {
-    zn::test::TemporaryFolder folder;
     const fs::path file = folder / "kept.zenprt";
     writeDocument(boxAndCylinder(), file);
-    const std::string before = bytesOf(file);
+    const std::string before = readFile(file);
     PartDocument broken = boxAndCylinder();
     broken.configurations[1].name = u"SMALL";
     EXPECT_THROW(writeDocument(broken, file), DocumentError);
     EXPECT_THROW(writeDocument(boxAndCylinder(), folder / "no such folder" / "x.zenprt"), DocumentError);
     EXPECT_THROW(writeDocument(boxAndCylinder(), folder.path()), DocumentError);
-    EXPECT_EQ(bytesOf(file), before);
+    EXPECT_EQ(readFile(file), before);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 }
 
-TEST(Container, documentsMovedTogetherFindEachOther)
+TEST_F(Container, documentsMovedTogetherFindEachOther)
 {
-    zn::test::TemporaryFolder folder;
     fs::create_directories(folder / "old/parts");
     writeDocument(boxAndCylinder(), folder / "old/parts/p.zenprt");
     assemble(folder / "old/a.zenasm", {{folder / "old/parts/p.zenprt", false}, {folder / "old/parts/p.zenprt", true}});

@@ -1,32 +1,25 @@
-#include "contracts/documents/DocumentError.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/zentrel/Documents.h"
 #include "zentrel/model/Bounds.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Describe.h"
 
-#include <BRepPrimAPI_MakeBox.hxx>
-#include <gmock/gmock.h>
-
-namespace fs = std::filesystem;
 using namespace zn::zentrel;
-using zn::DocumentError;
-using zn::ErrorKind;
+using namespace zn::zentrel::test;
 
 namespace {
 
 void writeBoxes(const fs::path& file)
 {
-    PartDocument part;
-    part.configurations = {{u"S", {{u"B", BRepPrimAPI_MakeBox(10, 10, 10).Shape(), {}, {}, true}}, {}},
-        {u"L", {{u"B", BRepPrimAPI_MakeBox(100, 50, 20).Shape(), {}, {}, true}}, {}}};
-    writeDocument(part, file);
+    writeDocument(
+        partOf({{u"S", {u"B", box(10, 10, 10), {}, {}, true}}, {u"L", {u"B", box(100, 50, 20), {}, {}, true}}}), file);
 }
+
+using Models = FolderTest;
 
 } // namespace
 
-TEST(Model, anAssemblyShowsItsComponentsAsTheConfigurationSays)
+TEST_F(Models, anAssemblyShowsItsComponentsAsTheConfigurationSays)
 {
-    zn::test::TemporaryFolder folder;
     writeBoxes(folder / "box.zenprt");
     assemble(folder / "a.zenasm",
         {{folder / "box.zenprt", false}, {folder / "box.zenprt", false}, {folder / "box.zenprt", true}});
@@ -46,41 +39,25 @@ TEST(Model, anAssemblyShowsItsComponentsAsTheConfigurationSays)
     EXPECT_EQ(info.configurations[1].bodies, 1u);
 }
 
-TEST(Model, whatCannotBeLoadedIsNamed)
+TEST_F(Models, whatCannotBeLoadedIsNamed)
 {
-    zn::test::TemporaryFolder folder;
     writeBoxes(folder / "box.zenprt");
     assemble(folder / "inner.zenasm", {{folder / "box.zenprt", false}});
     assemble(folder / "outer.zenasm", {{folder / "inner.zenasm", false}});
     fs::copy_file(folder / "outer.zenasm", folder / "inner.zenasm", fs::copy_options::overwrite_existing);
-    const auto kindOf = [](auto call) {
-        try {
-            call();
-        } catch (const DocumentError& error) {
-            return std::pair(error.kind(), std::string(error.what()));
-        }
-        return std::pair(ErrorKind::Kernel, std::string("nothing was raised"));
-    };
-    const auto [cycle, cycleText] = kindOf([&] { ModelLoader().load(folder / "outer.zenasm"); });
-    EXPECT_EQ(cycle, ErrorKind::Damaged);
-    EXPECT_THAT(cycleText, ::testing::HasSubstr("contains itself"));
-    const auto [unknown, unknownText] = kindOf([&] { ModelLoader().load(folder / "box.zenprt", u"XL"); });
-    EXPECT_EQ(unknown, ErrorKind::InvalidArgument);
-    EXPECT_THAT(unknownText, ::testing::HasSubstr("no configuration 'XL'"));
-    const auto [drawn, drawnText] = kindOf([&] { draw(folder / "d.zendrw", {}); });
-    EXPECT_EQ(drawn, ErrorKind::InvalidArgument);
+    expectError(ErrorKind::Damaged, "contains itself", [&] { ModelLoader().load(folder / "outer.zenasm"); });
+    expectError(
+        ErrorKind::InvalidArgument, "no configuration 'XL'", [&] { ModelLoader().load(folder / "box.zenprt", u"XL"); });
+    expectError(ErrorKind::InvalidArgument, "", [&] { draw(folder / "d.zendrw", {}); });
 
     assemble(folder / "a.zenasm", {{folder / "box.zenprt", false}});
     fs::remove(folder / "box.zenprt");
-    const auto [missing, missingText] = kindOf([&] { ModelLoader().load(folder / "a.zenasm"); });
-    EXPECT_EQ(missing, ErrorKind::NotFound);
-    EXPECT_THAT(missingText, ::testing::HasSubstr("box.zenprt"));
+    expectError(ErrorKind::NotFound, "box.zenprt", [&] { ModelLoader().load(folder / "a.zenasm"); });
     EXPECT_TRUE(describe(folder / "a.zenasm").components[0].isMissing);
 }
 
-TEST(Model, aDrawingHasItsViewsAtAStandardScale)
+TEST_F(Models, aDrawingHasItsViewsAtAStandardScale)
 {
-    zn::test::TemporaryFolder folder;
     writeBoxes(folder / "box.zenprt");
     draw(folder / "d.zendrw",
         {{u"One", PaperSize::A4, true, folder / "box.zenprt", u"L"},

@@ -1,4 +1,5 @@
 #include "tests/addin/libraries/lexmgr/LexFixture.h"
+#include "tests/support/pages/Person.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -11,7 +12,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTextBrowser>
-#include <QTimer>
 #include <QToolTip>
 #include <QVBoxLayout>
 
@@ -193,23 +193,15 @@ TEST_F(LexWindowTest, OpensTheHelpAtATopicOrItsFirstPage)
 
 TEST_F(LexWindowTest, SaysThatHelpIsMissingWhereNoClientDoes)
 {
-    QString said;
-    QTimer::singleShot(0, [&said] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_NE(box, nullptr);
-        said = box->text();
-        box->accept();
-    });
+    const zn::test::Answers answers({QMessageBox::Ok});
     EXPECT_FALSE(library->mzbShowHelp(nullptr, u"Topic", u"ZN"));
-    EXPECT_TRUE(said.contains(QString::fromStdString((folder / "help/ZN").string()))) << said.toStdString();
+    EXPECT_TRUE(answers.shown().join("").contains(QString::fromStdString((folder / "help/ZN").string())));
 }
 
 /// The test program's screen has 144 dots per inch.
-TEST(DpiHelperTest, ScalesPicturesWithTheScreenAndIconsInSteps)
+TEST_F(LexFixture, ScalesPicturesWithTheScreenAndIconsInSteps)
 {
-    void* module = dlopen(ZN_BIN_DIR "/LexMgr.dll", RTLD_NOW);
-    ASSERT_NE(module, nullptr);
-    std::unique_ptr<Library> library(reinterpret_cast<LibraryEntry>(dlsym(module, libraryEntry))({}));
+    const auto library = open();
     EXPECT_EQ(library->dpi().scaleX(480), 720);
     EXPECT_EQ(library->dpi().getDesiredBitmapImageSize(e_arkImageUseType::Picture, 21), 32);
     EXPECT_EQ(library->dpi().getDesiredBitmapImageSize(e_arkImageUseType::Icon, 16), 24);

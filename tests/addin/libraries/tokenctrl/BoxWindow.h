@@ -1,7 +1,6 @@
 #pragma once
 
 #include "addin/libraries/tokenctrl/TokenCtrl.h"
-#include "tests/support/OffscreenApplication.h"
 
 #include <dlfcn.h>
 #include <memory>

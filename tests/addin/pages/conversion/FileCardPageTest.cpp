@@ -9,8 +9,6 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
-
 class FileCardPage : public PageFixture {
 protected:
     void open(const std::vector<const char16_t*>& variables = {u"Number", u"Title", u"Note"}, const Text& mapping = {})

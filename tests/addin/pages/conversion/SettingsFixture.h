@@ -34,10 +34,7 @@ protected:
     void launch(zn::arkin::Variables variables, std::int32_t selectedKinds)
     {
         variables[u"__type"] = 1;
-        zn::arkin::TaskDefinition definition;
-        definition.name = u"Nightly";
-        definition.variables = std::move(variables);
-        run = std::make_shared<zn::arkin::LaunchInstance>(definition, zn::arkin::RunSetting{});
+        run = launchOf(std::move(variables));
         PageSetting below = setting(TaskKind::Conversion);
         below.task = run;
         page.reset();

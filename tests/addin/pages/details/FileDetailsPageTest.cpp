@@ -11,8 +11,6 @@
 
 namespace zn::test {
 
-using ::testing::ElementsAre;
-
 namespace {
 
 using Rows = std::vector<std::string>;

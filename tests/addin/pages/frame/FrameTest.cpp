@@ -1,14 +1,12 @@
 #include "addin/pages/frame/PageEnvironment.h"
 #include "addin/pages/menu/MenuCommandDlg.h"
-#include "tests/support/BoxAnswer.h"
 #include "tests/support/InstalledPlatform.h"
-#include "tests/support/OffscreenApplication.h"
+#include "tests/support/pages/Person.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
 #include <QCheckBox>
 #include <QLabel>
-#include <QTest>
 
 namespace zn {
 namespace {
@@ -30,7 +28,7 @@ protected:
 TEST_F(FrameTest, TellsOfABrokenStringFileOnceAndShowsTheRest)
 {
     writeStrings("LanFile 1\n[MenuCommandDlg]\n301 = &Zeigen\nbroken\n302 = &Befehl:\n");
-    test::BoxAnswer box;
+    test::Answers box({QMessageBox::Ok});
     for (int opening = 0; opening < 2; ++opening) {
         CMenuCommandDlg page(environment, nullptr, TaskKind::Conversion);
         page.show();
@@ -38,14 +36,14 @@ TEST_F(FrameTest, TellsOfABrokenStringFileOnceAndShowsTheRest)
         EXPECT_EQ(page.findChild<QCheckBox*>("showCommand")->text(), "&Zeigen");
         EXPECT_EQ(page.findChild<QLabel*>("menuTitleLabel")->text(), "&Menu command:");
     }
-    ASSERT_EQ(box.said.size(), 1);
-    EXPECT_TRUE(box.said[0].contains("ZNTaskAddIn.lan\" cannot be read from line 4 on: an entry is written as"))
-        << box.said[0].toStdString();
+    ASSERT_EQ(box.shown().size(), 1);
+    EXPECT_TRUE(box.shown()[0].contains("ZNTaskAddIn.lan\" cannot be read from line 4 on: an entry is written as"))
+        << box.shown()[0].toStdString();
 }
 
 TEST_F(FrameTest, SaysAFailureWithoutASentenceByItsCode)
 {
-    test::BoxAnswer box;
+    test::Answers box({QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok});
     MessageBoxes& messages = environment.messages();
     const auto fail = [&](Status status, const char* sentence) {
         messages.inSlot(nullptr, [&] { throw StatusError(status, sentence); });
@@ -53,7 +51,7 @@ TEST_F(FrameTest, SaysAFailureWithoutASentenceByItsCode)
     fail(statusCode(0x80040304), "");
     fail(statusCode(0x80040304), "The file \"a.par\" is checked out by Ann.");
     messages.inSlot(nullptr, [] { throw std::bad_alloc(); });
-    EXPECT_EQ(box.said,
+    EXPECT_EQ(box.shown(),
         QStringList({"The file is checked out already.", "The file \"a.par\" is checked out by Ann.",
             "There is not enough memory for this operation."}));
 }

@@ -3,7 +3,6 @@
 #include "addin/libraries/flowicons/FlowIcons.h"
 #include "addin/pages/frame/PageEnvironment.h"
 #include "tests/support/InstalledPlatform.h"
-#include "tests/support/OffscreenApplication.h"
 
 #include <gtest/gtest.h>
 #include <QImage>

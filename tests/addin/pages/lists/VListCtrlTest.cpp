@@ -1,7 +1,6 @@
 #include "addin/pages/lists/VListCtrl.h"
 
 #include "addin/pages/lists/IconCache.h"
-#include "tests/support/OffscreenApplication.h"
 
 #include <gtest/gtest.h>
 #include <QClipboard>

@@ -1,10 +1,10 @@
 #include "addin/variables/TaskVariables.h"
+#include "tests/support/Files.h"
 #include "tests/support/windows/Windows.h"
 
 #include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <QComboBox>
 #include <regex>
 #include <set>
@@ -14,12 +14,6 @@ namespace {
 
 const std::filesystem::path sources = ZN_SOURCE_DIR "/src";
 const std::filesystem::path german = ZN_SOURCE_DIR "/resources/LanFiles/DE";
-
-std::string contentOf(const std::filesystem::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// The code that shows windows, file by file.
 std::vector<std::filesystem::path> windowSources()
@@ -140,7 +134,7 @@ TEST(GermanTest, HasEveryTextOfTheCode)
     }
     std::map<std::filesystem::path, std::string> codeOfFolder;
     for (const auto& file : windowSources())
-        codeOfFolder[file.parent_path()] += contentOf(file);
+        codeOfFolder[file.parent_path()] += readFile(file);
     std::map<std::filesystem::path, std::map<std::string, int>> namesOfFolder;
     for (const auto& [folder, code] : codeOfFolder)
         namesOfFolder[folder] = namedNumbers(code);
@@ -150,7 +144,7 @@ TEST(GermanTest, HasEveryTextOfTheCode)
         if (file.filename() == "PaperSizes.h" || file.filename() == "SheetMetalBits.cpp")
             continue; // names that are the same in every language
         const std::set<Text> stringFiles = stringFilesOf(file);
-        for (const auto& [id, english] : lookupsOf(contentOf(file), namesOfFolder[file.parent_path()])) {
+        for (const auto& [id, english] : lookupsOf(readFile(file), namesOfFolder[file.parent_path()])) {
             const bool isThere = hasNoWindow(file)
                 ? numbersWithoutWindow.contains(id)
                 : std::any_of(stringFiles.begin(), stringFiles.end(),
@@ -167,7 +161,7 @@ TEST(GermanTest, HoldsNoTextThatNobodyAsksFor)
     static const std::regex number(R"(\b\d{1,4}\b)");
     std::set<int> inCode;
     for (const auto& file : windowSources()) {
-        const std::string code = contentOf(file);
+        const std::string code = readFile(file);
         for (std::sregex_iterator match(code.begin(), code.end(), number), end; match != end; ++match)
             inCode.insert(std::stoi(match->str()));
     }

@@ -101,11 +101,7 @@ TEST_P(InputTest, TheWheelChangesNoControlWithoutTheFocus)
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Windows, InputTest, ::testing::ValuesIn(allWindows()), [](const auto& window) {
-    std::string name = window.param.name;
-    std::erase_if(name, [](char letter) { return !std::isalnum(static_cast<unsigned char>(letter)); });
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(Windows, InputTest, ::testing::ValuesIn(allWindows()), testName);
 
 } // namespace
 } // namespace zn::test

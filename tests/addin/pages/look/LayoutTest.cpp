@@ -1,9 +1,10 @@
 #include "addin/pages/frame/MessageBoxes.h"
 #include "tests/support/windows/LayoutCheck.h"
-#include "tests/support/windows/LongTexts.h"
 #include "tests/support/windows/Windows.h"
 
+#include <fstream>
 #include <gmock/gmock.h>
+#include <map>
 #include <QApplication>
 #include <QImage>
 
@@ -11,6 +12,42 @@ namespace zn::test {
 namespace {
 
 using ::testing::IsEmpty;
+
+/// Words of ordinary length, so that lines break as they do in a language.
+Text lengthened(const Text& english)
+{
+    constexpr TextView filler = u" weitere lange Worte dazu und noch mehr davon bis es reicht";
+    const std::size_t more = (english.size() * 4 + 9) / 10;
+    Text longer = english;
+    for (std::size_t i = 0; i < more; ++i)
+        longer += filler[i % filler.size()];
+    return longer;
+}
+
+std::string escaped(const Text& text)
+{
+    Text result = text;
+    replaceAll(result, u"\\", u"\\\\");
+    replaceAll(result, u"\n", u"\\n");
+    replaceAll(result, u"\t", u"\\t");
+    if (result.ends_with(u' '))
+        result.replace(result.size() - 1, 1, u"\\s");
+    return toUtf8(result);
+}
+
+/// Writes the string files of a language "XX" in which every text is 40 percent longer than the English one.
+void writeLongTexts(const AskedTexts& english, const std::filesystem::path& stringFolder)
+{
+    const std::filesystem::path folder = stringFolder / "XX";
+    std::filesystem::create_directories(folder);
+    std::map<Text, std::ofstream> files;
+    for (const auto& [key, text] : english) {
+        const auto& [file, section, id] = key;
+        if (!files.contains(file))
+            (files[file] = std::ofstream(folder / (toUtf8(file) + ".lan"))) << "LanFile 1\n";
+        files[file] << '[' << toUtf8(section) << "]\n" << id << " = " << escaped(lengthened(text.english)) << '\n';
+    }
+}
 
 /// The English texts of a window.
 AskedTexts textsOf(const WindowCase& window)
@@ -88,11 +125,7 @@ TEST_P(LayoutTest, TakesItsColoursFromThePalette)
     QApplication::setPalette(before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Windows, LayoutTest, ::testing::ValuesIn(allWindows()), [](const auto& window) {
-    std::string name = window.param.name;
-    std::erase_if(name, [](char letter) { return !std::isalnum(static_cast<unsigned char>(letter)); });
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(Windows, LayoutTest, ::testing::ValuesIn(allWindows()), testName);
 
 } // namespace
 } // namespace zn::test

@@ -55,7 +55,6 @@ TEST_F(MenuCommand, RefusesABlankTitleWhileTheCommandIsShown)
     click(find<QCheckBox>(window, "showCommand"));
     EXPECT_TRUE(page->save(task));
     EXPECT_EQ(stored().at(u"__menucmd_display"), Value(false));
-    EXPECT_TRUE(answers.allUsed());
 }
 
 TEST_F(MenuCommand, TakesNoMoreThanTheHostKeeps)

@@ -10,7 +10,6 @@
 #include "tests/arkin/VaultFixture.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/InstalledPlatform.h"
-#include "tests/support/OffscreenApplication.h"
 
 #include <gmock/gmock.h>
 #include <QApplication>

@@ -40,19 +40,10 @@ protected:
             selection.push_back({place.fileId, place.folderId, u"", u"", ArkItemType::File, -1});
     }
 
-    /// A printer of this machine that prints into a folder.
-    void addPrinter(const Text& name)
-    {
-        ports.registry.write(RegistryRoot::Machine, Text(folderPrintersKey) + u"\\" + name, printerFolderValue,
-            RegistryValue::text(platform.path("prints")));
-    }
-
     /// Launches a task with these variables; what the dialog wrote is in `written()` afterwards.
     bool launch(zn::arkin::Variables variables, bool show)
     {
-        zn::arkin::TaskDefinition definition;
-        definition.variables = std::move(variables);
-        run = std::make_shared<zn::arkin::LaunchInstance>(definition, zn::arkin::RunSetting{});
+        run = launchOf(std::move(variables));
         ArkCmd cmd;
         cmd.parentWindow = static_cast<std::int32_t>(window.winId());
         cmd.taskObject = run;

@@ -2,7 +2,6 @@
 
 #include "addin/pages/script/MacroEdit.h"
 #include "qtglue/Texts.h"
-#include "tests/support/OffscreenApplication.h"
 
 #include <gtest/gtest.h>
 #include <QCheckBox>
@@ -38,6 +37,13 @@ protected:
     template <class Widget> Widget* child(const char* name) { return editor.findChild<Widget*>(name); }
     QString text() { return shown(edit().plainText()); }
 
+    void typeLines(std::initializer_list<const char*> lines)
+    {
+        for (const char* line : lines) {
+            QTest::keyClicks(&edit(), line);
+            QTest::keyClick(&edit(), Qt::Key_Return);
+        }
+    }
     void caretTo(const QString& what)
     {
         QTextCursor caret = edit().document()->find(what);
@@ -68,20 +74,10 @@ protected:
 
 TEST_F(MacroEditorTest, TypingIndentsBlocksAndAlignsTheirEnds)
 {
-    QTest::keyClicks(&edit(), "Sub main()");
-    QTest::keyClick(&edit(), Qt::Key_Return);
-    QTest::keyClicks(&edit(), "If a Then");
-    QTest::keyClick(&edit(), Qt::Key_Return);
-    QTest::keyClicks(&edit(), "b = 1");
-    QTest::keyClick(&edit(), Qt::Key_Return);
-    QTest::keyClicks(&edit(), "Else");
-    QTest::keyClick(&edit(), Qt::Key_Return);
+    typeLines({"Sub main()", "If a Then", "b = 1", "Else"});
     QTest::keyClick(&edit(), Qt::Key_Tab);
     QTest::keyClick(&edit(), Qt::Key_Backspace);
-    QTest::keyClicks(&edit(), "End If");
-    QTest::keyClick(&edit(), Qt::Key_Return);
-    QTest::keyClicks(&edit(), "End Sub");
-    QTest::keyClick(&edit(), Qt::Key_Return);
+    typeLines({"End If", "End Sub"});
     EXPECT_EQ(text(), "Sub main()\n    If a Then\n        b = 1\n    Else\n    End If\nEnd Sub\n");
 
     // The line and the alignment are one step back.
@@ -224,10 +220,7 @@ TEST_F(MacroEditorTest, ALongMacroIsCheckedToItsEnd)
     ASSERT_GE(edit().blockCount(), 4900);
     EXPECT_TRUE(waitForStatus("700"));
     edit().moveCursor(QTextCursor::End);
-    for (const char* line : {"Sub t()", "z = 1", "End Sub"}) {
-        QTest::keyClicks(&edit(), line);
-        QTest::keyClick(&edit(), Qt::Key_Return);
-    }
+    typeLines({"Sub t()", "z = 1", "End Sub"});
     EXPECT_TRUE(waitForStatus("701"));
 }
 

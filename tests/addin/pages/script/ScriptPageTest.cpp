@@ -5,7 +5,6 @@
 #include "addin/pages/script/MacroEdit.h"
 #include "platform/linux/RegistryProducts.h"
 #include "qtglue/Texts.h"
-#include "tests/support/BoxAnswer.h"
 #include "tests/support/pages/PageFixture.h"
 
 #include <gmock/gmock.h>
@@ -53,10 +52,7 @@ protected:
     static Text defaultText(TaskKind kind) { return defaultMacro(kind) + u"\n"; }
     template <class Widget> static Widget& child(QWidget& window, const char* name)
     {
-        auto* found = window.findChild<Widget*>(name);
-        if (!found)
-            throw std::runtime_error(std::string("no control ") + name);
-        return *found;
+        return *test::find<Widget>(window, name);
     }
     static MacroEdit& edit(QWidget& window) { return static_cast<MacroEdit&>(child<QPlainTextEdit>(window, "macro")); }
     static std::vector<std::string> entries(const QComboBox& list)
@@ -137,13 +133,13 @@ TEST_F(ScriptPageTest, AnotherKindOnThePageReplacesTheMacroAndSaysSo)
     CScriptPageDlg page(environment(), nullptr, Form::Page);
     page.show();
     page.load(made);
-    test::BoxAnswer boxes;
+    test::Answers boxes({QMessageBox::Ok, QMessageBox::Ok});
     pressKey(page, Qt::Key_Home); // File Conversion
-    EXPECT_EQ(boxes.said,
+    EXPECT_EQ(boxes.shown(),
         QStringList("You must restart the task property dialog box in order to see the new user interface."));
     EXPECT_EQ(edit(page).macroText(), defaultText(TaskKind::Conversion));
-    pressKey(page, Qt::Key_End);     // General
-    EXPECT_EQ(boxes.said.size(), 1); // the kind that the task has
+    pressKey(page, Qt::Key_End);        // General
+    EXPECT_EQ(boxes.shown().size(), 1); // the kind that the task has
     EXPECT_EQ(edit(page).macroText(), defaultText(TaskKind::Conversion));
     pressKey(page, Qt::Key_Up); // Printing
     page.save(made);
@@ -193,13 +189,16 @@ TEST_F(ScriptPageTest, TheDialogsResetIsThereForAChangedMacro)
     dialog.page().load(makeTask(variables(u"mine", 0, 3)));
     auto& reset = child<QPushButton>(dialog, "resetScript");
     {
-        test::BoxAnswer boxes(QMessageBox::No);
+        test::Answers boxes({[](QWidget& box) {
+            EXPECT_EQ(box.windowTitle(), "Reset");
+            static_cast<QMessageBox&>(box).button(QMessageBox::No)->click();
+        }});
         QTest::mouseClick(&reset, Qt::LeftButton);
-        EXPECT_EQ(boxes.said, QStringList("Are you sure you want to discard any changes you have made to the script?"));
-        EXPECT_EQ(boxes.titles, QStringList("Reset"));
+        EXPECT_EQ(
+            boxes.shown(), QStringList("Are you sure you want to discard any changes you have made to the script?"));
         EXPECT_EQ(edit(dialog).macroText(), u"mine");
     }
-    test::BoxAnswer boxes(QMessageBox::Yes);
+    test::Answers boxes({QMessageBox::Yes});
     pressKey(dialog, Qt::Key_Up);
     EXPECT_EQ(edit(dialog).macroText(), u"mine"); // in the dialog only OK acts on another kind
     QTest::mouseClick(&reset, Qt::LeftButton);
@@ -212,14 +211,13 @@ TEST_F(ScriptPageTest, TheDialogsResetIsThereForAChangedMacro)
 TEST_F(ScriptPageTest, OnlyOkOfTheDialogWritesAndMistakesDontKeepItFromDoingSo)
 {
     const auto made = makeTask(variables(u"mine", 0, 1));
-    const auto run = [&](const char* button, auto&& before) {
-        QTimer::singleShot(0, [button, before] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            ASSERT_NE(dialog, nullptr);
-            EXPECT_EQ(dialog->windowTitle(), "Advanced Scripting Options");
-            before(*dialog);
-            QTest::mouseClick(&child<QPushButton>(*dialog, button), Qt::LeftButton);
+    const auto run = [&](const char* button, auto&& before, std::vector<test::Answers::Answer> boxes = {}) {
+        boxes.insert(boxes.begin(), [&](QWidget& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Advanced Scripting Options");
+            before(dialog);
+            QTest::mouseClick(&child<QPushButton>(dialog, button), Qt::LeftButton);
         });
+        const test::Answers answers(std::move(boxes));
         return editScript(environment(), nullptr, made);
     };
     const auto type = [](QWidget& dialog) { QTest::keyClicks(&edit(dialog), "If ) "); };
@@ -229,12 +227,11 @@ TEST_F(ScriptPageTest, OnlyOkOfTheDialogWritesAndMistakesDontKeepItFromDoingSo)
     EXPECT_EQ(storedOf(*made), variables(u"If ) mine", 0, 1));
 
     // Another kind brings its own macro, whatever was typed.
-    test::BoxAnswer boxes;
-    EXPECT_TRUE(run("ok", [&](QWidget& dialog) {
+    const auto typeAndTurn = [&](QWidget& dialog) {
         type(dialog);
         pressKey(dialog, Qt::Key_End);
-    }));
-    EXPECT_EQ(boxes.said.size(), 1);
+    };
+    EXPECT_TRUE(run("ok", typeAndTurn, {[](QWidget& box) { box.close(); }}));
     EXPECT_EQ(storedOf(*made), variables(defaultText(TaskKind::General), 0, 3));
 }
 

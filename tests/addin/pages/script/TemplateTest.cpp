@@ -3,12 +3,11 @@
 #include "addin/pages/script/MacroColours.h"
 #include "addin/pages/script/Placeholders.h"
 #include "addin/pages/script/TemplateCheck.h"
+#include "tests/support/Files.h"
 
 #include <cmath>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <QPalette>
-#include <sstream>
 
 using namespace zn;
 using ::testing::ElementsAre;
@@ -36,12 +35,9 @@ std::vector<std::string> mistakesIn(TextView source)
     return out;
 }
 
-Text product(const char* name)
+Text product(const std::string& name)
 {
-    std::ifstream stream(std::string(ZN_SOURCE_DIR "/resources/macros/") + name, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << stream.rdbuf();
-    return fromCodePage(bytes.str());
+    return fromCodePage(test::readFile(ZN_SOURCE_DIR "/resources/macros/" + name));
 }
 
 TEST(Placeholders, AreFoundWhereARunFindsThem)

@@ -1,7 +1,6 @@
 #include "addin/pages/selection/SelectionDlg.h"
 
 #include "addin/pages/lists/VListCtrl.h"
-#include "tests/addin/pages/selection/BrowsedVault.h"
 #include "tests/support/pages/PageFixture.h"
 
 #include <gmock/gmock.h>
@@ -10,20 +9,17 @@
 namespace zn::test {
 
 using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 namespace {
 
 class SelectionDlg : public PageFixture {
 protected:
     SelectionDlg()
-        : browsed(std::make_shared<BrowsedVault>(vault))
     {
         partA = m_vault.addReleased("parts/a.zenprt", "1");
         drawing = m_vault.addReleased("b.zendrw", "1");
         m_vault.change(partA, "parts/a.zenprt", "2");
-        dialog = std::make_unique<CSelectionDlg>(pages().environment(), &window, browsed, u"Nightly");
+        dialog = std::make_unique<CSelectionDlg>(pages().environment(), &window, vault, u"Nightly");
         dialog->show();
         dialog->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
@@ -31,12 +27,12 @@ protected:
 
     void addFiles(const std::vector<Text>& paths)
     {
-        browsed->files = paths;
+        browser.files = paths;
         click(find<QPushButton>(*dialog, "addFiles"));
     }
     void addFolder(const Text& path)
     {
-        browsed->folderPath = path;
+        browser.folder = path;
         click(find<QPushButton>(*dialog, "addFolder"));
     }
     VListCtrl& list() { return *find<VListCtrl>(*dialog, "selection"); }
@@ -65,7 +61,6 @@ protected:
         return "file " + std::to_string(place.fileId) + "/" + std::to_string(place.folderId) + " " + more;
     }
 
-    std::shared_ptr<BrowsedVault> browsed;
     zn::arkin::Place partA;
     zn::arkin::Place drawing;
     std::unique_ptr<CSelectionDlg> dialog;
@@ -77,12 +72,11 @@ TEST_F(SelectionDlg, FilesAndFoldersBecomeRecordsInTheOrderOfTheirPaths)
 {
     EXPECT_EQ(dialog->windowTitle(), "Select Files and Folders for Nightly");
     EXPECT_EQ(
-        CSelectionDlg(pages().environment(), nullptr, browsed, u"").windowTitle(), "Select Files and Folders for Task");
+        CSelectionDlg(pages().environment(), nullptr, vault, u"").windowTitle(), "Select Files and Folders for Task");
     addFiles({m_vault.path("parts/a.zenprt"), m_vault.path("b.zendrw")});
-    EXPECT_EQ(browsed->asked, "10|Select Files");
-    EXPECT_TRUE(browsed->askedOverWindow);
+    EXPECT_EQ(browser.asked, "several|Select Files");
     addFolder(m_vault.path("parts"));
-    EXPECT_EQ(browsed->asked, "Please select a folder:");
+    EXPECT_EQ(browser.asked, "Please select a folder:");
     EXPECT_THAT(rows(), ElementsAre("\\parts\\a.zenprt", "\\b.zendrw", "\\parts"));
     const std::string folder = std::to_string(partA.folderId);
     EXPECT_THAT(records(),
@@ -127,24 +121,21 @@ TEST_F(SelectionDlg, OkWantsARow)
 
 TEST_F(SelectionDlg, ACancelledBrowserChangesNothingAndAFailureIsTold)
 {
-    browsed->answer = S_FALSE;
-    addFiles({m_vault.path("b.zendrw")});
-    addFolder(m_vault.path("parts"));
+    addFiles({});
+    addFolder(u"");
     EXPECT_TRUE(rows().empty());
-
-    browsed->answer = E_ARK_NO_DESKTOP;
+    vault->setDesktop(nullptr);
     Answers answers({QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok});
     addFiles({m_vault.path("b.zendrw")});
     addFolder(m_vault.path("parts"));
-    browsed->answer = S_OK;
+    vault->setDesktop(&browser);
     // The walk ends at the failure; what stands before it stays.
-    browsed->failing = m_vault.path("parts/a.zenprt");
+    m_vault.vault.permissions().set(partA.folderId, u"anna", {false, true, true});
     addFiles({m_vault.path("b.zendrw"), m_vault.path("parts/a.zenprt"), m_vault.path("b.zendrw")});
     EXPECT_THAT(rows(), ElementsAre("\\b.zendrw"));
-    browsed->failing.clear();
+    m_vault.vault.permissions().set(partA.folderId, u"anna", {true, true, true});
     addFiles({m_vault.path("gone.zenprt"), m_vault.path("parts/a.zenprt")});
     EXPECT_THAT(rows(), ElementsAre("\\b.zendrw", "\\parts\\a.zenprt"));
-    ASSERT_TRUE(answers.allUsed()) << qPrintable(answers.shown().join('|'));
     EXPECT_EQ(answers.shown()[0], answers.shown()[1]);
     EXPECT_NE(answers.shown()[1], answers.shown()[2]);
     EXPECT_THAT(answers.shown()[3].toStdString(), AllOf(HasSubstr("are not in the vault"), HasSubstr("gone.zenprt")));
@@ -153,7 +144,7 @@ TEST_F(SelectionDlg, ACancelledBrowserChangesNothingAndAFailureIsTold)
 TEST_F(SelectionDlg, TheFilterOffersEveryGroupOrDrawingsAlone)
 {
     addFiles({});
-    const QStringList parts = QString::fromStdString(browsed->askedFilter).split('|');
+    const QStringList parts = QString::fromStdString(browser.askedFilter).split('|');
     ASSERT_EQ(parts.size(), 2 * 29 + 1);
     EXPECT_EQ(parts.last(), "");
     struct Row {
@@ -167,9 +158,9 @@ TEST_F(SelectionDlg, TheFilterOffersEveryGroupOrDrawingsAlone)
         EXPECT_EQ(parts[2 * row.number - 2], row.label);
         EXPECT_EQ(parts[2 * row.number - 1], row.patterns);
     }
-    CSelectionDlg drawings(pages().environment(), &window, browsed, u"", true);
+    CSelectionDlg drawings(pages().environment(), &window, vault, u"", true);
     drawings.AddFiles();
-    EXPECT_EQ(browsed->askedFilter, "ZENTREL Drawing (*.zendrw)|*.zendrw|");
+    EXPECT_EQ(browser.askedFilter, "ZENTREL Drawing (*.zendrw)|*.zendrw|");
 }
 
 } // namespace zn::test

@@ -102,16 +102,21 @@ protected:
 
 TEST_F(GestureTest, PageKeysTurnPagesWhereverTheFocusIs)
 {
-    for (const char* role : {"formatFirst", "listFirst", "numberFirst", "editFirst"}) {
+    for (const char* role : {"formatFirst", "listFirst", "numberFirst", "editFirst", "moreFirst"}) {
         on<QWidget>(role)->setFocus();
         devices.pressWithControl(pageDownKey);
         EXPECT_TRUE(waitForPage(1)) << role;
         devices.pressWithControl(pageUpKey);
         EXPECT_TRUE(waitForPage(0)) << role;
     }
-    EXPECT_EQ(on<QComboBox>("formatFirst")->currentText(), "STL");
-    EXPECT_EQ(on<QListWidget>("listFirst")->currentRow(), 0);
-    EXPECT_EQ(on<QSpinBox>("numberFirst")->value(), 0);
+    on<QWidget>("pageTitles")->setFocus();
+    devices.pressWithControl(pageUpKey);
+    EXPECT_TRUE(waitForPage(1)) << "round the end";
+    for (const char* page : {"First", "Second"}) {
+        EXPECT_EQ(on<QComboBox>(("format" + std::string(page)).c_str())->currentText(), "STL");
+        EXPECT_EQ(on<QListWidget>(("list" + std::string(page)).c_str())->currentRow(), 0);
+        EXPECT_EQ(on<QSpinBox>(("number" + std::string(page)).c_str())->value(), 0);
+    }
 }
 
 TEST_F(GestureTest, TheWheelScrollsThePageAndChangesNothing)
@@ -131,8 +136,19 @@ TEST_F(GestureTest, TheWheelScrollsThePageAndChangesNothing)
         EXPECT_TRUE(QTest::qWaitFor([&] { return bar.value() > 0; })) << role;
     }
     EXPECT_EQ(dialog.focusWidget(), on<QWidget>("editFirst"));
-    EXPECT_EQ(on<QComboBox>("formatFirst")->currentText(), "STL");
     EXPECT_EQ(on<QSpinBox>("numberFirst")->value(), 0);
+    bar.setValue(0);
+    on<QWidget>("formatFirst")->setFocus();
+    devices.turnWheelOver(*on<QWidget>("formatFirst"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bar.value() > 0; }));
+    EXPECT_EQ(on<QComboBox>("formatFirst")->currentText(), "STL");
+    // A number follows the wheel where the user is at it.
+    bar.setValue(0);
+    on<QSpinBox>("numberFirst")->setValue(5);
+    on<QWidget>("numberFirst")->setFocus();
+    devices.turnWheelOver(*on<QWidget>("numberFirst"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return on<QSpinBox>("numberFirst")->value() == 4; }));
+    EXPECT_EQ(bar.value(), 0);
 }
 
 } // namespace zn::arkin::test

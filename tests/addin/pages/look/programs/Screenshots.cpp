@@ -2,7 +2,6 @@
 //
 //   screenshots FOLDER [LANGUAGE [WINDOW...]]
 
-#include "tests/support/windows/Screen.h"
 #include "tests/support/windows/Windows.h"
 
 #include <QApplication>
@@ -83,7 +82,7 @@ int takePictures(
 
 int main(int argc, char** argv)
 {
-    test::useOwnScreen();
+    qputenv("QT_QPA_PLATFORM", ZN_TEST_SCREEN);
     QApplication application(argc, argv);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.empty()) {
