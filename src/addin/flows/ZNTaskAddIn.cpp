@@ -117,9 +117,10 @@ Status CZNTaskAddIn::Answer(ArkCmd& cmd, ArkSelection& selection)
 Status CZNTaskAddIn::GetVariables(std::vector<ArkTaskVariable>& variables)
 {
     try {
-        variables.clear();
+        std::vector<ArkTaskVariable> all;
         for (const TaskVariable& row : taskVariables())
-            variables.push_back({Text(row.name), row.type, hasCrLf(row)});
+            all.push_back({Text(row.name), row.type, hasCrLf(row)});
+        variables = std::move(all);
         return S_OK;
     } catch (...) {
         return currentExceptionStatus();

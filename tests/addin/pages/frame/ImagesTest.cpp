@@ -39,6 +39,9 @@ TEST(ImagesTest, FileTypesAreToldByTheExtensionInAnySpelling)
     EXPECT_NE(drawn(fileTypeIcon("zenprt")), drawn(fileTypeIcon("zenasm")));
     EXPECT_NE(drawn(fileTypeIcon("pdf")), drawn(fileTypeIcon("unknown")));
     EXPECT_TRUE(hasPicture(fileTypeIcon("")));
+    const QIcon printer = image("PNG_PRINTER");
+    const auto pictureOf = [&](QIcon::Mode mode) { return printer.pixmap(16, 16, mode).toImage(); };
+    EXPECT_NE(pictureOf(QIcon::Disabled), pictureOf(QIcon::Normal));
 }
 
 TEST(ImagesTest, PicturesFollowADarkPalette)

@@ -60,6 +60,10 @@ Status finish(IArkTaskInstance& run, const ArkSelection& selection)
 {
     Value taskName;
     run.GetVariable(Value(u"TaskName"), taskName);
+    Text sameName;
+    run.GetTaskName(sameName);
+    if (taskName != Value(sameName))
+        return E_UNEXPECTED;
     run.SetProgressRange(static_cast<std::int32_t>(selection.size()), 0, selection.front().path);
     run.SetValue(u"Seen", Value(selection.front().path + u"|" + selection.front().configuration));
     if (const auto mark = toUtf8(textOf(run, u"Mark")); !mark.empty())

@@ -9,6 +9,7 @@ Sub main()
     Debug.Print IsNumeric("12.5"); IsNumeric("12x"); IsNumeric(""); IsNumeric(Empty); IsNumeric("&HF") ' expect: TrueFalseFalseTrueTrue
     Debug.Print IIf(1 > 2, "a", "b"); Choose(2, "x", "y"); Switch(False, 1, True, 2) ' expect: by 2
     Debug.Print TypeName(CVar(1)); TypeName(Nothing); TypeName(Null); TypeName(Empty); TypeName(CVErr(5)); IsError(CVErr(5)) ' expect: IntegerNothingNullEmptyErrorTrue
+    Debug.Print CByte(True); CByte(False); CInt(True) ' expect:  255  0 -1
     Debug.Print RGB(1, 2, 3) ' expect:  197121
     a = Rnd(-1): b = Rnd(-1): Debug.Print a = b; a < 1 ' expect: TrueTrue
     On Error Resume Next
