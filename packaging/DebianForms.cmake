@@ -2,16 +2,18 @@
 # them, packed without a time of their own so that equal sources give equal packages.
 
 # An entry of Debian's change log for each version of CHANGELOG.md: "## 1.2.3 - 2027-01-31", then points that begin
-# with "- ".
+# with "- ". Of two versions of one day the later one has the later second.
 function(debian_changelog package file result)
   file(STRINGS ${file} lines ENCODING UTF-8)
   set(text "")
   set(end "")
+  set(earlier 0)
   foreach(line IN LISTS lines)
     if(line MATCHES "^## ([0-9.]+) - ([0-9-]+)$")
       set(version ${CMAKE_MATCH_1})
-      execute_process(COMMAND date -u -R -d ${CMAKE_MATCH_2} OUTPUT_VARIABLE date
+      execute_process(COMMAND date -u -R -d "${CMAKE_MATCH_2} 12:00 UTC ${earlier} seconds ago" OUTPUT_VARIABLE date
         OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+      math(EXPR earlier "${earlier} + 1")
       string(APPEND text "${end}${package} (${version}) stable; urgency=medium\n\n")
       set(end "\n -- ${CPACK_PACKAGE_CONTACT}  ${date}\n\n")
     elseif(end AND line MATCHES "^- (.*)$")
