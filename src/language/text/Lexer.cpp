@@ -2,6 +2,7 @@
 
 #include "base/Dates.h"
 
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <unicode/uchar.h>
@@ -251,7 +252,7 @@ private:
         case u'^':
             if (!isFloat && !isDigit(peek(1)) && !isLetter(peek(1)) && !isBlank(peek(1)) && peek(1) != u'(') {
                 ++m_at;
-                return literal(wholeNumber(digits));
+                return wholeNumber(digits);
             }
             break;
         default:
@@ -264,12 +265,14 @@ private:
         literal(static_cast<std::int16_t>(value));
     }
 
-    static std::int64_t wholeNumber(const Text& digits)
+    void wholeNumber(const Text& digits)
     {
+        const std::string ascii = toUtf8(digits);
         std::int64_t number = 0;
-        for (const char16_t digit : digits)
-            number = number * 10 + (digit - u'0');
-        return number;
+        if (std::from_chars(ascii.data(), ascii.data() + ascii.size(), number).ec != std::errc())
+            fault(u"Overflow");
+        else
+            literal(number);
     }
 
     void convert(double value, ValueType type)
