@@ -33,10 +33,9 @@ protected:
         checkOut(test.vault, four);
         writeCard(four, title, u"@", u"y");
     }
-};
 
-TEST_F(StoreCheckTest, CountsASoundStoreAndChangesNothing)
-{
+    /// A content that no version holds, as interrupted work leaves it.
+    void leaveOrphan()
     {
         ArchiveBatch batch(test.store.archive());
         writeFile(folder / "orphan", "no version holds me");
@@ -44,6 +43,11 @@ TEST_F(StoreCheckTest, CountsASoundStoreAndChangesNothing)
         batch.put(orphan);
         batch.publish();
     }
+};
+
+TEST_F(StoreCheckTest, CountsASoundStoreAndChangesNothing)
+{
+    leaveOrphan();
     std::string progress;
     const CheckReport report = checkStore(test.store, [&](std::int64_t done, std::int64_t total) {
         progress += std::to_string(done) + "/" + std::to_string(total) + " ";
@@ -63,13 +67,7 @@ TEST_F(StoreCheckTest, CountsASoundStoreAndChangesNothing)
 
 TEST_F(StoreCheckTest, ACleanSetsAsideWhatIsOlderThanTheNewestVersionOfASoundStore)
 {
-    {
-        ArchiveBatch batch(test.store.archive());
-        writeFile(folder / "orphan", "no version holds me");
-        LocalFile orphan(folder / "orphan");
-        batch.put(orphan);
-        batch.publish();
-    }
+    leaveOrphan();
     EXPECT_EQ(cleanStore(test.store).done->tooNew, 1); // the vault's clock is far behind that of the disk
     soci::session& session = test.store.database().session();
     session << "UPDATE versions SET made_at = 4000000000";
