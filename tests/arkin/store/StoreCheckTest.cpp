@@ -85,7 +85,7 @@ TEST_F(StoreCheckTest, OpensOnlyADatabaseAndAnArchiveThatBelongTogether)
         zn::SqliteRegistry registry(folder / "registry");
         zn::LinuxFileSystem files(registry);
         try {
-            Store(zn::sqliteConnection(database), archive, files, test.clock);
+            const Store store(zn::sqliteConnection(database), archive, files, test.clock);
             return std::string();
         } catch (const zn::StatusError& error) {
             return std::string(error.what());

@@ -5,6 +5,7 @@
 #include "tests/support/InstalledPlatform.h"
 
 #include <gtest/gtest.h>
+#include <QApplication>
 #include <QImage>
 #include <QPalette>
 
