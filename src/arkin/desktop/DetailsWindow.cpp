@@ -76,6 +76,7 @@ void DetailsWindow::open()
     m_area = nullptr;
     m_area = makeArea(page.title, page.window);
     content().insertWidget(1, m_area, 1); // between heading and messages
+    orderTabs();
     const auto state = stateOf(m_details.run());
     m_heading->setText(page.title.empty() ? state : QStringLiteral("%1 (%2)").arg(shown(page.title), state));
     showMessages();

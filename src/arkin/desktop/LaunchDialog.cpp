@@ -40,6 +40,7 @@ bool LaunchDialog::run()
     }
     auto* const area = makeArea(m_launch.text(), m_launch.pageWindow());
     content().addWidget(area);
+    orderTabs();
     setWindowTitle(QStringLiteral("%1: %2").arg(shown(m_launch.task().name), shown(m_launch.text())));
     area->takeFocus();
     centre();

@@ -2,6 +2,7 @@
 
 #include "arkin/desktop/Texts.h"
 #include "contracts/host/PageMessage.h"
+#include "qtglue/TabOrder.h"
 
 #include <QDialogButtonBox>
 #include <QResizeEvent>
@@ -15,6 +16,13 @@ namespace {
 
 /// What a window's frame, and a panel beside it, may take of the screen.
 constexpr int screenReserve = 64;
+
+bool isOnPage(const QWidget* control)
+{
+    while (control && !dynamic_cast<const PageArea*>(control))
+        control = control->parentWidget();
+    return control != nullptr;
+}
 
 } // namespace
 
@@ -36,6 +44,11 @@ PageArea* PageDialog::makeArea(const zn::Text& title, std::int32_t window)
     auto* const area = new PageArea(title, window, this);
     area->onResized([this] { fit(); });
     return area;
+}
+
+void PageDialog::orderTabs(const QWidget* first)
+{
+    zn::tabFirstTo(*this, [first](const QWidget& control) { return &control == first || isOnPage(&control); });
 }
 
 void PageDialog::fit()

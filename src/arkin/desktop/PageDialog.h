@@ -24,6 +24,8 @@ protected:
     PageArea* makeArea(const zn::Text& title, std::int32_t window);
     QVBoxLayout& content() { return *m_content; }
     QDialogButtonBox& buttons() { return *m_buttons; }
+    /// Lets Tab go from `first`, if there is one, through the pages to everything else.
+    void orderTabs(const QWidget* first = nullptr);
     /// Takes the size that the pages want, now or, if the dialog is shown, as soon as they are laid out.
     void fit();
 

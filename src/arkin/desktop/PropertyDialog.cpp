@@ -90,6 +90,7 @@ void PropertyDialog::makePages()
         m_titles->addItem(shown(page.title));
     }
     m_titles->setVisible(m_areas.size() > 1);
+    orderTabs(m_titles);
     bringToFront(0);
     m_areas.front()->takeFocus();
 }

@@ -1,7 +1,10 @@
 #include "addin/files/FileLogic.h"
 #include "addin/pages/script/ScriptPageDlg.h"
 #include "arkin/tasks/LaunchInstance.h"
+#include "tests/support/pages/Person.h"
 #include "tests/support/windows/Show.h"
+
+#include <QPushButton>
 
 namespace zn::test {
 
@@ -18,6 +21,18 @@ void showSelectionDialog(Desk& desk, const Look& look)
     ArkSelection selection;
     showModal(
         look, [&] { desk.pages.askSelection(desk.setting(TaskKind::Conversion), u"Drawings to PDF", selection); });
+}
+
+/// The help beside the dialog that it is about.
+void showHelp(Desk& desk, const Look& look)
+{
+    ArkSelection selection;
+    showModal(
+        [&](QWidget& dialog) {
+            find<QPushButton>(dialog, "help")->click();
+            look(*find<QWidget>(dialog, "helpWindow"));
+        },
+        [&] { desk.pages.askSelection(desk.setting(TaskKind::Conversion), u"Drawings to PDF", selection); });
 }
 
 /// A finished conversion of two files.
@@ -55,6 +70,7 @@ std::vector<WindowCase> otherWindows()
             [](Pages& pages, const PageSetting& setting) { return pages.makePage(PageName::Script, setting); }),
         {"ScriptDlg", showScriptDialog},
         {"SelectionDlg", showSelectionDialog},
+        {"HelpWindow", showHelp},
         {"FileDetailsPageDlg", showFileDetailsPage},
     };
 }

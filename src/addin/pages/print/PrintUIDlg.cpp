@@ -9,6 +9,7 @@
 #include "addin/variables/TaskVariables.h"
 #include "contracts/classes/ClassStore.h"
 #include "contracts/host/ArkBatch.h"
+#include "qtglue/TabOrder.h"
 #include "qtglue/Texts.h"
 
 #include <QComboBox>
@@ -54,6 +55,7 @@ bool PrintUIDlg::start()
     mbShowCtrl(OrientationFrame, m_settings.userOrientationChange);
     showTotal();
     fitToScreen();
+    tabFirstTo(*this, [this](const QWidget& control) { return m_tabs->isAncestorOf(&control); });
     m_treeWindow->setFocus();
     return true;
 }
