@@ -6,7 +6,6 @@
 #include <cmath>
 #include <csignal>
 #include <fstream>
-#include <gmock/gmock.h>
 #include <limits>
 #include <thread>
 #include <unistd.h>

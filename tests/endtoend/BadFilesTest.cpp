@@ -1,9 +1,5 @@
 #include "tests/endtoend/Plant.h"
 
-#include "arkin/store/AddFiles.h"
-#include "arkin/store/CheckIn.h"
-#include "arkin/store/CheckOut.h"
-
 #include <fstream>
 #include <soci/soci.h>
 

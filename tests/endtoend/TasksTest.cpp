@@ -1,7 +1,6 @@
 #include "tests/endtoend/Plant.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>

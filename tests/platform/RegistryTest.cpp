@@ -6,7 +6,6 @@
 
 #include <fstream>
 #include <gmock/gmock.h>
-#include <unistd.h>
 
 namespace zn {
 namespace {

@@ -1,7 +1,6 @@
 #include "addin/session/FindExecutable.h"
 
 #include "base/Format.h"
-#include "base/Paths.h"
 #include "platform/Registry.h"
 
 namespace zn {

@@ -1,6 +1,5 @@
 #include "addin/session/ZNDocument.h"
 
-#include "addin/session/DrawingFixUp.h"
 #include "addin/session/SessionTexts.h"
 #include "addin/session/ZNManager.h"
 #include "base/Paths.h"

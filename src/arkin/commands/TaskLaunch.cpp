@@ -3,7 +3,6 @@
 
 #include "arkin/commands/frame/RunHere.h"
 #include "arkin/commands/frame/TaskText.h"
-#include "arkin/store/Codes.h"
 #include "arkin/tasks/LaunchFlow.h"
 
 #include <iostream>

@@ -1,5 +1,4 @@
 #include "arkin/commands/Factories.h"
-#include "arkin/commands/frame/Output.h"
 
 #include "arkin/commands/frame/RunHere.h"
 

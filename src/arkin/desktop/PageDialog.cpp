@@ -1,6 +1,5 @@
 #include "arkin/desktop/PageDialog.h"
 
-#include "arkin/desktop/Texts.h"
 #include "contracts/host/PageMessage.h"
 #include "qtglue/TabOrder.h"
 

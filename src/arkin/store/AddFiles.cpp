@@ -3,7 +3,6 @@
 #include "arkin/store/Codes.h"
 #include "base/Paths.h"
 
-#include <fcntl.h>
 #include <soci/soci.h>
 #include <unordered_map>
 #include <unordered_set>

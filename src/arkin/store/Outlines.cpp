@@ -1,6 +1,5 @@
 #include "arkin/store/Outlines.h"
 
-#include "arkin/store/Codes.h"
 #include "base/Paths.h"
 #include "contracts/documents/DocumentError.h"
 

@@ -1,7 +1,6 @@
 #include "arkin/store/Vault.h"
 
 #include "arkin/store/Codes.h"
-#include "base/Paths.h"
 
 #include <pwd.h>
 #include <soci/soci.h>

@@ -1,7 +1,6 @@
 #include "language/functions/Given.h"
 #include "language/functions/Intrinsic.h"
 #include "language/run/RunContext.h"
-#include "language/values/Operators.h"
 #include "language/values/Record.h"
 
 namespace zn::language {

@@ -2,7 +2,6 @@
 #include "language/functions/Intrinsic.h"
 #include "language/Host.h"
 #include "language/run/RunContext.h"
-#include "language/values/Operators.h"
 
 #include <cmath>
 

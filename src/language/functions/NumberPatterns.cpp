@@ -1,7 +1,5 @@
 #include "language/functions/Patterns.h"
 
-#include "language/values/Errors.h"
-
 #include <cmath>
 #include <fmt/format.h>
 

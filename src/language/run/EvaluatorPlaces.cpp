@@ -1,8 +1,6 @@
 #include "language/run/Evaluator.h"
 #include "language/values/Record.h"
 
-#include <limits>
-
 namespace zn::language {
 
 namespace {

@@ -3,7 +3,6 @@
 #include "base/Dates.h"
 
 #include <charconv>
-#include <cmath>
 #include <limits>
 #include <unicode/uchar.h>
 

@@ -1,9 +1,6 @@
 #include "language/values/Conversions.h"
 
-#include "base/Dates.h"
 #include "language/values/Record.h"
-
-#include <array>
 
 namespace zn::language {
 

@@ -1,6 +1,5 @@
 #include "platform/linux/SqliteRegistry.h"
 
-#include "base/Paths.h"
 #include "base/Status.h"
 #include "platform/Sqlite.h"
 

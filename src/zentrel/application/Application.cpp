@@ -3,7 +3,6 @@
 #include "zentrel/application/ExportData.h"
 #include "zentrel/application/MacroRunner.h"
 
-#include <fmt/format.h>
 #include <unistd.h>
 
 namespace zn::zentrel {

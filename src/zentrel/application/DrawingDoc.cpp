@@ -1,9 +1,6 @@
 #include "zentrel/application/DrawingDoc.h"
 
-#include "zentrel/application/Application.h"
 #include "zentrel/application/FindByName.h"
-
-#include <cmath>
 
 namespace zn::zentrel {
 

@@ -11,7 +11,6 @@
 #include <fcntl.h>
 #include <fstream>
 #include <iostream>
-#include <Standard_Failure.hxx>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>

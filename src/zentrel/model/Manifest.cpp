@@ -1,6 +1,6 @@
 #include "zentrel/model/Manifest.h"
-
 #include <cmath>
+
 #include <nlohmann/json.hpp>
 #include <Standard_Failure.hxx>
 #include <stdexcept>

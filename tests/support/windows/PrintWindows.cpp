@@ -1,6 +1,4 @@
 #include "arkin/tasks/LaunchInstance.h"
-#include "platform/linux/FolderPrinters.h"
-#include "platform/Registry.h"
 #include "tests/support/windows/Show.h"
 
 #include <QTabWidget>

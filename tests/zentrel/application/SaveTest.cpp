@@ -2,7 +2,6 @@
 
 #include "contracts/objectmodel/Enumerations.h"
 #include "zentrel/formats/Read.h"
-#include "zentrel/model/Container.h"
 
 namespace zn::zentrel::test {
 

@@ -12,7 +12,6 @@
 #include <GProp_GProps.hxx>
 #include <sys/resource.h>
 #include <TopExp_Explorer.hxx>
-#include <TopoDS.hxx>
 
 using namespace zn::zentrel;
 using namespace zn::zentrel::test;

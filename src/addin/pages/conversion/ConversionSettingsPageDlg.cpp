@@ -10,7 +10,6 @@
 #include "addin/pages/options/AdvancedConvOpDlg.h"
 #include "addin/variables/OutputFormats.h"
 #include "addin/variables/TaskVariables.h"
-#include "qtglue/Texts.h"
 
 #include <QCheckBox>
 #include <QComboBox>

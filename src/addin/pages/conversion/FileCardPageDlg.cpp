@@ -1,6 +1,5 @@
 #include "addin/pages/conversion/FileCardPageDlg.h"
 
-#include "addin/pages/frame/Images.h"
 #include "addin/variables/CardVariables.h"
 #include "addin/variables/TaskVariables.h"
 #include "base/Format.h"

@@ -7,7 +7,6 @@
 #include "addin/pages/script/ScriptPageDlg.h"
 #include "addin/variables/TaskVariables.h"
 #include "addin/variables/UsedVariables.h"
-#include "qtglue/Texts.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

@@ -3,8 +3,6 @@
 #include "addin/pages/print/FileInfo.h"
 #include "contracts/host/Records.h"
 
-#include <map>
-#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 

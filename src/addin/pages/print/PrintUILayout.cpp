@@ -5,7 +5,6 @@
 #include "addin/pages/print/PrintUIMarginsDlg.h"
 #include "addin/pages/print/VersionButton.h"
 
-#include <limits>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QGridLayout>

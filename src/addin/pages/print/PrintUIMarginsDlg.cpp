@@ -2,7 +2,6 @@
 
 #include "addin/pages/print/LinesEdit.h"
 #include "addin/variables/TaskVariables.h"
-#include "qtglue/Texts.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

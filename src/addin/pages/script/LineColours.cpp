@@ -4,7 +4,6 @@
 #include "language/text/Token.h"
 
 #include <algorithm>
-#include <iterator>
 #include <unicode/uchar.h>
 
 namespace zn {

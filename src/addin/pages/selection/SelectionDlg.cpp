@@ -1,7 +1,6 @@
 #include "addin/pages/selection/SelectionDlg.h"
 
 #include "addin/installation/ErrorTexts.h"
-#include "addin/pages/frame/Page.h"
 #include "addin/pages/lists/IconCache.h"
 #include "addin/pages/lists/VListCtrl.h"
 #include "addin/pages/selection/FileFilter.h"

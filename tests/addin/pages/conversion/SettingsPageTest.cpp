@@ -1,4 +1,3 @@
-#include "addin/variables/OutputFormats.h"
 #include "addin/variables/TaskVariables.h"
 #include "tests/addin/pages/conversion/SettingsFixture.h"
 #include "tests/support/pages/RefusingTask.h"

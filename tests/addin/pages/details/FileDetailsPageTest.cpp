@@ -3,7 +3,6 @@
 #include "addin/files/FileLogic.h"
 #include "addin/pages/lists/VListCtrl.h"
 #include "arkin/tasks/LaunchInstance.h"
-#include "arkin/tasks/RunStore.h"
 #include "tests/support/pages/PageFixture.h"
 
 #include <gmock/gmock.h>

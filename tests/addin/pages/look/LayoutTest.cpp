@@ -1,4 +1,3 @@
-#include "addin/pages/frame/MessageBoxes.h"
 #include "tests/support/windows/LayoutCheck.h"
 #include "tests/support/windows/Windows.h"
 

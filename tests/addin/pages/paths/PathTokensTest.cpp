@@ -5,7 +5,6 @@
 #include "addin/pages/paths/ExampleText.h"
 #include "addin/variables/UsedVariables.h"
 #include "arkin/vault/VaultObject.h"
-#include "base/Dates.h"
 #include "qtglue/Texts.h"
 #include "tests/arkin/VaultFixture.h"
 #include "tests/support/FakeHost.h"

@@ -1,6 +1,5 @@
 // The four pages of a print task, driven as an administrator does.
 
-#include "addin/pages/frame/Page.h"
 #include "addin/pages/print/MillimeterEdit.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/pages/PageFixture.h"

@@ -4,7 +4,6 @@
 #include "addin/pages/script/InstalledVersions.h"
 #include "addin/pages/script/MacroEdit.h"
 #include "platform/linux/RegistryProducts.h"
-#include "qtglue/Texts.h"
 #include "tests/support/pages/PageFixture.h"
 
 #include <gmock/gmock.h>
