@@ -68,14 +68,25 @@ void showProgress(IArkTaskInstance& instance, std::int32_t index, std::int32_t t
     checkStatus(index == 0 ? instance.SetProgressRange(total, 0, path) : instance.SetProgressPos(index, path));
 }
 
+/// What the application itself says of a macro's failure and the macro hasn't passed on: a number alone helps nobody.
+void tellApplicationsWords(Run& run, const OutputRecord& record, const Text& passedOn)
+{
+    for (const Text& message : run.context.session.TakeMessages()) {
+        if (passedOn.find(message) == Text::npos)
+            run.messages.tell(record.path, message);
+    }
+}
+
 /// What the file's macro left undone although it may have ended normally. True if there was anything to tell.
 bool tellOfFile(Run& run, OutputRecord& record)
 {
     TaskContext& context = run.context;
     const Text logged = context.macroBuilder.TakeMacroLog();
     record.complained = !logged.empty();
-    if (record.complained)
+    if (record.complained) {
         run.messages.tellWithRun(record.path, logged);
+        tellApplicationsWords(run, record, logged);
+    }
     const std::vector<FileFailure> failures = context.fileLogic.TakeFailures();
     for (const FileFailure& failure : failures)
         run.messages.tell(failure.path, failure.sentence);
@@ -95,6 +106,7 @@ void runMacro(Run& run, OutputRecord& record, const Text& revision)
             sentence += u" A double quote in a file's name breaks the macro: rename the file.";
         tellOfFile(run, record);
         run.messages.tell(record.path, sentence);
+        tellApplicationsWords(run, record, {});
         run.failureTold = true;
         throw;
     }

@@ -17,9 +17,11 @@ void RunMessages::tell(const Text& path, const Text& sentence)
     tellWithRun(path, sentence);
     if (!m_logIsOpen)
         return;
-    const Text what = path.empty() ? Text() : u"Error while processing file '" + path + u"': ";
+    Text line = (path.empty() ? Text() : u"Error while processing file '" + path + u"': ") + sentence + u"\n";
+    replaceAll(line, u"\r\n", u"\n");
+    replaceAll(line, u"\n", u"\r\n");
     try {
-        m_log.AppendToLog(what + sentence + u"\r\n");
+        m_log.AppendToLog(line);
     } catch (const StatusError&) {
         return; // the run itself has the sentence
     }

@@ -131,6 +131,15 @@ void ZNManager::ManageStartup(bool restore)
         m_startup.switchOff();
 }
 
+std::vector<Text> ZNManager::TakeMessages() const
+{
+    try {
+        return m_app ? ZnApplication(m_app).GetErrorMessages() : std::vector<Text>();
+    } catch (const StatusError&) {
+        return {}; // it has gone, or knows no such list; the macro's own words remain
+    }
+}
+
 Text ZNManager::GetRevisionText() const
 {
     if (!m_app)

@@ -65,6 +65,8 @@ public:
     DispatchRef GetApplication() const { return m_app; }
     /// The first of the application's build numbers, such as "zn2018". Raises its failure.
     Text GetRevisionText() const;
+    /// What the application has said of its last work, such as why a file doesn't open; nothing if it can't be asked.
+    std::vector<Text> TakeMessages() const;
     /// The text of the last failure, without any " 0": a release of 0 is the default one and has no year to show.
     Text GetLastError() const;
 

@@ -124,6 +124,16 @@ std::array<Text, 3> ZnApplication::GetBuildNumbers() const
     return {call.arguments.at(0).toText(), call.arguments.at(1).toText(), call.arguments.at(2).toText()};
 }
 
+std::vector<Text> ZnApplication::GetErrorMessages() const
+{
+    MemberCall call{u"GetErrorMessages", MemberUse::Call, {Value(), Value(), Value()}, {}};
+    m_object->invoke(call);
+    std::vector<Text> messages;
+    for (const Value& message : elementsOf(call.arguments.at(0)))
+        messages.push_back(message.toText());
+    return messages;
+}
+
 DispatchRef ZnApplication::GetFirstDocument() const { return dispatchOf(m_object->call(u"GetFirstDocument")); }
 
 ZnApplication::MacroResult ZnApplication::RunMacro(const Text& file, const Text& module, const Text& procedure) const

@@ -101,6 +101,8 @@ public:
     void ExitApp() const;
     /// The release that the application's files go by, the running release, and its corrections.
     std::array<Text, 3> GetBuildNumbers() const;
+    /// What the application has said since it was asked last, which it forgets.
+    std::vector<Text> GetErrorMessages() const;
     /// Null if no document is open.
     DispatchRef GetFirstDocument() const;
     /// The call of releases below 17, which tells no reason.

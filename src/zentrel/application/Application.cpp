@@ -60,6 +60,8 @@ void Application::report(const std::string& sentence)
     m_messages.push_back(zn::toText(sentence));
 }
 
+void Application::forgetReports() { m_messages.clear(); }
+
 std::filesystem::path Application::newWorkFolder()
 {
     const auto folder = m_surroundings.workFolder / std::to_string(++m_workFolders);

@@ -37,6 +37,8 @@ public:
 
     /// A sentence for a person about something that failed: to the log, and to the messages that macros may ask for.
     void report(const std::string& sentence);
+    /// Forgets the messages that nobody has asked for.
+    void forgetReports();
 
     struct Opened {
         ModelDocRef document;    ///< null if it couldn't be opened

@@ -20,6 +20,7 @@ constexpr char16_t moduleName[] = u"ZNMacro1";
 
 MacroOutcome runMacro(Application& application, const Text& file, const Text& module, const Text& procedure)
 {
+    application.forgetReports(); // so that what is asked for afterwards is about this macro
     zn::FileSystem& files = application.surroundings().files;
     const std::string name = zn::toUtf8(file);
     const auto fail = [&](Reason reason, const std::string& sentence) {
