@@ -83,8 +83,10 @@ public:
     Status GetCurrentVersion(std::int32_t& version) override { return give(version, data().version); }
     Status GetLocalPath(std::int32_t, Text& path) override { return give(path, data().path); }
     Status IsCheckedOut(std::int16_t& flag) override { return give(flag, data().checkedOut ? 1 : 0); }
-    Status CheckOut(std::int32_t folderId, std::int32_t, std::int32_t) override
+    Status CheckOut(std::int32_t folderId, std::int32_t window, std::int32_t flags) override
     {
+        if (window != 0 || flags != 0) // nobody is there, and nothing special is wanted
+            return E_INVALIDARG;
         const Status status = m_host.answer("CheckOut", toUtf8(formatText("%d %d", m_id, folderId)));
         data().checkedOut |= !failed(status);
         return status;

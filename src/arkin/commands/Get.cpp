@@ -25,7 +25,7 @@ public:
         const auto place = session.fileAt(m_file);
         std::vector<GetRequest> requests{{place, m_version}};
         if (m_references)
-            requests = withReferences(vault, requests, true);
+            requests = withReferences(vault, requests, true).files;
         getFiles(vault, requests, m_discard ? LocalChanges::Discard : LocalChanges::Refuse);
         std::vector<std::string> paths;
         for (const auto& request : requests)

@@ -158,10 +158,10 @@ std::vector<LeftOut> getWhatCanBeGot(Vault& vault, std::span<const GetRequest> r
     return leftOut;
 }
 
-std::vector<GetRequest> withReferences(
-    Vault& vault, std::span<const GetRequest> requests, bool asBuilt, std::vector<FileEdge>* edges)
+FileTree withReferences(Vault& vault, std::span<const GetRequest> requests, bool asBuilt)
 {
-    std::vector<GetRequest> all(requests.begin(), requests.end());
+    FileTree tree{{requests.begin(), requests.end()}, {}};
+    auto& all = tree.files;
     std::unordered_set<std::int32_t> seen;
     for (const GetRequest& request : requests)
         seen.insert(request.place.fileId);
@@ -178,8 +178,7 @@ std::vector<GetRequest> withReferences(
         start = all.size();
         for (const auto& references : vault.references().from(asked)) {
             for (const ReferenceRow& row : references) {
-                if (edges)
-                    edges->push_back({row.fileId, row.toFileId});
+                tree.references.push_back({row.fileId, row.toFileId});
                 if (!seen.insert(row.toFileId).second)
                     continue;
                 const auto folders = vault.files().foldersOf(row.toFileId);
@@ -191,7 +190,7 @@ std::vector<GetRequest> withReferences(
             }
         }
     }
-    return all;
+    return tree;
 }
 
 } // namespace zn::arkin

@@ -31,10 +31,15 @@ struct FileEdge {
     std::int32_t toFileId = 0;
 };
 
-/// The files together with what they refer to, and so on, each once; a file that is asked for keeps its version.
-/// `asBuilt` takes referenced files in the version to which is referred, otherwise in the latest. Referenced files
-/// that were deleted are left out. `edges` gets all references that were followed, if it is given.
-std::vector<GetRequest> withReferences(
-    Vault& vault, std::span<const GetRequest> requests, bool asBuilt, std::vector<FileEdge>* edges = nullptr);
+/// Files with what they refer to.
+struct FileTree {
+    std::vector<GetRequest> files;    ///< each once
+    std::vector<FileEdge> references; ///< all that were followed
+};
+
+/// The files together with what they refer to, and so on; a file that is asked for keeps its version. `asBuilt` takes
+/// referenced files in the version to which is referred, otherwise in the latest. Referenced files that were deleted
+/// are left out.
+FileTree withReferences(Vault& vault, std::span<const GetRequest> requests, bool asBuilt);
 
 } // namespace zn::arkin

@@ -51,8 +51,7 @@ public:
     Status CreateTree(std::int32_t, std::int32_t flag) override
     {
         return guarded(*m_context, [&] {
-            m_edges.clear();
-            m_tree = withReferences(m_context->vault, m_requests, (flag & 1) != 0, &m_edges);
+            m_tree = withReferences(m_context->vault, m_requests, (flag & 1) != 0);
             return S_OK;
         });
     }
@@ -62,7 +61,7 @@ public:
         return guarded(*m_context, [&] {
             if (!m_tree)
                 throw zn::StatusError(zn::E_FAIL, "The fetch was not prepared by CreateTree.");
-            m_leftOut = notedLeftOut(getWhatCanBeGot(m_context->vault, *m_tree));
+            m_leftOut = notedLeftOut(getWhatCanBeGot(m_context->vault, m_tree->files));
             if (!m_leftOut.empty() && m_leftOut.size() == m_requests.size())
                 throw zn::StatusError(m_leftOut.front().status, sentencesOf(m_leftOut));
             return S_OK;
@@ -83,7 +82,7 @@ private:
         std::unordered_map<std::int32_t, const LeftOut*> own;
         for (const LeftOut& failure : failures)
             own.emplace(failure.place.fileId, &failure);
-        const auto byReference = dependents(failures, m_edges);
+        const auto byReference = dependents(failures, m_tree->references);
         std::vector<zn::ArkLeftOut> noted;
         for (const GetRequest& request : m_requests) {
             const Place& place = request.place;
@@ -99,8 +98,7 @@ private:
 
     ContextRef m_context;
     std::vector<GetRequest> m_requests;
-    std::vector<FileEdge> m_edges;
-    std::optional<std::vector<GetRequest>> m_tree;
+    std::optional<FileTree> m_tree;
     std::vector<zn::ArkLeftOut> m_leftOut;
 };
 

@@ -63,11 +63,14 @@ TEST_F(Setup, HandsOverThePagesOfTheKind)
         EXPECT_EQ(page.callback, addIn);
     }
 
-    // The pages of the kind that a script page chose come at the next opening.
+    // The pages of the kind that a script page chose come at the next opening, those that are there go before.
+    const auto gone = task->pages();
     ASSERT_EQ(task->SetValue(u"__type", u"2"), S_OK);
     ASSERT_EQ(send(TaskCmdSetup, task), S_OK);
     EXPECT_THAT(
         titles(), ElementsAre(u"Menu Command", u"Printer", u"Paper Size and Orientation", u"Margins", u"Files"));
+    for (const auto& page : gone)
+        EXPECT_FALSE(pages().isWindow(page.window)) << toUtf8(page.title);
     ASSERT_EQ(task->SetValue(u"__type", 3), S_OK);
     ASSERT_EQ(send(TaskCmdSetup, task), S_OK);
     EXPECT_THAT(titles(), ElementsAre(u"Menu Command", u"Script"));

@@ -120,6 +120,10 @@ TEST_F(SessionTest, EndsAnApplicationThatDoesNotLeave)
     EXPECT_EQ(session.Stop(true, S_OK), E_FAIL);
     EXPECT_EQ(session.GetLastError(), u"Failed to close Zentrel application.");
     processes.immortal = false;
+    clock.slept = {};
+    session.Stop(true, S_OK);
+    EXPECT_FALSE(processes.open(running.processId));
+    EXPECT_LT(clock.slept, std::chrono::seconds(11)) << "which is for an application that can be asked to leave";
 }
 
 TEST_F(SessionTest, StopsAfterTheApplicationHasDied)

@@ -87,6 +87,9 @@ TEST_F(HostDesktopTest, ALaunchThatNobodyCanSettleSaysWhatIsOpen)
     tasks.change(task.id, {{{u"Plan", Value(u"")}}, {}, u"anna", 1});
     LaunchFlow settled(host, stored(), oneFile());
     EXPECT_TRUE(hidden.launchTask(settled));
+    tasks.change(task.id, {{{u"Plan", Value(u"tell")}}, {}, u"anna", 1});
+    LaunchFlow told(host, stored(), oneFile());
+    EXPECT_EQ(sentenceOf([&] { hidden.launchTask(told); }), "Nobody hears this.");
     EXPECT_EQ(runCount(), 1U);
 }
 

@@ -12,84 +12,55 @@
 namespace zn::arkin::test {
 
 class OutlineTest : public DesktopFixture {
-public:
+protected:
     OutlineTest()
     {
-        task = define({{u"Plan", Value(u"ask")}});
         for (const auto* name : {"Parts/b.ZENPRT", "Parts/a.zenprt", "Parts/note", "top.step"})
             vault.addReleased(name, name);
-        run = RunStore(vault.store.database(), host.vaultId).enqueue(task, {newGuid(), u"anna", oneFile(), {}}, 1);
-        vault.store.database().session()
-            << "UPDATE task_runs SET state = 7, outputs_expected = 40, outputs_missing = 1";
-        vault.store.database().session() << "INSERT INTO task_run_messages (run_id, position, path, sentence) VALUES "
-                                            "(1, 0, 'Z:\\V\\a.step', 'It is damaged.')";
+        RunStore(vault.store.database(), host.vaultId).enqueue(task, {newGuid(), u"anna", oneFile, {}}, 1);
+        auto& session = vault.store.database().session();
+        session << "UPDATE task_runs SET state = 7, outputs_expected = 40, outputs_missing = 1";
+        session << "INSERT INTO task_run_messages (run_id, position, path, sentence) VALUES "
+                   "(1, 0, 'Z:\\V\\a.step', 'It is damaged.')";
     }
 
-    static zn::ArkSelection oneFile() { return {{1, 2, u"Z:\\a.step", {}, zn::ArkItemType::File, 1}}; }
-
-    std::string properties()
-    {
-        TaskSetup setup(host, task);
-        PropertyDialog dialog(setup);
-        return shown(dialog);
-    }
-    std::string launch()
-    {
-        LaunchFlow flow(host, task, oneFile());
-        LaunchDialog dialog(flow);
-        std::string outline;
-        Answers answers({[&](QWidget& window) {
-            outline = zn::test::outlineOf(window);
-            static_cast<QDialog&>(window).reject();
-        }});
-        dialog.run();
-        return outline;
-    }
-    std::string files()
-    {
-        BrowseDialog dialog(
-            *object, "Select Files", {{u"Parts (*.zenprt)", {u"*.zenprt"}}, {u"All files", {}}}, true, nullptr);
-        zn::test::type(find<QTreeView>(dialog, "folders"), "pa");
-        return shown(dialog);
-    }
-    std::string details()
-    {
-        TaskDetails opened(host, run);
-        DetailsWindow window(opened);
-        return shown(window);
-    }
-
-    TaskDefinition task;
-    std::int32_t run = 0;
-
-private:
-    static std::string shown(QWidget& window)
+    /// Adds what the window shows to the text of that name.
+    void note(const char* name, QWidget& window)
     {
         window.show();
-        return zn::test::outlineOf(window);
+        outlines[name] += zn::test::outlineOf(window) + '\n';
     }
+
+    const zn::ArkSelection oneFile{{1, 2, u"Z:\\a.step", {}, zn::ArkItemType::File, 1}};
+    const TaskDefinition task = define({{u"Plan", Value(u"ask")}});
+    std::map<std::string, std::string> outlines;
 };
 
 TEST_F(OutlineTest, WindowsShowWhatTheirFilesTell)
 {
-    const struct {
-        const char* name;
-        std::string (OutlineTest::*outline)();
-    } windows[] = {
-        {"PropertyDialog", &OutlineTest::properties},
-        {"LaunchDialog", &OutlineTest::launch},
-        {"BrowseDialog", &OutlineTest::files},
-        {"DetailsWindow", &OutlineTest::details},
-    };
-    for (const auto& [name, outline] : windows) {
-        std::string outlines;
-        for (const Language& language : {Language(), Language{"DE", ZN_SOURCE_DIR "/resources/LanFiles"}}) {
-            const HostDesktop desktop({"offscreen", {}}, true, language);
-            outlines += (this->*outline)() + '\n';
-        }
-        zn::test::expectOutline(outlines,
-            std::filesystem::path(ZN_SOURCE_DIR "/tests/arkin/desktop/outlines") / (std::string(name) + ".txt"));
+    for (const Language& language : {Language(), Language{"DE", ZN_SOURCE_DIR "/resources/LanFiles"}}) {
+        const HostDesktop desktop({"offscreen", {}}, true, language);
+        TaskSetup setup(host, task);
+        PropertyDialog properties(setup);
+        note("PropertyDialog", properties);
+        TaskDetails opened(host, 1);
+        DetailsWindow details(opened);
+        note("DetailsWindow", details);
+        const std::vector<FileFilter> filters{{u"Parts (*.zenprt)", {u"*.zenprt"}}, {u"All files", {}}};
+        BrowseDialog browser(*object, "Select Files", filters, true, nullptr);
+        zn::test::type(find<QTreeView>(browser, "folders"), "pa");
+        note("BrowseDialog", browser);
+        LaunchFlow flow(host, task, oneFile);
+        LaunchDialog launch(flow);
+        Answers answers({[&](QWidget& window) {
+            note("LaunchDialog", window);
+            static_cast<QDialog&>(window).reject();
+        }});
+        launch.run();
     }
+    EXPECT_EQ(outlines.size(), 4U);
+    for (const auto& [name, outline] : outlines)
+        zn::test::expectOutline(outline, ZN_SOURCE_DIR "/tests/arkin/desktop/outlines/" + name + ".txt");
 }
 
 } // namespace zn::arkin::test

@@ -1,11 +1,6 @@
-#include "arkin/desktop/BrowseDialog.h"
-#include "arkin/desktop/PropertyDialog.h"
 #include "arkin/tasks/RunStore.h"
 #include "tests/arkin/desktop/DesktopFixture.h"
 
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QPushButton>
 #include <regex>
 #include <set>
 
@@ -68,21 +63,6 @@ TEST_F(TranslationTest, EveryTextOfTheWindowsHasAGermanOne)
         EXPECT_NE(inGerman("RunState", english), "") << english;
     }
     EXPECT_EQ(Translation({}).translate("Desktop", "&Refresh", nullptr, -1), QString());
-}
-
-TEST_F(TranslationTest, WindowsSpeakTheLanguageOfTheDesktop)
-{
-    const HostDesktop desktop({"offscreen", {}}, true, german);
-    TaskSetup setup(host, define());
-    PropertyDialog properties(setup);
-    EXPECT_EQ(properties.windowTitle(), "Eigenschaften der Aufgabe „Nightly“");
-    EXPECT_EQ(find<QDialogButtonBox>(properties, "buttons")->button(QDialogButtonBox::Cancel)->text(), "Abbrechen");
-    const BrowseDialog browser(*object, "Dateien", {{u"Alle", {}}}, true, nullptr);
-    QStringList labels;
-    for (const auto* label : browser.findChildren<QLabel*>())
-        labels << label->text();
-    EXPECT_TRUE(labels.contains("&Ordner:")) << labels.join(", ").toStdString();
-    EXPECT_TRUE(labels.contains("&Dateien:")) << labels.join(", ").toStdString();
 }
 
 } // namespace zn::arkin::test

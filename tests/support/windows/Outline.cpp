@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <QAbstractButton>
 #include <QAbstractItemView>
-#include <QAbstractSlider>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -13,13 +12,11 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSpinBox>
-#include <QTextEdit>
 
 #include <algorithm>
 #include <vector>
@@ -118,13 +115,9 @@ QString lineOf(const QWidget& control)
         return named("edit", control, edit->text()) + (edit->isReadOnly() ? " read-only" : "");
     if (const auto* spin = qobject_cast<const QSpinBox*>(&control))
         return named("spin", control, spin->text()) + QString(" %1 to %2").arg(spin->minimum()).arg(spin->maximum());
-    if (const auto* slider = qobject_cast<const QAbstractSlider*>(&control))
-        return named("slider", control, QString::number(slider->value()))
-            + QString(" %1 to %2 by %3").arg(slider->minimum()).arg(slider->maximum()).arg(slider->singleStep());
-    if (const auto* text = qobject_cast<const QPlainTextEdit*>(&control))
-        return named("text", control, beginning(text->toPlainText())) + (text->isReadOnly() ? " read-only" : "");
-    if (const auto* text = qobject_cast<const QTextEdit*>(&control))
-        return named("text", control, beginning(text->toPlainText())) + (text->isReadOnly() ? " read-only" : "");
+    if (const QVariant text = control.property("plainText"); text.isValid())
+        return named("text", control, beginning(text.toString()))
+            + (control.property("readOnly").toBool() ? " read-only" : "");
     if (const auto* view = qobject_cast<const QAbstractItemView*>(&control))
         return named("list", control, view->model() ? columnTitles(*view) : QString());
     if (const auto* box = qobject_cast<const QGroupBox*>(&control))

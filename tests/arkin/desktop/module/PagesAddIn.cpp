@@ -159,6 +159,8 @@ private:
             cmd.cancel = -1;
         if (plan == u"fail")
             return E_ACCESSDENIED;
+        if (plan == u"tell" && !cmd.attended)
+            cmd.unspoken = u"Nobody hears this.";
         if (plan == u"ask") {
             auto& page = makePage(cmd, "Colour");
             cmd.parentWindow = handle(page);
