@@ -41,14 +41,13 @@ endfunction()
 
 # The static library of a folder below src/, linked to the floors below it.
 #
-#   zn_folder(PLACE [FAST] [PRECOMPILED <header>] [EXCEPT <files>] [SHOWS <libraries>] [USES <libraries>])
+#   zn_folder(PLACE [PRECOMPILED <header>] [EXCEPT <files>] [SHOWS <libraries>] [USES <libraries>])
 #
 # Takes every .cpp of the folder and of the folders below it that the list doesn't name. SHOWS are libraries from outside
 # that its headers include, USES those that only its sources do. A folder of headers becomes an interface.
-# PRECOMPILED names a header of cmake/precompiled/ ("plain" by default) or is "none". FAST compiles for speed, which costs
-# a third more time: where runs and long texts spend theirs.
+# PRECOMPILED names a header of cmake/precompiled/ ("plain" by default) or is "none".
 function(zn_folder place)
-  cmake_parse_arguments(ARG "FAST" "PRECOMPILED" "EXCEPT;SHOWS;USES" ${ARGN})
+  cmake_parse_arguments(ARG "" "PRECOMPILED" "EXCEPT;SHOWS;USES" ${ARGN})
   set(root ${CMAKE_SOURCE_DIR}/src/${place})
   file(GLOB_RECURSE sources RELATIVE ${root} CONFIGURE_DEPENDS ${root}/*.cpp)
   list(REMOVE_ITEM sources ${ARG_EXCEPT})
@@ -64,12 +63,7 @@ function(zn_folder place)
     add_library(${target} STATIC ${sources})
     target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_link_libraries(${target} PUBLIC ${below} ${ARG_SHOWS} PRIVATE ${ARG_USES})
-    if(ARG_FAST)
-      target_compile_options(${target} PRIVATE ${ZN_FAST})
-    endif()
-    if(NOT ARG_PRECOMPILED AND ARG_FAST)
-      set(ARG_PRECOMPILED fast)
-    elseif(NOT ARG_PRECOMPILED)
+    if(NOT ARG_PRECOMPILED)
       set(ARG_PRECOMPILED plain)
     endif()
     if(NOT ARG_PRECOMPILED STREQUAL none)

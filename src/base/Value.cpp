@@ -124,6 +124,10 @@ CurrencyValue asCurrency(const Value& value)
 
 } // namespace
 
+Value::Value(const Value& other) = default;
+Value& Value::operator=(const Value& other) = default;
+bool Value::operator==(const Value& other) const = default;
+
 Value Value::arrayOf(std::vector<Value> elements, ValueType elementType)
 {
     auto array = std::make_shared<ValueArray>();

@@ -76,6 +76,12 @@ public:
         DateValue, Text, ObjectRef, ErrorValue, BooleanValue, std::uint8_t, std::int64_t, ArrayRef>;
 
     Value() = default;
+    // Compiled once: in each source that copies values they would be a good part of what it costs to build.
+    Value(const Value& other);
+    Value& operator=(const Value& other);
+    Value(Value&& other) noexcept = default;
+    Value& operator=(Value&& other) noexcept = default;
+    ~Value() = default;
     Value(NullValue v)
         : m_storage(v)
     {
@@ -171,7 +177,7 @@ public:
     Value deepCopy() const;
 
     /// Same type and same payload; arrays by identity.
-    bool operator==(const Value&) const = default;
+    bool operator==(const Value& other) const;
 
 private:
     Storage m_storage;
