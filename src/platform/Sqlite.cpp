@@ -1,10 +1,12 @@
 #include "platform/Sqlite.h"
 
 #include "base/Status.h"
+#include "platform/PrivateFiles.h"
 
 #include <soci/soci.h>
 #include <soci/sqlite3/soci-sqlite3.h>
 #include <string_view>
+#include <system_error>
 #include <thread>
 
 namespace zn {
@@ -47,6 +49,19 @@ void enterWriteAheadLog(soci::session& session, void* longestWait)
     }
 }
 
+/// Before SQLite makes it as it likes: what a vault or a registry holds is nobody else's. Its journals take the file's
+/// mode. A folder that takes no file is SQLite's to complain of.
+void closeToOthers(std::string_view parameters)
+{
+    const std::size_t begin = parameters.find('"') + 1;
+    const std::filesystem::path file = parameters.substr(begin, parameters.rfind('"') - begin);
+    try {
+        makePrivateFile(file, sharingOf(file.parent_path()));
+    } catch (const std::system_error&) {
+        return;
+    }
+}
+
 } // namespace
 
 std::string sqliteConnection(const std::filesystem::path& file)
@@ -66,6 +81,7 @@ void openDatabase(soci::session& session, const std::string& connection, const S
     }
     // The backend itself, not its name: names are registered once a process, and a module that a program loads has
     // this file once more.
+    closeToOthers(std::string_view(connection).substr(scheme.size()));
     session.open(*soci::factory_sqlite3(), connection.substr(scheme.size()));
     auto* backend = static_cast<soci::sqlite3_session_backend*>(session.get_backend());
     auto* longestWait = reinterpret_cast<void*>(static_cast<std::intptr_t>(setting.longestWait.count()));

@@ -4,12 +4,15 @@
 #include "arkin/store/Sha256.h"
 #include "arkin/store/Uuid.h"
 #include "platform/AtomicFile.h"
+#include "platform/PrivateFiles.h"
 
 #include <cerrno>
 #include <fcntl.h>
 #include <fmt/chrono.h>
 #include <fstream>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace zn::arkin {
@@ -19,7 +22,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t bufferSize = 256 * 1024;
-constexpr mode_t contentMode = 0444;
+constexpr mode_t contentMode = 0400;
+constexpr mode_t sharedContentMode = 0440;
 /// From this number on, one sync of the file system is cheaper than one for each file.
 constexpr std::size_t manyFiles = 16;
 
@@ -30,10 +34,22 @@ bool isContentName(const std::string& name)
     return name.size() == 64 && name.find_first_not_of("0123456789abcdef") == std::string::npos;
 }
 
-void makeFolder(const fs::path& folder)
+void makeFolder(const fs::path& folder, zn::Sharing sharing)
 {
-    if (mkdir(folder.c_str(), 0755) != 0 && errno != EEXIST)
-        throwFileFailure(E_ARK_ARCHIVE, "Could not create the folder", folder);
+    try {
+        zn::makePrivateFolder(folder, sharing);
+    } catch (const std::system_error& error) {
+        throwFileFailure(E_ARK_ARCHIVE, "Could not create the folder", folder, error.code().value());
+    }
+}
+
+void makeLock(const fs::path& file, zn::Sharing sharing)
+{
+    try {
+        zn::makePrivateFile(file, sharing);
+    } catch (const std::system_error& error) {
+        throwFileFailure(E_ARK_ARCHIVE, "Could not create", file, error.code().value());
+    }
 }
 
 void syncFolder(const fs::path& folder) { FileHandle(folder, O_RDONLY | O_DIRECTORY, E_ARK_ARCHIVE).sync(); }
@@ -104,11 +120,12 @@ void takeSharedLock(FileHandle& lock, const fs::path& path)
 
 Archive::Archive(const fs::path& folder)
     : m_folder(folder)
+    , m_sharing(zn::sharingOf(fs::absolute(folder).parent_path()))
 {
-    std::error_code error;
-    fs::create_directories(folder, error);
     const bool isNew = !fs::exists(folder / "incoming");
-    makeFolder(folder / "incoming");
+    makeFolder(folder, m_sharing);
+    makeFolder(folder / "incoming", m_sharing);
+    makeLock(folder / "lock", m_sharing);
     if (isNew) {
         syncFolder(folder);
         syncFolder(fs::absolute(folder).parent_path());
@@ -130,6 +147,7 @@ void Archive::setIdentity(const std::string& identity)
         zn::AtomicFile file(path);
         file.write(identity + "\n");
         file.commit(zn::AtomicFile::Sync::Yes);
+        zn::makePrivateFile(path, m_sharing);
     } catch (const std::system_error& error) {
         errno = error.code().value();
         throwFileFailure(E_ARK_ARCHIVE, "Could not write", path);
@@ -222,8 +240,8 @@ std::optional<Archive::SetAside> Archive::setAside(const IsNeeded& isNeeded, std
             ++done.tooNew;
             return;
         }
-        makeFolder(removed);
-        makeFolder(today);
+        makeFolder(removed, m_sharing);
+        makeFolder(today, m_sharing);
         if (rename(path.c_str(), (today / hash).c_str()) != 0)
             throwFileFailure(E_ARK_ARCHIVE, "Could not set aside", path);
         ++done.moved;
@@ -264,6 +282,8 @@ Content ArchiveBatch::put(FileHandle& source)
     const fs::path path = m_archive.m_folder / "incoming" / (m_name + "-" + std::to_string(++m_count));
     m_arrivals.push_back({path, {}});
     FileHandle destination(path, O_WRONLY | O_CREAT | O_EXCL, E_ARK_ARCHIVE, contentMode);
+    if (m_archive.m_sharing == zn::Sharing::Group && fchmod(destination.get(), sharedContentMode) != 0)
+        throwFileFailure(E_ARK_ARCHIVE, "Could not share", path);
     const Content content = copyAndHash(source, &destination, m_buffer);
     if (holdsWhole(m_archive.pathOf(content.hash), content.size)) {
         unlink(path.c_str());
@@ -285,7 +305,7 @@ void ArchiveBatch::publish()
         const Arrival& arrival = m_arrivals.back();
         const fs::path final = m_archive.pathOf(arrival.hash);
         if (folders.insert(shardOf(arrival.hash)).second)
-            makeFolder(final.parent_path());
+            makeFolder(final.parent_path(), m_archive.m_sharing);
         if (rename(arrival.path.c_str(), final.c_str()) != 0)
             throwFileFailure(E_ARK_ARCHIVE, "Could not put a content to", final);
         m_arrivals.pop_back();

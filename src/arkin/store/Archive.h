@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arkin/store/FileHandle.h"
+#include "platform/PrivateFiles.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -76,6 +77,7 @@ private:
     std::vector<std::filesystem::path> arrivals() const;
 
     std::filesystem::path m_folder;
+    zn::Sharing m_sharing; ///< of the folder that it lies in
 };
 
 /// Contents on their way into the archive. `put` takes them one by one, `publish` makes all of them durable at the

@@ -2,6 +2,7 @@
 
 #include "base/Status.h"
 #include "platform/linux/Errors.h"
+#include "platform/PrivateFiles.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -9,6 +10,7 @@
 #include <fmt/format.h>
 #include <pwd.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace zn {
@@ -50,18 +52,36 @@ std::string userName(uid_t user)
     return entry ? entry->pw_name : "user number " + std::to_string(user);
 }
 
-void makeFolder(const std::filesystem::path& folder)
+/// Closed to others, if it is new. One that is there may hold other things, too, so it stays as open as it is, but
+/// nobody else may write to it: what lies in a home names the libraries that are loaded.
+void makeHomeFolder(const std::filesystem::path& folder)
 {
-    std::error_code failure;
-    std::filesystem::create_directories(folder, failure);
-    if (failure)
-        throw StatusError(systemStatus(failure.value()),
-            "The folder '" + folder.string() + "' can't be made: " + failure.message() + ".");
+    struct stat status { };
+    if (::stat(folder.c_str(), &status) != 0) {
+        try {
+            makePrivateFolder(folder, Sharing::Nobody);
+        } catch (const std::system_error& error) {
+            throw StatusError(systemStatus(error.code().value()),
+                "The folder '" + folder.string() + "' can't be made: " + error.code().message() + ".");
+        }
+        return;
+    }
+    const std::string subject = "Others may write to the home folder '" + folder.string() + "'. ";
+    if ((status.st_mode & S_IWOTH) != 0)
+        throw StatusError(
+            E_ACCESSDENIED, subject + "Close it with 'chmod o-w', or set ARKIN_HOME to a folder of your own.");
+    if ((status.st_mode & S_IWGRP) != 0 && sharingOf(folder) == Sharing::Nobody)
+        throw StatusError(
+            E_ACCESSDENIED, subject + "Close it with 'chmod g-w', or let its group share it with 'chmod 2770'.");
 }
 
-void makePrivateFolder(const std::filesystem::path& folder)
+void makeRuntimeFolder(const std::filesystem::path& folder)
 {
-    makeFolder(folder.parent_path());
+    std::error_code failure;
+    std::filesystem::create_directories(folder.parent_path(), failure);
+    if (failure)
+        throw StatusError(systemStatus(failure.value()),
+            "The folder '" + folder.parent_path().string() + "' can't be made: " + failure.message() + ".");
     if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)
         throw systemFailure("The folder '" + folder.string() + "' can't be made");
     struct stat status { };
@@ -78,18 +98,20 @@ void makePrivateFolder(const std::filesystem::path& folder)
         throw systemFailure("The folder '" + folder.string() + "' can't be closed to others");
 }
 
-std::filesystem::path makeRuntimeFolder(const std::filesystem::path& home, bool conventional)
+std::filesystem::path runtimeFolderOf(const std::filesystem::path& home, bool conventional)
 {
     const auto session = fromEnvironment("XDG_RUNTIME_DIR");
-    std::filesystem::path folder = home / "run";
+    // Of those who share a home, each has programs of one's own.
+    const bool isShared = sharingOf(home) == Sharing::Group;
+    std::filesystem::path folder = home / (isShared ? fmt::format("run-{}", ::geteuid()) : "run");
     if (conventional && session.is_absolute() && std::filesystem::is_directory(session))
         folder = session / "arkin";
     if (folder.string().size() > longestRuntimeFolder) {
         const auto own = std::filesystem::path("/tmp") / fmt::format("arkin-{}", ::geteuid());
-        makePrivateFolder(own);
+        makeRuntimeFolder(own);
         folder = own / fmt::format("{:016x}", hashOf(home.string()));
     }
-    makePrivateFolder(folder);
+    makeRuntimeFolder(folder);
     return folder;
 }
 
@@ -108,11 +130,11 @@ Home Home::open(const std::filesystem::path& chosen)
         folder = fromEnvironment("ARKIN_HOME");
     Home home;
     home.m_folder = tidy(folder.empty() ? conventionalHome() : folder);
-    makeFolder(home.m_folder);
+    makeHomeFolder(home.m_folder);
     // The same home has the same runtime folder, however it was named.
     const bool conventional = folder.empty()
         || ((std::getenv("HOME") || std::getenv("XDG_DATA_HOME")) && home.m_folder == tidy(conventionalHome()));
-    home.m_runtime = makeRuntimeFolder(home.m_folder, conventional);
+    home.m_runtime = runtimeFolderOf(home.m_folder, conventional);
     return home;
 }
 
