@@ -144,6 +144,14 @@ TEST_F(MacroBuilderTest, EndsWhenValuesBringThemselvesInAgain)
         host.taskVariables.insert(each.begin(), each.end());
         EXPECT_THAT(test::sentenceOf([&] { build(text); }), ::testing::HasSubstr("contains itself"));
     }
+    // Many placeholders are no ring, and none comes back.
+    host.taskVariables.clear();
+    Text many;
+    for (int i = 0; i < 300; ++i) {
+        host.taskVariables[u"V" + numberText(i)] = u"v";
+        many += u"[V" + numberText(i) + u"]";
+    }
+    EXPECT_EQ(build(many), wrapped(Text(300, u'v')));
     // A pattern in brackets is no such value, although what it brings in at the second place is a name without a value.
     host.taskVariables = {{u"A", u"[A-Z]*"}};
     EXPECT_EQ(build(text.substr(0, 7)), wrapped(u"* *"));

@@ -1,5 +1,6 @@
 #include "addin/variables/TaskVariables.h"
 
+#include "addin/variables/OutputFormats.h"
 #include "tests/support/Failures.h"
 #include "tests/support/FakeHost.h"
 
@@ -7,6 +8,14 @@
 #include <gtest/gtest.h>
 
 namespace zn {
+
+TEST(OutputFormats, HaveOptionsOfTheirOwnWhereTheirDialogIs)
+{
+    std::string codes;
+    for (const OutputFormat& format : outputFormats())
+        codes += format.hasOptions ? " " + std::to_string(format.code) : "";
+    EXPECT_EQ(codes, " 3 5 6 8 9 10 13 16 17 18 19 20 22");
+}
 
 TEST(TaskVariables, AreReadInTheWantedType)
 {

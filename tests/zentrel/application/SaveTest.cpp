@@ -69,6 +69,9 @@ TEST_F(Save, DrawingsAnnounceExchangeFilesTwiceAndPdfsOnce)
     EXPECT_THAT(sink->events,
         ElementsAre(u"7 " + shop.path("Plan.DXF"), u"23 " + shop.path("Plan.DXF"), u"7 " + shop.path("Plan.pdf")));
     EXPECT_TRUE(readFile(shop.file("Plan.pdf")).starts_with("%PDF"));
+    shop.application->call(u"QuitDoc", {drawing->call(u"GetTitle")});
+    for (const char16_t* member : {u"GetSheetNames", u"GetSheetCount", u"GetCurrentSheet", u"GetViews"})
+        EXPECT_THROW(drawing->call(member), StatusError) << "a closed drawing says so";
 }
 
 TEST_F(Save, WhatCannotBeSavedHasANumberASentenceAndNoFile)

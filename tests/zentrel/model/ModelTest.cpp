@@ -16,7 +16,41 @@ void writeBoxes(const fs::path& file)
 
 using Models = FolderTest;
 
+/// Why a drawing with this view isn't written.
+std::string refusal(const std::function<void(Sheet&, View&)>& spoil)
+{
+    Sheet sheet;
+    sheet.name = u"S";
+    View& view = sheet.views.emplace_back();
+    view.name = u"V";
+    view.model = "a.zenprt";
+    spoil(sheet, view);
+    DrawingDocument drawing;
+    drawing.sheets = {sheet};
+    try {
+        writeDocument(drawing, "/nowhere/d.zendrw");
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
+}
+
 } // namespace
+
+TEST(DrawingRules, nameWhatIsWrong)
+{
+    const double none = std::nan("");
+    const std::pair<std::function<void(Sheet&, View&)>, const char*> cases[] = {
+        {[](Sheet&, View& v) { v.model.clear(); }, "the view 'V' shows no model"},
+        {[](Sheet&, View& v) { v.up = v.direction; }, "the view 'V' has no upward direction"},
+        {[](Sheet&, View& v) { v.scale = -1; }, "the view 'V' has an impossible place or scale"},
+        {[&](Sheet&, View& v) { v.y = none; }, "the view 'V' has an impossible place or scale"},
+        {[](Sheet& s, View&) { s.scale = 0; }, "the sheet 'S' has an impossible scale"},
+        {[](Sheet& s, View&) { s.name.clear(); }, "sheet"},
+    };
+    for (const auto& [spoil, sentence] : cases)
+        EXPECT_THAT(refusal(spoil), ::testing::HasSubstr(sentence));
+}
 
 TEST_F(Models, anAssemblyShowsItsComponentsAsTheConfigurationSays)
 {
