@@ -11,10 +11,10 @@ public:
     /// ($XDG_DATA_HOME/arkin, ~/.local/share/arkin). Makes the folders that are missing, closed
     /// to others. A home that its group shares (see `sharingOf`) is one of several users.
     ///
-    /// The runtime folder is "run" in the home ("run-UID" where a group shares it), for the conventional home $XDG_RUNTIME_DIR/arkin where there is one. A
-    /// path that leaves a socket's name no room gives way to a short one in the system's temporary folder, derived
-    /// from the home's path, so that every program of the same home finds the same. It is the user's own and closed
-    /// to others (0700).
+    /// The runtime folder is "run" in the home ("run-UID" where a group shares it), for the conventional home
+    /// $XDG_RUNTIME_DIR/arkin where there is one. A path that leaves a socket's name no room gives way to a short one
+    /// in the system's temporary folder, derived from the home's path, so that every program of the same home finds the
+    /// same. It is the user's own and closed to others (0700).
     ///
     /// Raises `StatusError` with a sentence if a folder can't be made, if others may write to the home without sharing
     /// it, or if somebody else owns the runtime folder.

@@ -1,5 +1,7 @@
 #include "arkin/tasks/TaskFile.h"
 
+#include "base/JsonShape.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -19,6 +21,7 @@ namespace {
 
 /// Levels of brackets in a task file; three have a meaning.
 constexpr int deepest = 16;
+constexpr int mostValues = 100'000;
 /// Letters of the file that a sentence shows at one place.
 constexpr std::size_t longestShown = 60;
 
@@ -128,13 +131,13 @@ Value fromJson(const zn::ArkTaskVariable& row, const json& value)
 
 json parsed(std::string_view text)
 {
-    const auto shallow = [](int depth, json::parse_event_t, json&) {
-        if (depth > deepest)
-            refuse("The text has more brackets inside one another than any task file.");
-        return true;
-    };
+    const auto shape = zn::jsonShapeOf(text, deepest, mostValues);
+    if (shape == zn::JsonShape::TooDeep)
+        refuse("The text has more brackets inside one another than any task file.");
+    if (shape == zn::JsonShape::TooMany)
+        refuse("The text has more values than any task file.");
     try {
-        return json::parse(text, shallow);
+        return json::parse(text);
     } catch (const json::out_of_range&) {
         refuse("The text holds a number that is too big.");
     } catch (const json::parse_error& error) {

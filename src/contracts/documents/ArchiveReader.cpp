@@ -12,10 +12,9 @@ namespace zn {
 
 namespace {
 
-/// A document's entry is a few hundred megabytes at most; a larger one is a damaged or hostile size field.
-constexpr zip_uint64_t largestEntry = zip_uint64_t{2} << 30;
+constexpr std::uintmax_t largestContent = std::uintmax_t{4} << 30;
 /// No more bytes than that come out of one byte of an archive.
-constexpr zip_uint64_t bestCompression = 1032;
+constexpr std::uintmax_t bestCompression = 1032;
 
 [[noreturn]] void raiseDamaged(const std::filesystem::path& file, const std::string& what)
 {
@@ -56,13 +55,15 @@ ArchiveReader::ArchiveReader(const std::filesystem::path& file, std::filesystem:
 
 ArchiveReader::~ArchiveReader() { zip_discard(m_zip); }
 
-std::string ArchiveReader::entry(const std::string& name) const
+std::string ArchiveReader::entry(const std::string& name, std::uintmax_t largest)
 {
     zip_stat_t status;
     if (zip_stat(m_zip, name.c_str(), 0, &status) != 0)
         raiseDamaged(m_shown, "its part '" + name + "' is missing");
-    if (status.size > std::min(largestEntry, bestCompression * m_size))
+    const std::uintmax_t left = std::min(largestContent, bestCompression * m_size) - m_read;
+    if (status.size > std::min(largest, left))
         raiseDamaged(m_shown, "its part '" + name + "' has an impossible size");
+    m_read += status.size;
     zip_file_t* stream = zip_fopen_index(m_zip, status.index, 0);
     if (!stream)
         raiseDamaged(m_shown, "its part '" + name + "' can't be read");

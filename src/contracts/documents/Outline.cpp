@@ -1,8 +1,8 @@
 #include "contracts/documents/Outline.h"
 
 #include "base/Paths.h"
-#include "contracts/documents/ArchiveReader.h"
 #include "contracts/documents/DocumentError.h"
+#include "contracts/documents/ManifestText.h"
 #include "contracts/documents/StepReferences.h"
 
 #include <algorithm>
@@ -57,8 +57,10 @@ DocumentOutline readOutline(const std::filesystem::path& file, const std::filesy
 {
     if (isOneOf(toText(shown.filename().string()), step))
         return {{}, stepReferences(file)};
+    ArchiveReader archive(file, shown);
+    const Json manifest = readManifest(archive);
     try {
-        return outlineOf(Json::parse(ArchiveReader(file, shown).entry(manifestEntry)));
+        return outlineOf(manifest);
     } catch (const Json::exception& error) {
         throw DocumentError(ErrorKind::Damaged,
             "The file " + quoted(shown) + " is damaged: its manifest isn't understood (" + error.what() + ").");

@@ -252,7 +252,11 @@ std::vector<Text> LinuxFileSystem::list(TextView folder)
 FileBytes LinuxFileSystem::readBytes(TextView path)
 {
     return onMachine(path, [](const std::filesystem::path& place) {
-        const FileDescriptor file(::open(place.c_str(), O_RDONLY | O_CLOEXEC));
+        // A pipe or a device has no end.
+        const FileDescriptor file(::open(place.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+        struct stat status { };
+        if (file && ::fstat(file.number(), &status) == 0 && !S_ISREG(status.st_mode))
+            return undone<FileBytes>(S_ISDIR(status.st_mode) ? systemText(EISDIR) : "it is no file");
         if (auto bytes = file ? readWhole(file.number()) : std::nullopt)
             return FileBytes(std::move(*bytes));
         return undone<FileBytes>(systemText(errno));

@@ -6,6 +6,7 @@
 #include "zentrel/application/MacroFiles.h"
 #include "zentrel/application/MacroHost.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace zn::zentrel {
@@ -56,9 +57,14 @@ std::string faultText(const std::string& file, int line, int column, const Text&
                                 : fmt::format("{}: {}", file, zn::toUtf8(message));
     if (sourceLine.empty())
         return text;
-    text += "\n    " + zn::toUtf8(sourceLine) + "\n    ";
-    for (int i = 1; i < column && i <= static_cast<int>(sourceLine.size()); ++i)
-        text += sourceLine[static_cast<std::size_t>(i) - 1] == u'\t' ? '\t' : ' ';
+    // Of a line that nobody could have typed only what stands around the fault.
+    constexpr std::size_t shownBefore = 100, longestShown = 200;
+    const std::size_t place = static_cast<std::size_t>(std::max(column, 1)) - 1;
+    const std::size_t begin = place > shownBefore ? std::min(place, sourceLine.size()) - shownBefore : 0;
+    const Text shown = sourceLine.substr(begin, longestShown);
+    text += "\n    " + zn::toUtf8(shown) + "\n    ";
+    for (std::size_t i = 0; i < std::min(place - begin, shown.size()); ++i)
+        text += shown[i] == u'\t' ? '\t' : ' ';
     return text + "^";
 }
 

@@ -2,12 +2,9 @@
 
 #include "commandline/Json.h"
 #include "contracts/objectmodel/TypeLibrary.h"
+#include "platform/WholeFile.h"
 
-#include <cerrno>
-#include <cstring>
 #include <fmt/format.h>
-#include <fstream>
-#include <sstream>
 
 namespace zn::zentrel::commands {
 
@@ -15,14 +12,8 @@ namespace {
 
 zn::Text readMacro(const std::filesystem::path& file)
 {
-    std::ifstream stream(file, std::ios::binary);
-    // A folder can be opened but not read.
-    if (!stream || !std::filesystem::is_regular_file(file))
-        throw std::runtime_error(
-            fmt::format("{} cannot be read: {}", file.string(), stream ? "it is no file" : std::strerror(errno)));
-    std::ostringstream bytes;
-    bytes << stream.rdbuf();
-    return zn::fromCodePage(bytes.str());
+    constexpr std::uintmax_t largest = 64 << 20;
+    return zn::fromCodePage(zn::readWholeFile(file, largest, "The macro"));
 }
 
 struct CheckMacro {

@@ -1,7 +1,7 @@
 #include "zentrel/model/Container.h"
 
-#include "contracts/documents/ArchiveReader.h"
 #include "contracts/documents/DocumentError.h"
+#include "contracts/documents/ManifestText.h"
 #include "zentrel/model/Archive.h"
 #include "zentrel/model/Manifest.h"
 
@@ -50,11 +50,6 @@ template <class Read> auto guarded(const std::filesystem::path& file, Read read)
     }
 }
 
-manifest::Json readManifest(const ArchiveReader& archive)
-{
-    return guarded(archive.file(), [&] { return manifest::Json::parse(archive.entry(manifestEntry)); });
-}
-
 /// Kind and version, which every version of the manifest has; nothing else is looked at before they fit.
 ContainerInfo infoFrom(const manifest::Json& json, const std::filesystem::path& file)
 {
@@ -77,7 +72,7 @@ ContainerInfo infoFrom(const manifest::Json& json, const std::filesystem::path& 
     });
 }
 
-Document documentFrom(const manifest::Json& json, DocumentKind kind, const ArchiveReader& archive)
+Document documentFrom(const manifest::Json& json, DocumentKind kind, ArchiveReader& archive)
 {
     const std::filesystem::path folder = folderOf(archive.file());
     ShapeSource shapes([&](const std::string& name) { return archive.entry(name); });
@@ -117,7 +112,7 @@ std::optional<DocumentKind> kindFromExtension(const std::filesystem::path& file)
 
 Document readDocument(const std::filesystem::path& file)
 {
-    const ArchiveReader archive(file);
+    ArchiveReader archive(file);
     const manifest::Json json = readManifest(archive);
     const ContainerInfo info = infoFrom(json, file);
     if (const auto expected = kindFromExtension(file); expected && *expected != info.kind)
@@ -141,7 +136,7 @@ DrawingDocument readDrawing(const std::filesystem::path& file)
 
 ContainerInfo readContainerInfo(const std::filesystem::path& file)
 {
-    const ArchiveReader archive(file);
+    ArchiveReader archive(file);
     return infoFrom(readManifest(archive), file);
 }
 

@@ -1,11 +1,9 @@
 #include "arkin/commands/frame/DefaultMacro.h"
 
 #include "arkin/commands/frame/Session.h"
-#include "base/Status.h"
+#include "platform/WholeFile.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace zn::arkin {
 
@@ -25,11 +23,8 @@ constexpr MacroRow macros[] = {
 
 zn::Text readMacro(const std::filesystem::path& file)
 {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream.is_open() || stream.bad())
-        throw zn::StatusError(zn::E_FAIL, "The macro " + file.string() + " can't be read.");
-    return zn::fromCodePage(bytes);
+    constexpr std::uintmax_t largest = 4 << 20; // as large as one becomes when its placeholders are filled in
+    return zn::fromCodePage(zn::readWholeFile(file, largest, "The macro"));
 }
 
 zn::Text defaultMacro(zn::TaskKind kind)

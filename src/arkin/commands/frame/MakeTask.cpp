@@ -2,8 +2,7 @@
 
 #include "arkin/commands/frame/DefaultMacro.h"
 #include "arkin/tasks/TaskSetup.h"
-
-#include <fstream>
+#include "platform/WholeFile.h"
 
 namespace zn::arkin {
 
@@ -21,10 +20,8 @@ TaskDefinition fill(Session& session, TaskDefinition task)
 
 TaskFile readTaskFile(const std::filesystem::path& file, const KnownVariables& known)
 {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream.is_open() || stream.bad())
-        throw zn::StatusError(zn::E_INVALIDARG, "The task file " + file.string() + " can't be read.");
+    constexpr std::uintmax_t largest = 16 << 20;
+    const std::string text = zn::readWholeFile(file, largest, "The task file");
     try {
         return parseTaskFile(text, known);
     } catch (const zn::StatusError& error) {
