@@ -190,6 +190,11 @@ SaveOutcome saveDocument(ModelDoc& document, const SaveRequest& request)
     };
     if (request.path.empty())
         return refuse(SaveEmptyName, "A document cannot be saved without a file name.");
+    // The folder that a worker happens to be started in is nobody's choice.
+    if (!zn::isAbsolutePath(request.path))
+        return refuse(SaveNotWritable,
+            fmt::format("'{}' cannot be saved as '{}': that path names no folder from its drive on.",
+                zn::toUtf8(document.identity().title), zn::toUtf8(request.path)));
     const SaveFormat* format = formatOf(request.path, document.kind());
     if (!format)
         return refuse(SaveInvalidExtension,
