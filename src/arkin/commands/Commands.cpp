@@ -52,6 +52,7 @@ const CommandRow commands[] = {
     {"task", "resume", "Let a suspended run go on", taskResumeCommand},
     {"task", "cancel", "Stop a run before its next file", taskCancelCommand},
     {"task", "release", "Give up what a run that has ended left checked out", taskReleaseCommand},
+    {"task", "runs", "Remove the records of old runs", taskRunsCommand},
     {"", "worker", "Carry out waiting runs, one after the other", workerCommand},
     {"", "printers", "List the printers of this machine", printerListCommand},
     {"", "language", "Show or set the language of the windows", languageCommand},

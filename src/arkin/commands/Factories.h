@@ -43,6 +43,7 @@ MadeCommand taskSuspendCommand();
 MadeCommand taskResumeCommand();
 MadeCommand taskCancelCommand();
 MadeCommand taskReleaseCommand();
+MadeCommand taskRunsCommand();
 MadeCommand workerCommand();
 MadeCommand printerListCommand();
 MadeCommand languageCommand();

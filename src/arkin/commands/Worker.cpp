@@ -4,6 +4,8 @@
 #include "arkin/commands/frame/Interrupt.h"
 #include "arkin/commands/frame/ProgressLine.h"
 #include "arkin/commands/frame/TaskText.h"
+#include "arkin/tasks/RunPrune.h"
+#include "arkin/tasks/RunStore.h"
 #include "arkin/tasks/Worker.h"
 
 #include <iostream>
@@ -22,6 +24,7 @@ public:
     int run(Session& session) override
     {
         const Interrupt interrupt;
+        pruneOnceADay(session);
         ProgressLine line(!session.json());
         auto ended = Json::array();
         const auto told = [&](const RunInfo& run, const std::string& text) {
@@ -39,7 +42,10 @@ public:
             [&](const RunProgress& progress) {
                 line.show(progress.position, progress.total, shownProgress(session, progress.text));
             },
-            [&](const RunInfo& run) { told(run, endLine(session, run)); },
+            [&](const RunInfo& run) {
+                told(run, endLine(session, run));
+                pruneOnceADay(session);
+            },
             [&](const RunInfo& run, const std::string& sentence) { told(run, sentence); },
         };
         const auto tally = Worker(session.taskHost(), listener, interrupt.flag()).work(m_once);
@@ -49,7 +55,20 @@ public:
     }
 
 private:
+    /// A worker runs for months, and each run leaves its records.
+    void pruneOnceADay(Session& session)
+    {
+        const auto now = session.platform().clock().now();
+        const int days = daysRunsAreKept(session.platform().registry());
+        if (days <= 0 || now - m_prunedAt < secondsOfDay)
+            return;
+        m_prunedAt = now;
+        RunStore runs(session.store().database(), session.vault().info().id);
+        pruneRuns(runs.database(), runs.vaultId(), now - days * secondsOfDay);
+    }
+
     bool m_once = false;
+    std::int64_t m_prunedAt = 0;
 };
 
 } // namespace
