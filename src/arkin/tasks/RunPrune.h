@@ -19,6 +19,6 @@ int daysRunsAreKept(zn::Registry& registry);
 /// vault. Returns how many went.
 int pruneRuns(Database& database, std::int32_t vaultId, std::int64_t before);
 
-constexpr std::int64_t secondsOfDay = 24 * 60 * 60;
+constexpr std::int64_t secondsOfDay = std::int64_t{24} * 60 * 60;
 
 } // namespace zn::arkin
