@@ -87,6 +87,15 @@ TEST_F(ProcessesTest, EndsAProgramWithTheWantedExitCodeAndAllThatItStarted)
     EXPECT_EQ(processes.exitCode(*child), 255U);
 }
 
+TEST_F(ProcessesTest, WhatAProgramStartedEndsWithItAlsoWhenItEndsByItself)
+{
+    const auto child
+        = processes.launch(script("leaving.exe", "sleep 600 &\necho $! > \"$(dirname \"$0\")/grandchild\"\nexit 3"), 6);
+    ASSERT_TRUE(child);
+    EXPECT_EQ(waitForEnd(*child), 3U);
+    EXPECT_EQ(waitForEnd(std::stoi(waitForLine("grandchild"))), std::nullopt);
+}
+
 TEST_F(ProcessesTest, KnowsOtherProgramsAndEndsNoneOfThem)
 {
     EXPECT_EQ(processes.exitCode(::getppid()), stillActive);

@@ -175,6 +175,12 @@ LinuxProcesses::Child* LinuxProcesses::refreshed(std::int32_t processId)
     Child& child = found->second;
     if (child.ended)
         return &child;
+    // What it has started goes with it, also when it ends by itself. Its number stands for its group until its end has
+    // been taken.
+    siginfo_t end{};
+    if (::waitid(P_PID, static_cast<id_t>(processId), &end, WEXITED | WNOHANG | WNOWAIT) == 0
+        && end.si_pid == processId)
+        ::kill(-processId, SIGKILL);
     int status = 0;
     const pid_t ended = ::waitpid(processId, &status, WNOHANG);
     if (ended == processId)
