@@ -1,6 +1,9 @@
 #include "automation/Connection.h"
 
+#include "base/JsonShape.h"
+
 #include <fmt/format.h>
+#include <limits>
 #include <nlohmann/json.hpp>
 
 namespace zn::automation {
@@ -32,25 +35,9 @@ constexpr int maximumBrackets = 256;
 /// Raises `ProtocolError` for a message of too many brackets inside one another, before it is read.
 void requireShallow(const std::string& line)
 {
-    int depth = 0;
-    bool inText = false;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        const char c = line[i];
-        if (inText) {
-            if (c == '\\')
-                ++i;
-            else
-                inText = c != '"';
-            continue;
-        }
-        inText = c == '"';
-        if (c == '[' || c == '{')
-            ++depth;
-        else if (c == ']' || c == '}')
-            --depth;
-        if (depth > maximumBrackets)
-            throw ProtocolError("a message that is nested too deep");
-    }
+    constexpr int anyNumber = std::numeric_limits<int>::max(); // of values: a list of files may be long
+    if (jsonShapeOf(line, maximumBrackets, anyNumber) == JsonShape::TooDeep)
+        throw ProtocolError("a message that is nested too deep");
 }
 
 /// Texts of failures may hold names of files that are no UTF-8; these bytes turn into U+FFFD.
