@@ -1,4 +1,5 @@
 #include "addin/files/FileLogic.h"
+#include "addin/files/OutputNames.h"
 #include "addin/variables/TaskVariables.h"
 #include "base/Paths.h"
 
@@ -60,8 +61,10 @@ void FileLogic::ExpandSelection(
                 AddFolderFiles(*folder, selection);
         }
     }
-    if (fetchFiles)
+    if (fetchFiles) {
+        AnnounceOutputs(task, selection);
         FetchFiles(vault, task, selection);
+    }
 }
 
 void FileLogic::AddFolderFiles(IArkFolder& folder, SelectionRecords& selection)
@@ -88,6 +91,18 @@ void FileLogic::AddFolderFiles(IArkFolder& folder, SelectionRecords& selection)
         checkStatus(folder.GetNextSubFolder(*position, subFolder));
         AddFolderFiles(*subFolder, selection);
     }
+}
+
+/// The fetch then waits for other runs that write the same files. Scripts write what they want.
+void FileLogic::AnnounceOutputs(const ObjectRef& task, const SelectionRecords& selection)
+{
+    m_runPaths = query<IArkRunPaths>(task);
+    if (!m_runPaths || m_taskKind != TaskKind::Conversion)
+        return;
+    const OutputPlan plan{
+        {readText(task, u"OutputPath").value_or(Text()), readText(task, u"OutputPath2").value_or(Text())},
+        readText(task, u"FileFormat").value_or(Text()), withoutTrailingSeparators(m_vaultRoot)};
+    checkStatus(m_runPaths->AnnounceOutputs(outputNames(plan, selection)));
 }
 
 bool FileLogic::PullsReferencedVersions(const ObjectRef& task)

@@ -14,6 +14,7 @@ void FileLogic::Initialize(std::shared_ptr<IArkVault> vault, TaskKind taskKind, 
     m_failures.clear();
     m_refused.clear();
     m_currentSource = nullptr;
+    m_runPaths = nullptr;
     m_vault = std::move(vault);
     m_taskKind = taskKind;
     m_replaceExisting = replaceExisting;

@@ -4,6 +4,7 @@
 #include "addin/files/SavedFileNotes.h"
 #include "base/Object.h"
 #include "contracts/host/ArkBatch.h"
+#include "contracts/host/ArkTask.h"
 #include "contracts/host/ArkVault.h"
 #include "platform/Platform.h"
 
@@ -110,6 +111,7 @@ public:
 private:
     void AddFolderFiles(IArkFolder& folder, SelectionRecords& selection);
     bool PullsReferencedVersions(const ObjectRef& task);
+    void AnnounceOutputs(const ObjectRef& task, const SelectionRecords& selection);
     void FetchFiles(IArkVault& vault, const ObjectRef& task, SelectionRecords& selection);
     void MarkLeftOut(const ObjectRef& utility, SelectionRecords& selection);
 
@@ -142,6 +144,7 @@ private:
     std::vector<FileFailure> m_failures;
     std::map<Text, const OutputRecord*> m_refused; ///< folded paths for which the vault made no room, with the sources
     std::shared_ptr<IArkVault> m_vault;
+    std::shared_ptr<IArkRunPaths> m_runPaths; ///< null where the host has none, or outside of a run
     Text m_vaultRoot;
     TaskKind m_taskKind = TaskKind::Unknown;
     bool m_replaceExisting = false;

@@ -41,6 +41,11 @@ void FileLogic::NoteSavedFile(TextView path, TextView configuration, bool hidden
     if (m_notedPaths.contains(foldCase(canonical)))
         return;
 
+    if (const Status kept = m_runPaths ? m_runPaths->ReserveOutput(canonical) : S_OK; failed(kept)) {
+        NoteRefusal(Text(path), u"The file doesn't come to the vault: ", kept);
+        return;
+    }
+
     std::shared_ptr<IArkFolder> folder;
     std::shared_ptr<IArkFile> file;
     Status status = m_vault->GetFileFromPath(canonical, &folder, file);

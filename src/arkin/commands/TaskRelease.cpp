@@ -1,8 +1,8 @@
 #include "arkin/commands/Factories.h"
-#include "arkin/commands/frame/FileByFile.h"
+#include "arkin/commands/frame/Output.h"
 
 #include "arkin/store/CheckOut.h"
-#include "arkin/tasks/RunStore.h"
+#include "arkin/tasks/RunEnd.h"
 
 #include <iostream>
 
@@ -22,17 +22,31 @@ public:
             throw zn::StatusError(zn::E_INVALIDARG,
                 "Run " + std::to_string(run.id)
                     + " is still at work and needs its files. Cancel it first, by 'arkin task cancel'.");
-        const auto places = checkOutsOfRun(session.vault(), run.id);
-        if (places.empty() && !session.json())
+        const auto paths = release(session, run.id);
+        if (session.json())
+            printJson(paths);
+        else if (paths.empty())
             std::cout << "Run " << run.id << " has no files checked out.\n";
-        FileByFile files(session, {release, "is released"});
-        for (const Place& place : places)
-            files.work([&] { return place; });
-        return files.end();
+        for (const auto& path : session.json() ? std::vector<std::string>() : paths)
+            std::cout << path << " is released.\n";
+        return commandDone;
     }
 
 private:
-    static void release(Vault& vault, const Place& place) { undoCheckOut(vault, place.fileId); }
+    static std::vector<std::string> release(Session& session, std::int32_t run)
+    {
+        Vault& vault = session.vault();
+        std::vector<std::string> paths;
+        {
+            Transaction transaction(vault.database());
+            for (const CheckOutRow& row : checkOutsOfRun(vault, run))
+                paths.push_back(session.shown(vault.pathOf({row.fileId, row.folderId})));
+            giveBackOfRuns(vault.database(), run);
+            transaction.commit();
+        }
+        putBackCopies(vault);
+        return paths;
+    }
 
     std::string m_id;
 };

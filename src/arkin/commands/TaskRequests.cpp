@@ -2,6 +2,7 @@
 #include "arkin/commands/frame/Output.h"
 
 #include "arkin/commands/frame/TaskText.h"
+#include "arkin/store/CheckOut.h"
 #include "arkin/tasks/RunRequests.h"
 
 #include <iostream>
@@ -26,6 +27,7 @@ public:
         RunStore runs(session.store().database(), session.vault().info().id);
         const auto now = session.platform().clock().now();
         const auto run = m_request(runs, runs.get(zn::toText(m_id)).id, now);
+        putBackCopies(session.vault()); // of a run that had lost its worker
         if (session.json())
             printJson(toJson(session, run));
         else

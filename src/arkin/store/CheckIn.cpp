@@ -25,6 +25,12 @@ struct Arrival {
     KnownOutline outline;
 };
 
+void protect(const Arrival& arrival)
+{
+    std::error_code ignored;
+    std::filesystem::permissions(arrival.path, readOnlyPermissions, ignored);
+}
+
 /// What fails for one file and would fail for all.
 constexpr auto concernsAll = {E_ARK_ARCHIVE, E_ARK_DISK_FULL};
 
@@ -54,6 +60,7 @@ public:
         std::vector<CheckedIn> versions;
         for (const Arrival& arrival : m_arrivals)
             versions.push_back({arrival.outline.file, arrival.outline.problem});
+        versions.insert(versions.end(), m_repeated.begin(), m_repeated.end());
         return versions;
     }
 
@@ -65,6 +72,7 @@ private:
     void readOutlines();
     void store();
     void requireUnchangedCheckOuts();
+    void takeOutRepeated();
     void writeVersions();
     void carryCardsAndReferencesOn();
     void keepOutlines();
@@ -75,6 +83,7 @@ private:
     Vault& m_vault;
     std::string m_comment;
     std::vector<Arrival> m_arrivals;
+    std::vector<CheckedIn> m_repeated;
     ArchiveBatch m_batch;
     std::vector<LeftOut>* m_leftOut;
 };
@@ -146,6 +155,7 @@ void CheckInWork::store()
 {
     Transaction transaction(m_vault.database());
     requireUnchangedCheckOuts();
+    takeOutRepeated();
     writeVersions();
     carryCardsAndReferencesOn();
     keepOutlines();
@@ -174,6 +184,30 @@ void CheckInWork::requireUnchangedCheckOuts()
     });
 }
 
+/// A worker may go away between the check-in and the end of its run. The one that carries the run out anew brings the
+/// same once more, which is no further version.
+void CheckInWork::takeOutRepeated()
+{
+    const std::int32_t run = m_vault.caller().run;
+    if (run == 0)
+        return;
+    std::vector<FileVersion> bases;
+    for (const Arrival& arrival : m_arrivals)
+        bases.push_back({arrival.checkOut.fileId, arrival.checkOut.baseVersion});
+    const auto versions = m_vault.files().versions(bases);
+    std::size_t i = 0;
+    std::erase_if(m_arrivals, [&](const Arrival& arrival) {
+        const auto& base = versions[i++];
+        if (!base || base->run != run || base->content != arrival.copy.content)
+            return false;
+        dropCheckOut(m_vault.database(), arrival.checkOut);
+        m_vault.local().record({&arrival.copy, 1});
+        protect(arrival);
+        m_repeated.push_back({{arrival.checkOut.fileId, base->version}, {}});
+        return true;
+    });
+}
+
 void CheckInWork::writeVersions()
 {
     std::int32_t fileId = 0, version = 0, base = 0;
@@ -181,17 +215,19 @@ void CheckInWork::writeVersions()
     long long size = 0;
     const long long now = m_vault.clock().now();
     const std::string& user = m_vault.caller().user;
+    const std::int32_t run = m_vault.caller().run;
     soci::session& session = m_vault.database().session();
     soci::statement first = (session.prepare
-            << "UPDATE versions SET content = :h, content_size = :s, comment_text = :c, user_name = :u, made_at = :t "
-               "WHERE file_id = :f AND version = 1",
-        soci::use(hash), soci::use(size), soci::use(m_comment), soci::use(user), soci::use(now), soci::use(fileId));
+            << "UPDATE versions SET content = :h, content_size = :s, comment_text = :c, user_name = :u, made_at = :t, "
+               "run_id = :r WHERE file_id = :f AND version = 1",
+        soci::use(hash), soci::use(size), soci::use(m_comment), soci::use(user), soci::use(now), soci::use(run),
+        soci::use(fileId));
     soci::statement next = (session.prepare
             << "INSERT INTO versions (file_id, version, content, content_size, comment_text, user_name, made_at, "
-               "revision, state) SELECT file_id, :v, :h, :s, :c, :u, :t, revision, state FROM versions "
+               "revision, state, run_id) SELECT file_id, :v, :h, :s, :c, :u, :t, revision, state, :r FROM versions "
                "WHERE file_id = :f AND version = :b",
         soci::use(version), soci::use(hash), soci::use(size), soci::use(m_comment), soci::use(user), soci::use(now),
-        soci::use(fileId), soci::use(base));
+        soci::use(run), soci::use(fileId), soci::use(base));
     soci::statement latest = (session.prepare << "UPDATE files SET latest_version = :v WHERE id = :f",
         soci::use(version), soci::use(fileId));
     for (const Arrival& arrival : m_arrivals) {
@@ -269,10 +305,8 @@ void CheckInWork::deleteCheckOuts()
 /// check-in. The next get looks at it again.
 void CheckInWork::protectLocalCopies()
 {
-    for (const Arrival& arrival : m_arrivals) {
-        std::error_code ignored;
-        std::filesystem::permissions(arrival.path, readOnlyPermissions, ignored);
-    }
+    for (const Arrival& arrival : m_arrivals)
+        protect(arrival);
 }
 
 /// Whether the local copy of a file that nobody has checked out holds something that the vault doesn't know.

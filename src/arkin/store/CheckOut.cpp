@@ -14,14 +14,21 @@ namespace {
 std::string quotedName(Vault& vault, std::int32_t fileId) { return "\"" + zn::toUtf8(vault.file(fileId).name) + "\""; }
 
 /// A file that was never checked in is only in its adder's hands: nothing else can refer to its content.
-void deleteUnborn(Vault& vault, std::int32_t fileId)
+void deleteUnborn(Database& database, std::int32_t fileId)
 {
-    Outlines(vault).disconnect(fileId);
-    soci::session& session = vault.database().session();
+    Outlines::disconnect(database, fileId);
+    soci::session& session = database.session();
     session << "DELETE FROM file_references WHERE to_file_id = :f", soci::use(fileId);
     for (const char* table : {"versions", "file_folders", "local_copies"})
         session << "DELETE FROM " << table << " WHERE file_id = :f", soci::use(fileId);
     session << "DELETE FROM files WHERE id = :f", soci::use(fileId);
+}
+
+void giveUp(Database& database, const CheckOutRow& row)
+{
+    dropCheckOut(database, row);
+    if (row.baseVersion == 0)
+        deleteUnborn(database, row.fileId);
 }
 
 } // namespace
@@ -37,9 +44,9 @@ void insertCheckOut(Vault& vault, const Place& place, std::int32_t baseVersion)
         soci::use(now), soci::use(baseVersion), soci::use(caller.run);
 }
 
-void dropCheckOut(Vault& vault, const CheckOutRow& row)
+void dropCheckOut(Database& database, const CheckOutRow& row)
 {
-    soci::session& session = vault.database().session();
+    soci::session& session = database.session();
     const std::int32_t version = row.versionToCome();
     session << "DELETE FROM check_outs WHERE file_id = :f", soci::use(row.fileId);
     for (const char* table : {"card_values", "file_references"})
@@ -80,9 +87,7 @@ void undoCheckOut(Vault& vault, std::int32_t fileId)
     {
         Transaction transaction(vault.database());
         row = requireMine(vault, fileId);
-        dropCheckOut(vault, row);
-        if (row.baseVersion == 0)
-            deleteUnborn(vault, fileId);
+        giveUp(vault.database(), row);
         transaction.commit();
     }
     if (row.baseVersion == 0)
@@ -91,18 +96,70 @@ void undoCheckOut(Vault& vault, std::int32_t fileId)
     getFiles(vault, {&latest, 1}, LocalChanges::Discard);
 }
 
-std::vector<Place> checkOutsOfRun(Vault& vault, std::int32_t run)
+std::vector<CheckOutRow> checkOutsOfRun(Vault& vault, std::int32_t run)
 {
     const ReadScope scope(vault.database());
+    std::vector<std::int32_t> ids;
+    std::int32_t id = 0;
+    soci::statement statement
+        = (vault.database().session().prepare << "SELECT file_id FROM check_outs WHERE run_id = :r ORDER BY file_id",
+            soci::use(run), soci::into(id));
+    statement.execute();
+    while (statement.fetch())
+        ids.push_back(id);
+    std::vector<CheckOutRow> rows;
+    for (const auto& row : vault.files().checkOuts(ids))
+        if (row)
+            rows.push_back(*row);
+    return rows;
+}
+
+void giveBackCheckOuts(Database& database, const std::string& query)
+{
+    std::vector<CheckOutRow> rows;
+    CheckOutRow row;
+    soci::statement statement = (database.session().prepare << query, soci::into(row.fileId), soci::into(row.folderId),
+        soci::into(row.machine), soci::into(row.baseVersion));
+    statement.execute();
+    while (statement.fetch())
+        rows.push_back(row);
+    for (const CheckOutRow& each : rows) {
+        giveUp(database, each);
+        database.session() << "DELETE FROM given_back WHERE file_id = :f AND machine = :m", soci::use(each.fileId),
+            soci::use(each.machine);
+        if (each.baseVersion != 0)
+            database.session() << "INSERT INTO given_back (file_id, folder_id, machine) VALUES (:f, :d, :m)",
+                soci::use(each.fileId), soci::use(each.folderId), soci::use(each.machine);
+    }
+}
+
+void putBackCopies(Vault& vault)
+{
+    const std::string& machine = vault.caller().machine;
+    const auto vaultId = vault.info().id;
+    std::vector<Place> places;
     Place place;
     soci::statement statement = (vault.database().session().prepare
-            << "SELECT file_id, folder_id FROM check_outs WHERE run_id = :r ORDER BY file_id",
-        soci::use(run), soci::into(place.fileId), soci::into(place.folderId));
+            << "SELECT g.file_id, g.folder_id FROM given_back g JOIN files f ON f.id = g.file_id "
+               "WHERE g.machine = :m AND f.vault_id = :v",
+        soci::use(machine), soci::use(vaultId), soci::into(place.fileId), soci::into(place.folderId));
     statement.execute();
-    std::vector<Place> places;
     while (statement.fetch())
         places.push_back(place);
-    return places;
+    for (const Place& each : places) {
+        const auto file = vault.files().row(each.fileId);
+        const GetRequest latest{each, 0};
+        try {
+            if (file && !file->deleted && !vault.files().checkOut(each.fileId))
+                getFiles(vault, {&latest, 1}, LocalChanges::Discard);
+        } catch (const zn::StatusError&) {
+            continue; // whoever wants the file next is told what is the matter; the next call tries again
+        }
+        Transaction transaction(vault.database());
+        vault.database().session() << "DELETE FROM given_back WHERE file_id = :f AND machine = :m",
+            soci::use(each.fileId), soci::use(machine);
+        transaction.commit();
+    }
 }
 
 zn::StatusError checkedOutElsewhere(Vault& vault, const CheckOutRow& row)

@@ -15,13 +15,20 @@ void checkOut(Vault& vault, const Place& place);
 void undoCheckOut(Vault& vault, std::int32_t fileId);
 
 /// What is still checked out for a run of a task, by whomever, in the order of the files' numbers.
-std::vector<Place> checkOutsOfRun(Vault& vault, std::int32_t run);
+std::vector<CheckOutRow> checkOutsOfRun(Vault& vault, std::int32_t run);
+
+/// Ends the check-outs that a query gives (file, folder, machine and base version of each), whosever they are. The
+/// local copies stand as they are until `putBackCopies` is called on their machine. Inside a transaction.
+void giveBackCheckOuts(Database& database, const std::string& query);
+/// Puts the local copies of check-outs that were given back on this machine to the latest version, and with them what
+/// was written there since the check-out away.
+void putBackCopies(Vault& vault);
 
 /// The check-out of a file if it is the caller's here. Raises E_ARK_NOT_CHECKED_OUT or E_ARK_CHECKED_OUT_ELSEWHERE with
 /// a sentence that names the file and who has it.
 CheckOutRow requireMine(Vault& vault, std::int32_t fileId);
 /// Ends a check-out with what was written to card and references since. Inside a transaction.
-void dropCheckOut(Vault& vault, const CheckOutRow& row);
+void dropCheckOut(Database& database, const CheckOutRow& row);
 /// Inside a transaction that has seen that nobody has the file checked out.
 void insertCheckOut(Vault& vault, const Place& place, std::int32_t baseVersion);
 /// The failure of a file that somebody else has.

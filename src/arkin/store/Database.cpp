@@ -66,6 +66,8 @@ Transaction::Transaction(Database& database, Kind kind)
         return;
     try {
         database.session() << "UPDATE write_turn SET turn = turn + 1";
+        if (database.m_fence)
+            database.m_fence();
     } catch (...) {
         undo();
         throw;

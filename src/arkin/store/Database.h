@@ -4,6 +4,7 @@
 #include "base/Text.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,12 +36,17 @@ public:
     /// Only inside a write transaction; numbers of a transaction that is rolled back are given again.
     std::int32_t allocateIds(const std::string& sequence, std::int32_t count = 1);
 
+    /// From now on each write transaction begins with this, and isn't begun if it raises: whoever has lost the right to
+    /// write, as a worker whose run went to another one, writes nothing, wherever he is. An empty function ends it.
+    void fenceWrites(std::function<void()> fence) { m_fence = std::move(fence); }
+
 private:
     friend class Transaction;
     friend class ReadScope;
     std::string m_connection;
     std::unique_ptr<soci::session> m_session;
     bool m_inTransaction = false;
+    std::function<void()> m_fence;
 };
 
 /// A transaction that is undone unless it is committed.

@@ -28,7 +28,7 @@ void removeFromFolder(Vault& vault, const Place& place)
     const long long now = vault.clock().now();
     session << "UPDATE files SET deleted_at = :t, deleted_by = :u WHERE id = :f", soci::use(now),
         soci::use(vault.caller().user), soci::use(place.fileId);
-    Outlines(vault).disconnect(place.fileId);
+    Outlines::disconnect(vault.database(), place.fileId);
     session << "DELETE FROM deleted_places WHERE file_id = :f", soci::use(place.fileId);
     session << "INSERT INTO deleted_places (file_id, folder_id) VALUES (:f, :d)", soci::use(place.fileId),
         soci::use(place.folderId);
@@ -53,7 +53,7 @@ void deleteFile(Vault& vault, const Place& place)
             if (!vault.isMine(*checkOut))
                 throw checkedOutElsewhere(vault, *checkOut);
             if (folders.size() == 1 || checkOut->folderId == place.folderId)
-                dropCheckOut(vault, *checkOut);
+                dropCheckOut(vault.database(), *checkOut);
         }
         removeFromFolder(vault, place);
         transaction.commit();

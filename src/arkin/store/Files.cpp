@@ -25,16 +25,17 @@ struct RawVersion {
     std::string comment, user;
     long long madeAt = 0;
     std::string revision, state;
+    std::int32_t run = 0;
 
     VersionRow row() const
     {
         return {version, {hash, size}, zn::toText(comment), zn::toText(user), madeAt, zn::toText(revision),
-            zn::toText(state)};
+            zn::toText(state), run};
     }
 };
 
 const char* const versionColumns
-    = "SELECT version, content, content_size, comment_text, user_name, made_at, revision, state FROM versions ";
+    = "SELECT version, content, content_size, comment_text, user_name, made_at, revision, state, run_id FROM versions ";
 
 } // namespace
 
@@ -67,7 +68,7 @@ std::vector<std::optional<VersionRow>> Files::versions(std::span<const FileVersi
         = (m_database.session().prepare << versionColumns << "WHERE file_id = :f AND version = :v",
             soci::use(key.fileId), soci::use(key.version), soci::into(version.version), soci::into(version.hash),
             soci::into(version.size), soci::into(version.comment), soci::into(version.user), soci::into(version.madeAt),
-            soci::into(version.revision), soci::into(version.state));
+            soci::into(version.revision), soci::into(version.state), soci::into(version.run));
     std::vector<std::optional<VersionRow>> rows;
     rows.reserve(asked.size());
     for (const FileVersion& wanted : asked) {
@@ -90,7 +91,7 @@ std::vector<VersionRow> Files::history(std::int32_t fileId)
         = (m_database.session().prepare << versionColumns << "WHERE file_id = :f ORDER BY version", soci::use(fileId),
             soci::into(version.version), soci::into(version.hash), soci::into(version.size),
             soci::into(version.comment), soci::into(version.user), soci::into(version.madeAt),
-            soci::into(version.revision), soci::into(version.state));
+            soci::into(version.revision), soci::into(version.state), soci::into(version.run));
     statement.execute();
     std::vector<VersionRow> rows;
     while (statement.fetch())

@@ -27,7 +27,8 @@ struct VersionRow {
     zn::Text user;
     std::int64_t madeAt = 0; ///< Unix time in seconds
     zn::Text revision;
-    zn::Text state; ///< of the workflow
+    zn::Text state;       ///< of the workflow
+    std::int32_t run = 0; ///< the run of a task that made the version; 0 if a person did
 };
 
 struct CheckOutRow {

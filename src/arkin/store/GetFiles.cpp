@@ -158,6 +158,22 @@ std::vector<LeftOut> getWhatCanBeGot(Vault& vault, std::span<const GetRequest> r
     return leftOut;
 }
 
+std::vector<LocalCopyUse> localCopies(Vault& vault, std::span<const GetRequest> requests)
+{
+    const ReadScope scope(vault.database());
+    std::vector<std::int32_t> ids;
+    for (const GetRequest& request : requests)
+        ids.push_back(request.place.fileId);
+    const auto files = vault.files().rows(ids);
+    std::vector<LocalCopyUse> copies;
+    for (std::size_t i = 0; i < requests.size(); ++i) {
+        if (files[i] && !files[i]->deleted)
+            copies.push_back({vault.local().pathOf(requests[i].place.folderId, files[i]->name),
+                requests[i].version > 0 ? requests[i].version : files[i]->latestVersion});
+    }
+    return copies;
+}
+
 FileTree withReferences(Vault& vault, std::span<const GetRequest> requests, bool asBuilt)
 {
     FileTree tree{{requests.begin(), requests.end()}, {}};

@@ -25,6 +25,10 @@ void getFiles(Vault& vault, std::span<const GetRequest> requests, LocalChanges c
 /// what is returned. A full disk, which concerns all, is raised.
 std::vector<LeftOut> getWhatCanBeGot(Vault& vault, std::span<const GetRequest> requests);
 
+/// Where the files of requests would stand in the local view, and in which versions. Those that the vault doesn't show
+/// any more are left out.
+std::vector<LocalCopyUse> localCopies(Vault& vault, std::span<const GetRequest> requests);
+
 /// That one file refers to another.
 struct FileEdge {
     std::int32_t fromFileId = 0;

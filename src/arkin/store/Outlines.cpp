@@ -148,10 +148,9 @@ void Outlines::connect(std::span<const Place> arrived)
     }
 }
 
-void Outlines::disconnect(std::int32_t fileId)
+void Outlines::disconnect(Database& database, std::int32_t fileId)
 {
-    m_vault.database().session() << "UPDATE document_references SET to_file_id = 0 WHERE to_file_id = :t",
-        soci::use(fileId);
+    database.session() << "UPDATE document_references SET to_file_id = 0 WHERE to_file_id = :t", soci::use(fileId);
 }
 
 std::vector<zn::Text> Outlines::parts(const FileVersion& file)

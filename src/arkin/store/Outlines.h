@@ -35,7 +35,7 @@ public:
     /// Completes references of latest versions that have been waiting for these new files.
     void connect(std::span<const Place> arrived);
     /// Lets references wait again, for a file that leaves the vault or is deleted: another may come in its place.
-    void disconnect(std::int32_t fileId);
+    static void disconnect(Database& database, std::int32_t fileId);
 
     /// Sheets or configurations in the document's order.
     std::vector<zn::Text> parts(const FileVersion& file);

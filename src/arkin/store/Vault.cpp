@@ -45,6 +45,13 @@ Vault::Vault(Store& store, const VaultInfo& info, Caller caller)
     transaction.commit();
 }
 
+void Vault::actFor(ActingRun* run)
+{
+    m_actingRun = run;
+    m_caller.run = run ? run->id() : 0;
+    database().fenceWrites(run ? std::function<void()>([run] { run->requireHeld(); }) : nullptr);
+}
+
 std::optional<Place> Vault::find(TextView path)
 {
     const Text text(path);
@@ -125,7 +132,8 @@ VersionRow Vault::version(std::int32_t fileId, std::int32_t version)
 
 bool Vault::isMine(const CheckOutRow& checkOut) const
 {
-    return checkOut.user == m_caller.user && checkOut.machine == m_caller.machine;
+    return checkOut.user == m_caller.user && checkOut.machine == m_caller.machine
+        && (checkOut.run == 0 || checkOut.run == m_caller.run);
 }
 
 void Vault::setRevision(std::int32_t fileId, TextView revision)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arkin/store/ActingRun.h"
 #include "arkin/store/Cards.h"
 #include "arkin/store/Codes.h"
 #include "arkin/store/LocalView.h"
@@ -63,8 +64,11 @@ public:
 
     const VaultInfo& info() const { return m_info; }
     const Caller& caller() const { return m_caller; }
-    /// From now on check-outs say that they were made for the run; 0 for none.
-    void actFor(std::int32_t run) { m_caller.run = run; }
+    /// From now on the vault is worked with for the run: check-outs belong to it, and nothing is written any more once
+    /// the run has gone to another worker. Null for a person's own work. `run` outlives that.
+    void actFor(ActingRun* run);
+    /// Null for a person's own work.
+    ActingRun* actingRun() { return m_actingRun; }
     Database& database() { return m_store.database(); }
     Archive& archive() { return m_store.archive(); }
     zn::Clock& clock() { return m_store.clock(); }
@@ -88,7 +92,8 @@ public:
     VersionRow version(std::int32_t fileId, std::int32_t version);
     /// Raises E_ARK_PERMISSION_DENIED with a sentence that names the file and its folder.
     void require(const Place& place, Right right);
-    /// Whether the caller has the file checked out on this machine.
+    /// Whether the caller has the file checked out on this machine, for himself or for the run that he acts for. What
+    /// he has checked out for another run is that run's.
     bool isMine(const CheckOutRow& checkOut) const;
     /// The file's path in the local view.
     zn::Text pathOf(const Place& place) { return m_local.pathOf(place.folderId, file(place.fileId).name); }
@@ -105,6 +110,7 @@ private:
     Store& m_store;
     VaultInfo m_info;
     Caller m_caller;
+    ActingRun* m_actingRun = nullptr;
     Folders m_folders;
     Files m_files;
     Cards m_cards;

@@ -136,11 +136,24 @@ const char* const fourthStep[] = {
     "CREATE TABLE store_identity (id CHAR(36) NOT NULL PRIMARY KEY)",
 };
 
+const char* const fifthStep[] = {
+    // Local copies of check-outs that somebody else than their owner has ended; they are put back on their machine.
+    R"(CREATE TABLE given_back (
+        file_id INTEGER NOT NULL,
+        folder_id INTEGER NOT NULL,
+        machine VARCHAR(260) NOT NULL,
+        PRIMARY KEY (file_id, machine)))",
+    "CREATE INDEX check_outs_by_run ON check_outs (run_id)",
+    // The run of a task that made the version; 0 if a person did.
+    "ALTER TABLE versions ADD COLUMN run_id INTEGER NOT NULL DEFAULT 0",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {secondStep},
     {thirdStep},
     {fourthStep},
+    {fifthStep},
 };
 
 } // namespace

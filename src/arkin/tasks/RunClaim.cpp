@@ -1,5 +1,9 @@
 #include "arkin/tasks/RunClaim.h"
 
+#include "arkin/store/Codes.h"
+#include "arkin/tasks/RunEnd.h"
+#include "arkin/tasks/RunRow.h"
+
 #include <algorithm>
 #include <soci/soci.h>
 
@@ -45,6 +49,7 @@ std::optional<RunClaim> RunClaim::takeNext(RunStore& store, const ProcessMark& o
         return found == soci::i_ok;
     };
     // An idle worker looks without taking the writers' turn.
+    takeBackLostRuns(store, now);
     if (!look())
         return {};
     Transaction transaction(store.database());
@@ -53,6 +58,28 @@ std::optional<RunClaim> RunClaim::takeNext(RunStore& store, const ProcessMark& o
     auto claim = mark(store, id, owner, now);
     transaction.commit();
     return claim;
+}
+
+void RunClaim::takeBackLostRuns(RunStore& store, std::int64_t now)
+{
+    for (const RunInfo& seen : workersGone(store)) {
+        Transaction transaction(store.database());
+        const auto run = store.get(seen.id);
+        if (run.claim != seen.claim || !run.taken())
+            continue;
+        std::int32_t losses = 0;
+        store.database().session() << "SELECT losses FROM task_runs WHERE id = :id", use(run.id), into(losses);
+        if (++losses < mostLosses)
+            backToQueue(store, run);
+        else
+            endUnheld(store, run, TaskRunState::FinishedWithErrors,
+                "The run was given up: " + std::to_string(losses)
+                    + " workers went away while they were at work on it. Launch the task on fewer files to find the "
+                      "one that ends them.",
+                now);
+        store.database().session() << "UPDATE task_runs SET losses = :l WHERE id = :id", use(losses), use(run.id);
+        transaction.commit();
+    }
 }
 
 RunClaim RunClaim::take(RunStore& store, std::int32_t runId, const ProcessMark& owner, std::int64_t now)
@@ -75,10 +102,12 @@ RunClaim RunClaim::mark(RunStore& store, std::int32_t runId, const ProcessMark& 
     session << "UPDATE task_runs SET state = :state, claim = claim + 1, owner_host = :host, owner_process = :process, "
                "owner_mark = :mark, heartbeat_at = :at, started_at = :started, progress_total = 0, "
                "progress_position = 0, progress_text = '', result_code = 0, result_text = '', outputs_expected = 0, "
-               "outputs_missing = 0 WHERE id = :id",
+               "outputs_missing = 0, waits_for = 0 WHERE id = :id",
         use(running), use(host), use(owner.process), use(start), use(at), use(at), use(runId);
     session << "DELETE FROM task_run_documents WHERE run_id = :id", use(runId);
     session << "DELETE FROM task_run_messages WHERE run_id = :id", use(runId);
+    session << "DELETE FROM task_run_paths WHERE run_id = :id", use(runId);
+    giveBackOfRuns(store.database(), runId);
     return {store, store.get(runId)};
 }
 
@@ -181,6 +210,7 @@ void RunClaim::finish(TaskRunState state, zn::Status code, zn::TextView text,
                "WHERE id = :id",
         use(wanted), use(code), use(utf8), use(at), use(m_run.id);
     session << "DELETE FROM task_run_documents WHERE run_id = :id", use(m_run.id);
+    session << "DELETE FROM task_run_paths WHERE run_id = :id", use(m_run.id);
     std::int32_t position = 0;
     for (const auto& document : documents) {
         session << "INSERT INTO task_run_documents (run_id, position, file_id, kind, folder_id, version) "

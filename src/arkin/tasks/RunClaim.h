@@ -7,15 +7,13 @@
 
 namespace zn::arkin {
 
-/// What every write of a worker answers when another worker has taken the run over in the meantime.
-inline constexpr zn::Status E_ARK_RUN_TAKEN_OVER = zn::statusCode(0x80040320);
-
 /// A worker's hold on one run. Each taking counts the run's claim up, and every write names the claim that it was made
 /// under: a worker that comes back late, after a successor took the run, changes nothing and gets
 /// `E_ARK_RUN_TAKEN_OVER`. Taking is one short transaction; the work goes on outside it.
 class RunClaim {
 public:
-    /// Takes the oldest waiting run; none if nothing waits.
+    /// Takes the oldest waiting run; none if nothing waits. Runs whose worker's process is gone go back to the queue
+    /// first; one that has cost so many workers ends with errors instead, since it would cost the next one, too.
     static std::optional<RunClaim> takeNext(RunStore& store, const ProcessMark& owner, std::int64_t now);
     /// Takes this run, if it waits or if its worker died. Raises `StatusError` E_INVALIDARG with a sentence that says
     /// what else is the matter with it.
@@ -30,6 +28,7 @@ public:
     bool beat(Database& database, std::int64_t now) const;
 
     // The writes. Each raises `StatusError` E_ARK_RUN_TAKEN_OVER when the run has gone to another worker.
+    void requireHeld() const;
     zn::TaskRunState state() const;
     /// Changes the state if it is one of `from`; returns the state that stands afterwards.
     zn::TaskRunState changeState(std::span<const zn::TaskRunState> from, zn::TaskRunState to) const;
@@ -37,6 +36,8 @@ public:
     void writeVariable(zn::TextView name, const zn::Value& value) const;
     void addMessage(zn::TextView path, zn::TextView sentence) const;
     void writeOutputs(std::int32_t expected, std::int32_t missing) const;
+    /// How many workers a run may cost.
+    static constexpr std::int32_t mostLosses = 3;
     /// Ends the run: state, code, text and documents together.
     void finish(zn::TaskRunState state, zn::Status code, zn::TextView text,
         const std::vector<zn::ArkTaskResultDoc>& documents, std::int64_t now) const;
@@ -47,8 +48,8 @@ private:
         , m_run(std::move(run))
     {
     }
+    static void takeBackLostRuns(RunStore& store, std::int64_t now);
     static RunClaim mark(RunStore& store, std::int32_t runId, const ProcessMark& owner, std::int64_t now);
-    void requireHeld() const;
 
     RunStore* m_store;
     RunInfo m_run;

@@ -22,6 +22,7 @@ RunInstance::RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, R
     , m_setting(std::move(setting))
     , m_clock(clock)
     , m_watcher(std::move(watcher))
+    , m_paths(m_claim, clock, [this](const std::string& sentence) { tellWaiting(sentence); })
     , m_variables(m_claim.store().variables(m_claim.run().id))
 {
 }
@@ -178,6 +179,35 @@ Status RunInstance::SetOutputs(std::int32_t expected, std::int32_t missing)
     } catch (...) {
         return failed();
     }
+}
+
+Status RunInstance::AnnounceOutputs(const std::vector<zn::ArkOutputNames>& names)
+{
+    try {
+        m_paths.announce(names);
+        return zn::S_OK;
+    } catch (...) {
+        return failed();
+    }
+}
+
+/// A file that the run can't have costs this file only: the add-in tells of it.
+Status RunInstance::ReserveOutput(TextView path)
+{
+    try {
+        m_paths.keepOutput(path);
+        return zn::S_OK;
+    } catch (...) {
+        return currentFailure().status;
+    }
+}
+
+void RunInstance::tellWaiting(const std::string& sentence)
+{
+    m_progress.text = zn::toText(sentence);
+    m_progressPending = true;
+    tell();
+    flushProgress();
 }
 
 Status RunInstance::GetVariable(const Value& idOrName, Value& value)

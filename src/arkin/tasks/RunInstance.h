@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arkin/tasks/RunClaim.h"
+#include "arkin/tasks/RunPaths.h"
 #include "arkin/tasks/RunValues.h"
 #include "contracts/host/ArkTask.h"
 #include "platform/Clock.h"
@@ -24,13 +25,15 @@ using RunWatcher = std::function<void(const RunProgress&)>;
 ///
 /// Of two answers that cross, the person's request wins over the add-in's report: a run that was asked to resume or to
 /// cancel while the add-in was about to report that it is suspended is not marked as suspended.
-class RunInstance final : public zn::IArkTaskInstance, public zn::IArkRunMessages {
+class RunInstance final : public zn::IArkTaskInstance, public zn::IArkRunMessages, public zn::IArkRunPaths {
 public:
     RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RunWatcher watcher = {});
 
     /// The first failure of a write, with its sentence; empty while all went well. An add-in may pass a failed
     /// status over, the host may not.
     const std::string& failure() const { return m_failure; }
+    /// What the run keeps for itself; a vault acts for it.
+    RunPaths& paths() { return m_paths; }
 
     zn::Status GetInstanceGuid(zn::Text& guid) override;
     zn::Status SetProgressRange(std::int32_t total, std::int32_t position, zn::TextView text) override;
@@ -44,6 +47,8 @@ public:
     zn::Status GetVariable(const zn::Value& idOrName, zn::Value& value) override;
     zn::Status AddMessage(zn::TextView path, zn::TextView sentence) override;
     zn::Status SetOutputs(std::int32_t expected, std::int32_t missing) override;
+    zn::Status AnnounceOutputs(const std::vector<zn::ArkOutputNames>& names) override;
+    zn::Status ReserveOutput(zn::TextView path) override;
 
 private:
     zn::Status failed();
@@ -51,11 +56,13 @@ private:
     void flushProgress();
     zn::TaskRunState currentState();
     void tell() const;
+    void tellWaiting(const std::string& sentence);
 
     RunClaim m_claim;
     RunSetting m_setting;
     zn::Clock& m_clock;
     RunWatcher m_watcher;
+    RunPaths m_paths;
     Variables m_variables;
     RunProgress m_progress;
     bool m_suspended = false;       ///< the add-in waits for a resume

@@ -1,5 +1,7 @@
 #include "arkin/tasks/RunRequests.h"
 
+#include "arkin/tasks/RunEnd.h"
+
 #include <soci/soci.h>
 
 namespace zn::arkin {
@@ -13,24 +15,6 @@ void setState(RunStore& store, std::int32_t runId, TaskRunState state)
 {
     const auto number = static_cast<std::int32_t>(state);
     store.database().session() << "UPDATE task_runs SET state = :state WHERE id = :id", use(number), use(runId);
-}
-
-void endCancelled(RunStore& store, const RunInfo& run, const std::string& sentence, std::int64_t now)
-{
-    const long long at = now;
-    // The claim counts on, so that a worker taken for dead which comes back can report nothing.
-    store.database().session()
-        << "UPDATE task_runs SET claim = claim + 1, result_text = :text, ended_at = :at WHERE id = :id",
-        use(sentence), use(at), use(run.id);
-    setState(store, run.id, TaskRunState::Cancelled);
-}
-
-void backToQueue(RunStore& store, const RunInfo& run)
-{
-    store.database().session() << "UPDATE task_runs SET claim = claim + 1, owner_host = '', owner_process = 0, "
-                                  "owner_mark = 0, heartbeat_at = 0 WHERE id = :id",
-        use(run.id);
-    setState(store, run.id, TaskRunState::Queued);
 }
 
 [[noreturn]] void refuse(const RunInfo& run, const std::string& why)
@@ -59,13 +43,10 @@ RunInfo requestCancel(RunStore& store, std::int32_t runId, std::int64_t now)
         if (run.ended())
             refuse(run, "has ended already (" + zn::toUtf8(stateText(run, now)) + "): there is nothing to cancel.");
         if (!run.taken())
-            endCancelled(store, run, "The run was cancelled before it started.", now);
+            endUnheld(store, run, TaskRunState::Cancelled, "The run was cancelled before it started.", now);
         else if (workerDied(run, now))
-            endCancelled(store, run,
-                "The run was cancelled after its worker had died. Files that it took stay checked out; 'arkin task "
-                "release "
-                    + std::to_string(run.id) + "' gives them up.",
-                now);
+            endUnheld(store, run, TaskRunState::Cancelled,
+                "The run was cancelled after its worker had died. What it had checked out was given back.", now);
         else
             setState(store, runId, TaskRunState::CancelRequested);
     });

@@ -1,7 +1,7 @@
 #include "arkin/tasks/TaskRunner.h"
 
+#include "arkin/store/CheckOut.h"
 #include "arkin/store/Codes.h"
-#include "arkin/store/Vault.h"
 #include "arkin/tasks/AddInModule.h"
 #include "arkin/tasks/RunMonitor.h"
 
@@ -29,6 +29,8 @@ RunInfo TaskRunner::run(const RunClaim& claim)
         setting.userName = claim.run().userName;
         setting.runId = claim.run().id;
         setting.launchedAt = claim.run().launchedAt;
+        if (m_host.opened)
+            putBackCopies(*m_host.opened);
         const auto instance = std::make_shared<RunInstance>(claim, setting, m_host.clock, m_watcher);
         code = callAddIn(claim, instance);
         failure = instance->failure();
@@ -46,17 +48,17 @@ namespace {
 /// What the vault does meanwhile, it does for the run.
 class ActingFor {
 public:
-    ActingFor(Vault* vault, std::int32_t run)
+    ActingFor(Vault* vault, ActingRun& run)
         : m_vault(vault)
     {
-        tell(run);
+        tell(&run);
     }
-    ~ActingFor() { tell(0); }
+    ~ActingFor() { tell(nullptr); }
     ActingFor(const ActingFor&) = delete;
     ActingFor& operator=(const ActingFor&) = delete;
 
 private:
-    void tell(std::int32_t run)
+    void tell(ActingRun* run)
     {
         if (m_vault)
             m_vault->actFor(run);
@@ -75,8 +77,36 @@ Status TaskRunner::callAddIn(const RunClaim& claim, const std::shared_ptr<RunIns
     cmd.command = zn::TaskCmdRun;
     cmd.vault = m_host.vault;
     cmd.taskObject = instance;
-    const ActingFor acting(m_host.opened, claim.run().id);
-    return addIn->OnCmd(&cmd, &selection);
+    const ActingFor acting(m_host.opened, instance->paths());
+    const Status code = addIn->OnCmd(&cmd, &selection);
+    giveBackTheRest(claim);
+    return code;
+}
+
+/// Nobody works on a run's files once its add-in has ended, and the next run needs them.
+void TaskRunner::giveBackTheRest(const RunClaim& claim)
+{
+    if (!m_host.opened)
+        return;
+    Vault& vault = *m_host.opened;
+    for (const CheckOutRow& row : checkOutsOfRun(vault, claim.run().id)) {
+        const Place place{row.fileId, row.folderId};
+        const auto path = vault.pathOf(place);
+        std::string sentence = row.baseVersion == 0
+            ? "It was added and never checked in, so the vault has given it up again. The file stays on the disk."
+            : "It was still checked out when the run ended. The check-out was undone, and the vault keeps version "
+                + std::to_string(row.baseVersion) + ".";
+        try {
+            undoCheckOut(vault, row.fileId);
+        } catch (const zn::StatusError& error) {
+            if (error.status() == E_ARK_RUN_TAKEN_OVER)
+                throw;
+            sentence
+                = "It is still checked out for the run, since that could not be undone: " + currentFailure().sentence
+                + " 'arkin task release " + std::to_string(claim.run().id) + "' tries again.";
+        }
+        claim.addMessage(path, zn::toText(sentence));
+    }
 }
 
 void TaskRunner::settle(const RunClaim& claim, Status code, const std::string& failure)

@@ -103,10 +103,25 @@ const char* const messagesStep[] = {
         PRIMARY KEY (run_id, position)))",
 };
 
+// What runs keep for themselves while they are at work; see RunPaths.h. `losses` counts the workers that went away over
+// the run.
+const char* const pathsStep[] = {
+    "ALTER TABLE task_runs ADD COLUMN waits_for INTEGER NOT NULL DEFAULT 0",
+    "ALTER TABLE task_runs ADD COLUMN losses INTEGER NOT NULL DEFAULT 0",
+    R"(CREATE TABLE task_run_paths (
+        run_id INTEGER NOT NULL REFERENCES task_runs (id),
+        position INTEGER NOT NULL,
+        beginning VARCHAR(4000) NOT NULL,
+        ending VARCHAR(4000) NOT NULL,
+        version INTEGER NOT NULL,
+        PRIMARY KEY (run_id, position)))",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {revisionStep},
     {messagesStep},
+    {pathsStep},
 };
 
 } // namespace

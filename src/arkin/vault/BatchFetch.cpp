@@ -51,7 +51,8 @@ public:
     Status CreateTree(std::int32_t, std::int32_t flag) override
     {
         return guarded(*m_context, [&] {
-            m_tree = withReferences(m_context->vault, m_requests, (flag & 1) != 0);
+            m_asBuilt = (flag & 1) != 0;
+            m_tree = withReferences(m_context->vault, m_requests, m_asBuilt);
             return S_OK;
         });
     }
@@ -61,6 +62,7 @@ public:
         return guarded(*m_context, [&] {
             if (!m_tree)
                 throw zn::StatusError(zn::E_FAIL, "The fetch was not prepared by CreateTree.");
+            keepForRun();
             m_leftOut = notedLeftOut(getWhatCanBeGot(m_context->vault, m_tree->files));
             if (!m_leftOut.empty() && m_leftOut.size() == m_requests.size())
                 throw zn::StatusError(m_leftOut.front().status, sentencesOf(m_leftOut));
@@ -75,6 +77,17 @@ public:
     }
 
 private:
+    /// A run's files stay as they are brought until it ends. Where another run was in the way, it may have changed what
+    /// there is to bring.
+    void keepForRun()
+    {
+        Vault& vault = m_context->vault;
+        if (!vault.actingRun())
+            return;
+        while (!vault.actingRun()->keepLocalCopies(localCopies(vault, m_tree->files)))
+            m_tree = withReferences(vault, m_requests, m_asBuilt);
+    }
+
     /// What the failures mean for the files that were noted: one of them must not keep a night's run from the others,
     /// and nobody is to work on a file whose references aren't what the vault says.
     std::vector<zn::ArkLeftOut> notedLeftOut(const std::vector<LeftOut>& failures)
@@ -99,6 +112,7 @@ private:
     ContextRef m_context;
     std::vector<GetRequest> m_requests;
     std::optional<FileTree> m_tree;
+    bool m_asBuilt = false;
     std::vector<zn::ArkLeftOut> m_leftOut;
 };
 

@@ -14,6 +14,12 @@ using namespace test;
 using namespace zn;
 using zn::test::TemporaryFolder;
 
+struct RunSeven : ActingRun {
+    std::int32_t id() const override { return 7; }
+    void requireHeld() override { }
+    bool keepLocalCopies(std::span<const LocalCopyUse>) override { return true; }
+};
+
 class VaultObjectTest : public VaultFixture {
 protected:
     template <class Utility> std::shared_ptr<Utility> utility(ArkUtility kind)
@@ -216,7 +222,8 @@ TEST_F(VaultObjectTest, AFileThatFailsIsLeftOutOfItsBatchWithItsSentence)
     checkOut(test.vault, mine);
     checkOut(test.vault, gone);
     std::filesystem::remove(test.local("fine/e.stl"));
-    other.vault.actFor(7);
+    RunSeven seven;
+    other.vault.actFor(&seven);
     checkOut(other.vault, place);
     const auto unlocking = utility<IArkBatchUnlock>(ArkUtil_BatchUnlock);
     EXPECT_EQ(unlocking->AddSelection(*vault, {place, gone, mine}), S_OK);

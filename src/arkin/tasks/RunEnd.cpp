@@ -1,0 +1,60 @@
+#include "arkin/tasks/RunEnd.h"
+
+#include "arkin/store/CheckOut.h"
+#include "arkin/tasks/RunRow.h"
+
+#include <fmt/format.h>
+
+namespace zn::arkin {
+
+using soci::use;
+using zn::TaskRunState;
+
+void backToQueue(RunStore& store, const RunInfo& run)
+{
+    const auto state = static_cast<std::int32_t>(TaskRunState::Queued);
+    store.database().session() << "UPDATE task_runs SET state = :state, claim = claim + 1, owner_host = '', "
+                                  "owner_process = 0, owner_mark = 0, heartbeat_at = 0 WHERE id = :id",
+        use(state), use(run.id);
+    giveBackOfRuns(store.database());
+}
+
+void endUnheld(RunStore& store, const RunInfo& run, TaskRunState state, const std::string& sentence, std::int64_t now)
+{
+    const long long at = now;
+    const auto number = static_cast<std::int32_t>(state);
+    store.database().session() << "UPDATE task_runs SET state = :state, claim = claim + 1, result_text = :text, "
+                                  "ended_at = :at WHERE id = :id",
+        use(number), use(sentence), use(at), use(run.id);
+    giveBackOfRuns(store.database());
+}
+
+void giveBackOfRuns(Database& database, std::int32_t alsoOf)
+{
+    giveBackCheckOuts(database,
+        fmt::format("SELECT c.file_id, c.folder_id, c.machine, c.base_version FROM check_outs c "
+                    "LEFT JOIN task_runs r ON r.id = c.run_id "
+                    "WHERE c.run_id <> 0 AND (r.id IS NULL OR r.id = {} OR r.state IN ({}, {}, {}, {}))",
+            alsoOf, static_cast<int>(TaskRunState::Queued), static_cast<int>(TaskRunState::Finished),
+            static_cast<int>(TaskRunState::Cancelled), static_cast<int>(TaskRunState::FinishedWithErrors)));
+}
+
+std::vector<RunInfo> workersGone(RunStore& store)
+{
+    const auto vault = store.vaultId();
+    const auto host = zn::toUtf8(thisProcess().host);
+    const auto condition = fmt::format("vault_id = :v AND state IN ({}, {}, {}, {}, {}) AND owner_process <> 0 "
+                                       "AND owner_host = :h ORDER BY id",
+        static_cast<int>(TaskRunState::Running), static_cast<int>(TaskRunState::Suspended),
+        static_cast<int>(TaskRunState::CancelRequested), static_cast<int>(TaskRunState::SuspendRequested),
+        static_cast<int>(TaskRunState::ResumeRequested));
+    const soci::rowset<RunInfo> rows
+        = (store.database().session().prepare << selectRuns << condition, use(vault), use(host));
+    std::vector<RunInfo> gone;
+    for (const RunInfo& run : rows)
+        if (run.taken() && !mayBeAlive(run.owner))
+            gone.push_back(run);
+    return gone;
+}
+
+} // namespace zn::arkin
