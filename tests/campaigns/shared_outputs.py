@@ -35,7 +35,7 @@ class Plant(Ground):
 
     def states(self):
         listed = json.loads(self.must("arkin", "task", "status", "--json"))
-        return [run["state"] for run in listed if run["id"] > self.runs - WORKERS]
+        return [run["state"] for run in listed if run["run"] > self.runs - WORKERS]
 
     def round(self, chance, kill):
         """What is wrong after a round, or nothing."""
@@ -49,7 +49,8 @@ class Plant(Ground):
         said = [worker.communicate(timeout=300)[0].decode(errors="replace") for worker in workers]
         # A worker that was killed behind the last look of the others leaves its run to the next one.
         said.append(self.run("arkin", "worker", "--once")[1])
-        return self.problem() + "".join(said) if self.problem() else ""
+        problem = self.problem()
+        return problem + "".join(said) if problem else ""
 
     def problem(self):
         if bad := [state for state in self.states() if state != "finished"]:

@@ -92,6 +92,9 @@ public:
 
     // --- what didn't become of it (Shortfall.cpp)
 
+    /// Looks, after the last file and before `AddResultsToVault`, for saves that were announced and never came, where
+    /// the macro has said nothing; they are in the next `TakeFailures`.
+    void NoteUnkeptSaves();
     /// What went wrong with single files since the last call.
     std::vector<FileFailure> TakeFailures();
     /// Whether anything was saved, printed or refused for an input.
@@ -115,6 +118,7 @@ private:
     void FetchFiles(IArkVault& vault, const ObjectRef& task, SelectionRecords& selection);
     void MarkLeftOut(const ObjectRef& utility, SelectionRecords& selection);
 
+    void TakeLateLabel(TextView path, TextView configuration);
     void RemoveStaleFile(const Text& path);
     Status MakeRoomForReplacement(const Text& canonical, IArkFolder& folder, IArkFile& file, OutputRecord& record);
     Status TakeForNewVersion(IArkFolder& folder, IArkFile& file, OutputRecord& record);

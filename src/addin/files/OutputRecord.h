@@ -27,6 +27,7 @@ struct OutputRecord {
     bool worked = false;                  ///< input: its macro has ended normally
     bool delivered = false;               ///< output: in the vault, checked in
     std::optional<FileAttributes> before; ///< output of which the vault has a version: the local file before the save
+    std::int64_t notedAt = 0;             ///< output: when its save was announced, Unix time in seconds
     bool added = false;                   ///< in the vault under `docId`, to be checked in at the end
     bool hidden = false;                  ///< the system's own file (the log), left out of both lists
     bool isCadFile = false;

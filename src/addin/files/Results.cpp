@@ -1,7 +1,10 @@
 #include "addin/files/FileLogic.h"
 #include "base/Paths.h"
+#include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "platform/LocalPipe.h"
+
+#include <algorithm>
 
 namespace zn {
 
@@ -39,11 +42,11 @@ void FileLogic::NoteSavedFile(TextView path, TextView configuration, bool hidden
         return;
     const Text canonical = canonicalPath(path);
     if (m_notedPaths.contains(foldCase(canonical)))
-        return;
+        return TakeLateLabel(canonical, configuration);
 
     if (const Status kept = m_runPaths ? m_runPaths->ReserveOutput(canonical) : S_OK; failed(kept)) {
-        NoteRefusal(Text(path), u"The file doesn't come to the vault: ", kept);
-        return;
+        NoteRefusal(Text(path), u"The file was not saved: ", kept);
+        throw StatusError(kept); // an application that heeds its listeners then leaves the other run's file alone
     }
 
     std::shared_ptr<IArkFolder> folder;
@@ -55,6 +58,7 @@ void FileLogic::NoteSavedFile(TextView path, TextView configuration, bool hidden
     record.configuration = configuration;
     record.hidden = hidden;
     record.insideVault = startsWithNoCase(canonical, m_vaultRoot);
+    record.notedAt = m_platform.clock.now();
 
     if (status != S_OK) {
         RemoveStaleFile(record.path);
@@ -75,6 +79,15 @@ void FileLogic::NoteSavedFile(TextView path, TextView configuration, bool hidden
         NotifyFileChange(fileChanged, canonical);
     m_notedPaths.insert(foldCase(path));
     m_records.push_back(std::move(record));
+}
+
+/// The application may have gone away before it could tell what was active, and the macro was run again.
+void FileLogic::TakeLateLabel(TextView path, TextView configuration)
+{
+    const auto known = std::find_if(m_records.begin(), m_records.end(),
+        [&](const OutputRecord& record) { return !record.printEntry && equalNoCase(record.path, path); });
+    if (known != m_records.end() && known->configuration.empty())
+        known->configuration = configuration;
 }
 
 void FileLogic::RemoveStaleFile(const Text& path)

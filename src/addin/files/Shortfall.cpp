@@ -45,11 +45,25 @@ OutputTally FileLogic::CountOutputs(const SelectionRecords& items)
     return tally;
 }
 
-/// A save onto an output of an earlier run that came to nothing. The file is there all the same, so only the macro's
-/// complaint and the file's time tell.
+void FileLogic::NoteUnkeptSaves()
+{
+    for (const OutputRecord& record : m_records) {
+        if (record.printEntry || !record.source || record.source->complained)
+            continue;
+        if (!m_platform.files.fileExists(record.path))
+            m_failures.push_back(
+                {record.path, u"The CAD application announced it as saved, but there is no such file."});
+        else if (WasLeftAsItWas(record))
+            m_failures.push_back(
+                {record.path, u"The CAD application announced it as saved, but the file is as it was before."});
+    }
+}
+
+/// A save onto an output of an earlier run that came to nothing. The file is there all the same, so only the file's
+/// time tells, with the macro's complaint where the time alone can't: it counts in seconds.
 bool FileLogic::WasLeftAsItWas(const OutputRecord& record) const
 {
-    if (!record.before || !record.source->complained)
+    if (!record.before || (!record.source->complained && record.before->modified >= record.notedAt - 1))
         return false;
     const auto now = m_platform.files.attributes(record.path);
     return now && now->size == record.before->size && now->modified == record.before->modified;

@@ -68,6 +68,9 @@ void closeRun(TaskContext& context, const std::shared_ptr<IArkVault>& vault,
             }
         });
     };
+    fileLogic.NoteUnkeptSaves();
+    for (const FileFailure& failure : fileLogic.TakeFailures())
+        messages.tellWithRun(failure.path, failure.sentence);
     ignored.step([&] { fileLogic.AddResultsToVault(*vault, instance, log); });
     messages.tellOutputs(fileLogic.CountOutputs(items));
     if (context.kind == TaskKind::Conversion)

@@ -175,14 +175,20 @@ TEST_F(RealVault, CountsAnOutputThatWasNotSavedAgain)
         bool complained = false; ///< the macro has logged something
         const char* saved = "";
         int missing = 0;
-    } rows[] = {{true, "", 1}, {true, "finer mesh", 0}, {false, "", 0}};
+        bool old = false; ///< it has stood there for a while
+    } rows[] = {{true, "", 1}, {true, "finer mesh", 0}, {false, "", 0}, {false, "", 1, true}, {false, "last", 0, true}};
     for (const auto& row : rows) {
+        if (row.old)
+            std::filesystem::last_write_time(real.local("out/flange.stl"),
+                std::filesystem::file_time_type::clock::now() - std::chrono::hours(200'000));
         logic.Initialize(vault, TaskKind::Conversion, false);
         logic.SetCurrentSource(selection[0].get());
         logic.NoteSavedFile(real.path("out/flange.stl"), u"Long", false);
         selection[0]->complained = row.complained;
         if (*row.saved)
             zn::arkin::test::writeFile(real.local("out/flange.stl"), row.saved);
+        logic.NoteUnkeptSaves();
+        EXPECT_EQ(logic.TakeFailures().size(), row.old ? row.missing : 0);
         EXPECT_EQ(logic.AddResultsToVault(*vault, host.task(), [](Status, const Text&, const Text&) {}), S_OK);
         const OutputTally tally = logic.CountOutputs(selection);
         // The other file gave nothing at all.

@@ -32,10 +32,11 @@ TEST_F(SavedFiles, ClearAStaleFileThatTheVaultDoesNotKnow)
 
     // A second save is recognised by its canonical path, which is compared with the path of the first.
     logic.NoteSavedFile(u"C:\\Out\\b.stl", u"", false);
-    logic.NoteSavedFile(u"c:\\out\\x\\..\\B.STL", u"", false);
+    logic.NoteSavedFile(u"c:\\out\\x\\..\\B.STL", u"Late", false);
     logic.NoteSavedFile(u"", u"", false);
     ASSERT_EQ(logic.records().size(), 2U);
     EXPECT_FALSE(logic.records()[1].insideVault);
+    EXPECT_EQ(logic.records()[1].configuration, u"Late") << "the application had gone away before it could tell";
     platform.pipe.messages.clear();
     logic.NoteSavedFile(u"C:\\" + Text(400, u'x'), u"", false);
     EXPECT_EQ(platform.pipe.messages.at(0).size(), 260U * 2 + 6) << "a message's path is cut";
