@@ -85,6 +85,7 @@ void openDatabase(soci::session& session, const std::string& connection, const S
     session.open(*soci::factory_sqlite3(), connection.substr(scheme.size()));
     auto* backend = static_cast<soci::sqlite3_session_backend*>(session.get_backend());
     auto* longestWait = reinterpret_cast<void*>(static_cast<std::intptr_t>(setting.longestWait.count()));
+    sqlite_api::sqlite3_extended_result_codes(backend->conn_, 1);
     sqlite_api::sqlite3_busy_handler(backend->conn_, waitWhileBusy, longestWait);
     enterWriteAheadLog(session, longestWait);
     // With FULL the log is synced at each commit.
@@ -92,7 +93,12 @@ void openDatabase(soci::session& session, const std::string& connection, const S
     session << "PRAGMA foreign_keys = ON";
 }
 
-bool isSqliteDiskFull(const soci::soci_error& error) { return numberOf(error) == SQLITE_FULL; }
+bool isSqliteDiskFull(const soci::soci_error& error)
+{
+    const auto* sqlite = dynamic_cast<const soci::sqlite3_soci_error*>(&error);
+    // The index of the write-ahead log is the first that finds no room.
+    return numberOf(error) == SQLITE_FULL || (sqlite && sqlite->result() == SQLITE_IOERR_SHMSIZE);
+}
 
 bool isSqliteDenied(const soci::soci_error& error)
 {

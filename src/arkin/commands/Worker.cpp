@@ -4,6 +4,7 @@
 #include "arkin/commands/frame/Interrupt.h"
 #include "arkin/commands/frame/ProgressLine.h"
 #include "arkin/commands/frame/TaskText.h"
+#include "arkin/tasks/RoomWait.h"
 #include "arkin/tasks/RunPrune.h"
 #include "arkin/tasks/RunStore.h"
 #include "arkin/tasks/Worker.h"
@@ -24,7 +25,9 @@ public:
     int run(Session& session) override
     {
         const Interrupt interrupt;
-        pruneOnceADay(session);
+        RoomWait room(session.platform().clock(), &interrupt.flag());
+        room.patiently([&] { session.vault(); });
+        pruneOnceADay(session, room);
         ProgressLine line(!session.json());
         auto ended = Json::array();
         const auto told = [&](const RunInfo& run, const std::string& text) {
@@ -44,7 +47,7 @@ public:
             },
             [&](const RunInfo& run) {
                 told(run, endLine(session, run));
-                pruneOnceADay(session);
+                pruneOnceADay(session, room);
             },
             [&](const RunInfo& run, const std::string& sentence) { told(run, sentence); },
         };
@@ -56,7 +59,7 @@ public:
 
 private:
     /// A worker runs for months, and each run leaves its records.
-    void pruneOnceADay(Session& session)
+    void pruneOnceADay(Session& session, RoomWait& room)
     {
         const auto now = session.platform().clock().now();
         const int days = daysRunsAreKept(session.platform().registry());
@@ -64,7 +67,7 @@ private:
             return;
         m_prunedAt = now;
         RunStore runs(session.store().database(), session.vault().info().id);
-        pruneRuns(runs.database(), runs.vaultId(), now - days * secondsOfDay);
+        room.patiently([&] { pruneRuns(runs.database(), runs.vaultId(), now - days * secondsOfDay); });
     }
 
     bool m_once = false;

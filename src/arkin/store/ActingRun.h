@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 namespace zn::arkin {
 
@@ -26,6 +27,9 @@ public:
     /// may have changed meanwhile. Raises what ended the waiting. Called before the copies are brought, outside of
     /// transactions.
     virtual bool keepLocalCopies(std::span<const LocalCopyUse> copies) = 0;
+    /// Waits a while for room on a full disk, of which `sentence` tells: a night's work is worth it. False if whoever
+    /// carries the run out has been asked to stop.
+    virtual bool awaitRoom(const std::string& sentence) = 0;
 };
 
 } // namespace zn::arkin

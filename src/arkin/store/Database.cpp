@@ -31,6 +31,8 @@ Database::Database(const std::string& connection)
         for (const char* statement : foundation)
             session() << statement;
     } catch (const soci::soci_error& error) {
+        if (zn::isSqliteDiskFull(error))
+            throw;
         throw zn::StatusError(
             E_ARK_DATABASE, "The vault's database could not be opened: " + error.get_error_message() + ".");
     }

@@ -17,12 +17,13 @@ constexpr std::chrono::milliseconds progressInterval{250};
 
 } // namespace
 
-RunInstance::RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RunWatcher watcher)
+RunInstance::RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RoomWait& room, RunWatcher watcher)
     : m_claim(std::move(claim))
     , m_setting(std::move(setting))
     , m_clock(clock)
+    , m_room(room)
     , m_watcher(std::move(watcher))
-    , m_paths(m_claim, clock, [this](const std::string& sentence) { tellWaiting(sentence); })
+    , m_paths(m_claim, clock, room, [this](const std::string& sentence) { tellWaiting(sentence); })
     , m_variables(m_claim.store().variables(m_claim.run().id))
 {
 }
@@ -75,11 +76,18 @@ Status RunInstance::showProgress(bool mustBeKept)
     }
 }
 
+TaskRunState RunInstance::changeState(std::span<const TaskRunState> from, TaskRunState to)
+{
+    auto state = to;
+    m_room.patiently([&] { state = m_claim.changeState(from, to); });
+    return state;
+}
+
 void RunInstance::flushProgress()
 {
     if (!m_progressPending)
         return;
-    m_claim.writeProgress(m_progress.total, m_progress.position, m_progress.text);
+    m_room.patiently([&] { m_claim.writeProgress(m_progress.total, m_progress.position, m_progress.text); });
     m_progressPending = false;
     m_progressWritten = std::chrono::steady_clock::now();
 }
@@ -91,11 +99,11 @@ TaskRunState RunInstance::currentState()
     const auto state = m_claim.state();
     if (state == TaskRunState::ResumeRequested && !m_suspendSeen) {
         const TaskRunState from[] = {TaskRunState::ResumeRequested};
-        return m_claim.changeState(from, TaskRunState::Running);
+        return changeState(from, TaskRunState::Running);
     }
     if (state == TaskRunState::SuspendRequested && m_suspended) {
         const TaskRunState from[] = {TaskRunState::SuspendRequested};
-        return m_claim.changeState(from, TaskRunState::Suspended);
+        return changeState(from, TaskRunState::Suspended);
     }
     m_suspendSeen = m_suspendSeen || state == TaskRunState::SuspendRequested;
     return state;
@@ -119,13 +127,13 @@ Status RunInstance::SetStatus(
         if (state == TaskRunState::Suspended) {
             const TaskRunState from[] = {TaskRunState::Running, TaskRunState::SuspendRequested};
             m_suspended = m_suspendSeen = true;
-            m_progress.state = m_claim.changeState(from, state);
+            m_progress.state = changeState(from, state);
         } else if (state == TaskRunState::Running) {
             const TaskRunState from[] = {TaskRunState::Suspended, TaskRunState::ResumeRequested};
             m_suspended = m_suspendSeen = false;
-            m_progress.state = m_claim.changeState(from, state);
+            m_progress.state = changeState(from, state);
         } else if (state == TaskRunState::Finished || state == TaskRunState::FinishedWithErrors) {
-            m_claim.finish(state, code, text, results, m_clock.now());
+            m_room.patiently([&] { m_claim.finish(state, code, text, results, m_clock.now()); });
             m_progress.state = state;
         } else {
             return zn::E_INVALIDARG;
@@ -147,7 +155,7 @@ Status RunInstance::GetValue(TextView name, Value& value)
 Status RunInstance::SetValue(TextView name, const Value& value)
 {
     try {
-        m_claim.writeVariable(name, value);
+        m_room.patiently([&] { m_claim.writeVariable(name, value); });
         m_variables[Text(name)] = fromStoredVariable(toStoredVariable(value));
         return zn::S_OK;
     } catch (...) {
@@ -164,7 +172,7 @@ Status RunInstance::GetTaskName(Text& name)
 Status RunInstance::AddMessage(TextView path, TextView sentence)
 {
     try {
-        m_claim.addMessage(path, sentence);
+        m_room.patiently([&] { m_claim.addMessage(path, sentence); });
         return zn::S_OK;
     } catch (...) {
         return failed();
@@ -174,7 +182,7 @@ Status RunInstance::AddMessage(TextView path, TextView sentence)
 Status RunInstance::SetOutputs(std::int32_t expected, std::int32_t missing)
 {
     try {
-        m_claim.writeOutputs(expected, missing);
+        m_room.patiently([&] { m_claim.writeOutputs(expected, missing); });
         return zn::S_OK;
     } catch (...) {
         return failed();

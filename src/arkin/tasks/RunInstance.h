@@ -27,7 +27,8 @@ using RunWatcher = std::function<void(const RunProgress&)>;
 /// cancel while the add-in was about to report that it is suspended is not marked as suspended.
 class RunInstance final : public zn::IArkTaskInstance, public zn::IArkRunMessages, public zn::IArkRunPaths {
 public:
-    RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RunWatcher watcher = {});
+    /// `clock` and `room` outlive the instance.
+    RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RoomWait& room, RunWatcher watcher = {});
 
     /// The first failure of a write, with its sentence; empty while all went well. An add-in may pass a failed
     /// status over, the host may not.
@@ -53,6 +54,7 @@ public:
 private:
     zn::Status failed();
     zn::Status showProgress(bool mustBeKept);
+    zn::TaskRunState changeState(std::span<const zn::TaskRunState> from, zn::TaskRunState to);
     void flushProgress();
     zn::TaskRunState currentState();
     void tell() const;
@@ -61,6 +63,7 @@ private:
     RunClaim m_claim;
     RunSetting m_setting;
     zn::Clock& m_clock;
+    RoomWait& m_room;
     RunWatcher m_watcher;
     RunPaths m_paths;
     Variables m_variables;

@@ -21,9 +21,10 @@ soci::session& sessionOf(const RunClaim& claim) { return claim.store().database(
 
 } // namespace
 
-RunPaths::RunPaths(const RunClaim& claim, zn::Clock& clock, WaitWatcher watcher)
+RunPaths::RunPaths(const RunClaim& claim, zn::Clock& clock, RoomWait& room, WaitWatcher watcher)
     : m_claim(claim)
     , m_clock(clock)
+    , m_room(room)
     , m_watcher(std::move(watcher))
 {
 }
@@ -56,6 +57,13 @@ void RunPaths::keepOutput(zn::TextView path)
 
 /// False after another run has been in the way, whose end was awaited.
 bool RunPaths::keep(const std::vector<KeptPath>& wanted)
+{
+    bool kept = false;
+    m_room.patiently([&] { kept = tryToKeep(wanted); });
+    return kept;
+}
+
+bool RunPaths::tryToKeep(const std::vector<KeptPath>& wanted)
 {
     Transaction transaction(m_claim.store().database());
     m_claim.requireHeld();

@@ -2,6 +2,7 @@
 
 #include "arkin/store/ActingRun.h"
 #include "arkin/tasks/PathIndex.h"
+#include "arkin/tasks/RoomWait.h"
 #include "arkin/tasks/RunClaim.h"
 #include "contracts/host/ArkTask.h"
 #include "platform/Clock.h"
@@ -22,7 +23,7 @@ public:
     /// Called with a sentence when the run begins to wait, and with an empty one when it goes on.
     using WaitWatcher = std::function<void(const std::string& sentence)>;
 
-    RunPaths(const RunClaim& claim, zn::Clock& clock, WaitWatcher watcher);
+    RunPaths(const RunClaim& claim, zn::Clock& clock, RoomWait& room, WaitWatcher watcher);
     RunPaths(const RunPaths&) = delete;
     RunPaths& operator=(const RunPaths&) = delete;
 
@@ -31,6 +32,8 @@ public:
     /// Raises `StatusError` E_ARK_RUNS_CROSS, E_ABORT when the run was cancelled meanwhile, E_ARK_RUN_TAKEN_OVER.
     bool keepLocalCopies(std::span<const LocalCopyUse> copies) override;
 
+    bool awaitRoom(const std::string& sentence) override { return m_room.await(sentence); }
+
     /// What the run is going to write; kept with the next local copies.
     void announce(const std::vector<zn::ArkOutputNames>& names);
     /// Returns when the run may write the file. Raises as `keepLocalCopies`.
@@ -38,6 +41,7 @@ public:
 
 private:
     bool keep(const std::vector<KeptPath>& wanted);
+    bool tryToKeep(const std::vector<KeptPath>& wanted);
     std::vector<RunInfo> othersAtWork();
     std::vector<KeptPath> keptBy(std::int32_t runId);
     void write(const std::vector<KeptPath>& paths);
@@ -47,6 +51,7 @@ private:
 
     RunClaim m_claim;
     zn::Clock& m_clock;
+    RoomWait& m_room;
     WaitWatcher m_watcher;
     std::vector<KeptPath> m_announced;
     PathIndex m_kept{{}}; ///< the outputs that were announced and are this run's by now

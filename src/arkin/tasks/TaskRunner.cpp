@@ -14,6 +14,7 @@ TaskRunner::TaskRunner(TaskHost host, RunWatcher watcher, const std::atomic<bool
     : m_host(std::move(host))
     , m_watcher(std::move(watcher))
     , m_interrupted(interrupted)
+    , m_room(m_host.clock, interrupted)
 {
 }
 
@@ -30,8 +31,8 @@ RunInfo TaskRunner::run(const RunClaim& claim)
         setting.runId = claim.run().id;
         setting.launchedAt = claim.run().launchedAt;
         if (m_host.opened)
-            putBackCopies(*m_host.opened);
-        const auto instance = std::make_shared<RunInstance>(claim, setting, m_host.clock, m_watcher);
+            m_room.patiently([&] { putBackCopies(*m_host.opened); });
+        const auto instance = std::make_shared<RunInstance>(claim, setting, m_host.clock, m_room, m_watcher);
         code = callAddIn(claim, instance);
         failure = instance->failure();
     } catch (...) {
@@ -39,7 +40,7 @@ RunInfo TaskRunner::run(const RunClaim& claim)
         code = caught.status;
         failure = caught.sentence;
     }
-    settle(claim, code, failure);
+    m_room.patiently([&] { settle(claim, code, failure); });
     return claim.store().get(claim.run().id);
 }
 
@@ -97,7 +98,7 @@ void TaskRunner::giveBackTheRest(const RunClaim& claim)
             : "It was still checked out when the run ended. The check-out was undone, and the vault keeps version "
                 + std::to_string(row.baseVersion) + ".";
         try {
-            undoCheckOut(vault, row.fileId);
+            m_room.patiently([&] { undoCheckOut(vault, row.fileId); });
         } catch (const zn::StatusError& error) {
             if (error.status() == E_ARK_RUN_TAKEN_OVER)
                 throw;
@@ -105,7 +106,7 @@ void TaskRunner::giveBackTheRest(const RunClaim& claim)
                 = "It is still checked out for the run, since that could not be undone: " + currentFailure().sentence
                 + " 'arkin task release " + std::to_string(claim.run().id) + "' tries again.";
         }
-        claim.addMessage(path, zn::toText(sentence));
+        m_room.patiently([&] { claim.addMessage(path, zn::toText(sentence)); });
     }
 }
 

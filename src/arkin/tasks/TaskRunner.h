@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arkin/tasks/RoomWait.h"
 #include "arkin/tasks/RunInstance.h"
 #include "arkin/tasks/TaskHost.h"
 
@@ -28,6 +29,7 @@ private:
     TaskHost m_host;
     RunWatcher m_watcher;
     const std::atomic<bool>* m_interrupted;
+    RoomWait m_room;
 };
 
 } // namespace zn::arkin

@@ -1,5 +1,7 @@
 #include "arkin/tasks/Worker.h"
 
+#include "arkin/tasks/RoomWait.h"
+
 namespace zn::arkin {
 
 namespace {
@@ -19,8 +21,10 @@ Worker::Tally Worker::work(bool untilEmpty)
 {
     Tally tally;
     RunStore store(m_host.database, m_host.vaultId);
+    RoomWait room(m_host.clock, &m_interrupted);
     while (!m_interrupted) {
-        const auto claim = RunClaim::takeNext(store, thisProcess(), m_host.clock.now());
+        std::optional<RunClaim> claim;
+        room.patiently([&] { claim = RunClaim::takeNext(store, thisProcess(), m_host.clock.now()); });
         if (claim)
             runOne(*claim, tally);
         else if (untilEmpty)

@@ -39,7 +39,8 @@ public:
     Status Commit(std::int32_t, std::vector<zn::ArkAddResult>& results, std::int32_t& count) override
     {
         return guarded(*m_context, [&] {
-            const std::vector<AddOutcome> outcomes = addFiles(m_context->vault, m_requests);
+            const std::vector<AddOutcome> outcomes
+                = whenThereIsRoom(m_context->vault, [&] { return addFiles(m_context->vault, m_requests); });
             m_requests.clear();
             std::vector<zn::ArkAddResult> rows;
             for (const AddOutcome& outcome : outcomes)

@@ -32,7 +32,8 @@ public:
     Status Commit(std::vector<Status>& errors, std::int32_t) override
     {
         return guarded(*m_context, [&] {
-            std::vector<Failure> outcomes = writeCards(m_context->vault, m_writes);
+            std::vector<Failure> outcomes
+                = whenThereIsRoom(m_context->vault, [&] { return writeCards(m_context->vault, m_writes); });
             const std::size_t asked = outcomes.size();
             std::erase_if(outcomes, [](const Failure& outcome) { return outcome.status == S_OK; });
             m_writes.clear();

@@ -63,7 +63,8 @@ public:
             if (!m_tree)
                 throw zn::StatusError(zn::E_FAIL, "The fetch was not prepared by CreateTree.");
             keepForRun();
-            m_leftOut = notedLeftOut(getWhatCanBeGot(m_context->vault, m_tree->files));
+            m_leftOut = notedLeftOut(
+                whenThereIsRoom(m_context->vault, [&] { return getWhatCanBeGot(m_context->vault, m_tree->files); }));
             if (!m_leftOut.empty() && m_leftOut.size() == m_requests.size())
                 throw zn::StatusError(m_leftOut.front().status, sentencesOf(m_leftOut));
             return S_OK;

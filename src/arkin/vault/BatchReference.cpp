@@ -42,7 +42,8 @@ public:
     Status Commit(bool& needsCommit) override
     {
         return guarded(*m_context, [&] {
-            const std::vector<Failure> leftOut = addReferences(m_context->vault, m_references);
+            const std::vector<Failure> leftOut
+                = whenThereIsRoom(m_context->vault, [&] { return addReferences(m_context->vault, m_references); });
             const bool none = leftOut.size() == m_references.size();
             m_references.clear();
             if (!leftOut.empty() && none)

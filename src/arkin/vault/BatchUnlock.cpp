@@ -35,9 +35,11 @@ public:
     Status CreateTree(std::int32_t, std::int32_t, std::int32_t, std::int32_t& count) override
     {
         return guarded(*m_context, [&] {
-            m_leftOut.clear();
             m_done = false;
-            m_plan = planCheckIn(m_context->vault, m_places, &m_leftOut);
+            m_plan = whenThereIsRoom(m_context->vault, [&] {
+                m_leftOut.clear();
+                return planCheckIn(m_context->vault, m_places, &m_leftOut);
+            });
             count = static_cast<std::int32_t>(m_plan->files.size());
             return S_OK;
         });
@@ -48,7 +50,11 @@ public:
         return guarded(*m_context, [&] {
             if (!m_plan)
                 throw zn::StatusError(zn::E_FAIL, "The check-in was not prepared by CreateTree.");
-            checkIn(m_context->vault, *m_plan, m_comment, &m_leftOut);
+            const std::vector<LeftOut> planned = m_leftOut;
+            whenThereIsRoom(m_context->vault, [&] {
+                m_leftOut = planned;
+                checkIn(m_context->vault, *m_plan, m_comment, &m_leftOut);
+            });
             m_plan.reset();
             m_places.clear();
             m_done = true;

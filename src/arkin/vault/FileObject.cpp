@@ -116,7 +116,7 @@ Status FileObject::IsCheckedOut(std::int16_t& flag)
 Status FileObject::CheckOut(std::int32_t folderId, std::int32_t, std::int32_t)
 {
     return guarded(*m_context, [&] {
-        checkOut(m_context->vault, {m_fileId, folderId});
+        whenThereIsRoom(m_context->vault, [&] { checkOut(m_context->vault, {m_fileId, folderId}); });
         return S_OK;
     });
 }

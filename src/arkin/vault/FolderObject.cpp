@@ -72,7 +72,7 @@ Status FolderObject::GetNextSubFolder(zn::IArkPosition& position, std::shared_pt
 Status FolderObject::DeleteFile(std::int32_t, std::int32_t fileId, std::int32_t)
 {
     return guarded(*m_context, [&] {
-        deleteFile(m_context->vault, {fileId, m_folderId});
+        whenThereIsRoom(m_context->vault, [&] { deleteFile(m_context->vault, {fileId, m_folderId}); });
         return S_OK;
     });
 }

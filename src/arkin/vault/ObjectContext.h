@@ -44,4 +44,20 @@ template <class Work> zn::Status guarded(ObjectContext& context, Work work) noex
     }
 }
 
+/// Does the work again and again while a disk is full, if it is done for a run. `work` must be able to begin anew after
+/// a failure.
+template <class Work> auto whenThereIsRoom(Vault& vault, Work work)
+{
+    for (;;) {
+        try {
+            return work();
+        } catch (...) {
+            const Failure failure = currentFailure();
+            if (failure.status != E_ARK_DISK_FULL || !vault.actingRun()
+                || !vault.actingRun()->awaitRoom(failure.sentence))
+                throw;
+        }
+    }
+}
+
 } // namespace zn::arkin

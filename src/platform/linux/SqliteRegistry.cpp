@@ -167,7 +167,8 @@ public:
             return work(m_session);
         } catch (const soci::soci_error& error) {
             throw StatusError(isSqliteDenied(error) ? E_ACCESSDENIED : E_FAIL,
-                "The registry '" + m_file.string() + "' failed: " + error.get_error_message() + ".");
+                "The registry '" + m_file.string()
+                    + "' failed: " + (isSqliteDiskFull(error) ? "its disk is full" : error.get_error_message()) + ".");
         }
     }
 

@@ -72,6 +72,7 @@ protected:
     }
 
     EventfulClock clock;
+    RoomWait room{clock, nullptr};
     RunStore runs;
     std::vector<std::string> told;
     RunPaths::WaitWatcher watcher = [this](const std::string& sentence) { told.push_back(sentence); };
@@ -82,7 +83,7 @@ TEST_F(RunPathsTest, TheLaterRunWaitsUntilTheOtherHasEnded)
     launch();
     launch();
     const RunClaim first = take(), second = take();
-    RunPaths one(first, clock, watcher), two(second, clock, watcher);
+    RunPaths one(first, clock, room, watcher), two(second, clock, room, watcher);
     const LocalCopyUse copy{u"Z:\\V\\a.step", 1}, older{u"Z:\\V\\A.step", 2};
     one.announce({{u"Z:\\V\\Out\\a_", u".stl"}});
     EXPECT_TRUE(one.keepLocalCopies({&copy, 1}));
@@ -100,13 +101,13 @@ TEST_F(RunPathsTest, TheLaterRunWaitsUntilTheOtherHasEnded)
     EXPECT_THAT(told, ::testing::ElementsAre("Waits for run 1 of 'To STL', which works with z:\\v\\out\\a_…", ""));
 
     launch();
-    RunPaths three(take(), clock, watcher);
+    RunPaths three(take(), clock, room, watcher);
     clock.meanwhile = [&] { loseWorker(2); };
     EXPECT_FALSE(three.keepLocalCopies({&older, 1})); // it had to wait, and a worker that is gone keeps nothing
     EXPECT_TRUE(three.keepLocalCopies({&older, 1}));
 
     launch();
-    RunPaths four(RunClaim::take(runs, 4, thisProcess(), clock.now()), clock, watcher);
+    RunPaths four(RunClaim::take(runs, 4, thisProcess(), clock.now()), clock, room, watcher);
     clock.meanwhile = [&] { test.store.database().session() << "UPDATE task_runs SET state = 6 WHERE id = 4"; };
     EXPECT_EQ(sentenceOf([&] { four.keepOutput(older.path); }), "The run was cancelled while it waited for run 3.");
 }
@@ -116,7 +117,7 @@ TEST_F(RunPathsTest, RunsDoNotWaitForEachOther)
     launch();
     launch();
     const RunClaim first = take(), second = take();
-    RunPaths one(first, clock, watcher), two(second, clock, watcher);
+    RunPaths one(first, clock, room, watcher), two(second, clock, room, watcher);
     one.keepOutput(u"Z:\\x");
     two.keepOutput(u"Z:\\y");
     clock.meanwhile = [&] {
@@ -133,7 +134,7 @@ TEST_F(RunPathsTest, AnotherRunsCheckOutIsAnothers)
     const Place place = test.addReleased("a.stl", "a");
     launch();
     launch();
-    RunPaths one(take(), clock, watcher), two(take(), clock, watcher);
+    RunPaths one(take(), clock, room, watcher), two(take(), clock, room, watcher);
     test.vault.actFor(&one);
     checkOut(test.vault, place);
     for (ActingRun* other : {static_cast<ActingRun*>(&two), static_cast<ActingRun*>(nullptr)}) {
@@ -149,7 +150,7 @@ TEST_F(RunPathsTest, ALostRunGivesItsFilesBackAndItsLateWorkerWritesNothing)
 {
     const Place place = test.addReleased("a.stl", "first"), other = test.addReleased("b.stl", "b");
     launch();
-    RunPaths late(take(), clock, watcher);
+    RunPaths late(take(), clock, room, watcher);
     test.vault.actFor(&late);
     checkOut(test.vault, place);
     writeFile(test.local("a.stl"), "of the run that dies");
@@ -160,7 +161,7 @@ TEST_F(RunPathsTest, ALostRunGivesItsFilesBackAndItsLateWorkerWritesNothing)
     test.vault.actFor(nullptr); // here the successor has the same connection
     const RunClaim claim = take();
     EXPECT_EQ(claim.run().claim, 3); // back to the queue, and taken
-    RunPaths(claim, clock, watcher).keepOutput(test.path("a.stl"));
+    RunPaths(claim, clock, room, watcher).keepOutput(test.path("a.stl"));
     EXPECT_TRUE(checkOutsOfRun(test.vault, 1).empty());
     EXPECT_FALSE(test.vault.find(test.path("new.stl")));
     test.vault.actFor(&late);
@@ -184,6 +185,30 @@ TEST_F(RunPathsTest, ALostRunGivesItsFilesBackAndItsLateWorkerWritesNothing)
     EXPECT_EQ(readFile(test.local("new.stl")), "new");
     putBackCopies(test.vault); // nothing is left to do
     checkOut(test.vault, place);
+}
+
+TEST_F(RunPathsTest, AFullDatabaseIsWaitedFor)
+{
+    launch();
+    const RunClaim claim = take();
+    auto& session = test.store.database().session();
+    int pages = 0, tries = 0;
+    session << "PRAGMA page_count", soci::into(pages);
+    session << "PRAGMA max_page_count = " << pages;
+    clock.meanwhile = [&] {
+        if (++tries == 2)
+            session << "PRAGMA max_page_count = 100000";
+    };
+    const zn::Text sentence(50'000, u'x');
+    room.patiently([&] { claim.addMessage(u"", sentence); });
+    EXPECT_EQ(tries, 2);
+    EXPECT_EQ(runs.messages(1).at(0).sentence, sentence);
+
+    session << "PRAGMA max_page_count = 1";
+    const std::atomic<bool> interrupted = true;
+    RoomWait impatient(clock, &interrupted);
+    EXPECT_THROW(impatient.patiently([&] { claim.addMessage(u"", sentence); }), soci::soci_error);
+    EXPECT_EQ(tries, 2);
 }
 
 TEST_F(RunPathsTest, ARunThatEndsItsWorkersIsGivenUp)

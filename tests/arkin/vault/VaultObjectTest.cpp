@@ -18,6 +18,7 @@ struct RunSeven : ActingRun {
     std::int32_t id() const override { return 7; }
     void requireHeld() override { }
     bool keepLocalCopies(std::span<const LocalCopyUse>) override { return true; }
+    bool awaitRoom(const std::string&) override { return false; }
 };
 
 class VaultObjectTest : public VaultFixture {
