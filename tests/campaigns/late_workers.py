@@ -17,14 +17,24 @@ FULL = 1000
 OLD = 1000  # seconds, well past what makes a worker lost
 
 
+def stop_with_an_old_sign(plant, worker):
+    worker.send_signal(signal.SIGSTOP)
+    try:
+        with sqlite3.connect(plant.home / "vault.sqlite", timeout=0.5) as vault:
+            vault.execute("UPDATE task_runs SET heartbeat_at = heartbeat_at - ? WHERE id = ?", (OLD, plant.runs))
+        return True
+    except sqlite3.OperationalError:
+        return False
+
+
 def take_over(plant, chance):
     """What is wrong after a cycle, or nothing."""
     plant.launch()
     late = plant.start("arkin", "worker", "--once")
     time.sleep(chance.uniform(0.1, 1.5))
-    late.send_signal(signal.SIGSTOP)
-    with sqlite3.connect(plant.home / "vault.sqlite", timeout=60) as vault:
-        vault.execute("UPDATE task_runs SET heartbeat_at = heartbeat_at - ? WHERE id = ?", (OLD, plant.runs))
+    while not stop_with_an_old_sign(plant, late):
+        late.send_signal(signal.SIGCONT)  # it has the writers' turn, and nobody could take anything over
+        time.sleep(0.02)
     second = plant.start("arkin", "task", "run", plant.runs)
     time.sleep(chance.choice([0, 0.3, 0.8, 1.5]))
     late.send_signal(signal.SIGCONT)

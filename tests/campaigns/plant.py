@@ -17,9 +17,16 @@ class Plant(Ground):
                   "SourceRefs=2", "--set", "OutputConfs=2", "--set", "OutputSheets=2", "--set", "ReplaceOutput=no")
         self.runs = 0
 
-    def launch(self):
-        self.must("arkin", "task", "launch", "C", self.folder / "V/Bracket.zenprt")
+    def launch(self, what="V/Bracket.zenprt"):
+        self.must("arkin", "task", "launch", "C", self.folder / what)
         self.runs += 1
+
+    def ended(self):
+        """Whether the last run has ended. Raises if it didn't end well."""
+        state = json.loads(self.must("arkin", "task", "status", self.runs, "--json"))["state"]
+        if state not in ("finished", "queued", "running"):
+            raise RuntimeError(f"Run {self.runs} is {state}.")
+        return state == "finished"
 
     def problem(self, last=1):
         """What is wrong after the last runs have ended, or nothing: each output has one new version for each run."""
