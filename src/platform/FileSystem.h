@@ -17,6 +17,8 @@ struct FileAttributes {
     std::uint64_t size = 0;
     /// Last change, Unix time in seconds.
     std::int64_t modified = 0;
+    /// The same as exactly as the disk keeps it, in nanoseconds.
+    std::int64_t modifiedNs = 0;
 };
 
 /// How an operation went: true if it was done.

@@ -45,7 +45,8 @@ void FileLogic::NoteSavedFile(TextView path, TextView configuration, bool hidden
         return TakeLateLabel(canonical, configuration);
 
     if (const Status kept = m_runPaths ? m_runPaths->ReserveOutput(canonical) : S_OK; failed(kept)) {
-        NoteRefusal(Text(path), u"The file was not saved: ", kept);
+        if (kept != E_ABORT)
+            NoteRefusal(Text(path), u"The file was not saved: ", kept);
         throw StatusError(kept); // an application that heeds its listeners then leaves the other run's file alone
     }
 

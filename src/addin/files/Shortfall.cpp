@@ -59,14 +59,15 @@ void FileLogic::NoteUnkeptSaves()
     }
 }
 
-/// A save onto an output of an earlier run that came to nothing. The file is there all the same, so only the file's
-/// time tells, with the macro's complaint where the time alone can't: it counts in seconds.
+/// A save onto an output of an earlier run that came to nothing. The file is there all the same, so only its time
+/// tells, with the macro's complaint where the file had come to the disk but a moment before: disks count in coarse
+/// steps.
 bool FileLogic::WasLeftAsItWas(const OutputRecord& record) const
 {
     if (!record.before || (!record.source->complained && record.before->modified >= record.notedAt - 1))
         return false;
     const auto now = m_platform.files.attributes(record.path);
-    return now && now->size == record.before->size && now->modified == record.before->modified;
+    return now && now->size == record.before->size && now->modifiedNs == record.before->modifiedNs;
 }
 
 /// The vault is asked at once: it tells its last failure only.

@@ -206,7 +206,8 @@ Status RunInstance::ReserveOutput(TextView path)
         m_paths.keepOutput(path);
         return zn::S_OK;
     } catch (...) {
-        return currentFailure().status;
+        const auto status = currentFailure().status;
+        return status == E_ARK_RUN_TAKEN_OVER ? zn::E_ABORT : status;
     }
 }
 

@@ -48,6 +48,7 @@ bool RunPaths::keepLocalCopies(std::span<const LocalCopyUse> copies)
 
 void RunPaths::keepOutput(zn::TextView path)
 {
+    m_claim.requireHeld();
     const KeptPath output{folded(path), folded(zn::pathExtension(path)), 0};
     if (m_kept.find({output.beginning, {}, 1})) // as the place of a copy: only what covers the whole of it meets that
         return;

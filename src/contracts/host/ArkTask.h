@@ -76,15 +76,17 @@ struct ArkOutputNames {
     Text ending;
 };
 
-/// What a run's object may be, too: who writes which files. Two runs that would write the same file wait for each other.
+/// What a run's object may be, too: who writes which files. Two runs that would write the same file wait for each
+/// other.
 class IArkRunPaths {
 public:
     virtual ~IArkRunPaths() = default;
-    /// What the run is going to write, as far as that can be told before its files are fetched. It is the run's own from
-    /// the fetch on.
+    /// What the run is going to write, as far as that can be told before its files are fetched. It is the run's own
+    /// from the fetch on.
     virtual Status AnnounceOutputs(const std::vector<ArkOutputNames>& names) = 0;
     /// Before the run writes the file at the path: returns once no other run writes it or works with it, and keeps it
-    /// so until the run ends. Negative when that will not be, or when the run was cancelled while it waited.
+    /// so until the run ends. Negative when that will not be; E_ABORT when the run is to end, because it was cancelled
+    /// meanwhile or another worker has it.
     virtual Status ReserveOutput(TextView path) = 0;
 };
 

@@ -166,6 +166,7 @@ std::optional<FileAttributes> LinuxFileSystem::attributes(TextView path)
         result.folder = S_ISDIR(status.st_mode);
         result.size = result.folder ? 0 : static_cast<std::uint64_t>(status.st_size);
         result.modified = status.st_mtime;
+        result.modifiedNs = status.st_mtim.tv_sec * 1'000'000'000LL + status.st_mtim.tv_nsec;
         return result;
     });
 }
