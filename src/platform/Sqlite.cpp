@@ -3,6 +3,7 @@
 #include "base/Status.h"
 #include "platform/PrivateFiles.h"
 
+#include <map>
 #include <soci/soci.h>
 #include <soci/sqlite3/soci-sqlite3.h>
 #include <string_view>
@@ -100,10 +101,64 @@ bool isSqliteDiskFull(const soci::soci_error& error)
     return numberOf(error) == SQLITE_FULL || (sqlite && sqlite->result() == SQLITE_IOERR_SHMSIZE);
 }
 
+void copyDatabase(soci::session& session, const std::filesystem::path& copy)
+{
+    if (session.get_backend_name() != "sqlite3")
+        throw StatusError(E_NOTIMPL,
+            "Only a vault whose database is a SQLite file can be backed up here; use the database server's own "
+            "backup.");
+    const std::string file = copy.string();
+    session << "VACUUM INTO :f", soci::use(file);
+}
+
+void openCopy(soci::session& session, const std::filesystem::path& copy)
+{
+    session.open(*soci::factory_sqlite3(), sqliteConnection(copy).substr(scheme.size()) + " readonly=true");
+}
+
 bool isSqliteDenied(const soci::soci_error& error)
 {
     const int number = numberOf(error);
     return number == SQLITE_READONLY || number == SQLITE_PERM || number == SQLITE_CANTOPEN;
+}
+
+namespace {
+
+/// The columns of tables and indexes, as they are understood: their texts differ between versions of SQLite.
+constexpr const char* columnsOfAll
+    = "SELECT m.name, m.type || ' ' || m.tbl_name || ' ' || COALESCE((SELECT GROUP_CONCAT(c.name || ' ' || c.type || "
+      "c.\"notnull\" || COALESCE(c.dflt_value, '') || c.pk) FROM pragma_table_info(m.name) c), '') || "
+      "COALESCE((SELECT GROUP_CONCAT(i.name || i.\"desc\" || i.coll) FROM pragma_index_info(m.name) n "
+      "JOIN pragma_index_xinfo(m.name) i ON i.seqno = n.seqno), '') FROM sqlite_master m WHERE m.sql IS NOT NULL";
+
+std::map<std::string, std::string> columnsOf(soci::session& session)
+{
+    std::map<std::string, std::string> found;
+    std::string name, made;
+    soci::statement statement = (session.prepare << columnsOfAll, soci::into(name), soci::into(made));
+    statement.execute();
+    while (statement.fetch())
+        found[name] = made;
+    return found;
+}
+
+} // namespace
+
+std::vector<std::string> sqliteChangedTables(soci::session& session, const std::vector<const char*>& statements)
+{
+    if (session.get_backend_name() != "sqlite3")
+        return {};
+    soci::session model(*soci::factory_sqlite3(), "db=:memory:");
+    for (const char* statement : statements)
+        model << statement;
+    const auto found = columnsOf(session);
+    std::vector<std::string> changed;
+    for (const auto& [name, made] : columnsOf(model)) {
+        const auto known = found.find(name);
+        if (known == found.end() || known->second != made)
+            changed.push_back(name);
+    }
+    return changed;
 }
 
 std::vector<std::string> sqliteProblems(soci::session& session)

@@ -29,10 +29,21 @@ struct SqliteSetting {
 /// as the setting says; other servers are left as they are. Raises `soci::soci_error`.
 void openDatabase(soci::session& session, const std::string& connection, const SqliteSetting& setting);
 
+/// Writes the database as it is at this moment to the file `copy`, which is new or empty, while others go on working.
+/// The copy isn't synced. Raises `soci::soci_error`, also when the database is found damaged, and `StatusError`
+/// E_NOTIMPL for other servers.
+void copyDatabase(soci::session& session, const std::filesystem::path& copy);
+/// Opens such a copy to be read: nothing in it or beside it changes. Raises `soci::soci_error`.
+void openCopy(soci::session& session, const std::filesystem::path& copy);
+
 /// Whether the error means that the disk of a SQLite database is full.
 bool isSqliteDiskFull(const soci::soci_error& error);
 /// Whether it means that this user may not open or change the file.
 bool isSqliteDenied(const soci::soci_error& error);
+
+/// The tables and indexes that these statements make and that the database lacks or has with other columns; nothing for
+/// other servers.
+std::vector<std::string> sqliteChangedTables(soci::session& session, const std::vector<const char*>& statements);
 
 /// What SQLite finds wrong in its own file, a sentence each; nothing for other servers.
 std::vector<std::string> sqliteProblems(soci::session& session);

@@ -50,11 +50,27 @@ private:
         const bool wasCheckedOut = vault.files().checkOut(place.fileId).has_value();
         if (!wasCheckedOut)
             checkOut(vault, place);
-        for (const auto& outcome : writeCards(vault, writes))
-            zn::checkStatus(outcome.status, outcome.sentence.c_str());
-        if (!wasCheckedOut) {
-            const Place places[] = {place};
-            checkIn(vault, planCheckIn(vault, places), u"Card values");
+        try {
+            for (const auto& outcome : writeCards(vault, writes))
+                zn::checkStatus(outcome.status, outcome.sentence.c_str());
+            if (!wasCheckedOut) {
+                const Place places[] = {place};
+                checkIn(vault, planCheckIn(vault, places), u"Card values");
+            }
+        } catch (...) {
+            if (!wasCheckedOut)
+                giveBack(vault, place);
+            throw;
+        }
+    }
+
+    /// The local copy was the vault's, or the file would not have been checked out.
+    static void giveBack(Vault& vault, const Place& place)
+    {
+        try {
+            undoCheckOut(vault, place.fileId);
+        } catch (...) {
+            printNote("The file stays checked out; 'arkin undo' gives it back.");
         }
     }
 

@@ -20,6 +20,8 @@ const CommandRow commands[] = {
     {"vault", "create", "Make a vault with its local folder", vaultCreateCommand},
     {"vault", "check", "Verify every content, version, reference and count", vaultCheckCommand},
     {"vault", "clean", "Set aside what interrupted work left in the archive", vaultCleanCommand},
+    {"vault", "backup", "Back the vault up while it is in use", vaultBackupCommand},
+    {"vault", "restore", "Bring a whole home back from a backup", vaultRestoreCommand},
     {"vault", "info", "Show where the vault and its parts are", vaultInfoCommand},
     {"vault", "refresh", "Read again what the latest versions of all documents say of themselves", vaultRefreshCommand},
     {"", "add", "Copy files or folders into the vault and check them in", addCommand},

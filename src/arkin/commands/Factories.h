@@ -11,6 +11,8 @@ MadeCommand quickstartCommand();
 MadeCommand vaultCreateCommand();
 MadeCommand vaultCheckCommand();
 MadeCommand vaultCleanCommand();
+MadeCommand vaultBackupCommand();
+MadeCommand vaultRestoreCommand();
 MadeCommand vaultInfoCommand();
 MadeCommand vaultRefreshCommand();
 MadeCommand addCommand();

@@ -25,7 +25,8 @@ public:
                 "The vault is not sound, so nothing was set aside; 'arkin vault check' says what is wrong.");
         if (!report.done)
             throw zn::StatusError(E_ARK_ARCHIVE,
-                "Another program is adding files, so nothing was set aside. Try again when it has ended.");
+                "Another program is adding or backing up files, so nothing was set aside. Try again when it has "
+                "ended.");
         if (session.json())
             printJson({{"setAside", report.done->moved}, {"bytes", report.done->bytes}, {"tooNew", report.done->tooNew},
                 {"deleted", report.done->deleted}});

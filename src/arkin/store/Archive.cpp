@@ -54,28 +54,8 @@ void makeLock(const fs::path& file, zn::Sharing sharing)
 
 void syncFolder(const fs::path& folder) { FileHandle(folder, O_RDONLY | O_DIRECTORY, E_ARK_ARCHIVE).sync(); }
 
-/// Copies from where both files stand to the end of the source, or only reads it without a destination.
-Content copyAndHash(FileHandle& source, FileHandle* destination, std::vector<char>& buffer)
-{
-    Sha256 hash;
-    Content content;
-    while (const std::size_t count = source.read(buffer)) {
-        const std::span bytes(buffer.data(), count);
-        hash.update(bytes);
-        if (destination)
-            destination->writeAll(bytes);
-        content.size += static_cast<std::int64_t>(count);
-    }
-    content.hash = hash.finish();
-    return content;
-}
-
-/// A content whose size is wrong was damaged later; putting it again repairs it.
-bool holdsWhole(const fs::path& path, std::int64_t size)
-{
-    struct stat status { };
-    return stat(path.c_str(), &status) == 0 && status.st_size == size;
-}
+/// Not one behind a link, which somebody may have laid to a folder that is dear to this user.
+bool isFolder(const fs::path& path) { return fs::is_directory(fs::symlink_status(path)); }
 
 void removeFiles(const std::vector<fs::path>& files)
 {
@@ -91,10 +71,11 @@ std::string dayOf(std::int64_t time) { return fmt::format("{:%Y-%m-%d}", fmt::gm
 int deleteDaysBefore(const fs::path& removed, const std::string& firstKept)
 {
     int count = 0;
-    std::error_code none;
-    for (const auto& day : fs::directory_iterator(removed, none)) {
+    if (!isFolder(removed))
+        return count;
+    for (const auto& day : fs::directory_iterator(removed)) {
         const std::string name = day.path().filename();
-        if (name.size() != firstKept.size() || name >= firstKept || !day.is_directory())
+        if (name.size() != firstKept.size() || name >= firstKept || !isFolder(day.path()))
             continue;
         std::vector<fs::path> contents;
         for (const auto& file : fs::directory_iterator(day.path())) {
@@ -117,6 +98,22 @@ void takeSharedLock(FileHandle& lock, const fs::path& path)
 }
 
 } // namespace
+
+Content copyAndHash(FileHandle& source, FileHandle* destination)
+{
+    std::vector<char> buffer(bufferSize);
+    Sha256 hash;
+    Content content;
+    while (const std::size_t count = source.read(buffer)) {
+        const std::span bytes(buffer.data(), count);
+        hash.update(bytes);
+        if (destination)
+            destination->writeAll(bytes);
+        content.size += static_cast<std::int64_t>(count);
+    }
+    content.hash = hash.finish();
+    return content;
+}
 
 Archive::Archive(const fs::path& folder)
     : m_folder(folder)
@@ -165,11 +162,16 @@ fs::path Archive::pathOf(const std::string& hash) const { return m_folder / shar
 
 bool Archive::holds(const std::string& hash) const { return access(pathOf(hash).c_str(), F_OK) == 0; }
 
+bool Archive::holdsSized(const Content& content) const
+{
+    struct stat status { };
+    return stat(pathOf(content.hash).c_str(), &status) == 0 && status.st_size == content.size;
+}
+
 void Archive::copyOut(const Content& content, FileHandle& destination) const
 {
     FileHandle source(pathOf(content.hash), O_RDONLY, E_ARK_ARCHIVE);
-    std::vector<char> buffer(bufferSize);
-    if (copyAndHash(source, &destination, buffer) != content)
+    if (copyAndHash(source, &destination) != content)
         throw zn::StatusError(E_ARK_ARCHIVE,
             "The archive's copy of a file is damaged: " + pathOf(content.hash).string()
                 + ". Bring it back from a backup.");
@@ -180,8 +182,7 @@ std::optional<std::string> Archive::problemOf(const Content& content) const
     if (!holds(content.hash))
         return "its content is missing in the archive: " + pathOf(content.hash).string();
     FileHandle source(pathOf(content.hash), O_RDONLY, E_ARK_ARCHIVE);
-    std::vector<char> buffer(bufferSize);
-    if (copyAndHash(source, nullptr, buffer) != content)
+    if (copyAndHash(source, nullptr) != content)
         return "its content is damaged in the archive: " + pathOf(content.hash).string();
     return std::nullopt;
 }
@@ -189,7 +190,7 @@ std::optional<std::string> Archive::problemOf(const Content& content) const
 void Archive::forEach(const std::function<void(const std::string& hash)>& visit) const
 {
     for (const auto& shard : fs::directory_iterator(m_folder)) {
-        if (!shard.is_directory() || shard.path().filename().native().size() != 2)
+        if (shard.path().filename().native().size() != 2 || !isFolder(shard.path()))
             continue;
         for (const auto& file : fs::directory_iterator(shard.path())) {
             if (isContentName(file.path().filename()))
@@ -254,6 +255,19 @@ std::optional<Archive::SetAside> Archive::setAside(const IsNeeded& isNeeded, std
     return done;
 }
 
+std::optional<Archive::SetAside> Archive::removeLeftovers(const IsNeeded& isNeeded)
+{
+    SetAside done;
+    const bool alone = forEachLeftover(isNeeded, [&](const std::string& hash) {
+        const fs::path path = pathOf(hash);
+        struct stat status { };
+        done.bytes += lstat(path.c_str(), &status) == 0 ? status.st_size : 0;
+        removeFiles({path});
+        ++done.moved;
+    });
+    return alone ? std::optional(done) : std::nullopt;
+}
+
 std::vector<fs::path> Archive::arrivals() const
 {
     std::vector<fs::path> files;
@@ -266,7 +280,6 @@ ArchiveBatch::ArchiveBatch(const Archive& archive)
     : m_archive(archive)
     , m_lock(archive.m_folder / "lock", O_RDWR | O_CREAT, E_ARK_ARCHIVE)
     , m_name(newUuid())
-    , m_buffer(bufferSize)
 {
     takeSharedLock(m_lock, archive.m_folder / "lock");
 }
@@ -277,22 +290,46 @@ ArchiveBatch::~ArchiveBatch()
         unlink(arrival.path.c_str());
 }
 
-Content ArchiveBatch::put(FileHandle& source)
+Content ArchiveBatch::takeIn(FileHandle& source)
 {
     const fs::path path = m_archive.m_folder / "incoming" / (m_name + "-" + std::to_string(++m_count));
-    m_arrivals.push_back({path, {}});
     FileHandle destination(path, O_WRONLY | O_CREAT | O_EXCL, E_ARK_ARCHIVE, contentMode);
-    if (m_archive.m_sharing == zn::Sharing::Group && fchmod(destination.get(), sharedContentMode) != 0)
-        throwFileFailure(E_ARK_ARCHIVE, "Could not share", path);
-    const Content content = copyAndHash(source, &destination, m_buffer);
-    if (holdsWhole(m_archive.pathOf(content.hash), content.size)) {
-        unlink(path.c_str());
-        m_arrivals.pop_back();
-        m_sharedFolders.insert(shardOf(content.hash));
-    } else {
+    m_arrivals.push_back({path, {}});
+    try {
+        if (m_archive.m_sharing == zn::Sharing::Group && fchmod(destination.get(), sharedContentMode) != 0)
+            throwFileFailure(E_ARK_ARCHIVE, "Could not share", path);
+        const Content content = copyAndHash(source, &destination);
         m_arrivals.back().hash = content.hash;
+        return content;
+    } catch (...) {
+        dropLast(); // the batch may go on without it
+        throw;
+    }
+}
+
+void ArchiveBatch::dropLast()
+{
+    unlink(m_arrivals.back().path.c_str());
+    m_arrivals.pop_back();
+}
+
+Content ArchiveBatch::put(FileHandle& source)
+{
+    const Content content = takeIn(source);
+    // A content whose size is wrong was damaged later; putting it again repairs it.
+    if (m_archive.holdsSized(content)) {
+        dropLast();
+        m_sharedFolders.insert(shardOf(content.hash));
     }
     return content;
+}
+
+bool ArchiveBatch::putAs(const Content& content, FileHandle& source)
+{
+    if (takeIn(source) == content)
+        return true;
+    dropLast();
+    return false;
 }
 
 void ArchiveBatch::publish()

@@ -20,6 +20,9 @@ struct Content {
     bool operator==(const Content&) const = default;
 };
 
+/// Copies from where both files stand to the end of the source, or only reads it without a destination.
+Content copyAndHash(FileHandle& source, FileHandle* destination);
+
 /// Contents by their hash, each once, in files that are never changed:
 ///   ab/<hash>     a content, whole and synced, for hashes that begin with "ab"
 ///   identity      a line that says to which database the archive belongs; see Identity.h
@@ -41,6 +44,8 @@ public:
     bool empty() const;
 
     bool holds(const std::string& hash) const;
+    /// Whether it holds a content of this size, which is all that is looked at.
+    bool holdsSized(const Content& content) const;
     std::filesystem::path pathOf(const std::string& hash) const;
     /// Writes the content to `destination`. Raises E_ARK_ARCHIVE if the archive's copy is damaged or missing.
     void copyOut(const Content& content, FileHandle& destination) const;
@@ -68,6 +73,9 @@ public:
     /// open.
     std::optional<SetAside> setAside(const IsNeeded& isNeeded, std::int64_t before, std::int64_t now);
     static constexpr int keptDays = 30;
+    /// Deletes the contents that nobody needs; `moved` counts them. None, with nothing done, while another process has
+    /// a batch open.
+    std::optional<SetAside> removeLeftovers(const IsNeeded& isNeeded);
 
 private:
     friend class ArchiveBatch;
@@ -93,6 +101,9 @@ public:
 
     /// Copies what the open file holds from its present position to its end.
     Content put(FileHandle& source);
+    /// Copies the whole file, which is to be this content, also over what the archive holds of it. False, with nothing
+    /// put, if the file has other bytes.
+    bool putAs(const Content& content, FileHandle& source);
     /// After the return all contents put so far are in the archive and survive a loss of power.
     void publish();
 
@@ -102,6 +113,8 @@ private:
         std::string hash;
     };
 
+    Content takeIn(FileHandle& source);
+    void dropLast();
     void syncArrivals();
     void syncFolders(const std::unordered_set<std::string>& folders);
 
@@ -112,7 +125,6 @@ private:
     std::vector<Arrival> m_arrivals;
     /// Folders of contents that were there already, perhaps not yet synced by the process that put them.
     std::unordered_set<std::string> m_sharedFolders;
-    std::vector<char> m_buffer;
 };
 
 } // namespace zn::arkin

@@ -72,7 +72,13 @@ std::int32_t restoreVersion(Vault& vault, const Place& place, std::int32_t versi
         const zn::Text comment = zn::toText("Version " + std::to_string(version) + " restored");
         return checkIn(vault, planCheckIn(vault, {&place, 1}), comment).front().version;
     } catch (...) {
-        undoCheckOut(vault, place.fileId);
+        const Failure failure = currentFailure();
+        try {
+            undoCheckOut(vault, place.fileId);
+        } catch (...) {
+            throw zn::StatusError(
+                failure.status, failure.sentence + " The file stays checked out; 'arkin undo' gives it back.");
+        }
         throw;
     }
 }

@@ -1,6 +1,7 @@
 #include "arkin/store/Schema.h"
 
 #include "arkin/store/Codes.h"
+#include "platform/Sqlite.h"
 
 #include <algorithm>
 #include <soci/soci.h>
@@ -64,6 +65,14 @@ std::vector<std::string> missingTables(Database& database, const SchemaArea& are
         }
     }
     return missing;
+}
+
+std::vector<std::string> changedTables(Database& database, const SchemaArea& area)
+{
+    std::vector<const char*> statements;
+    for (const SchemaStep& step : area.steps)
+        statements.insert(statements.end(), step.statements.begin(), step.statements.end());
+    return zn::sqliteChangedTables(database.session(), statements);
 }
 
 } // namespace zn::arkin

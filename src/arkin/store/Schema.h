@@ -27,6 +27,10 @@ void applySchema(Database& database, const SchemaArea& area);
 /// Tables that the area's steps have made, as far as the database has gone them, and that aren't there.
 std::vector<std::string> missingTables(Database& database, const SchemaArea& area);
 
+/// Tables and indexes of the area whose columns aren't those that its steps make, as damage leaves them. For a database
+/// that went all steps.
+std::vector<std::string> changedTables(Database& database, const SchemaArea& area);
+
 /// Tables of the vault: folders, files, versions, cards, references, rights.
 extern const SchemaArea vaultSchema;
 

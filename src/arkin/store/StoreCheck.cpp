@@ -85,13 +85,6 @@ const Rule rules[] = {
         "MAX(v.content_size)"},
 };
 
-/// A content and one version that holds it, for the sentence.
-struct Holder {
-    Content content;
-    std::string name;
-    std::int32_t version = 0;
-};
-
 class StoreCheck {
 public:
     explicit StoreCheck(Store& store)
@@ -112,7 +105,10 @@ public:
                 apply(rule);
             checkNameKeys();
             count();
-            holders = contents();
+            holders = heldContents(m_session);
+            for (const Holder& holder : holders)
+                m_report.bytes += holder.content.size;
+            m_report.contents = static_cast<std::int64_t>(holders.size());
         }
         for (std::size_t i = 0; i < holders.size(); ++i) {
             verify(holders[i]);
@@ -130,7 +126,13 @@ private:
         for (const std::string& table : missing)
             m_report.problems.push_back(
                 "The database has no table " + table + ". Bring the database back from a backup.");
-        return missing.empty();
+        if (!missing.empty())
+            return false;
+        const auto changed = changedTables(m_store.database(), vaultSchema);
+        for (const std::string& table : changed)
+            m_report.problems.push_back(
+                "The database has " + table + " with other columns. Bring the database back from a backup.");
+        return changed.empty();
     }
 
     void apply(const Rule& rule)
@@ -157,9 +159,18 @@ private:
             if (hasUnsafeCharacter(zn::toText(name)))
                 noteUnsafe("file", name);
         }
-        statement = (m_session.prepare << "SELECT name FROM folders WHERE parent_id <> 0", soci::into(name));
+        statement = (m_session.prepare << "SELECT name, name_key FROM vaults", soci::into(name), soci::into(key));
         statement.execute();
         while (statement.fetch()) {
+            if (nameKey(zn::toText(name)) != key)
+                m_report.problems.push_back("The vault \"" + name + "\" can't be found under its name.");
+        }
+        statement = (m_session.prepare << "SELECT name, name_key FROM folders WHERE parent_id <> 0", soci::into(name),
+            soci::into(key));
+        statement.execute();
+        while (statement.fetch()) {
+            if (nameKey(zn::toText(name)) != key)
+                m_report.problems.push_back("The folder \"" + name + "\" can't be found under its name.");
             if (hasUnsafeCharacter(zn::toText(name)))
                 noteUnsafe("folder", name);
         }
@@ -188,43 +199,18 @@ private:
         m_report.checkedOut = number("SELECT COUNT(*) FROM check_outs");
     }
 
-    std::vector<Holder> contents()
-    {
-        std::vector<Holder> holders;
-        Holder holder;
-        long long size = 0;
-        soci::statement statement
-            = (m_session.prepare << "SELECT v.content, v.content_size, f.name, v.version FROM versions v JOIN files f "
-                                    "ON f.id = v.file_id ORDER BY v.content, v.file_id, v.version",
-                soci::into(holder.content.hash), soci::into(size), soci::into(holder.name), soci::into(holder.version));
-        statement.execute();
-        while (statement.fetch()) {
-            holder.content.size = size;
-            if (!holders.empty() && holders.back().content.hash == holder.content.hash)
-                continue;
-            holders.push_back(holder);
-            m_report.bytes += size;
-        }
-        m_report.contents = static_cast<std::int64_t>(holders.size());
-        return holders;
-    }
-
     void verify(const Holder& holder)
     {
-        const std::string who = "\"" + holder.name + "\", version " + std::to_string(holder.version) + ": ";
-        try {
-            if (const auto problem = m_store.archive().problemOf(holder.content))
-                m_report.problems.push_back(who + *problem + ".");
-        } catch (const zn::StatusError& error) {
-            m_report.problems.push_back(who + error.what());
-        }
+        if (const auto problem = problemOf(m_store.archive(), holder))
+            m_report.problems.push_back(*problem);
     }
 
     void countLeftovers()
     {
         const auto count = m_store.archive().countLeftovers(neededContents(m_store.database()));
         if (!count)
-            m_report.notes.push_back("Another program is adding files, so leftovers were not looked for.");
+            m_report.notes.push_back(
+                "Another program is adding or backing up files, so leftovers were not looked for.");
         else if (*count > 0)
             m_report.notes.push_back(std::to_string(*count)
                 + " contents in the archive belong to no version, as interrupted work leaves them; "
@@ -237,6 +223,35 @@ private:
 };
 
 } // namespace
+
+std::vector<Holder> heldContents(soci::session& session)
+{
+    std::vector<Holder> holders;
+    Holder holder;
+    long long size = 0;
+    soci::statement statement
+        = (session.prepare << "SELECT v.content, v.content_size, f.name, v.version FROM versions v JOIN files f "
+                              "ON f.id = v.file_id ORDER BY v.content, v.file_id, v.version",
+            soci::into(holder.content.hash), soci::into(size), soci::into(holder.name), soci::into(holder.version));
+    statement.execute();
+    while (statement.fetch()) {
+        holder.content.size = size;
+        if (holders.empty() || holders.back().content.hash != holder.content.hash)
+            holders.push_back(holder);
+    }
+    return holders;
+}
+
+std::optional<std::string> problemOf(const Archive& archive, const Holder& holder)
+{
+    const std::string who = "\"" + holder.name + "\", version " + std::to_string(holder.version) + ": ";
+    try {
+        const auto problem = archive.problemOf(holder.content);
+        return problem ? std::optional(who + *problem + ".") : std::nullopt;
+    } catch (const zn::StatusError& error) {
+        return who + error.what();
+    }
+}
 
 Archive::IsNeeded neededContents(Database& database)
 {

@@ -21,6 +21,17 @@ struct CheckReport {
 /// Only reads. `progress` is called with the number of contents read and their total.
 CheckReport checkStore(Store& store, const std::function<void(std::int64_t done, std::int64_t total)>& progress = {});
 
+/// A content and one version that holds it, for sentences.
+struct Holder {
+    Content content;
+    std::string name;
+    std::int32_t version = 0;
+};
+/// The contents of all versions, each once, in the order of their hashes.
+std::vector<Holder> heldContents(soci::session& session);
+/// Reads the content again; a sentence if it is missing, damaged or can't be read.
+std::optional<std::string> problemOf(const Archive& archive, const Holder& holder);
+
 /// Says which contents versions need; they are read when the first one is asked for.
 Archive::IsNeeded neededContents(Database& database);
 

@@ -44,12 +44,7 @@ Application::Application(Surroundings surroundings)
 {
 }
 
-Application::~Application()
-{
-    closeDocuments();
-    std::error_code ignored;
-    std::filesystem::remove_all(m_surroundings.workFolder, ignored);
-}
+Application::~Application() { closeDocuments(); }
 
 void Application::report(const std::string& sentence)
 {

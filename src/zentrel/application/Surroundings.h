@@ -16,7 +16,7 @@ namespace zn::zentrel {
 struct Surroundings {
     zn::FileSystem& files;
     zn::Printers& printers;
-    /// For files of this process's own (documents of virtual components); made when needed, removed at the end.
+    /// For files of this process's own (documents of virtual components). Whoever gives it removes it.
     std::filesystem::path workFolder;
     /// Takes one line for a person, as nobody sits in front of a window.
     std::function<void(const std::string&)> log;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/WorkFolder.h"
 #include "zentrel/application/Application.h"
 #include "zentrel/commands/ProcessLog.h"
 
@@ -29,6 +30,7 @@ public:
 
 private:
     zn::LinuxPlatform m_platform;
+    zn::WorkFolder m_workFolder;
     ProcessLog m_log;
     std::shared_ptr<Application> m_application;
 };
