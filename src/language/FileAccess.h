@@ -17,6 +17,7 @@ inline constexpr Status pathNotFound = statusCode(0x80070003);   // 76
 inline constexpr Status tooManyFiles = statusCode(0x80070004);   // 67
 inline constexpr Status fileAccessDenied = E_ACCESSDENIED;       // 70 for a deletion, otherwise 75
 inline constexpr Status fileIsShared = statusCode(0x80070020);   // 70: another one has it open
+inline constexpr Status pathRefused = statusCode(0x80070041);    // 70, with the sentence that was raised
 inline constexpr Status deviceFull = statusCode(0x80070070);     // 61
 inline constexpr Status badFileName = statusCode(0x8007007B);    // 52
 inline constexpr Status folderNotEmpty = statusCode(0x80070091); // 75

@@ -48,6 +48,8 @@ FileMode fileMode(OpenMode mode)
 
 void raiseFileError(FileOperation operation, const StatusError& failure)
 {
+    if (failure.status() == pathRefused)
+        raise(error::permissionDenied, toText(failure.what()));
     if (operation == FileOperation::Delete && failure.status() == fileAccessDenied)
         raise(error::permissionDenied);
     if (operation == FileOperation::CreateFolder && failure.status() == fileExists)

@@ -1,5 +1,7 @@
 #include "language/values/Errors.h"
 
+#include "language/FileAccess.h"
+
 #include <algorithm>
 #include <array>
 
@@ -82,6 +84,7 @@ constexpr auto statusNumbers = std::to_array<StatusNumber>({
     {E_NOTIMPL, error::actionUnsupported},
     {REGDB_E_CLASSNOTREG, error::cannotCreateObject},
     {E_ACCESSDENIED, error::permissionDenied},
+    {pathRefused, error::permissionDenied},
 });
 
 } // namespace

@@ -26,9 +26,10 @@ public:
     std::vector<Printer> list() override;
     void print(const Text& printer, const PrintJob& job) override;
 
-private:
+    /// Where a printer's files appear. Raises `StatusError` if there is no such printer.
     std::filesystem::path folderOf(const Text& printer);
 
+private:
     Registry& m_registry;
     FileSystem& m_files;
 };

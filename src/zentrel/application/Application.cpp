@@ -1,5 +1,6 @@
 #include "zentrel/application/Application.h"
 
+#include "base/Paths.h"
 #include "zentrel/application/ExportData.h"
 #include "zentrel/application/MacroRunner.h"
 
@@ -41,6 +42,7 @@ Value Frame::putKeepInvisible(Arguments& arguments)
 
 Application::Application(Surroundings surroundings)
     : m_surroundings(std::move(surroundings))
+    , m_confinement(m_surroundings.files)
 {
 }
 
@@ -62,6 +64,25 @@ std::filesystem::path Application::newWorkFolder()
     const auto folder = m_surroundings.workFolder / std::to_string(++m_workFolders);
     std::filesystem::create_directories(folder);
     return folder;
+}
+
+void Application::runMacroWork(const std::function<void()>& work)
+{
+    struct Count {
+        int& running;
+        ~Count() { --running; }
+    } const count{++m_runningMacros};
+    if (m_runningMacros > 1 || !m_confinement.confines() || !m_surroundings.confined)
+        return work();
+    m_surroundings.confined(m_confinement.folders(), work);
+}
+
+std::filesystem::path Application::reachable(const Text& path)
+{
+    const Text canonical = zn::canonicalPath(path);
+    if (m_runningMacros > 0)
+        m_confinement.require(canonical);
+    return m_surroundings.files.toMachine(canonical);
 }
 
 const MemberTable& Application::members() const
@@ -110,6 +131,8 @@ const MemberTable& Application::members() const
         {u"GetErrorMessages", MemberUse::Call, u"Messages Ids Types", member<&Application::getErrorMessages>},
         {u"RunMacro", MemberUse::Call, u"FilePath Module Procedure", member<&Application::runMacroMember>},
         {u"RunMacro2", MemberUse::Call, u"FilePath Module Procedure Options Reason", member<&Application::runMacro2>},
+        {u"ConfineMacros", MemberUse::Call, u"Folders", member<&Application::confineMacros>},
+        {u"GetRefusals", MemberUse::Call, u"", member<&Application::getRefusals>},
     };
     static const MemberTable table(rows);
     return table;
@@ -168,6 +191,19 @@ Value Application::runMacro2(Arguments& arguments)
     arguments.set(4, static_cast<std::int32_t>(outcome.reason));
     return outcome.success;
 }
+
+/// From the next macro on. Only who drives the application says where its macros may go.
+Value Application::confineMacros(Arguments& arguments)
+{
+    if (m_runningMacros > 0)
+        throw StatusError(zn::E_ACCESSDENIED, "A macro can't change what macros may reach.");
+    m_confinement.confine(arguments.texts(0));
+    m_confinement.add(m_surroundings.workFolder);
+    return {};
+}
+
+/// What macros were refused since they were confined, in sentences; a macro can't make it forget them.
+Value Application::getRefusals(Arguments&) { return textArray(m_confinement.refusals()); }
 
 template <bool Application::*Flag> Value Application::getFlag(Arguments&) { return this->*Flag; }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zentrel/application/Confinement.h"
 #include "zentrel/application/EventSource.h"
 #include "zentrel/application/ModelDoc.h"
 #include "zentrel/application/Preferences.h"
@@ -39,6 +40,13 @@ public:
     void report(const std::string& sentence);
     /// Forgets the messages that nobody has asked for.
     void forgetReports();
+
+    /// Runs the work of a macro, confined if macros are.
+    void runMacroWork(const std::function<void()>& work);
+    Confinement& confinement() { return m_confinement; }
+    /// The machine's path of a backslash path that somebody has given a member. Raises `pathRefused` if it was a
+    /// confined macro that may not reach it; who drives the application from outside may name any path.
+    std::filesystem::path reachable(const Text& path);
 
     struct Opened {
         ModelDocRef document;    ///< null if it couldn't be opened
@@ -88,6 +96,8 @@ private:
     Value getErrorMessages(Arguments& arguments);
     Value runMacroMember(Arguments& arguments);
     Value runMacro2(Arguments& arguments);
+    Value confineMacros(Arguments& arguments);
+    Value getRefusals(Arguments&);
     template <bool Application::*Flag> Value getFlag(Arguments&);
     template <bool Application::*Flag> Value putFlag(Arguments& arguments);
     Value setSwitch(Arguments& arguments);
@@ -103,6 +113,8 @@ private:
 
     Surroundings m_surroundings;
     Preferences m_preferences;
+    Confinement m_confinement;
+    int m_runningMacros = 0; ///< one within another
     std::vector<ModelDocRef> m_documents;
     ModelDocRef m_active;
     std::vector<Text> m_messages;

@@ -91,7 +91,7 @@ Application::Opened Application::openDocument(
 {
     const Text canonical = zn::canonicalPath(path);
     try {
-        const auto file = m_surroundings.files.toMachine(canonical);
+        const auto file = reachable(canonical);
         const auto changed = changeTime(file);
         if (const ModelDocRef open = findDocument(canonical); open && open->kind() == kind) {
             if (open->identity().changed == changed) {
@@ -124,7 +124,7 @@ Application::Opened Application::importDocument(const Text& path)
 {
     const Text canonical = zn::canonicalPath(path);
     try {
-        const auto file = m_surroundings.files.toMachine(canonical);
+        const auto file = reachable(canonical);
         return enter(newDocument(*this,
                          {.path = {},
                              .source = canonical,

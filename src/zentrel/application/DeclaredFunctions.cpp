@@ -20,18 +20,19 @@ bool isRelative(TextView path)
 }
 
 /// Makes a folder with its parents. 0 only if this call has made it.
-Value createDirectories(zn::FileSystem& files, DeclaredCall& call)
+Value createDirectories(zn::FileSystem& files, Confinement& confinement, DeclaredCall& call)
 {
     const auto path = call.text(1);
     if (!path || isRelative(*path))
         return BadPathName;
     const Text folder = zn::withoutTrailingSeparators(zn::canonicalPath(*path));
+    confinement.require(folder);
     if (files.createFolders(folder))
         return Done;
     return files.attributes(folder) ? AlreadyExists : PathNotFound;
 }
 
-Value pathIsRelative(zn::FileSystem&, DeclaredCall& call)
+Value pathIsRelative(zn::FileSystem&, Confinement&, DeclaredCall& call)
 {
     const auto path = call.text(0);
     return path && isRelative(*path) ? 1 : 0;
@@ -41,7 +42,7 @@ struct DeclaredFunction {
     const char16_t* library; ///< without ".dll"
     const char16_t* entry;
     std::size_t parameters;
-    Value (*function)(zn::FileSystem& files, DeclaredCall& call);
+    Value (*function)(zn::FileSystem& files, Confinement& confinement, DeclaredCall& call);
 };
 
 constexpr DeclaredFunction functions[] = {
@@ -56,7 +57,7 @@ Text withoutSuffix(const Text& library)
 
 } // namespace
 
-Value callDeclaredFunction(zn::FileSystem& files, DeclaredCall& call)
+Value callDeclaredFunction(zn::FileSystem& files, Confinement& confinement, DeclaredCall& call)
 {
     for (const DeclaredFunction& function : functions) {
         if (!zn::equalNoCase(withoutSuffix(call.library), function.library) || call.entry != function.entry)
@@ -64,7 +65,7 @@ Value callDeclaredFunction(zn::FileSystem& files, DeclaredCall& call)
         if (call.arguments.size() != function.parameters)
             throw StatusError(zn::DISP_E_BADPARAMCOUNT,
                 fmt::format("'{}' takes {} arguments.", zn::toUtf8(call.entry), function.parameters));
-        return function.function(files, call);
+        return function.function(files, confinement, call);
     }
     throw StatusError(zn::DISP_E_MEMBERNOTFOUND,
         fmt::format("The function '{}' of the library '{}' is not provided.", zn::toUtf8(call.entry),

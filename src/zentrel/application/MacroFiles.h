@@ -12,6 +12,12 @@ class MacroFiles : public zn::language::FileAccess {
 public:
     /// `files` outlives this object.
     explicit MacroFiles(zn::FileSystem& files);
+    /// With another current folder at first than the process's.
+    MacroFiles(zn::FileSystem& files, Text current)
+        : m_files(files)
+        , m_current(std::move(current))
+    {
+    }
 
     std::unique_ptr<zn::language::OpenedFile> open(const Text& path, zn::language::FileMode mode) override;
     bool facts(const Text& path, zn::language::FileFacts& facts) override;
@@ -26,9 +32,10 @@ public:
     void setCurrentFolder(const Text& path) override;
     Text temporaryFolder() override { return m_files.temporaryFolder(); }
 
-private:
-    /// The path from the current folder on.
+    /// The canonical path, a relative one from the current folder on.
     Text absolute(const Text& path) const;
+
+private:
     std::filesystem::path machine(const Text& path) const { return m_files.toMachine(absolute(path)); }
 
     zn::FileSystem& m_files;

@@ -22,7 +22,7 @@ DispatchRef MacroHost::createObject(const Text& programId)
 
 Value MacroHost::callDeclared(zn::language::DeclaredCall& call)
 {
-    return callDeclaredFunction(m_application.surroundings().files, call);
+    return callDeclaredFunction(m_application.surroundings().files, m_application.confinement(), call);
 }
 
 void MacroHost::debugPrint(const Text& line)

@@ -28,8 +28,9 @@ private:
     Application& m_application;
 };
 
-/// The functions of the machine's libraries that macros declare. Raises `DISP_E_MEMBERNOTFOUND` for others.
-Value callDeclaredFunction(zn::FileSystem& files, zn::language::DeclaredCall& call);
+/// The functions of the machine's libraries that macros declare. Raises `DISP_E_MEMBERNOTFOUND` for others, and
+/// `pathRefused` where the macro may not go.
+Value callDeclaredFunction(zn::FileSystem& files, Confinement& confinement, zn::language::DeclaredCall& call);
 
 /// The button that a box has ready: the answer of whoever just presses Enter.
 std::int32_t defaultAnswer(std::int32_t buttons);

@@ -3,7 +3,7 @@
 #include "contracts/objectmodel/TypeLibrary.h"
 #include "language/Program.h"
 #include "zentrel/application/Application.h"
-#include "zentrel/application/MacroFiles.h"
+#include "zentrel/application/ConfinedFiles.h"
 #include "zentrel/application/MacroHost.h"
 
 #include <algorithm>
@@ -17,11 +17,8 @@ using zn::language::Reason;
 
 constexpr char16_t moduleName[] = u"ZNMacro1";
 
-} // namespace
-
-MacroOutcome runMacro(Application& application, const Text& file, const Text& module, const Text& procedure)
+MacroOutcome runModule(Application& application, const Text& file, const Text& module, const Text& procedure)
 {
-    application.forgetReports(); // so that what is asked for afterwards is about this macro
     zn::FileSystem& files = application.surroundings().files;
     const std::string name = zn::toUtf8(file);
     const auto fail = [&](Reason reason, const std::string& sentence) {
@@ -38,7 +35,7 @@ MacroOutcome runMacro(Application& application, const Text& file, const Text& mo
     try {
         const auto program = zn::language::compile(zn::fromCodePage(*bytes), macroCompileOptions());
         MacroHost host(application);
-        MacroFiles access(files);
+        ConfinedFiles access(files, application.confinement(), application.surroundings().workFolder);
         zn::language::Machine machine(program, host, access);
         machine.run(procedure);
         return {true, Reason::None};
@@ -49,6 +46,17 @@ MacroOutcome runMacro(Application& application, const Text& file, const Text& mo
         return fail(zn::language::reasonOf(fault),
             faultText(name, fault.line, fault.column, fault.description, fault.sourceLine));
     }
+}
+
+} // namespace
+
+MacroOutcome runMacro(Application& application, const Text& file, const Text& module, const Text& procedure)
+{
+    application.reachable(file); // a macro may be running already that wants this one run
+    application.forgetReports(); // so that what is asked for afterwards is about this macro
+    MacroOutcome outcome;
+    application.runMacroWork([&] { outcome = runModule(application, file, module, procedure); });
+    return outcome;
 }
 
 std::string faultText(const std::string& file, int line, int column, const Text& message, const Text& sourceLine)

@@ -128,12 +128,12 @@ zn::Printer printerFor(ModelDoc& document, const PrintRequest& request)
     return *std::move(printer);
 }
 
-void deliver(const Application& application, const PrintRequest& request, const zn::Printer& printer, zn::PrintJob job)
+void deliver(Application& application, const PrintRequest& request, const zn::Printer& printer, zn::PrintJob job)
 {
     if (request.file.empty())
         application.surroundings().printers.print(printer.name, job);
     else
-        writeWhole(application.surroundings().files.toMachine(request.file), job.pdf);
+        writeWhole(application.reachable(request.file), job.pdf);
 }
 
 std::vector<Item> print(ModelDoc& document, const PrintRequest& request)
@@ -162,6 +162,8 @@ std::vector<Item> print(ModelDoc& document, const PrintRequest& request)
 
 bool printDocument(ModelDoc& document, const PrintRequest& request)
 {
+    if (!request.file.empty())
+        document.application().reachable(request.file); // a refusal is the macro's error, not a failed print
     std::vector<Item> items;
     try {
         items = print(document, request);

@@ -69,7 +69,9 @@ template <class Write> void writeModel(Save& save, bool oneFile, const Write& wr
     }
     const Text folder = zn::pathFolder(save.path);
     for (const ModelFile& one : componentFiles(model, save.target)) {
-        announce(save, zn::pathAppend(folder, zn::toText(one.file.filename().string())));
+        const Text path = zn::pathAppend(folder, zn::toText(one.file.filename().string()));
+        save.document.application().reachable(path);
+        announce(save, path);
         write(*one.model, one.file);
     }
 }
@@ -202,7 +204,7 @@ SaveOutcome saveDocument(ModelDoc& document, const SaveRequest& request)
                 zn::toUtf8(document.identity().title), zn::toUtf8(request.path)));
     try {
         const Text path = zn::canonicalPath(request.path);
-        Save save{document, request, path, application.surroundings().files.toMachine(path)};
+        Save save{document, request, path, application.reachable(path)};
         format->save(save);
         return {};
     } catch (const DocumentError& error) {

@@ -26,6 +26,10 @@ struct Surroundings {
     std::function<void()> exit;
     /// Output of `Debug.Print`; the log if it is empty.
     std::function<void(const std::string&)> print;
+    /// Runs the work of a macro that may reach `folders` only, with what the system itself can do to keep it there;
+    /// just runs it if it is empty. Exceptions of the work are passed on.
+    std::function<void(const std::vector<std::filesystem::path>& folders, const std::function<void()>& work)> confined
+        = {};
 };
 
 } // namespace zn::zentrel

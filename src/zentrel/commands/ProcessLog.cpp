@@ -27,6 +27,11 @@ void ProcessLog::write(const std::string& line)
 {
     if (m_echo)
         fmt::print(stderr, "zentrel: {}\n", line);
+    note(line);
+}
+
+void ProcessLog::note(const std::string& line)
+{
     std::ofstream file(m_file, std::ios::app);
     // One write, so that lines of several processes don't mix.
     file << fmt::format("{:%F %T} [{}] {}\n", fmt::localtime(std::time(nullptr)), getpid(), line) << std::flush;

@@ -14,6 +14,8 @@ public:
     ProcessLog(std::filesystem::path file, bool echo);
 
     void write(const std::string& line);
+    /// The same, but never shown.
+    void note(const std::string& line);
 
 private:
     std::filesystem::path m_file;

@@ -12,8 +12,15 @@ namespace {
 struct RunMacro {
     const Common* common;
     std::filesystem::path file = {};
+    std::vector<std::filesystem::path> folders = {};
 
-    void declare(Arguments& take) { take.option("FILE", file, "Macro text in the single-byte code page").required(); }
+    void declare(Arguments& take)
+    {
+        take.option("FILE", file, "Macro text in the single-byte code page").required();
+        take.option("--confine", folders,
+                "The macro reaches this folder and what is below it, and no file outside; may be given several times")
+            .shownAs("DIR");
+    }
 
     int run() const
     {
@@ -22,10 +29,20 @@ struct RunMacro {
                 .exit = {},
                 .print = [](const std::string& line) { std::cout << line << '\n'; },
                 .echo = true});
+        if (!folders.empty())
+            session.application()->call(u"ConfineMacros", {textArray(machinePaths(session.platform().files()))});
         const zn::Text path = session.platform().files().fromMachine(file);
         const MacroOutcome outcome = runMacro(*session.application(), path, u"ZNMacro1", u"main");
         std::cout << std::flush;
         return outcome.success ? zn::commandline::done : zn::commandline::failed;
+    }
+
+    std::vector<zn::Text> machinePaths(zn::FileSystem& files) const
+    {
+        std::vector<zn::Text> paths;
+        for (const auto& folder : folders)
+            paths.push_back(files.fromMachine(folder));
+        return paths;
     }
 };
 

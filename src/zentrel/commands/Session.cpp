@@ -1,6 +1,23 @@
 #include "zentrel/commands/Session.h"
 
+#include "platform/KernelConfinement.h"
+#include "platform/linux/FolderPrinters.h"
+
+#include <fmt/format.h>
+
 namespace zn::zentrel {
+
+namespace {
+
+std::string list(const std::vector<std::filesystem::path>& folders)
+{
+    std::string text;
+    for (const auto& folder : folders)
+        text += (text.empty() ? "'" : ", '") + folder.string() + "'";
+    return text;
+}
+
+} // namespace
 
 Session::Session(const std::filesystem::path& home, Hooks hooks)
     : m_platform(zn::Home::open(home))
@@ -15,7 +32,36 @@ Session::Session(const std::filesystem::path& home, Hooks hooks)
         .stopRequested = std::move(hooks.stopRequested),
         .exit = std::move(hooks.exit),
         .print = std::move(hooks.print),
+        .confined = [this](const auto& folders, const auto& work) { runConfined(folders, work); },
     });
+}
+
+void Session::runConfined(std::vector<std::filesystem::path> folders, const std::function<void()>& work)
+{
+    // The kernel can't allow what isn't there, and the macro would make the folder when it comes to it.
+    std::error_code ignored;
+    for (const auto& folder : folders)
+        std::filesystem::create_directories(folder, ignored);
+    if (!m_confinementNoted) {
+        const int version = zn::kernelConfinementVersion();
+        m_log.note("Macros are confined to " + list(folders)
+            + (version > 0 ? fmt::format(", by this program and by the kernel (Landlock {}).", version)
+                           : ", by this program alone: this kernel has no Landlock."));
+        m_confinementNoted = true;
+    }
+    // What the program itself writes while a macro runs.
+    folders.push_back(m_platform.home().runtimeFolder());
+    folders.emplace_back("/dev/null");
+    zn::FolderPrinters printers(m_platform.registry(), m_platform.files());
+    for (const zn::Printer& printer : printers.list()) {
+        try {
+            folders.push_back(printers.folderOf(printer.name));
+        } catch (const StatusError&) {
+            continue; // its folder is on a drive that isn't mapped: nothing will be printed there
+        }
+    }
+    if (!zn::runWithWritesConfined(folders, work) && zn::kernelConfinementVersion() > 0)
+        m_log.note("The kernel did not confine this macro; this program did.");
 }
 
 } // namespace zn::zentrel

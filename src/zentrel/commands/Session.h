@@ -29,10 +29,14 @@ public:
     ProcessLog& log() { return m_log; }
 
 private:
+    /// Keeps a macro's work in these folders by the kernel, too, where it can.
+    void runConfined(std::vector<std::filesystem::path> folders, const std::function<void()>& work);
+
     zn::LinuxPlatform m_platform;
     zn::WorkFolder m_workFolder;
     ProcessLog m_log;
     std::shared_ptr<Application> m_application;
+    bool m_confinementNoted = false;
 };
 
 } // namespace zn::zentrel

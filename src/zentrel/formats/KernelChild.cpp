@@ -2,6 +2,7 @@
 
 #include "contracts/documents/DocumentError.h"
 #include "platform/FileDescriptor.h"
+#include "platform/KernelConfinement.h"
 
 #include <array>
 #include <cerrno>
@@ -50,8 +51,10 @@ rlim_t largestGrowth()
     return static_cast<rlim_t>(sysconf(_SC_PHYS_PAGES)) / 2 * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// A child neither outlives its parent nor leaves a core file, and handles no signal as the parent does.
-void limitChild(pid_t parent, std::chrono::seconds limit)
+/// A child neither outlives its parent nor leaves a core file, and handles no signal as the parent does. It writes
+/// beside the file that it works on, if anywhere, also when a foreign file has taken it over; a kernel that can't keep
+/// it there leaves it what the process may.
+void limitChild(pid_t parent, const std::filesystem::path& file, std::chrono::seconds limit)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent)
@@ -66,6 +69,7 @@ void limitChild(pid_t parent, std::chrono::seconds limit)
     const auto seconds = static_cast<rlim_t>(limit.count());
     const rlimit time{seconds, seconds + 60};
     setrlimit(RLIMIT_CPU, &time);
+    zn::confineWritesOfThisThread({std::filesystem::absolute(file).parent_path()});
 }
 
 std::string answerOf(
@@ -112,7 +116,7 @@ std::string runInChild(const std::string& doing, const std::filesystem::path& fi
     if (child < 0)
         throw DocumentError(ErrorKind::Kernel, std::string("No process can be started: ") + std::strerror(errno) + ".");
     if (child == 0) {
-        limitChild(parent, limit);
+        limitChild(parent, file, limit);
         // Fails when the parent has gone, and then nobody waits.
         [[maybe_unused]] const bool written = writer.writeAll(answerOf(doing, file, work));
         _exit(0);
