@@ -139,10 +139,10 @@ void Adder::settle(const zn::Text& path, TargetFolder& folder)
             throw zn::StatusError(E_ARK_NOT_IN_VAULT,
                 "The folder " + zn::toUtf8(path) + " is not in the vault's folder " + zn::toUtf8(m_vault.local().root())
                     + ".");
+        requireSafeNewFolders(*relative);
         for (const zn::Text& part : pathParts(*relative))
             requireGoodName(part);
         folder.relative = *relative;
-        requireSafeNewFolders(*relative);
         m_vault.permissions().require(m_vault.folders().findNearest(*relative), Right::Add);
     } catch (const zn::StatusError& error) {
         folder.failure = {error.status(), error.what()};

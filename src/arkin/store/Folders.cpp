@@ -26,7 +26,12 @@ void requireGoodName(TextView name)
 
 namespace {
 
-bool isUnsafe(char16_t unit) { return unit < 32 || unit == 127 || unit == u'"' || unit == u'<' || unit == u'>'; }
+/// Control characters are those of both halves of the code page, and the two that end a line or paragraph elsewhere.
+bool isUnsafe(char16_t unit)
+{
+    return unit < 32 || (unit >= 0x7F && unit < 0xA0) || unit == 0x2028 || unit == 0x2029 || unit == u'"'
+        || unit == u'<' || unit == u'>';
+}
 
 } // namespace
 

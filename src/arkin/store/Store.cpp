@@ -55,6 +55,11 @@ VaultInfo Store::createVault(TextView name, TextView root)
     requireGoodName(name);
     VaultInfo info{0, Text(name), zn::withoutTrailingSeparators(zn::canonicalPath(root)), 0};
     const std::string storedName = zn::toUtf8(name), key = nameKey(name), storedRoot = zn::toUtf8(info.root);
+    if (hasUnsafeCharacter(info.root))
+        throw zn::StatusError(E_ARK_BAD_NAME,
+            "The folder " + storedRoot
+                + " can't be a vault's: its path has a character that tasks can't work with (\", <, > or a control "
+                  "character). Choose or rename a folder.");
     std::error_code error;
     std::filesystem::create_directories(m_files.toMachine(info.root), error);
     if (error)

@@ -174,6 +174,12 @@ private:
             if (hasUnsafeCharacter(zn::toText(name)))
                 noteUnsafe("folder", name);
         }
+        statement = (m_session.prepare << "SELECT root FROM vaults", soci::into(name));
+        statement.execute();
+        while (statement.fetch()) {
+            if (hasUnsafeCharacter(zn::toText(name)))
+                noteUnsafe("vault's folder", name);
+        }
     }
 
     /// Nothing is lost, but tasks fail on it.
