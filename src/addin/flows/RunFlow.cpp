@@ -1,5 +1,6 @@
 #include "addin/flows/RunFlow.h"
 
+#include "addin/flows/MacroReach.h"
 #include "addin/flows/RunClose.h"
 #include "addin/flows/RunMessages.h"
 #include "addin/flows/RunState.h"
@@ -26,6 +27,8 @@ struct Run {
     std::int32_t total = 0;
     const OutputRecord* current = nullptr; ///< the file that is being worked on
     bool failureTold = false;              ///< people know already what ended the run
+    bool confined = false;                 ///< its macros reach the task's folders only
+    bool freedomTold = false;              ///< people know that this CAD application can't confine them
 };
 
 /// The code with which a step ends the run's body at once, without stopping the session or closing the run; none when
@@ -77,13 +80,35 @@ void tellApplicationsWords(Run& run, const OutputRecord& record, const Text& pas
     }
 }
 
+/// What the file's macro was kept from, also if it went on as if nothing were. True if there was anything.
+bool tellRefusals(Run& run, const OutputRecord& record, const Text& passedOn)
+{
+    const std::vector<Text> refusals = run.context.session.GetRefusals();
+    for (const Text& refusal : refusals) {
+        if (passedOn.find(refusal) == Text::npos)
+            run.messages.tell(record.path, refusal);
+    }
+    if (!refusals.empty())
+        run.messages.tell(record.path,
+            u"Look at the file's name and at its card: a value may have become a part of the macro. An administrator "
+            u"who wants the macro to go there finds in the documentation of macros how.");
+    if (run.context.session.CannotConfine() && !run.freedomTold) {
+        run.freedomTold = true;
+        run.messages.tell({},
+            u"This CAD application can't confine macros to the task's folders: what a file's name or its card puts "
+            u"into a macro may reach every file that the worker may.");
+    }
+    return !refusals.empty();
+}
+
 /// What the file's macro left undone although it may have ended normally. True if there was anything to tell.
 bool tellOfFile(Run& run, OutputRecord& record)
 {
     TaskContext& context = run.context;
     const Text logged = context.macroBuilder.TakeMacroLog();
-    record.complained = !logged.empty();
-    if (record.complained) {
+    const bool refused = tellRefusals(run, record, logged);
+    record.complained = !logged.empty() || refused;
+    if (!logged.empty()) {
         run.messages.tellWithRun(record.path, logged);
         tellApplicationsWords(run, record, logged);
     }
@@ -98,6 +123,8 @@ void runMacro(Run& run, OutputRecord& record, const Text& revision)
 {
     TaskContext& context = run.context;
     const Text macro = context.macroBuilder.Build(revision);
+    if (run.confined)
+        context.session.ConfineMacros(reachableFolders(*run.vault, run.instance, record.path, run.logPath));
     try {
         context.session.RunMacro(macro);
     } catch (const StatusError&) {
@@ -212,6 +239,7 @@ Text configure(Run& run)
     Text script = readScript(run.instance);
     const std::int32_t year = readInteger(run.instance, u"__zn_version").value_or(0);
     context.session.Configure(context.fileLogic, context.kind, run.instance, year);
+    run.confined = confinesMacro(context.platform.registry, script);
     return script;
 }
 

@@ -76,6 +76,9 @@ ZNManager::MacroOutcome ZNManager::callMacro(const Text& file)
         if (!m_app)
             throw StatusError(E_POINTER, "The CAD application has not been started.");
         const ZnApplication application(m_app);
+        // Each time: a process that was started anew knows nothing of it.
+        if (m_reach && !m_cannotConfine)
+            m_cannotConfine = !application.ConfineMacros(*m_reach);
         outcome.result = m_revisionMajor < firstReleaseWithReasons
             ? application.RunMacro(file, moduleName, procedureName)
             : application.RunMacro2(file, moduleName, procedureName, 0);

@@ -61,6 +61,8 @@ void ZNManager::Configure(
     m_fileLogic = &fileLogic;
     m_taskKind = taskKind;
     m_requestedYear = requestedYear;
+    m_reach.reset();
+    m_cannotConfine = false;
     disconnectDocuments();
     if (taskKind == TaskKind::Conversion)
         m_labels.read(taskInstance);
@@ -137,6 +139,15 @@ std::vector<Text> ZNManager::TakeMessages() const
         return m_app ? ZnApplication(m_app).GetErrorMessages() : std::vector<Text>();
     } catch (const StatusError&) {
         return {}; // it has gone, or knows no such list; the macro's own words remain
+    }
+}
+
+std::vector<Text> ZNManager::GetRefusals() const
+{
+    try {
+        return m_app && m_reach && !m_cannotConfine ? ZnApplication(m_app).GetRefusals() : std::vector<Text>();
+    } catch (const StatusError&) {
+        return {}; // it has gone, which its macro's failure tells
     }
 }
 

@@ -12,6 +12,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace zn {
 
@@ -52,6 +53,13 @@ public:
     /// Runs the procedure `main` of the macro, restarting the application where that may help. Returns when the macro
     /// has ended normally; raises otherwise, with the reason as the last error.
     void RunMacro(const Text& macroText);
+    /// The next macros reach these folders (backslash paths) and no file outside, as far as the application can confine
+    /// them. It lasts until `Configure`.
+    void ConfineMacros(std::vector<Text> folders) { m_reach = std::move(folders); }
+    /// Whether a macro was to be confined and this application can't.
+    bool CannotConfine() const { return m_cannotConfine; }
+    /// What the last macro tried outside, in sentences; nothing if the application has gone.
+    std::vector<Text> GetRefusals() const;
     /// To be called after each file: replaces the application after 100 macros and saved files, or when its memory has
     /// grown past twice its first size and 256 MiB, and starts it anew if it went away. Raises on failure.
     void AfterMacro();
@@ -136,6 +144,9 @@ private:
     std::int32_t m_restartCount = 0; ///< restarts in a row without a success in between
     bool m_baselinePending = false;  ///< the next look at the memory use is the session's first
     std::uint64_t m_baselineWorkingSet = 0;
+
+    std::optional<std::vector<Text>> m_reach;
+    bool m_cannotConfine = false;
 
     Text m_lastError;
     StartupSettings m_startup;

@@ -136,6 +136,26 @@ std::vector<Text> ZnApplication::GetErrorMessages() const
 
 DispatchRef ZnApplication::GetFirstDocument() const { return dispatchOf(m_object->call(u"GetFirstDocument")); }
 
+bool ZnApplication::ConfineMacros(const std::vector<Text>& folders) const
+{
+    try {
+        m_object->call(u"ConfineMacros", {Value::arrayOf(std::vector<Value>(folders.begin(), folders.end()))});
+        return true;
+    } catch (const StatusError& failure) {
+        if (failure.status() != DISP_E_MEMBERNOTFOUND)
+            throw;
+        return false;
+    }
+}
+
+std::vector<Text> ZnApplication::GetRefusals() const
+{
+    std::vector<Text> sentences;
+    for (const Value& sentence : elementsOf(m_object->call(u"GetRefusals")))
+        sentences.push_back(sentence.toText());
+    return sentences;
+}
+
 ZnApplication::MacroResult ZnApplication::RunMacro(const Text& file, const Text& module, const Text& procedure) const
 {
     return {m_object->call(u"RunMacro", {file, module, procedure}).toBool(), 0};

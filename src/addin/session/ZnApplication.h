@@ -105,6 +105,10 @@ public:
     std::vector<Text> GetErrorMessages() const;
     /// Null if no document is open.
     DispatchRef GetFirstDocument() const;
+    /// Names the folders that macros may reach from now on. False if the application knows nothing of that.
+    bool ConfineMacros(const std::vector<Text>& folders) const;
+    /// What macros were refused since then, in sentences.
+    std::vector<Text> GetRefusals() const;
     /// The call of releases below 17, which tells no reason.
     MacroResult RunMacro(const Text& file, const Text& module, const Text& procedure) const;
     MacroResult RunMacro2(const Text& file, const Text& module, const Text& procedure, std::int32_t options) const;

@@ -1,6 +1,8 @@
 #include "addin/flows/RunState.h"
 #include "addin/flows/ZNTaskAddIn.h"
 #include "addin/installation/SettingsLight.h"
+#include "addin/macro/MacroResources.h"
+#include "addin/session/FindExecutable.h"
 #include "tests/addin/session/SessionFixture.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/Files.h"
@@ -100,6 +102,53 @@ TEST_F(Run, AWornOutApplicationIsReplacedBetweenFiles)
     EXPECT_EQ(macros.size(), 101u);
     const auto& calls = *application->log;
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "ExitApp"), 2); // after a hundred macros, and at the end
+}
+
+TEST_F(Run, MacrosThatNobodyWroteAreConfinedToTheTasksFolders)
+{
+    installCad();
+    select(1, "a.zenprt");
+    select(2, "b.zenprt");
+    host.taskVariables[u"ErrorLogPath"] = u"Y:\\Logs";
+    host.taskVariables[u"OutputPath"] = u"<VaultPath>\\..\\Out\\%Project%\\a.stl";
+    host.taskVariables[u"OutputPath2"] = u"Y:\\Shared\\<Filename>.stl";
+    const std::string folders = "ConfineMacros(" + toUtf8(machine.path("vault")) + ", Y:\\Logs, "
+        + toUtf8(machine.path("Out")) + ", Y:\\Shared)";
+    Text edited = defaultMacro(TaskKind::Conversion), unchanged = defaultMacro(TaskKind::Printing) + u"\n";
+    edited.insert(edited.find(u"Sub main"), u"' ours\r\n");
+    std::erase(unchanged, u'\r');
+    const struct {
+        Text script;
+        std::optional<std::int32_t> chosen;
+        std::ptrdiff_t confined;
+    } cases[] = {{defaultMacro(TaskKind::Conversion), {}, 2}, {unchanged, {}, 2}, {unchanged, 0, 0}, {edited, {}, 0},
+        {edited, 1, 0}, {edited, 2, 2}, {u"run <Filepath>", {}, 0}};
+    for (const auto& one : cases) {
+        Registry& registry = machine.machine.registry();
+        registry.removeValue(RegistryRoot::User, addInKey, u"ConfineMacros");
+        if (one.chosen)
+            registry.write(RegistryRoot::User, addInKey, u"ConfineMacros", RegistryValue::number(*one.chosen));
+        host.taskVariables[u"__script"] = one.script;
+        application->log->clear();
+        run(3);
+        EXPECT_EQ(std::ranges::count(*application->log, folders), one.confined)
+            << ::testing::PrintToString(*application->log);
+    }
+    machine.machine.registry().removeKey(RegistryRoot::User, addInKey, {});
+    // An application that knows nothing of it runs them, and the run says so once; one that fails to do it doesn't.
+    host.taskVariables[u"__script"] = unchanged;
+    for (const auto& [failure, run_] : {std::pair(DISP_E_MEMBERNOTFOUND, 2u), {E_FAIL, 0u}}) {
+        application->failures["ConfineMacros"] = failure;
+        macros.clear();
+        host.messages.clear();
+        run(3);
+        EXPECT_EQ(macros.size(), run_);
+        EXPECT_EQ(std::ranges::count_if(host.messages,
+                      [](const auto& message) {
+                          return message.find("This CAD application can't confine macros") != std::string::npos;
+                      }),
+            run_ / 2);
+    }
 }
 
 TEST_F(Run, ScriptTaskGoesThroughItsFilesInOrderAndReports)

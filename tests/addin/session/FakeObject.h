@@ -2,6 +2,7 @@
 
 #include "base/Dispatch.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 
@@ -23,8 +24,14 @@ public:
     Value invoke(MemberCall& call) override
     {
         std::string arguments;
-        for (const Value& argument : call.arguments)
-            arguments += (arguments.empty() ? "" : ", ") + toUtf8(argument.toText());
+        const auto add
+            = [&](const Value& value) { arguments += (arguments.empty() ? "" : ", ") + toUtf8(value.toText()); };
+        for (const Value& argument : call.arguments) {
+            if (const ArrayRef* array = argument.get<ArrayRef>())
+                std::ranges::for_each((*array)->elements, add);
+            else
+                add(argument);
+        }
         const std::string name = toUtf8(call.name);
         if (call.use == MemberUse::Put)
             log->push_back(name + "=" + arguments);
