@@ -15,6 +15,8 @@
 
 namespace fs = std::filesystem;
 using namespace zn::zentrel;
+using zn::DocumentError;
+using zn::ErrorKind;
 
 namespace {
 

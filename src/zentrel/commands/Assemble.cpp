@@ -1,5 +1,6 @@
 #include "zentrel/commands/Command.h"
 
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/Build.h"
 
 namespace zn::zentrel::commands {
@@ -27,7 +28,10 @@ struct Assemble {
             components.push_back({part, true});
         if (components.empty())
             throw WrongUse("PART is required");
-        assemble(output, components);
+        runInChild({"laying out", output, computingLimit(components.size())}, [&] {
+            assemble(output, components);
+            return std::string();
+        });
         return zn::commandline::done;
     }
 };

@@ -1,5 +1,6 @@
 #include "zentrel/commands/Command.h"
 
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/Build.h"
 
 #include <regex>
@@ -40,7 +41,10 @@ struct Draw {
         std::vector<DrawInput> inputs;
         for (const std::string& text : sheets)
             inputs.push_back(sheetOf(text));
-        draw(output, inputs);
+        runInChild({"laying out", output, computingLimit(inputs.size())}, [&] {
+            draw(output, inputs);
+            return std::string();
+        });
         return zn::commandline::done;
     }
 };

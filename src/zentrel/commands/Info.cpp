@@ -1,6 +1,7 @@
 #include "zentrel/commands/Command.h"
 
 #include "commandline/Json.h"
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/Describe.h"
 
 #include <fmt/format.h>
@@ -82,11 +83,15 @@ struct Info {
 
     int run() const
     {
-        const DocumentInfo info = describe(file);
-        if (json)
-            fmt::print("{}\n", asJson(info).text());
-        else
-            print(info);
+        runInChild({"reading", file, computingLimit(0)}, [this] {
+            const DocumentInfo info = describe(file);
+            if (json)
+                fmt::print("{}\n", asJson(info).text());
+            else
+                print(info);
+            std::fflush(stdout);
+            return std::string();
+        });
         return zn::commandline::done;
     }
 };

@@ -2,6 +2,7 @@
 
 #include "platform/KernelConfinement.h"
 #include "platform/linux/FolderPrinters.h"
+#include "zentrel/kernel/KernelLimits.h"
 
 #include <fmt/format.h>
 
@@ -17,6 +18,26 @@ std::string list(const std::vector<std::filesystem::path>& folders)
     return text;
 }
 
+constexpr char16_t limitsKey[] = u"SOFTWARE\\Zentrel\\Zentrel 2018\\Limits";
+
+/// A positive number of the registry; nothing for anything else.
+std::optional<std::size_t> limit(zn::Registry& registry, const char16_t* name)
+{
+    const auto value = registry.read(zn::RegistryRoot::Machine, limitsKey, name);
+    const auto number = value ? value->asNumber() : std::nullopt;
+    return number && *number > 0 ? std::optional(static_cast<std::size_t>(*number)) : std::nullopt;
+}
+
+KernelLimits limitsFrom(zn::Registry& registry)
+{
+    constexpr std::size_t megabyte = std::size_t{1} << 20;
+    KernelLimits limits;
+    if (const auto seconds = limit(registry, u"KernelSeconds"))
+        limits.computing = std::chrono::seconds(*seconds);
+    limits.memory = limit(registry, u"KernelMegabytes").value_or(0) * megabyte;
+    return limits;
+}
+
 } // namespace
 
 Session::Session(const std::filesystem::path& home, Hooks hooks)
@@ -24,6 +45,9 @@ Session::Session(const std::filesystem::path& home, Hooks hooks)
     , m_workFolder(std::filesystem::temp_directory_path(), "zentrel")
     , m_log(m_platform.home().runtimeFolder() / "zentrel.log", hooks.echo)
 {
+    KernelLimits limits = limitsFrom(m_platform.registry());
+    limits.userGone = hooks.stopRequested;
+    setKernelLimits(std::move(limits));
     m_application = std::make_shared<Application>(Surroundings{
         .files = m_platform.files(),
         .printers = m_platform.printers(),

@@ -179,23 +179,18 @@ TopoDS_Shape edgesOf(const TopoDS_Shape& shape)
 std::size_t countFaces(const Model& model)
 {
     std::size_t count = 0;
-    for (const PlacedBody& placed : placedBodies(model)) {
-        for (TopExp_Explorer faces(placed.body->shape, TopAbs_FACE); faces.More(); faces.Next())
-            ++count;
-    }
+    for (const PlacedBody& placed : placedBodies(model))
+        count += placed.body->shape.facts().faces;
     return count;
 }
 
 void requireSurfaces(const Model& model, const char* format, const std::filesystem::path& file)
 {
     for (const PlacedBody& placed : placedBodies(model)) {
-        for (TopExp_Explorer faces(placed.body->shape, TopAbs_FACE); faces.More(); faces.Next()) {
-            TopLoc_Location location;
-            if (BRep_Tool::Surface(TopoDS::Face(faces.Current()), location).IsNull())
-                throw DocumentError(ErrorKind::Unsupported,
-                    "The file " + quoted(file) + " can't be written: the body '" + zn::toUtf8(placed.body->name)
-                        + "' is only a tessellation, which " + format + " can't hold; STL and VRML can.");
-        }
+        if (!placed.body->shape.facts().hasSurfaces)
+            throw DocumentError(ErrorKind::Unsupported,
+                "The file " + quoted(file) + " can't be written: the body '" + zn::toUtf8(placed.body->name)
+                    + "' is only a tessellation, which " + format + " can't hold; STL and VRML can.");
     }
 }
 

@@ -1,11 +1,14 @@
 #include "zentrel/formats/Projection.h"
 
 #include "contracts/documents/DocumentError.h"
-#include "zentrel/formats/KernelGuard.h"
+#include "zentrel/formats/CafModel.h"
 #include "zentrel/formats/Mesh.h"
 #include "zentrel/formats/StrokesOfEdges.h"
+#include "zentrel/kernel/KernelChild.h"
 
+#include <algorithm>
 #include <BRep_Tool.hxx>
+#include <cmath>
 #include <HLRAlgo_Projector.hxx>
 #include <HLRBRep_Algo.hxx>
 #include <HLRBRep_HLRToShape.hxx>
@@ -35,7 +38,6 @@ struct Projection {
     gp_Ax2 plane;
     double tolerance = 0.0;
     bool hiddenLines = true;
-    std::size_t faces = 0;
 };
 
 Projection projectionOf(const Model& model, const gp_Dir& direction, const gp_Dir& up)
@@ -43,7 +45,8 @@ Projection projectionOf(const Model& model, const gp_Dir& direction, const gp_Di
     Projection projection;
     projection.plane = gp_Ax2(gp_Pnt(0, 0, 0), direction, up.Crossed(direction));
     for (const PlacedBody& placed : placedBodies(model)) {
-        const ProjectedBody body{placed.body->shape.Moved(TopLoc_Location(placed.placement)), placed.body->color};
+        const ProjectedBody body{
+            placed.body->shape.shape().Moved(TopLoc_Location(placed.placement)), placed.body->color};
         std::size_t faces = 0;
         std::size_t tessellated = 0;
         for (TopExp_Explorer explorer(body.shape, TopAbs_FACE); explorer.More(); explorer.Next()) {
@@ -53,7 +56,6 @@ Projection projectionOf(const Model& model, const gp_Dir& direction, const gp_Di
         }
         auto& group = faces == 0 ? projection.wires : tessellated > 0 ? projection.meshes : projection.solid;
         group.push_back(body);
-        projection.faces += faces;
     }
     return projection;
 }
@@ -120,20 +122,40 @@ void projectWires(const Projection& projection, std::vector<Stroke>& strokes)
 
 using Method = void (*)(const Projection& projection, std::vector<Stroke>& strokes);
 
-std::vector<Stroke> strokesBy(
-    Method method, const Projection& projection, std::chrono::seconds limit, const std::filesystem::path& file)
+/// What is asked for: of a model, not yet of its shapes.
+struct Wanted {
+    const Model& model;
+    gp_Dir direction;
+    gp_Dir up;
+    double tolerance;
+    bool hiddenLines;
+    const std::filesystem::path& file;
+};
+
+bool hasPlace(const Stroke& stroke)
 {
-    return unpackStrokes(runInChild(
-        "projecting a view of", file,
-        [&] {
-            std::vector<Stroke> strokes;
-            if (!projection.solid.empty())
-                method(projection, strokes);
-            projectWires(projection, strokes);
-            dropCoveredHidden(strokes, projection.tolerance);
-            return packStrokes(strokes);
-        },
-        limit));
+    return std::all_of(stroke.points.begin(), stroke.points.end(),
+        [](const Point2& point) { return std::isfinite(point[0]) && std::isfinite(point[1]); });
+}
+
+std::vector<Stroke> strokesBy(Method method, const Wanted& wanted, std::chrono::seconds limit)
+{
+    return unpackStrokes(runInChild({"projecting a view of", wanted.file, limit}, [&] {
+        Projection projection = projectionOf(wanted.model, wanted.direction, wanted.up);
+        projection.tolerance = wanted.tolerance;
+        projection.hiddenLines = wanted.hiddenLines;
+        std::vector<Stroke> strokes;
+        if (!projection.solid.empty())
+            method(projection, strokes);
+        // A projection without a line is a failure that the kernel didn't notice.
+        if (!projection.solid.empty() && strokes.empty())
+            throw Standard_Failure("nothing is seen");
+        projectWires(projection, strokes);
+        dropCoveredHidden(strokes, projection.tolerance);
+        if (!std::all_of(strokes.begin(), strokes.end(), hasPlace))
+            throw Standard_Failure("lines without a place");
+        return packStrokes(strokes);
+    }));
 }
 
 } // namespace
@@ -141,21 +163,17 @@ std::vector<Stroke> strokesBy(
 std::vector<Stroke> project(const Model& model, const gp_Dir& direction, const gp_Dir& up, double tolerance,
     bool hiddenLines, const std::filesystem::path& file)
 {
-    Projection projection = projectionOf(model, direction, up);
-    projection.tolerance = tolerance;
-    projection.hiddenLines = hiddenLines;
-    if (projection.faces <= mostExactFaces) {
+    const Wanted wanted{model, direction, up, tolerance, hiddenLines, file};
+    const std::size_t faces = countFaces(model);
+    if (faces <= mostExactFaces) {
         try {
-            std::vector<Stroke> strokes = strokesBy(projectExactly, projection, longestExact, file);
-            // A projection without a line is a failure that the kernel didn't notice.
-            if (!strokes.empty() || projection.solid.empty())
-                return strokes;
+            return strokesBy(projectExactly, wanted, std::min(longestExact, computingLimit(0)));
         } catch (const DocumentError& error) {
             if (error.kind() != ErrorKind::Kernel)
                 throw;
         }
     }
-    return strokesBy(projectMesh, projection, computingLimit(projection.faces), file);
+    return strokesBy(projectMesh, wanted, computingLimit(faces));
 }
 
 } // namespace zn::zentrel

@@ -2,9 +2,9 @@
 #include "zentrel/formats/CafBodies.h"
 #include "zentrel/formats/Completeness.h"
 #include "zentrel/formats/Content.h"
-#include "zentrel/formats/KernelGuard.h"
 #include "zentrel/formats/Read.h"
-#include "zentrel/model/PartPacket.h"
+#include "zentrel/kernel/KernelChild.h"
+#include "zentrel/model/Packets.h"
 
 #include <algorithm>
 #include <IGESCAFControl_Reader.hxx>
@@ -97,9 +97,8 @@ PartDocument readHere(const std::filesystem::path& file)
 PartDocument readIges(const std::filesystem::path& file)
 {
     checkIgesContent(file);
-    return unpackPart(runInChild(
-        "reading", file, [&] { return packPart(readHere(file)); },
-        computingLimit(std::filesystem::file_size(file) / bytesAPiece)));
+    const KernelTask task{"reading", file, computingLimit(std::filesystem::file_size(file) / bytesAPiece)};
+    return unpackPart(runInChild(task, [&] { return packPart(readHere(file)); }));
 }
 
 } // namespace zn::zentrel

@@ -1,6 +1,8 @@
 #include "zentrel/formats/SheetPicture.h"
 
 #include "contracts/documents/DocumentError.h"
+#include "zentrel/formats/CafModel.h"
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/Bounds.h"
 
 #include <algorithm>
@@ -81,6 +83,14 @@ Extent extentOf(const std::vector<Stroke>& strokes)
     return extent;
 }
 
+/// Measured in a process of the kernel's.
+double measuredDiagonal(const Model& model, const std::filesystem::path& file)
+{
+    const std::string bytes = runInChild({"measuring", file, computingLimit(countFaces(model))},
+        [&] { return fmt::format("{}", diagonalOf(boundsOf(model))); });
+    return std::stod(bytes);
+}
+
 void move(Stroke& stroke, const Point2& by, double factor)
 {
     const auto place = [&](Point2& point) { point = {by[0] + factor * point[0], by[1] + factor * point[1]}; };
@@ -142,7 +152,7 @@ SheetPicture pictureOfModel(const Model& model, const std::filesystem::path& fil
     constexpr double deviation = 1.0 / 20000;
     // Of the larger side, as a window leaves it around a model.
     constexpr double borderOfView = 0.04;
-    const double diagonal = diagonalOf(boundsOf(model));
+    const double diagonal = measuredDiagonal(model, file);
     if (!(diagonal > 0.0))
         throw DocumentError(ErrorKind::InvalidArgument, quoted(file) + " has no geometry to be shown.");
     SheetPicture picture;

@@ -1,13 +1,11 @@
 #include "zentrel/formats/Triangles.h"
 
 #include "contracts/documents/DocumentError.h"
-#include "zentrel/formats/CafModel.h"
-#include "zentrel/formats/KernelGuard.h"
 
 #include <algorithm>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
-#include <cstring>
+#include <limits>
 #include <set>
 #include <TopExp.hxx>
 #include <TopoDS.hxx>
@@ -75,8 +73,18 @@ void addBody(const PlacedBody& placed, std::vector<TriangleSet>& sets)
     }
 }
 
-/// Meshes and collects, in whatever process this is.
-std::vector<TriangleSet> trianglesHere(const Model& model, MeshQuality quality, const std::filesystem::path& file)
+/// Whether the formats' numbers, of single precision, can tell where all points are.
+bool hasPlace(const TriangleSet& set)
+{
+    constexpr double farthest = std::numeric_limits<float>::max() / 1000;
+    return std::all_of(
+        set.points.begin(), set.points.end(), [&](const gp_XYZ& point) { return point.Modulus() < farthest; });
+}
+
+} // namespace
+
+std::vector<TriangleSet> trianglesOf(
+    const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file)
 {
     std::set<const Model*> done;
     if (const std::size_t unmeshed = meshParts(model, quality, done))
@@ -86,79 +94,13 @@ std::vector<TriangleSet> trianglesHere(const Model& model, MeshQuality quality, 
     std::vector<TriangleSet> sets;
     for (const PlacedBody& placed : placedBodies(model))
         addBody(placed, sets);
-    return sets;
-}
-
-bool isSoundModel(const std::vector<PlacedBody>& bodies)
-{
-    return std::all_of(bodies.begin(), bodies.end(), [](const PlacedBody& placed) { return placed.body->sound; });
-}
-
-template <class Element> void appendRaw(std::string& bytes, const std::vector<Element>& elements)
-{
-    const std::size_t count = elements.size();
-    bytes.append(reinterpret_cast<const char*>(&count), sizeof count);
-    bytes.append(reinterpret_cast<const char*>(elements.data()), count * sizeof(Element));
-}
-
-template <class Element> void takeRaw(std::string_view& bytes, std::vector<Element>& elements)
-{
-    std::size_t count = 0;
-    std::memcpy(&count, bytes.data(), sizeof count);
-    elements.resize(count);
-    if (count > 0)
-        std::memcpy(elements.data(), bytes.data() + sizeof count, count * sizeof(Element));
-    bytes.remove_prefix(sizeof count + count * sizeof(Element));
-}
-
-/// The bytes stay on this machine and in this program, so they are those of memory.
-std::string packTriangles(const std::vector<TriangleSet>& sets)
-{
-    std::string bytes;
-    for (const TriangleSet& set : sets) {
-        appendRaw(bytes, std::vector<char16_t>(set.name.begin(), set.name.end()));
-        appendRaw(bytes, set.color ? std::vector<Color>{*set.color} : std::vector<Color>());
-        appendRaw(bytes, set.points);
-        appendRaw(bytes, set.triangles);
-    }
-    return bytes;
-}
-
-std::vector<TriangleSet> unpackTriangles(std::string_view bytes)
-{
-    std::vector<TriangleSet> sets;
-    while (!bytes.empty()) {
-        TriangleSet& set = sets.emplace_back();
-        std::vector<char16_t> name;
-        std::vector<Color> color;
-        takeRaw(bytes, name);
-        takeRaw(bytes, color);
-        takeRaw(bytes, set.points);
-        takeRaw(bytes, set.triangles);
-        set.name.assign(name.begin(), name.end());
-        if (!color.empty())
-            set.color = color.front();
-    }
-    return sets;
-}
-
-} // namespace
-
-std::vector<TriangleSet> trianglesOf(
-    const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file)
-{
-    const char* const doing = "meshing the model for";
-    std::vector<TriangleSet> sets;
-    if (isSoundModel(placedBodies(model)))
-        runGuarded(doing, file, [&] { sets = trianglesHere(model, quality, file); });
-    else
-        sets = unpackTriangles(runInChild(
-            doing, file, [&] { return packTriangles(trianglesHere(model, quality, file)); },
-            computingLimit(countFaces(model))));
     if (sets.empty())
         throw DocumentError(ErrorKind::Unsupported,
             std::string("The file ") + quoted(file) + " can't be written: the model has no faces, and " + format
                 + " holds nothing else.");
+    if (!std::all_of(sets.begin(), sets.end(), hasPlace))
+        throw DocumentError(ErrorKind::Kernel,
+            "The file " + quoted(file) + " can't be written: points of the model lie beyond all measure.");
     return sets;
 }
 

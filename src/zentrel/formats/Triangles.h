@@ -16,9 +16,10 @@ struct TriangleSet {
     std::vector<std::array<std::uint32_t, 3>> triangles; ///< indices into `points`, counterclockwise from outside
 };
 
-/// Meshes all parts of the model, each by its own size, and gives their triangles in the order of the bodies.
-/// `file` is the output, for sentences. Raises `Unsupported` when there isn't a single face (`format` can't hold
-/// curves), `Kernel` when a face can't be meshed or the kernel crashes.
+/// Meshes all parts of the model, each by its own size, and gives their triangles in the order of the bodies. For
+/// processes of the kernel's, which `meshedFile` starts. `file` is the output, for sentences. Raises `Unsupported` when
+/// there isn't a single face (`format` can't hold curves), `Kernel` when a face can't be meshed or its points have no
+/// place.
 std::vector<TriangleSet> trianglesOf(
     const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file);
 

@@ -1,7 +1,7 @@
 #include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafModel.h"
-#include "zentrel/formats/KernelGuard.h"
 #include "zentrel/formats/Write.h"
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/WholeFile.h"
 
 #include <BRep_Builder.hxx>
@@ -41,7 +41,7 @@ TopoDS_Shape written(const Body& body, const IgesOptions& options)
     const bool hasFaces = TopExp_Explorer(body.shape, TopAbs_FACE).More();
     if (!hasFaces && !options.freeCurves)
         return {};
-    const TopoDS_Shape shape = options.system == nurbsSystem ? asNurbs(body.shape) : body.shape;
+    const TopoDS_Shape shape = options.system == nurbsSystem ? asNurbs(body.shape) : body.shape.shape();
     if (!hasFaces || !options.wireframe)
         return !hasFaces || options.solidAndSurface ? shape : TopoDS_Shape();
     const TopoDS_Shape edges = edgesOf(shape);
@@ -78,9 +78,8 @@ std::string igesText(const Model& model, const std::filesystem::path& file, cons
 void writeIges(const Model& model, const std::filesystem::path& file, const IgesOptions& options)
 {
     requireSurfaces(model, "IGES", file);
-    writeWhole(file,
-        runInChild(
-            "writing", file, [&] { return igesText(model, file, options); }, computingLimit(countFaces(model))));
+    const KernelTask task{"writing", file, computingLimit(countFaces(model))};
+    writeWhole(file, runInChild(task, [&] { return igesText(model, file, options); }));
 }
 
 } // namespace zn::zentrel

@@ -1,7 +1,7 @@
 #include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafModel.h"
-#include "zentrel/formats/KernelGuard.h"
 #include "zentrel/formats/Write.h"
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/WholeFile.h"
 
 #include <APIHeaderSection_MakeHeader.hxx>
@@ -69,7 +69,7 @@ std::string stepText(const Model& model, const std::filesystem::path& file, cons
 {
     setPreferences(options);
     const bool curves = options.geometry != GeometryPreference::SolidSurface;
-    const auto filter = [&](const Body& body) { return curves ? edgesOf(body.shape) : body.shape; };
+    const auto filter = [&](const Body& body) { return curves ? edgesOf(body.shape) : body.shape.shape(); };
     Handle(TDocStd_Document) document = cafDocumentOf(model, filter);
     if (document.IsNull())
         throw DocumentError(
@@ -96,9 +96,8 @@ std::string stepText(const Model& model, const std::filesystem::path& file, cons
 void writeStep(const Model& model, const std::filesystem::path& file, const StepOptions& options)
 {
     requireSurfaces(model, "STEP", file);
-    writeWhole(file,
-        runInChild(
-            "writing", file, [&] { return stepText(model, file, options); }, computingLimit(countFaces(model))));
+    const KernelTask task{"writing", file, computingLimit(countFaces(model))};
+    writeWhole(file, runInChild(task, [&] { return stepText(model, file, options); }));
 }
 
 } // namespace zn::zentrel

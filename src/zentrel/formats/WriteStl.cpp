@@ -1,4 +1,5 @@
 #include "contracts/documents/DocumentError.h"
+#include "zentrel/formats/MeshedFile.h"
 #include "zentrel/formats/Triangles.h"
 #include "zentrel/formats/Write.h"
 #include "zentrel/model/WholeFile.h"
@@ -101,16 +102,21 @@ std::string asciiStl(const std::vector<TriangleSet>& sets, const Scaling& scalin
     return text + "endsolid model\n";
 }
 
-} // namespace
-
-void writeStl(const Model& model, const std::filesystem::path& file, const StlOptions& options)
+std::string stlBytes(const Model& model, const std::filesystem::path& file, const StlOptions& options)
 {
     const std::vector<TriangleSet> sets = trianglesOf(model, options.quality, "STL", file);
     Scaling scaling;
     scaling.factor = 1.0 / millimetersOf(options.unit);
     if (!options.keepPosition)
         scaling.shift = shiftToPositive(sets);
-    writeWhole(file, options.binary ? binaryStl(sets, scaling, file) : asciiStl(sets, scaling));
+    return options.binary ? binaryStl(sets, scaling, file) : asciiStl(sets, scaling);
+}
+
+} // namespace
+
+void writeStl(const Model& model, const std::filesystem::path& file, const StlOptions& options)
+{
+    writeWhole(file, meshedFile<stlBytes>(model, file, options));
 }
 
 } // namespace zn::zentrel

@@ -1,3 +1,4 @@
+#include "zentrel/formats/MeshedFile.h"
 #include "zentrel/formats/Triangles.h"
 #include "zentrel/formats/Write.h"
 #include "zentrel/model/WholeFile.h"
@@ -40,16 +41,21 @@ void appendShape(std::string& text, const TriangleSet& set, std::size_t number, 
     text += "  ]\n }\n}\n";
 }
 
-} // namespace
-
-void writeVrml(const Model& model, const std::filesystem::path& file, const VrmlOptions& options)
+std::string vrmlText(const Model& model, const std::filesystem::path& file, const VrmlOptions& options)
 {
     const std::vector<TriangleSet> sets = trianglesOf(model, options.quality, "VRML", file);
     std::string text = "#VRML V2.0 utf8\n";
     std::size_t number = 0;
     for (const TriangleSet& set : sets)
         appendShape(text, set, ++number, 1.0 / millimetersOf(options.unit));
-    writeWhole(file, text);
+    return text;
+}
+
+} // namespace
+
+void writeVrml(const Model& model, const std::filesystem::path& file, const VrmlOptions& options)
+{
+    writeWhole(file, meshedFile<vrmlText>(model, file, options));
 }
 
 } // namespace zn::zentrel

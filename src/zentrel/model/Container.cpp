@@ -2,11 +2,12 @@
 
 #include "contracts/documents/DocumentError.h"
 #include "contracts/documents/ManifestText.h"
+#include "zentrel/kernel/KernelReason.h"
 #include "zentrel/model/Archive.h"
 #include "zentrel/model/Manifest.h"
+#include "zentrel/model/Packets.h"
 
 #include <nlohmann/json.hpp>
-#include <Standard_Failure.hxx>
 
 namespace zn::zentrel {
 
@@ -46,7 +47,7 @@ template <class Read> auto guarded(const std::filesystem::path& file, Read read)
     } catch (const std::invalid_argument& error) {
         raiseDamaged(file, error.what());
     } catch (const Standard_Failure& error) {
-        raiseDamaged(file, std::string("its geometry isn't understood (") + error.GetMessageString() + ")");
+        raiseDamaged(file, std::string("its geometry isn't understood (") + kernelReason(error) + ")");
     }
 }
 
@@ -75,8 +76,8 @@ ContainerInfo infoFrom(const manifest::Json& json, const std::filesystem::path& 
 Document documentFrom(const manifest::Json& json, DocumentKind kind, ArchiveReader& archive)
 {
     const std::filesystem::path folder = folderOf(archive.file());
-    ShapeSource shapes([&](const std::string& name) { return archive.entry(name); });
-    return guarded(archive.file(), [&]() -> Document {
+    ShapeSource shapes([&](const std::string& name) { return Geometry::unread(archive.entry(name)); });
+    Document document = guarded(archive.file(), [&]() -> Document {
         switch (kind) {
         case DocumentKind::Part:
             return manifest::partFrom(json, shapes);
@@ -86,6 +87,8 @@ Document documentFrom(const manifest::Json& json, DocumentKind kind, ArchiveRead
             return manifest::drawingFrom(json, folder);
         }
     });
+    requireReadable(shapes.all(), archive.file());
+    return document;
 }
 
 template <class Wanted> Wanted readOf(const std::filesystem::path& file, DocumentKind wanted)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Text.h"
+#include "zentrel/model/Geometry.h"
 
 #include <array>
 #include <filesystem>
@@ -35,14 +36,14 @@ struct Color {
 
 /// One body of a part: a solid, a set of surfaces, curves, or faces that have only a tessellation.
 struct Body {
-    Text name;          ///< may be empty
-    TopoDS_Shape shape; ///< never null
+    Text name;      ///< may be empty
+    Geometry shape; ///< never null
     std::optional<Color> color;
     /// Colours of single faces, which win over `color`. The number counts the body's distinct faces from 1,
     /// in the order of the kernel's `TopExp::MapShapes`.
     std::map<int, Color> faceColors;
-    /// Whether the kernel's check (`isSound`) found the shape without a fault. A sound shape is meshed within the
-    /// program, any other one in a child process, as meshing it may crash, never end or eat all memory.
+    /// Whether the kernel's check (`isSound`) found the shape without a fault. Sound shapes are meshed one after the
+    /// other by one process of the kernel's, any other one by a process of its own.
     bool sound = false;
 };
 

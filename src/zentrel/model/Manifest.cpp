@@ -90,36 +90,6 @@ gp_Trsf placementFrom(const Json& json)
     return placement;
 }
 
-Json bodyJson(const Body& body, ShapeStreams& shapes)
-{
-    Json result = {{"name", textJson(body.name)}, {"shape", shapes.nameOf(body.shape)}};
-    if (body.sound)
-        result["sound"] = true;
-    if (body.color)
-        result["color"] = colorJson(*body.color);
-    if (!body.faceColors.empty()) {
-        Json& colors = result["faceColors"] = Json::array();
-        for (const auto& [face, color] : body.faceColors)
-            colors.push_back({{"face", face}, {"color", colorJson(color)}});
-    }
-    return result;
-}
-
-Body bodyFrom(const Json& json, ShapeSource& shapes)
-{
-    Body body;
-    body.name = textFrom(json.at("name"));
-    body.shape = shapes.shape(json.at("shape").get<std::string>());
-    body.sound = json.value("sound", false);
-    if (json.contains("color"))
-        body.color = colorFrom(json.at("color"));
-    if (json.contains("faceColors")) {
-        for (const Json& entry : json.at("faceColors"))
-            body.faceColors[entry.at("face").get<int>()] = colorFrom(entry.at("color"));
-    }
-    return body;
-}
-
 Json stateJson(const ComponentState& state)
 {
     Json result = Json::object();
@@ -187,6 +157,36 @@ View viewFrom(const Json& json, const std::filesystem::path& folder)
 }
 
 } // namespace
+
+Json bodyJson(const Body& body, ShapeStreams& shapes)
+{
+    Json result = {{"name", textJson(body.name)}, {"shape", shapes.nameOf(body.shape)}};
+    if (body.sound)
+        result["sound"] = true;
+    if (body.color)
+        result["color"] = colorJson(*body.color);
+    if (!body.faceColors.empty()) {
+        Json& colors = result["faceColors"] = Json::array();
+        for (const auto& [face, color] : body.faceColors)
+            colors.push_back({{"face", face}, {"color", colorJson(color)}});
+    }
+    return result;
+}
+
+Body bodyFrom(const Json& json, ShapeSource& shapes)
+{
+    Body body;
+    body.name = textFrom(json.at("name"));
+    body.shape = shapes.geometry(json.at("shape").get<std::string>());
+    body.sound = json.value("sound", false);
+    if (json.contains("color"))
+        body.color = colorFrom(json.at("color"));
+    if (json.contains("faceColors")) {
+        for (const Json& entry : json.at("faceColors"))
+            body.faceColors[entry.at("face").get<int>()] = colorFrom(entry.at("color"));
+    }
+    return body;
+}
 
 const char* formatName(DocumentKind kind)
 {

@@ -25,6 +25,10 @@ PartDocument partFrom(const Json& json, ShapeSource& shapes);
 AssemblyDocument assemblyFrom(const Json& json, ShapeSource& shapes, const std::filesystem::path& folder);
 DrawingDocument drawingFrom(const Json& json, const std::filesystem::path& folder);
 
+/// One body, of which only the name of its stream is told.
+Json bodyJson(const Body& body, ShapeStreams& shapes);
+Body bodyFrom(const Json& json, ShapeSource& shapes);
+
 /// The rules of a document: `std::invalid_argument` with half a sentence if one is broken.
 void check(const PartDocument& part);
 void check(const AssemblyDocument& assembly);

@@ -41,7 +41,7 @@ void check(const PartDocument& part)
     checkNamed(part.configurations, part.active, "configuration");
     for (const PartConfiguration& configuration : part.configurations) {
         for (const Body& body : configuration.bodies) {
-            if (body.shape.IsNull())
+            if (body.shape.isNull())
                 throw std::invalid_argument("a body of '" + zn::toUtf8(configuration.name) + "' has no geometry");
         }
     }

@@ -16,6 +16,43 @@ std::filesystem::path normal(const std::filesystem::path& file)
     return std::filesystem::absolute(file).lexically_normal();
 }
 
+/// What is placed and how many faces that has, each model walked through once.
+struct Amount {
+    std::size_t placed = 1;
+    std::size_t faces = 0;
+};
+
+constexpr std::size_t mostPlaced = 1'000'000;
+constexpr std::size_t mostFaces = 10'000'000;
+
+Amount amountOf(const Model& model, std::map<const Model*, Amount>& known, const std::filesystem::path& file)
+{
+    if (const auto found = known.find(&model); found != known.end())
+        return found->second;
+    Amount amount;
+    const auto add = [&](const Amount& more) {
+        amount.placed += more.placed;
+        amount.faces += more.faces;
+        if (amount.placed > mostPlaced || amount.faces > mostFaces)
+            throw DocumentError(ErrorKind::Unsupported,
+                "The file " + quoted(file) + " is too large: it places more than " + std::to_string(mostPlaced)
+                    + " bodies or " + std::to_string(mostFaces) + " faces.");
+    };
+    for (const Body& body : model.bodies)
+        add({1, body.shape.facts().faces});
+    for (const Model::Child& child : model.children)
+        add(amountOf(*child.model, known, file));
+    return known.emplace(&model, amount).first->second;
+}
+
+/// The model, unless it is too large for any work on it.
+ModelRef bounded(ModelRef model, const std::filesystem::path& file)
+{
+    std::map<const Model*, Amount> known;
+    amountOf(*model, known, file);
+    return model;
+}
+
 Text stemOf(const std::filesystem::path& file) { return zn::toText(file.stem().string()); }
 
 ModelRef partModel(
@@ -64,7 +101,7 @@ ModelRef ModelLoader::load(const std::filesystem::path& file, const Text& config
 
 ModelRef ModelLoader::load(const PartDocument& part, const std::filesystem::path& file, const Text& configuration)
 {
-    return partModel(part, stemOf(file), configuration, file);
+    return bounded(partModel(part, stemOf(file), configuration, file), file);
 }
 
 ModelRef ModelLoader::load(
@@ -93,7 +130,7 @@ ModelRef ModelLoader::load(
             : load(component.path, state.configuration);
         model->children.push_back({component.name, component.placement, std::move(child)});
     }
-    return model;
+    return bounded(std::move(model), whole);
 }
 
 TopoDS_Shape compoundOf(const Model& model)
@@ -105,7 +142,7 @@ TopoDS_Shape compoundOf(const Model& model)
     BRep_Builder builder;
     builder.MakeCompound(compound);
     for (const PlacedBody& placed : bodies)
-        builder.Add(compound, placed.body->shape.Moved(TopLoc_Location(placed.placement)));
+        builder.Add(compound, placed.body->shape.shape().Moved(TopLoc_Location(placed.placement)));
     return compound;
 }
 

@@ -20,6 +20,8 @@ struct Model {
 using ModelRef = std::shared_ptr<const Model>;
 
 /// Turns documents into models and keeps what it has read: a part that stands in an assembly ten times is read once.
+/// A model with more than a million placed bodies or ten million faces is refused (`Unsupported`): few assemblies that
+/// hold each other twice can make up any number.
 /// One loader serves one operation; it doesn't see later changes of files.
 class ModelLoader {
 public:

@@ -1,10 +1,6 @@
 #include "zentrel/model/ShapeStreams.h"
 
 #include <algorithm>
-#include <BinTools.hxx>
-#include <sstream>
-#include <Standard_Failure.hxx>
-#include <stdexcept>
 
 namespace zn::zentrel {
 
@@ -14,47 +10,37 @@ std::string streamName(std::size_t index) { return "shapes/" + std::to_string(in
 
 } // namespace
 
-std::string ShapeStreams::nameOf(const TopoDS_Shape& shape)
+std::string ShapeStreams::nameOf(const Geometry& geometry)
 {
     const auto known = std::find_if(
-        m_shapes.begin(), m_shapes.end(), [&](const TopoDS_Shape& other) { return other.IsEqual(shape); });
-    const auto index = static_cast<std::size_t>(known - m_shapes.begin());
-    if (known == m_shapes.end())
-        m_shapes.push_back(shape);
+        m_geometry.begin(), m_geometry.end(), [&](const Geometry& other) { return other.isSame(geometry); });
+    const auto index = static_cast<std::size_t>(known - m_geometry.begin());
+    if (known == m_geometry.end())
+        m_geometry.push_back(geometry);
     return streamName(index);
+}
+
+std::map<std::string, Geometry> ShapeStreams::all() const
+{
+    std::map<std::string, Geometry> result;
+    for (std::size_t index = 0; index < m_geometry.size(); ++index)
+        result.emplace(streamName(index), m_geometry[index]);
+    return result;
 }
 
 std::map<std::string, std::string> ShapeStreams::contents() const
 {
     std::map<std::string, std::string> result;
-    for (std::size_t index = 0; index < m_shapes.size(); ++index) {
-        std::ostringstream stream(std::ios::binary);
-        BinTools::Write(m_shapes[index], stream, Standard_False, Standard_False, BinTools_FormatVersion_CURRENT);
-        result.emplace(streamName(index), std::move(stream).str());
-    }
+    for (const auto& [name, geometry] : all())
+        result.emplace(name, geometry.stream());
     return result;
 }
 
-TopoDS_Shape ShapeSource::shape(const std::string& name)
+Geometry ShapeSource::geometry(const std::string& name)
 {
-    if (const auto known = m_shapes.find(name); known != m_shapes.end())
+    if (const auto known = m_all.find(name); known != m_all.end())
         return known->second;
-    std::istringstream stream(m_entry(name), std::ios::binary);
-    TopoDS_Shape shape;
-    std::string reason = "it holds no geometry";
-    try {
-        BinTools::Read(shape, stream);
-    } catch (const Standard_Failure& failure) {
-        reason = failure.GetMessageString();
-        shape.Nullify();
-    } catch (const std::exception& failure) {
-        reason = failure.what();
-        shape.Nullify();
-    }
-    if (shape.IsNull())
-        throw std::invalid_argument("its part '" + name + "' can't be read (" + reason + ")");
-    m_shapes.emplace(name, shape);
-    return shape;
+    return m_all.emplace(name, m_entry(name)).first->second;
 }
 
 } // namespace zn::zentrel

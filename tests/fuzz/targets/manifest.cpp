@@ -27,7 +27,7 @@ const std::string& cube()
 
 Document documentFrom(const Json& json, DocumentKind kind)
 {
-    ShapeSource shapes([](const std::string&) { return cube(); });
+    ShapeSource shapes([](const std::string&) { return Geometry::unread(cube()); });
     switch (kind) {
     case DocumentKind::Part:
         return manifest::partFrom(json, shapes);

@@ -1,7 +1,9 @@
 #include "tests/zentrel/application/Workshop.h"
 
 #include "contracts/objectmodel/Enumerations.h"
+#include "zentrel/formats/BuildPart.h"
 #include "zentrel/formats/Read.h"
+#include "zentrel/kernel/KernelLimits.h"
 
 namespace zn::zentrel::test {
 
@@ -51,6 +53,27 @@ TEST_F(Save, AnnouncesEachFileBeforeItExistsAndWritesTheShownConfiguration)
     shop.application->call(u"QuitDoc", {part->call(u"GetTitle")});
     EXPECT_EQ(sink->events.back(), u"2");
     EXPECT_THROW(part->call(u"GetFirstModelView"), StatusError) << "a closed document says so";
+}
+
+TEST_F(Save, SoundGeometryWithoutMeasureCostsItsFileAndNothingElse)
+{
+    setKernelLimits({std::chrono::seconds(2), std::size_t{512} << 20, {}});
+    std::string step = readFile("/usr/share/opencascade/data/step/screw.step");
+    const std::string direction = "#269 = VECTOR('',#270,1.)";
+    ASSERT_NE(step.find(direction), std::string::npos);
+    step.replace(step.find(direction), direction.size(), "#269 = VECTOR('',#270,0.)");
+    writeFile(shop.file("screw.step"), step);
+    importPart({{shop.file("screw.step"), u"Default"}}, shop.file("screw.zenprt"));
+    ASSERT_TRUE(readPart(shop.file("screw.zenprt")).configurations[0].bodies[0].sound);
+    const auto part = shop.open(shop.path("screw.zenprt"), DocumentKind::Part);
+    EXPECT_EQ(saveAs(*part, shop.path("screw.stl")), (Saved{false, 1}));
+    EXPECT_FALSE(std::filesystem::exists(shop.file("screw.stl")));
+    // Which of the limits it meets first depends on the machine.
+    EXPECT_THAT(
+        shop.log.back(), ::testing::AnyOf(HasSubstr("ran out of memory while"), HasSubstr("no end within 3 seconds")));
+    EXPECT_THAT(shop.log.back(), HasSubstr("meshing the model for the file '" + shop.file("screw.stl").string()));
+    EXPECT_EQ(saveAs(*part, shop.path("screw2.step")), (Saved{true, 0}));
+    setKernelLimits({});
 }
 
 TEST_F(Save, DrawingsAnnounceExchangeFilesTwiceAndPdfsOnce)

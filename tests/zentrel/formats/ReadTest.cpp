@@ -1,12 +1,7 @@
 #include "zentrel/formats/Read.h"
 #include "tests/zentrel/Documents.h"
 #include "zentrel/formats/BuildPart.h"
-#include "zentrel/formats/KernelGuard.h"
 #include "zentrel/model/Describe.h"
-
-#include <atomic>
-#include <csignal>
-#include <Standard_Failure.hxx>
 
 using namespace zn::zentrel;
 using namespace zn::zentrel::test;
@@ -102,53 +97,4 @@ TEST_F(Read, badFilesGiveASentenceAndAKind)
         EXPECT_THAT(expectError(bad.kind, bad.words, [&] { readForeign(folder / bad.file); }), HasSubstr(bad.file));
     }
     EXPECT_THROW(readForeign(folder / "none.step"), DocumentError);
-}
-
-TEST(KernelGuard, aFaultCostsTheCallOnly)
-{
-    const auto sentence = [](auto run, auto fault) {
-        return expectError(ErrorKind::Kernel, "", [&] { run("reading", "a.step", fault); });
-    };
-    const auto child = [](const char* doing, const char* file, auto fault) {
-        runInChild(
-            doing, file, [&] { return fault(), std::string(); }, std::chrono::seconds(1));
-    };
-    const auto guarded = [](const char* doing, const char* file, auto fault) { runGuarded(doing, file, fault); };
-    const auto fail = [] { throw Standard_Failure("too thin"); };
-    std::string (*deep)(int) = [](int) { return std::string(); };
-    static std::string (*volatile next)(int);
-    deep = [](int depth) { return next(depth + 1) + std::to_string(depth); };
-    next = deep;
-    const auto overrun = [] { EXPECT_EQ(next(0), ""); };
-
-    for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(sentence(child, [] { raise(SIGSEGV); }),
-            "The geometry kernel crashed (Segmentation fault) while reading the file 'a.step'.");
-        EXPECT_EQ(sentence(guarded, [] { raise(SIGSEGV); }),
-            "The geometry kernel crashed (Segmentation fault) while reading the file 'a.step'.");
-        EXPECT_EQ(sentence(guarded, [] { raise(SIGFPE); }),
-            "The geometry kernel crashed (Floating point exception) while reading the file 'a.step'.");
-        EXPECT_EQ(sentence(child, [] { std::abort(); }),
-            "The geometry kernel crashed (Aborted) while reading the file 'a.step'.");
-        EXPECT_EQ(sentence(child, fail), "The geometry kernel failed (too thin) while reading the file 'a.step'.");
-        EXPECT_EQ(sentence(guarded, fail), "The geometry kernel failed (too thin) while reading the file 'a.step'.");
-        EXPECT_THAT(sentence(child, overrun), HasSubstr("crashed"));
-        EXPECT_THAT(sentence(guarded, overrun), HasSubstr("crashed"));
-    }
-    std::atomic<bool> ended = false;
-    const auto endless = [&] {
-        while (!ended) { }
-    };
-    EXPECT_EQ(sentence(child, endless),
-        "The geometry kernel came to no end within 1 seconds of computing while reading the file 'a.step'.");
-#ifndef __SANITIZE_ADDRESS__ // which ends a process that runs out of memory
-    const auto greedy = [] {
-        std::vector<std::unique_ptr<char[]>> blocks;
-        for (;;)
-            blocks.push_back(std::make_unique_for_overwrite<char[]>(std::size_t{1} << 30));
-    };
-    EXPECT_EQ(sentence(child, greedy), "The geometry kernel ran out of memory while reading the file 'a.step'.");
-#endif
-    const auto large = [] { return std::string(300000, 'x'); };
-    EXPECT_EQ(runInChild("reading", "a.step", large, std::chrono::seconds(1)).size(), 300000u);
 }

@@ -3,7 +3,9 @@
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Describe.h"
 
+#include <BRep_Builder.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
+#include <TopoDS_Compound.hxx>
 #include <zip.h>
 
 using namespace zn::zentrel;
@@ -42,6 +44,24 @@ void expectUnread(const fs::path& file, ErrorKind kind, const std::string& words
 using Container = FolderTest;
 
 } // namespace
+
+TEST_F(Container, geometryThatFewBytesMultiplyIsRefusedAtOnce)
+{
+    TopoDS_Shape shape = box(1, 2, 3);
+    for (int level = 0; level < 60; ++level) {
+        TopoDS_Compound twice;
+        BRep_Builder builder;
+        builder.MakeCompound(twice);
+        builder.Add(twice, shape);
+        builder.Add(twice, shape);
+        shape = twice;
+        if (level == 9)
+            writeDocument(partOf({{u"A", {u"B", shape, {}, {}}}}), folder / "some.zenprt");
+    }
+    writeDocument(partOf({{u"A", {u"B", shape, {}, {}}}}), folder / "all.zenprt");
+    EXPECT_EQ(readPart(folder / "some.zenprt").configurations[0].bodies[0].shape.facts().faces, 6144u);
+    expectUnread(folder / "all.zenprt", ErrorKind::Damaged, "shapes/0.brep' can't be read (it has more than 10000000");
+}
 
 TEST_F(Container, aPartComesBackAsItWas)
 {

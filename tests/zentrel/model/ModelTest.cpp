@@ -37,6 +37,24 @@ std::string refusal(const std::function<void(Sheet&, View&)>& spoil)
 
 } // namespace
 
+TEST_F(Models, fewFilesCannotMakeUpAnyNumberOfBodies)
+{
+    writeBoxes(folder / "0.zenprt");
+    fs::path below = folder / "0.zenprt";
+    for (int level = 1; level <= 19; ++level) {
+        const fs::path above = folder / (std::to_string(level) + ".zenasm");
+        AssemblyDocument assembly;
+        for (const Text name : {u"A", u"B"})
+            assembly.components.push_back({name, below, {}, {}});
+        assembly.configurations = {{u"Default", {{}, {}}, {}}};
+        writeDocument(assembly, above);
+        below = above;
+    }
+    EXPECT_EQ(placedBodies(*ModelLoader().load(folder / "10.zenasm")).size(), 1024u);
+    expectError(ErrorKind::Unsupported, "19.zenasm' is too large: it places more than 1000000 bodies",
+        [&] { ModelLoader().load(below); });
+}
+
 TEST(DrawingRules, nameWhatIsWrong)
 {
     const double none = std::nan("");

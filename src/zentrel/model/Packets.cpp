@@ -1,0 +1,190 @@
+#include "zentrel/model/Packets.h"
+
+#include "contracts/documents/DocumentError.h"
+#include "zentrel/kernel/KernelChild.h"
+#include "zentrel/model/Manifest.h"
+
+#include <cstring>
+#include <list>
+#include <nlohmann/json.hpp>
+
+namespace zn::zentrel {
+
+namespace {
+
+using manifest::Json;
+
+/// Of a stream, for the limit of computing.
+constexpr std::size_t bytesAPiece = 20000;
+
+/// What is kept of streams that came, so that a document isn't read when it is opened and again when it is saved.
+constexpr std::size_t mostKept = std::size_t{32} << 20;
+
+Json bytesJson(const std::string& bytes) { return Json::binary({bytes.begin(), bytes.end()}); }
+
+std::string bytesFrom(const Json& json)
+{
+    const auto& bytes = json.get_binary();
+    return {bytes.begin(), bytes.end()};
+}
+
+Json factsJson(const GeometryFacts& facts) { return {facts.faces, facts.hasSurfaces}; }
+
+GeometryFacts factsFrom(const Json& json) { return {json.at(0).get<std::size_t>(), json.at(1).get<bool>()}; }
+
+Json streamsJson(const std::map<std::string, Geometry>& streams)
+{
+    Json json = Json::object();
+    for (const auto& [name, geometry] : streams)
+        json[name] = {{"bytes", bytesJson(geometry.stream())}, {"facts", factsJson(geometry.facts())}};
+    return json;
+}
+
+Geometry geometryFrom(const Json& json)
+{
+    const Geometry geometry = Geometry::unread(bytesFrom(json.at("bytes")));
+    geometry.tellFacts(factsFrom(json.at("facts")));
+    return geometry;
+}
+
+/// The geometry of an equal stream that came before, or of this one.
+Geometry kept(std::string_view stream)
+{
+    static std::list<Geometry> all;
+    static std::size_t size = 0;
+    for (auto known = all.begin(); known != all.end(); ++known) {
+        if (known->givenStream() == stream) {
+            all.splice(all.begin(), all, known);
+            return all.front();
+        }
+    }
+    all.push_front(Geometry::unread(std::string(stream)));
+    for (size += stream.size(); size > mostKept && all.size() > 1; all.pop_back())
+        size -= all.back().givenStream().size();
+    return all.front();
+}
+
+/// Every distinct model once, those that others stand on before them.
+std::size_t addModel(
+    const Model& model, Json& models, ShapeStreams& shapes, std::map<const Model*, std::size_t>& places)
+{
+    if (const auto known = places.find(&model); known != places.end())
+        return known->second;
+    Json json = {{"name", zn::toUtf8(model.name)}, {"bodies", Json::array()}, {"children", Json::array()}};
+    for (const Body& body : model.bodies)
+        json["bodies"].push_back(manifest::bodyJson(body, shapes));
+    for (const Model::Child& child : model.children) {
+        std::string placement(sizeof child.placement, '\0');
+        std::memcpy(placement.data(), &child.placement, sizeof child.placement);
+        json["children"].push_back({{"name", zn::toUtf8(child.name)}, {"placement", bytesJson(placement)},
+            {"model", addModel(*child.model, models, shapes, places)}});
+    }
+    models.push_back(std::move(json));
+    return places.emplace(&model, models.size() - 1).first->second;
+}
+
+ModelRef modelFrom(const Json& json, ShapeSource& shapes, const std::vector<ModelRef>& others)
+{
+    auto model = std::make_shared<Model>();
+    model->name = zn::toText(json.at("name").get<std::string>());
+    for (const Json& body : json.at("bodies"))
+        model->bodies.push_back(manifest::bodyFrom(body, shapes));
+    for (const Json& entry : json.at("children")) {
+        Model::Child& child = model->children.emplace_back();
+        child.name = zn::toText(entry.at("name").get<std::string>());
+        const std::string placement = bytesFrom(entry.at("placement"));
+        static_assert(std::is_trivially_copyable_v<gp_Trsf>);
+        std::memcpy(&child.placement, placement.data(), std::min(placement.size(), sizeof child.placement));
+        child.model = others.at(entry.at("model").get<std::size_t>());
+    }
+    return model;
+}
+
+/// Of a request for facts; behind it stand the path of the file and the name of the stream, then the stream.
+struct FactsHead {
+    std::size_t file = 0;
+    std::size_t name = 0;
+};
+
+std::string factsRequest(const std::filesystem::path& file, const std::string& name, std::string_view stream)
+{
+    const std::string path = file.string();
+    const FactsHead head{path.size(), name.size()};
+    std::string request;
+    // A stream may be as large as memory allows: it is copied once.
+    request.reserve(sizeof head + path.size() + name.size() + stream.size());
+    request.append(reinterpret_cast<const char*>(&head), sizeof head);
+    return request.append(path).append(name).append(stream);
+}
+
+std::string answerFacts(std::string_view request)
+{
+    FactsHead head;
+    std::memcpy(&head, request.data(), sizeof head);
+    request.remove_prefix(sizeof head);
+    const std::filesystem::path file(request.substr(0, head.file));
+    const std::string name(request.substr(head.file, head.name));
+    try {
+        const GeometryFacts facts = kept(request.substr(head.file + head.name)).facts();
+        return {reinterpret_cast<const char*>(&facts), sizeof facts};
+    } catch (const std::invalid_argument& error) {
+        throw DocumentError(ErrorKind::Damaged,
+            "The file " + quoted(file) + " is damaged: its part '" + name + "' can't be read (" + error.what() + ").");
+    }
+}
+
+} // namespace
+
+std::string packPart(const PartDocument& part)
+{
+    ShapeStreams shapes;
+    Json json = {{"part", manifest::toJson(part, shapes)}};
+    json["streams"] = streamsJson(shapes.all());
+    std::string packet;
+    Json::to_cbor(json, packet);
+    return packet;
+}
+
+PartDocument unpackPart(std::string_view packet)
+{
+    const Json json = Json::from_cbor(packet);
+    ShapeSource shapes([&](const std::string& name) { return geometryFrom(json.at("streams").at(name)); });
+    return manifest::partFrom(json.at("part"), shapes);
+}
+
+std::string packModel(const Model& model)
+{
+    ShapeStreams shapes;
+    std::map<const Model*, std::size_t> places;
+    Json json = {{"models", Json::array()}};
+    addModel(model, json["models"], shapes, places);
+    json["streams"] = streamsJson(shapes.all());
+    std::string packet;
+    Json::to_cbor(json, packet);
+    return packet;
+}
+
+ModelRef unpackModel(std::string_view packet)
+{
+    const Json json = Json::from_cbor(packet);
+    ShapeSource shapes(
+        [&](const std::string& name) { return kept(bytesFrom(json.at("streams").at(name).at("bytes"))); });
+    std::vector<ModelRef> models;
+    for (const Json& model : json.at("models"))
+        models.push_back(modelFrom(model, shapes, models));
+    return models.at(models.size() - 1);
+}
+
+void requireReadable(const std::map<std::string, Geometry>& streams, const std::filesystem::path& file)
+{
+    for (const auto& [name, geometry] : streams) {
+        const std::string_view stream = geometry.givenStream();
+        const KernelTask task{"reading", file, computingLimit(stream.size() / bytesAPiece)};
+        const std::string answer = askKernel(task, answerFacts, factsRequest(file, name, stream));
+        GeometryFacts facts;
+        std::memcpy(&facts, answer.data(), sizeof facts);
+        geometry.tellFacts(facts);
+    }
+}
+
+} // namespace zn::zentrel
