@@ -48,6 +48,8 @@ Session::Session(const std::filesystem::path& home, Hooks hooks)
     KernelLimits limits = limitsFrom(m_platform.registry());
     limits.userGone = hooks.stopRequested;
     setKernelLimits(std::move(limits));
+    // While this is the only thread, so that the child stays for the macros of all others.
+    startKernelServer();
     m_application = std::make_shared<Application>(Surroundings{
         .files = m_platform.files(),
         .printers = m_platform.printers(),

@@ -1,6 +1,7 @@
 #include "zentrel/kernel/ChildProcess.h"
 
 #include "contracts/documents/DocumentError.h"
+#include "platform/KernelConfinement.h"
 #include "zentrel/kernel/KernelLimits.h"
 #include "zentrel/kernel/KernelReason.h"
 
@@ -146,8 +147,10 @@ void limitComputing(std::chrono::seconds limit)
     limitResource(RLIMIT_CPU, soft, RLIM_INFINITY);
 }
 
-ChildProcess::ChildProcess(const std::function<void(const zn::FileDescriptor& socket)>& work)
+ChildProcess::ChildProcess(const std::vector<std::filesystem::path>& folders,
+    const std::function<void(const zn::FileDescriptor& socket)>& work)
     : m_owner(getpid())
+    , m_thread(gettid())
     , m_mostMemory(kernelLimits().memory > 0 ? kernelLimits().memory : freeMemory() / 2)
     , m_atFirst(memoryInUse())
 {
@@ -165,6 +168,7 @@ ChildProcess::ChildProcess(const std::function<void(const zn::FileDescriptor& so
     if (m_process == 0) {
         m_socket.close();
         limitChild(m_owner, m_mostMemory);
+        zn::confineWritesOfThisThread(folders);
         work(childsEnd);
         _exit(0);
     }
@@ -181,8 +185,9 @@ ChildProcess::~ChildProcess()
 bool ChildProcess::isAlive() const
 {
     siginfo_t facts{};
-    return m_owner == getpid() && waitid(P_PID, static_cast<id_t>(m_process), &facts, WEXITED | WNOHANG | WNOWAIT) == 0
-        && facts.si_pid == 0;
+    const bool stays = m_thread == m_owner || m_thread == gettid();
+    return m_owner == getpid() && stays
+        && waitid(P_PID, static_cast<id_t>(m_process), &facts, WEXITED | WNOHANG | WNOWAIT) == 0 && facts.si_pid == 0;
 }
 
 void ChildProcess::raiseEnd(const KernelTask& task)

@@ -4,20 +4,24 @@
 #include "zentrel/kernel/KernelChild.h"
 
 #include <sys/types.h>
+#include <vector>
 
 namespace zn::zentrel {
 
 /// A child process of the kernel's with its end of a socket, on both sides. It is killed and waited for at the end.
 class ChildProcess {
 public:
-    /// Starts a child that runs `work` on its end of the socket and then ends. Raises `Kernel`.
-    explicit ChildProcess(const std::function<void(const zn::FileDescriptor& socket)>& work);
+    /// Starts a child that runs `work` on its end of the socket and then ends. It writes below `folders` only, where
+    /// the system can keep it there. Raises `Kernel`.
+    ChildProcess(const std::vector<std::filesystem::path>& folders,
+        const std::function<void(const zn::FileDescriptor& socket)>& work);
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();
 
     const zn::FileDescriptor& socket() const { return m_socket; }
-    /// Whether this process started it and it hasn't ended.
+    /// Whether it hasn't ended, and doesn't end while this thread lives: the system ends it with the thread of this
+    /// process that started it.
     bool isAlive() const;
     /// What it has taken when it sent its last answer, besides what it was born with, in bytes.
     std::size_t leftTaken() const { return m_leftTaken; }
@@ -30,6 +34,7 @@ private:
     [[noreturn]] void giveUp(const KernelTask& task, const std::string& reason);
 
     pid_t m_owner;
+    pid_t m_thread;
     pid_t m_process = -1;
     zn::FileDescriptor m_socket;
     std::size_t m_mostMemory;

@@ -35,6 +35,11 @@ using KernelCall = std::string (*)(std::string_view request);
 /// The same for frequent short work, in a child that stays for the next calls; a call costs a tenth of a millisecond.
 /// It ends, and the next call gets a new one, after any failure of the kernel and when calls have left much memory
 /// taken. Within a child the call is made right there.
+/// Its child may write no file. It ends with the thread that started it, and serves others only when that was the first
+/// thread of the program.
 std::string askKernel(const KernelTask& task, KernelCall call, const std::string& request);
+
+/// Starts the child that serves calls, if it isn't there.
+void startKernelServer();
 
 } // namespace zn::zentrel

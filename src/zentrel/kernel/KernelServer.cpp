@@ -1,5 +1,4 @@
 #include "contracts/documents/DocumentError.h"
-#include "platform/KernelConfinement.h"
 #include "zentrel/kernel/ChildProcess.h"
 #include "zentrel/kernel/KernelLimits.h"
 
@@ -9,7 +8,6 @@
 #include <memory>
 #include <mutex>
 #include <sys/socket.h>
-#include <unistd.h>
 
 namespace zn::zentrel {
 
@@ -75,7 +73,6 @@ void keepOnly(const zn::FileDescriptor& socket)
 void serve(const zn::FileDescriptor& socket)
 {
     keepOnly(socket);
-    zn::confineWritesOfThisThread({}); // it answers with bytes
     RequestHead head;
     while (receiveAll(socket, reinterpret_cast<char*>(&head), sizeof head)) {
         const KernelTask task{received(socket, head.doing), received(socket, head.file), head.limit};
@@ -86,21 +83,29 @@ void serve(const zn::FileDescriptor& socket)
 }
 
 std::unique_ptr<ChildProcess> server;
-pid_t serversThread = 0;
 std::mutex serverInUse;
 
+/// Whoever calls has `serverInUse`.
+void requireServer()
+{
+    if (!server || !server->isAlive())
+        server = std::make_unique<ChildProcess>(std::vector<std::filesystem::path>(), serve);
+}
+
 } // namespace
+
+void startKernelServer()
+{
+    const std::lock_guard turn(serverInUse);
+    requireServer();
+}
 
 std::string askKernel(const KernelTask& task, KernelCall call, const std::string& request)
 {
     if (isKernelProcess())
         return call(request);
     const std::lock_guard turn(serverInUse);
-    // A process ends with the thread that has started it, and may what that thread may.
-    if (!server || serversThread != gettid() || !server->isAlive()) {
-        server = std::make_unique<ChildProcess>(serve);
-        serversThread = gettid();
-    }
+    requireServer();
     const std::string file = task.file.string();
     const RequestHead head{call, task.limit, task.doing.size(), file.size(), request.size()};
     // A process that ends before it has read all of it is told of by what it leaves.
