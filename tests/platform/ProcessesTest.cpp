@@ -87,13 +87,25 @@ TEST_F(ProcessesTest, EndsAProgramWithTheWantedExitCodeAndAllThatItStarted)
     EXPECT_EQ(processes.exitCode(*child), 255U);
 }
 
-TEST_F(ProcessesTest, WhatAProgramStartedEndsWithItAlsoWhenItEndsByItself)
+TEST_F(ProcessesTest, WhatAProgramStartedEndsWithItWhereverItHasGone)
 {
-    const auto child
-        = processes.launch(script("leaving.exe", "sleep 600 &\necho $! > \"$(dirname \"$0\")/grandchild\"\nexit 3"), 6);
-    ASSERT_TRUE(child);
-    EXPECT_EQ(waitForEnd(*child), 3U);
-    EXPECT_EQ(waitForEnd(std::stoi(waitForLine("grandchild"))), std::nullopt);
+    const std::string leave = "echo $! > \"$(dirname \"$0\")/grandchild\"; mv \"$(dirname \"$0\")/grandchild\" "
+                              "\"$(dirname \"$0\")/started\"\n";
+    const std::string starts[] = {"sleep 600 &\n" + leave, "setsid sleep 600 &\n" + leave,
+        "( setsid sh -c 'trap \"\" TERM HUP; sleep 600 & echo $! > '$(dirname \"$0\")'/started; wait' & )\nsleep 0.2\n"};
+    const std::pair<const char*, std::uint32_t> ends[]
+        = {{"exit 3", 3}, {"kill -9 $$", 128 + SIGKILL}, {"sleep 600", 255}};
+    for (const std::string& start : starts)
+        for (const auto& [end, code] : ends) {
+            const auto child = processes.launch(script("leaving.exe", start + end), 6);
+            ASSERT_TRUE(child);
+            const pid_t grandchild = std::stoi(waitForLine("started"));
+            if (code == 255)
+                processes.terminate(*child, 255);
+            EXPECT_EQ(waitForEnd(*child), code) << start << end;
+            EXPECT_EQ(processes.exitCode(grandchild), std::nullopt) << start << end;
+            std::filesystem::remove(folder / "started");
+        }
 }
 
 TEST_F(ProcessesTest, KnowsOtherProgramsAndEndsNoneOfThem)
@@ -106,7 +118,8 @@ TEST_F(ProcessesTest, KnowsOtherProgramsAndEndsNoneOfThem)
 
 TEST_F(ProcessesTest, AChildOutlivesTheThreadThatStartedItButNotTheProcess)
 {
-    script("sleeper.exe", "echo $$ > \"$(dirname \"$0\")/id\"\nexec sleep 600");
+    script("sleeper.exe",
+        "setsid sleep 600 & echo $! > \"$(dirname \"$0\")/away\"\necho $$ > \"$(dirname \"$0\")/id\"\nexec sleep 600");
     const pid_t parent = ::fork();
     if (parent == 0) {
         LinuxProcesses own(files);
@@ -127,6 +140,7 @@ TEST_F(ProcessesTest, AChildOutlivesTheThreadThatStartedItButNotTheProcess)
     ::kill(parent, SIGKILL);
     ::waitpid(parent, nullptr, 0);
     EXPECT_EQ(waitForEnd(child), std::nullopt);
+    EXPECT_EQ(waitForEnd(std::stoi(waitForLine("away"))), std::nullopt);
 }
 
 TEST_F(ProcessesTest, ReadsTheVersionOfAProgram)

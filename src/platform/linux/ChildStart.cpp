@@ -1,6 +1,7 @@
 #include "platform/linux/ChildStart.h"
 
 #include "platform/FileDescriptor.h"
+#include "platform/linux/ChildGuard.h"
 
 #include <cerrno>
 #include <csignal>
@@ -37,13 +38,23 @@ std::vector<std::string> environmentWith(const std::vector<std::string>& more)
     return all;
 }
 
-/// The child's side, between fork and exec: only calls that are allowed there while other threads of the parent
+/// What the two new processes tell the starter: the program's number, and then an error if it couldn't be run.
+struct Report {
+    pid_t program;
+    int error;
+};
+
+void tell(int report, const Report& content)
+{
+    [[maybe_unused]] const ssize_t written = ::write(report, &content, sizeof content);
+}
+
+/// The program's side, between fork and exec: only calls that are allowed there while other threads of the starter
 /// hold locks. Reports a failure to `report`, which the exec closes.
 [[noreturn]] void becomeProgram(char* const* arguments, char* const* environment, pid_t parent, int report)
 {
     const auto fail = [report] {
-        const int error = errno;
-        [[maybe_unused]] const ssize_t written = ::write(report, &error, sizeof error);
+        tell(report, {0, errno});
         ::_exit(127);
     };
     // The parent may have died before the request was in force; then nobody would ever kill this child.
@@ -64,19 +75,41 @@ std::vector<std::string> environmentWith(const std::vector<std::string>& more)
     ::_exit(127);
 }
 
-int reportedError(int report)
+/// The guard's side: starts the program and stays with it. As restricted as `becomeProgram`.
+[[noreturn]] void becomeGuard(char* const* arguments, char* const* environment, pid_t parent, int report)
 {
-    int error = 0;
-    ssize_t got = 0;
-    do
-        got = ::read(report, &error, sizeof error);
-    while (got < 0 && errno == EINTR);
-    return got == sizeof error ? error : 0;
+    if (!prepareGuard(parent))
+        ::_exit(127);
+    const pid_t self = ::getpid();
+    const pid_t program = ::fork();
+    if (program == 0)
+        becomeProgram(arguments, environment, self, report);
+    tell(report, {program, program < 0 ? errno : 0});
+    if (program < 0)
+        ::_exit(127);
+    ::close_range(0, ~0U, 0);
+    guardProgram(program);
+}
+
+/// Reads until both processes have closed their ends. The last error counts.
+Report readReport(int report)
+{
+    Report whole{0, 0};
+    for (;;) {
+        Report piece{};
+        const ssize_t got = ::read(report, &piece, sizeof piece);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got != sizeof piece)
+            return whole;
+        whole.program = piece.program > 0 ? piece.program : whole.program;
+        whole.error = piece.error != 0 ? piece.error : whole.error;
+    }
 }
 
 } // namespace
 
-std::optional<pid_t> startChild(
+std::optional<StartedChild> startChild(
     const std::vector<std::string>& arguments, const std::vector<std::string>& moreEnvironment)
 {
     const std::vector<std::string> environment = environmentWith(moreEnvironment);
@@ -88,18 +121,19 @@ std::optional<pid_t> startChild(
     const FileDescriptor reader(ends[0]);
     FileDescriptor writer(ends[1]);
     const pid_t parent = ::getpid();
-    const pid_t child = ::fork();
-    if (child == 0)
-        becomeProgram(argumentPointers.data(), environmentPointers.data(), parent, writer.number());
-    if (child < 0)
+    const pid_t guard = ::fork();
+    if (guard == 0)
+        becomeGuard(argumentPointers.data(), environmentPointers.data(), parent, writer.number());
+    if (guard < 0)
         return std::nullopt;
     writer.close();
-    if (const int error = reportedError(reader.number()); error != 0) {
-        ::waitpid(child, nullptr, 0);
-        errno = error;
+    const Report report = readReport(reader.number());
+    if (report.error != 0 || report.program <= 0) {
+        ::waitpid(guard, nullptr, 0);
+        errno = report.error;
         return std::nullopt;
     }
-    return child;
+    return StartedChild{report.program, guard};
 }
 
 } // namespace zn

@@ -7,9 +7,17 @@
 
 namespace zn {
 
-/// Starts a program as a child of this process; `arguments` begins with the program's machine path. The child is killed
-/// when the calling thread ends. None, with `errno` set, if the program can't be run.
-std::optional<pid_t> startChild(
+struct StartedChild {
+    pid_t program = 0;
+    /// The one child of this process: it started the program and ends, with the program's exit code or 128 and its
+    /// signal's number, when the program and all that it has started are gone. SIGTERM makes it end them; it then dies
+    /// by SIGKILL.
+    pid_t guard = 0;
+};
+
+/// Starts a program; `arguments` begins with the program's machine path. The program is ended, with all that it has
+/// started, when the calling thread ends. None, with `errno` set, if the program can't be run.
+std::optional<StartedChild> startChild(
     const std::vector<std::string>& arguments, const std::vector<std::string>& moreEnvironment);
 
 } // namespace zn

@@ -84,7 +84,7 @@ public:
     }
 
     /// One caller at a time.
-    std::optional<std::int32_t> start(
+    std::optional<StartedChild> start(
         const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
     {
         std::unique_lock lock(m_mutex);
@@ -113,7 +113,7 @@ private:
     std::condition_variable m_changed;
     const std::vector<std::string>* m_arguments = nullptr;
     const std::vector<std::string>* m_environment = nullptr;
-    std::optional<std::int32_t> m_started;
+    std::optional<StartedChild> m_started;
     bool m_closing = false;
     std::thread m_thread;
 };
@@ -126,8 +126,8 @@ LinuxProcesses::LinuxProcesses(FileSystem& files)
 LinuxProcesses::~LinuxProcesses()
 {
     for (const auto& [processId, child] : m_children)
-        if (!child.ended && ::kill(-processId, SIGKILL) == 0)
-            ::waitpid(processId, nullptr, 0);
+        if (!child.ended && ::kill(child.guard, SIGTERM) == 0)
+            ::waitpid(child.guard, nullptr, 0);
     m_launcher.reset();
 }
 
@@ -162,9 +162,10 @@ std::optional<std::int32_t> LinuxProcesses::launch(TextView commandLine, int sho
     if (!m_launcher)
         m_launcher = std::make_unique<Launcher>();
     const auto child = m_launcher->start(arguments, {"ZN_SHOW_STATE=" + std::to_string(showState)});
-    if (child)
-        m_children[*child] = Child();
-    return child;
+    if (!child)
+        return std::nullopt;
+    m_children[child->program] = {child->guard, {}, {}};
+    return child->program;
 }
 
 LinuxProcesses::Child* LinuxProcesses::refreshed(std::int32_t processId)
@@ -175,18 +176,13 @@ LinuxProcesses::Child* LinuxProcesses::refreshed(std::int32_t processId)
     Child& child = found->second;
     if (child.ended)
         return &child;
-    // What it has started goes with it, also when it ends by itself. Its number stands for its group until its end has
-    // been taken.
-    siginfo_t end{};
-    if (::waitid(P_PID, static_cast<id_t>(processId), &end, WEXITED | WNOHANG | WNOWAIT) == 0
-        && end.si_pid == processId)
-        ::kill(-processId, SIGKILL);
+    // The guard ends when the program and all that it has started have gone.
     int status = 0;
-    const pid_t ended = ::waitpid(processId, &status, WNOHANG);
-    if (ended == processId)
+    const pid_t ended = ::waitpid(child.guard, &status, WNOHANG);
+    if (ended == child.guard)
         child.ended = child.asked && WIFSIGNALED(status) ? *child.asked : exitCodeOf(status);
     else if (ended < 0 && errno == ECHILD)
-        // Somebody else in this process took the child's end and with it the code.
+        // Somebody else in this process took the guard's end and with it the code.
         child.ended = child.asked.value_or(1);
     return &child;
 }
@@ -211,8 +207,7 @@ bool LinuxProcesses::terminate(std::int32_t processId, std::uint32_t exitCode)
     if (!child || child->ended)
         return false;
     child->asked = exitCode;
-    // The group holds what the child has started; its own number stands for it until its end has been taken.
-    if (::kill(-processId, SIGKILL) != 0 && ::kill(processId, SIGKILL) != 0)
+    if (::kill(child->guard, SIGTERM) != 0)
         return false;
     // A killed child is gone within a moment; seeing it gone keeps what follows from depending on that moment.
     for (int look = 0; look < endLooks && !refreshed(processId)->ended; ++look)

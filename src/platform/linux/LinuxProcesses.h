@@ -6,14 +6,16 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace zn {
 
 class FileSystem;
 
-/// The machine's processes. A launched process is a child in a process group of its own, so that a terminal's Ctrl+C
-/// reaches this program first. It dies with this object at the latest. Safe for use from several threads.
+/// The machine's processes. A launched process has a process group of its own, so that a terminal's Ctrl+C reaches this
+/// program first, and a guard between it and this process, who ends what it leaves behind. It dies with this object at
+/// the latest. Safe for use from several threads.
 ///
 /// A show state has no counterpart in a child's start here; a program that opens windows reads it from the
 /// environment variable ZN_SHOW_STATE.
@@ -32,6 +34,8 @@ public:
 
 private:
     struct Child {
+        /// The process that stands for it here; its end is the program's.
+        pid_t guard = 0;
         /// What `terminate` asked for, if it was called.
         std::optional<std::uint32_t> asked;
         std::optional<std::uint32_t> ended;
