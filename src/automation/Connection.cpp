@@ -3,8 +3,8 @@
 #include "base/JsonShape.h"
 
 #include <fmt/format.h>
-#include <limits>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace zn::automation {
 
@@ -31,13 +31,17 @@ Json failure(const Json& id, Status status, const std::string& text)
 /// Levels of brackets in one message. Values nest less deep by far; a message of brackets alone would take a hundred
 /// times its size in memory.
 constexpr int maximumBrackets = 256;
+/// Values and names in one message, each of which takes some ten times its size.
+constexpr int maximumValues = 1'000'000;
 
-/// Raises `ProtocolError` for a message of too many brackets inside one another, before it is read.
-void requireShallow(const std::string& line)
+/// Raises `ProtocolError` for a message that would take much more memory than it has bytes, before it is read.
+void requireSensible(const std::string& line)
 {
-    constexpr int anyNumber = std::numeric_limits<int>::max(); // of values: a list of files may be long
-    if (jsonShapeOf(line, maximumBrackets, anyNumber) == JsonShape::TooDeep)
+    const JsonShape shape = jsonShapeOf(line, maximumBrackets, maximumValues);
+    if (shape == JsonShape::TooDeep)
         throw ProtocolError("a message that is nested too deep");
+    if (shape == JsonShape::TooMany)
+        throw ProtocolError("a message of too many values");
 }
 
 /// Texts of failures may hold names of files that are no UTF-8; these bytes turn into U+FFFD.
@@ -61,19 +65,77 @@ Connection::Connection(FileDescriptor socket, Handler handler, Log log)
 {
 }
 
+bool Connection::PeerTime::run(bool running)
+{
+    const auto clock = std::chrono::steady_clock::now();
+    if (running && !m_running)
+        m_away += clock - m_stopped;
+    else if (!running && m_running)
+        m_stopped = clock;
+    return std::exchange(m_running, running);
+}
+
+/// Lets the peer's time run or stand still for a scope.
+class Connection::Running {
+public:
+    Running(PeerTime& time, bool running)
+        : m_time(time)
+        , m_before(time.run(running))
+    {
+    }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+    ~Running() { m_time.run(m_before); }
+
+private:
+    PeerTime& m_time;
+    bool m_before;
+};
+
+/// Sets a value for a scope.
+class Connection::Deadline {
+public:
+    Deadline(std::optional<Moment>& deadline, std::optional<Moment> value)
+        : m_deadline(deadline)
+        , m_before(std::exchange(deadline, value))
+    {
+    }
+    Deadline(const Deadline&) = delete;
+    Deadline& operator=(const Deadline&) = delete;
+    ~Deadline() { m_deadline = m_before; }
+
+private:
+    std::optional<Moment>& m_deadline;
+    std::optional<Moment> m_before;
+};
+
 Json Connection::call(const char* method, Json parameters, std::optional<Milliseconds> limit)
 {
+    const Running running(m_peerTime, true);
+    std::optional<Moment> deadline = m_deadline;
+    if (limit && (!deadline || m_peerTime.now() + *limit < *deadline))
+        deadline = m_peerTime.now() + *limit;
+    const Deadline current(m_deadline, deadline);
     const std::int64_t id = ++m_lastId;
     send({{"jsonrpc", "2.0"}, {"id", id}, {"method", method}, {"params", std::move(parameters)}});
     for (;;) {
-        Json message = receive(limit);
-        if (message.contains("method")) {
-            answer(message);
-            continue;
-        }
+        Json message = receive(deadline);
         try {
+            if (message.contains("method")) {
+                answer(message);
+                // Whoever calls back without an end would never let the time run out in a wait.
+                if (deadline && m_peerTime.now() >= *deadline)
+                    throw StatusError(RPC_E_TIMEOUT, "The other process did not answer in time.");
+                continue;
+            }
             if (member(message, "id") != id)
                 throw ProtocolError("an answer to no call");
+        } catch (const ProtocolError&) {
+            closeAndRaise();
+        } catch (const StatusError&) {
+            closeAndRaise();
+        }
+        try {
             if (const auto error = message.find("error"); error != message.end())
                 raiseFailure(*error);
             return std::move(message["result"]);
@@ -88,26 +150,51 @@ void Connection::notify(const char* method, Json parameters)
     send({{"jsonrpc", "2.0"}, {"method", method}, {"params", std::move(parameters)}});
 }
 
+bool Connection::notifyAtOnce(const char* method)
+{
+    return m_open && m_channel.sendAtOnce(written({{"jsonrpc", "2.0"}, {"method", method}}));
+}
+
 void Connection::serveOne(std::optional<Milliseconds> limit)
 {
-    const Json message = receive(limit);
+    const Json message = receive(limit ? std::optional(m_peerTime.now() + *limit) : std::nullopt);
     answer(message);
 }
 
-Json Connection::receive(std::optional<Milliseconds> limit)
+void Connection::serveNotes()
 {
     if (!m_open)
         throw StatusError(RPC_E_DISCONNECTED, "The connection to the other process is closed.");
     try {
-        const std::string line = m_channel.receive(limit);
-        requireShallow(line);
-        Json message = Json::parse(line);
-        if (!message.is_object())
-            throw ProtocolError("a message that is no JSON object");
-        return message;
+        while (const auto line = m_channel.receiveAtOnce()) {
+            const Json message = parsed(*line);
+            if (message.contains("id"))
+                throw ProtocolError("a call while it waits for an answer");
+            answer(message);
+        }
     } catch (...) {
         closeAndRaise();
     }
+}
+
+Json Connection::receive(std::optional<Moment> deadline)
+{
+    if (!m_open)
+        throw StatusError(RPC_E_DISCONNECTED, "The connection to the other process is closed.");
+    try {
+        return parsed(m_channel.receive(deadline ? std::optional(m_peerTime.onClock(*deadline)) : std::nullopt));
+    } catch (...) {
+        closeAndRaise();
+    }
+}
+
+Json Connection::parsed(const std::string& line)
+{
+    requireSensible(line);
+    Json message = Json::parse(line);
+    if (!message.is_object())
+        throw ProtocolError("a message that is no JSON object");
+    return message;
 }
 
 void Connection::send(const Json& message)
@@ -134,6 +221,7 @@ void Connection::answer(const Json& request)
         const Json& method = member(request, "method");
         if (!method.is_string())
             throw ProtocolError("a method that is no text");
+        const Running own(m_peerTime, false);
         reply = {{"jsonrpc", "2.0"}, {"id", id},
             {"result", m_handler(method.get<std::string>(), request.value("params", Json::object()))}};
     } catch (const ProtocolError&) {

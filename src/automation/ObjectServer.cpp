@@ -64,6 +64,6 @@ bool ObjectServer::serveClient(FileDescriptor socket)
     return m_session && m_session->greeted();
 }
 
-bool ObjectServer::clientGone() const { return m_session && m_session->greeted() && m_session->clientGone(); }
+bool ObjectServer::stopRequested() const { return m_session && m_session->greeted() && m_session->stopRequested(); }
 
 } // namespace zn::automation

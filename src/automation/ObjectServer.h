@@ -36,8 +36,9 @@ public:
     /// Lets `serve` return when the call that is being served has been answered. To be called from inside a call.
     void stop() { m_stopped = true; }
 
-    /// Whether there was a client and it has gone. Never waits: long work asks now and then.
-    bool clientGone() const;
+    /// Whether there was a client and it has gone, or wants the end of the call that is being served. Never waits: long
+    /// work asks now and then.
+    bool stopRequested() const;
 
 private:
     /// Serves one connection. False if the peer never introduced itself.

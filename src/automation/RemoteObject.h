@@ -15,7 +15,8 @@ class RemoteObject;
 /// May be used from several threads; their calls take turns. Made by `open`, as it needs a shared pointer to itself.
 class ClientSession : public std::enable_shared_from_this<ClientSession>, private ObjectCodec {
 public:
-    /// How long a call may be unanswered. Calls that run a macro have no limit, as nobody can tell how long one takes.
+    /// How long a whole call may take, what this side's event handlers do left out. Calls that run a macro have no
+    /// limit, as nobody can tell how long one takes.
     struct Limits {
         Milliseconds hello{5'000};
         Milliseconds call{120'000};
@@ -34,6 +35,9 @@ public:
 
     bool isOpen() const { return !m_connection->peerGone(); }
     void cancel() { m_connection->cancel(); }
+    /// Asks the server to end the macro that it runs. May be called from another thread. False if the connection can't
+    /// take it at once.
+    bool requestStop() { return m_connection->notifyAtOnce("stop"); }
 
 private:
     ClientSession(FileDescriptor socket, Limits limits, Log log);

@@ -40,6 +40,23 @@ private:
     ObjectCodec& m_objects;
 };
 
+/// Counts calls inside one another; a request to stop ends with the outermost.
+class Invoking {
+public:
+    Invoking(int& count, bool& stopRequested)
+        : m_count(++count)
+        , m_stopRequested(stopRequested)
+    {
+    }
+    Invoking(const Invoking&) = delete;
+    Invoking& operator=(const Invoking&) = delete;
+    ~Invoking() { m_stopRequested = --m_count > 0 && m_stopRequested; }
+
+private:
+    int& m_count;
+    bool& m_stopRequested;
+};
+
 MemberUse memberUse(const Json& form)
 {
     static constexpr std::pair<const char*, MemberUse> uses[]
@@ -108,6 +125,7 @@ Json ServerSession::serve(const std::string& method, const Json& parameters)
         {"advise", &ServerSession::advise},
         {"unadvise", &ServerSession::unadvise},
         {"release", &ServerSession::release},
+        {"stop", &ServerSession::stop},
     };
     const auto found = methods.find(method);
     if (found == methods.end())
@@ -128,8 +146,26 @@ Json ServerSession::hello(const Json& parameters)
     return encodeObject(m_root);
 }
 
+bool ServerSession::stopRequested()
+{
+    try {
+        m_connection->serveNotes();
+    } catch (const StatusError&) {
+        return true;
+    }
+    return m_stopRequested || clientGone();
+}
+
+/// It is for the call that the client waits for, with all that it causes; one that comes too late is for nobody.
+Json ServerSession::stop(const Json&)
+{
+    m_stopRequested = m_invoking > 0;
+    return true;
+}
+
 Json ServerSession::invoke(const Json& parameters)
 {
+    const Invoking invoking(m_invoking, m_stopRequested);
     MemberCall call;
     call.name = decodeText(member(parameters, "name"));
     call.use = memberUse(member(parameters, "use"));

@@ -24,6 +24,8 @@ public:
     /// Whether the client has introduced itself.
     bool greeted() const { return m_greeted; }
     bool clientGone() const { return m_connection->peerGone(); }
+    /// Whether the client has asked for the end of the call that is being served, or has gone. Never waits.
+    bool stopRequested();
 
 private:
     struct Export {
@@ -43,6 +45,7 @@ private:
     Json advise(const Json& parameters);
     Json unadvise(const Json& parameters);
     Json release(const Json& parameters);
+    Json stop(const Json& parameters);
     Export& exported(const Json& parameters);
 
     DispatchRef m_root;
@@ -50,6 +53,8 @@ private:
     std::map<const Object*, std::uint64_t> m_ids;
     std::uint64_t m_lastId = 0;
     bool m_greeted = false;
+    int m_invoking = 0; ///< calls inside one another
+    bool m_stopRequested = false;
     /// Shared with the sinks, which may outlive the session.
     std::shared_ptr<Connection> m_connection;
 };

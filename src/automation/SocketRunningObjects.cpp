@@ -24,26 +24,46 @@ bool SocketRunningObjects::available()
 DispatchRef SocketRunningObjects::lookup(TextView name)
 {
     const std::string fileName = socketFileName(toUtf8(name));
-    const std::lock_guard guard(m_guard);
-    std::erase_if(m_known, [](const auto& entry) { return !entry.second.session->isOpen(); });
-    if (const auto found = m_known.find(fileName); found != m_known.end())
-        return found->second.root;
+    {
+        const std::lock_guard guard(m_guard);
+        std::erase_if(m_known, [](const auto& entry) { return !entry.second.session->isOpen(); });
+        if (const auto found = m_known.find(fileName); found != m_known.end())
+            return found->second.root;
+    }
     if (!available())
         return nullptr;
     FileDescriptor socket = connectTo(m_folder, fileName);
-    if (!socket)
-        return nullptr;
+    return socket ? greet(fileName, std::move(socket)) : nullptr;
+}
+
+/// Whoever listens but doesn't answer as a published object does is no such object to the caller. The table isn't held
+/// meanwhile, so that `cancel` reaches this wait, too.
+DispatchRef SocketRunningObjects::greet(const std::string& fileName, FileDescriptor socket)
+{
     try {
         const auto session = ClientSession::open(std::move(socket), m_limits, m_log);
+        {
+            const std::lock_guard guard(m_guard);
+            m_known[fileName] = {session, nullptr};
+        }
         const DispatchRef root = session->root();
-        m_known[fileName] = {session, root};
+        const std::lock_guard guard(m_guard);
+        m_known[fileName].root = root;
         return root;
-    } catch (const StatusError& error) {
-        // Somebody listens but doesn't answer as a published object does: to the caller there is no such object.
+    } catch (const std::exception& error) {
         if (m_log)
             m_log(error.what());
+        const std::lock_guard guard(m_guard);
+        m_known.erase(fileName);
         return nullptr;
     }
+}
+
+void SocketRunningObjects::requestStop(TextView name)
+{
+    const std::lock_guard guard(m_guard);
+    if (const auto found = m_known.find(socketFileName(toUtf8(name))); found != m_known.end())
+        found->second.session->requestStop();
 }
 
 std::unique_ptr<ObjectServer> SocketRunningObjects::publish(TextView name, DispatchRef root)

@@ -22,6 +22,7 @@ public:
     /// The folder is there (it is made if it was missing) and is closed to others.
     bool available() override;
     DispatchRef lookup(TextView name) override;
+    void requestStop(TextView name) override;
 
     /// Publishes an object; it can be looked up until the server is destroyed or has got its client.
     std::unique_ptr<ObjectServer> publish(TextView name, DispatchRef root);
@@ -30,13 +31,15 @@ public:
     void cancel();
 
 private:
+    DispatchRef greet(const std::string& fileName, FileDescriptor socket);
+
     std::filesystem::path m_folder;
     ClientSession::Limits m_limits;
     Log m_log;
     std::mutex m_guard;
     struct Known {
         std::shared_ptr<ClientSession> session;
-        DispatchRef root;
+        DispatchRef root; ///< null while the server hasn't introduced itself
     };
     std::map<std::string, Known> m_known;
 };

@@ -33,9 +33,9 @@ struct FolderAddress {
     sockaddr_un address{};
 };
 
-FileDescriptor newSocket()
+FileDescriptor newSocket(int flags = 0)
 {
-    FileDescriptor made(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    FileDescriptor made(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | flags, 0));
     if (!made)
         throw StatusError(E_FAIL, fmt::format("No socket could be made: {}.", std::strerror(errno)));
     return made;
@@ -82,9 +82,11 @@ FileDescriptor listenIn(const std::filesystem::path& folder, const std::string& 
 FileDescriptor connectTo(const std::filesystem::path& folder, const std::string& fileName)
 {
     const FolderAddress address(folder, fileName);
-    FileDescriptor connection = newSocket();
+    // A listener's full queue would be waited for without an end.
+    FileDescriptor connection = newSocket(SOCK_NONBLOCK);
     if (!address.directory || connect(connection.number(), address.get(), sizeof address.address) != 0)
         return {};
+    fcntl(connection.number(), F_SETFL, 0);
     return connection;
 }
 

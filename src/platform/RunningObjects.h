@@ -13,6 +13,9 @@ public:
     virtual bool available() = 0;
     /// The object published under `name`; null if there is none (yet).
     virtual DispatchRef lookup(TextView name) = 0;
+    /// Asks the process of an object that was looked up to end the macro that it runs; whether and when it does is its
+    /// own business. Never waits. May be called from another thread than the one that waits for the macro.
+    virtual void requestStop(TextView name) = 0;
 };
 
 } // namespace zn

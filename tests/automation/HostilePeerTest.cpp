@@ -66,6 +66,9 @@ TEST(HostilePeer, WhatIsNoMessageClosesTheConnectionWithALine)
     const auto invoke = [](const std::string& parameters) {
         return line(R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":)" + parameters + "}");
     };
+    std::string many;
+    for (int i = 0; i < 1'000'000; ++i)
+        many += ",0";
     const struct {
         std::string sent;
         std::string logged;
@@ -87,9 +90,10 @@ TEST(HostilePeer, WhatIsNoMessageClosesTheConnectionWithALine)
                          R"("bounds":[[0,4294967295],[0,4294967295],[0,4294967295]],"items":[]}}]})"),
             "bounds are out of range"},
         {hello + nested, "nested too deep"},
-        {hello + std::string(std::size_t{32} << 20, '[') + "\n", "nested too deep"},
+        {hello + std::string(std::size_t{15} << 20, '[') + "\n", "nested too deep"},
+        {hello + "[0" + many + "]\n", "too many values"},
         {hello + line(R"({"method":"release","params":{"objects":[[1,2]]}})"), "release of an object"},
-        {hello + std::string(std::size_t{65} << 20, ' '), "too big"},
+        {hello + std::string(std::size_t{17} << 20, ' '), "too big"},
     };
     for (const auto& one : cases) {
         const Exchange seen = exchange(one.sent);

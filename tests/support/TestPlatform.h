@@ -41,6 +41,7 @@ class NoRunningObjects : public RunningObjects {
 public:
     bool available() override { return false; }
     DispatchRef lookup(TextView) override { return nullptr; }
+    void requestStop(TextView) override { }
 };
 
 /// The machine's real ports in a home of a test's own, with a clock and a pipe under its control.

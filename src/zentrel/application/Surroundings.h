@@ -20,7 +20,7 @@ struct Surroundings {
     std::filesystem::path workFolder;
     /// Takes one line for a person, as nobody sits in front of a window.
     std::function<void(const std::string&)> log;
-    /// Whether whoever uses the application has gone, so that long work should end.
+    /// Whether whoever uses the application has gone or wants its work stopped, so that long work should end.
     std::function<bool()> stopRequested;
     /// `ExitApp`: the process shall end when the present call has been answered.
     std::function<void()> exit;

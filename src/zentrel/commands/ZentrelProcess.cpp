@@ -48,7 +48,7 @@ int serve()
 {
     std::unique_ptr<zn::automation::ObjectServer> server;
     zn::zentrel::Session session({},
-        {.stopRequested = [&] { return server && server->clientGone(); },
+        {.stopRequested = [&] { return server && server->stopRequested(); },
             .exit = [&] { server->stop(); },
             .print = {},
             .echo = false});

@@ -123,6 +123,7 @@ public:
         processId = asked;
         return isUp() ? application : nullptr;
     }
+    void requestStop(TextView) override { }
 
     bool reachable = true;
     FakeRef application;

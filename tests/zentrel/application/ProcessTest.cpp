@@ -112,6 +112,26 @@ TEST_F(Process, EndsWithItsClientAlsoInTheMiddleOfAMacro)
     EXPECT_EQ(endOf(shop.platform.processes(), id), 0U);
 }
 
+TEST_F(Process, AMacroEndsOnRequestAndTheApplicationGoesOn)
+{
+    start();
+    const std::string begun = "Open \"" + zn::toUtf8(shop.path("begun")) + "\" For Output As #1\r\n";
+    writeFile(shop.file("endless.znb"),
+        "Sub main()\r\n    On Error Resume Next\r\n    " + begun + "    Do\r\n    Loop\r\nEnd Sub\r\n");
+    writeFile(shop.file("good.znb"), "Sub main()\r\n    For i = 1 To 9999\r\n    Next\r\nEnd Sub\r\n");
+    const zn::Text name = zn::formatText("Zentrel_PID_%d", id);
+    table->requestStop(name); // nothing runs yet, so nothing ends
+    EXPECT_EQ(root->call(u"RunMacro", {Value(shop.path("good.znb")), u"ZNMacro1", u"main"}), Value(true));
+    std::thread asker([&] {
+        while (!std::filesystem::exists(shop.file("begun")))
+            std::this_thread::yield();
+        table->requestStop(name);
+    });
+    EXPECT_EQ(root->call(u"RunMacro", {Value(shop.path("endless.znb")), u"ZNMacro1", u"main"}), Value(false));
+    asker.join();
+    EXPECT_EQ(root->call(u"RunMacro", {Value(shop.path("good.znb")), u"ZNMacro1", u"main"}), Value(true));
+}
+
 TEST(CommandLine, DoesItsWorkOrSaysWhyNot)
 {
     Workshop shop;
