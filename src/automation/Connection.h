@@ -77,7 +77,7 @@ private:
     int m_depth = 0;
     PeerTime m_peerTime;
     std::optional<Moment> m_deadline; ///< of the call that is under way, in the peer's time
-    std::atomic<bool> m_open = true; ///< other threads ask, too
+    std::atomic<bool> m_open = true;  ///< other threads ask, too
 };
 
 } // namespace zn::automation

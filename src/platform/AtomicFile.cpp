@@ -2,10 +2,16 @@
 
 #include <atomic>
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <cstdio>
+#include <ctime>
 #include <fcntl.h>
+#include <mutex>
 #include <random>
+#include <set>
 #include <string>
+#include <sys/stat.h>
 #include <system_error>
 
 namespace zn {
@@ -27,6 +33,40 @@ std::filesystem::path temporaryBeside(const std::filesystem::path& target)
     return target.parent_path() / ("~$zn" + std::to_string(getpid()) + "." + std::to_string(++counter) + ".tmp");
 }
 
+/// Whether a process that has gone has left this file. On a folder that machines share, the process may be another
+/// machine's; nobody there writes at one file for a day.
+bool isLeftOver(const std::filesystem::path& path)
+{
+    constexpr std::string_view prefix = "~$zn";
+    constexpr time_t day = 24 * 60 * 60;
+    const std::string name = path.filename().string();
+    pid_t writer = 0;
+    if (name.starts_with(prefix) && name.ends_with(".tmp"))
+        std::from_chars(name.data() + prefix.size(), name.data() + name.size(), writer);
+    struct stat facts { };
+    return writer > 0 && ::kill(writer, 0) != 0 && errno == ESRCH && ::lstat(path.c_str(), &facts) == 0
+        && S_ISREG(facts.st_mode) && facts.st_uid == ::geteuid() && facts.st_mtime + day < ::time(nullptr);
+}
+
+/// Once a process for each of the last folders that it has written to.
+void removeLeftOvers(const std::filesystem::path& folder)
+{
+    constexpr std::size_t mostRemembered = 1000;
+    static std::mutex guard;
+    static std::set<std::filesystem::path> seen;
+    {
+        const std::lock_guard lock(guard);
+        if (seen.size() >= mostRemembered)
+            seen.clear();
+        if (!seen.insert(folder).second)
+            return;
+    }
+    std::error_code ignored;
+    for (std::filesystem::directory_iterator entry(folder, ignored), end; entry != end; entry.increment(ignored))
+        if (isLeftOver(entry->path()))
+            std::filesystem::remove(entry->path(), ignored);
+}
+
 } // namespace
 
 int syncPath(const std::filesystem::path& path)
@@ -42,6 +82,7 @@ AtomicFile::AtomicFile(std::filesystem::path target)
     , m_file(::open(m_temporary.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666))
 {
     require(bool(m_file));
+    removeLeftOvers(m_target.parent_path().empty() ? "." : m_target.parent_path());
 }
 
 AtomicFile::~AtomicFile()

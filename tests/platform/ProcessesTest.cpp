@@ -92,7 +92,8 @@ TEST_F(ProcessesTest, WhatAProgramStartedEndsWithItWhereverItHasGone)
     const std::string leave = "echo $! > \"$(dirname \"$0\")/grandchild\"; mv \"$(dirname \"$0\")/grandchild\" "
                               "\"$(dirname \"$0\")/started\"\n";
     const std::string starts[] = {"sleep 600 &\n" + leave, "setsid sleep 600 &\n" + leave,
-        "( setsid sh -c 'trap \"\" TERM HUP; sleep 600 & echo $! > '$(dirname \"$0\")'/started; wait' & )\nsleep 0.2\n"};
+        "( setsid sh -c 'trap \"\" TERM HUP; sleep 600 & echo $! > '$(dirname \"$0\")'/started; wait' & )\nsleep "
+        "0.2\n"};
     const std::pair<const char*, std::uint32_t> ends[]
         = {{"exit 3", 3}, {"kill -9 $$", 128 + SIGKILL}, {"sleep 600", 255}};
     for (const std::string& start : starts)

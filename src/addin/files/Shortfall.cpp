@@ -26,8 +26,9 @@ OutputTally FileLogic::CountOutputs(const SelectionRecords& items)
         tally.missing += isThere ? 0 : 1;
     };
     for (const auto& item : items) {
-        if (!HasResults(*item)
-            && (m_taskKind == TaskKind::Conversion || m_taskKind == TaskKind::Printing || !item->worked))
+        // A file that was given up may have left some of its outputs.
+        const bool wanted = m_taskKind == TaskKind::Conversion || m_taskKind == TaskKind::Printing || !item->worked;
+        if (HasResults(*item) ? !item->leftOut.empty() : wanted)
             count(false);
     }
     for (const OutputRecord& record : m_records) {

@@ -6,6 +6,7 @@
 #include "addin/flows/RunState.h"
 #include "addin/flows/ThemeCheck.h"
 #include "addin/macro/DelimiterScan.h"
+#include "base/Durations.h"
 #include "base/Format.h"
 
 #include <optional>
@@ -23,8 +24,9 @@ struct Run {
     ArkSelection& hostSelection;
     SelectionRecords items;
     RunMessages messages;
-    Text logPath;
+    Text logPath{};
     std::int32_t total = 0;
+    std::chrono::seconds longestForFile{}; ///< 0 for none
     const OutputRecord* current = nullptr; ///< the file that is being worked on
     bool failureTold = false;              ///< people know already what ended the run
     bool confined = false;                 ///< its macros reach the task's folders only
@@ -54,11 +56,43 @@ Text readScript(const ObjectRef& instance)
     return *script;
 }
 
+/// How the host reaches a run that waits for its CAD application.
+class HostLine {
+public:
+    HostLine(const std::shared_ptr<IArkTaskInstance>& instance, ZNManager& session)
+        : m_control(query<IArkRunControl>(instance))
+    {
+        session.ForgetStop();
+        if (m_control)
+            checkStatus(m_control->SetStopHandler([&session] { session.RequestStop(); }));
+    }
+    HostLine(const HostLine&) = delete;
+    HostLine& operator=(const HostLine&) = delete;
+    ~HostLine()
+    {
+        if (m_control)
+            m_control->SetStopHandler({});
+    }
+
+    std::chrono::seconds longestForFile() const
+    {
+        std::int32_t seconds = 0;
+        if (m_control)
+            checkStatus(m_control->GetFileLimit(seconds));
+        return std::chrono::seconds(seconds);
+    }
+
+private:
+    std::shared_ptr<IArkRunControl> m_control; ///< null where the host has none
+};
+
 BodyEnd startSession(ZNManager& session)
 {
     Status status = session.Start();
-    if (failed(status))
+    if (failed(status) && !session.StopRequested())
         status = session.Restart(status);
+    if (failed(status) && session.StopRequested())
+        throw RunStopped{};
     if (!failed(status))
         return std::nullopt;
     // The process may be up although the session isn't; the text of the failed start is what the report shows.
@@ -118,6 +152,18 @@ bool tellOfFile(Run& run, OutputRecord& record)
     return record.complained || !failures.empty();
 }
 
+/// A file that took too long costs itself alone. What its macro has left in the application mustn't reach the next one.
+void giveUpFile(Run& run, OutputRecord& record)
+{
+    ZNManager& session = run.context.session;
+    tellOfFile(run, record);
+    record.leftOut = u"The work on this file was ended after "
+        + durationText(static_cast<std::int32_t>(run.longestForFile.count()))
+        + u", the task's longest time for one file. Look for what holds it up, or give the task more time.";
+    run.messages.tell(record.path, record.leftOut);
+    checkStatus(session.Restart(E_ABORT));
+}
+
 /// A macro that fails ends the run, whose report doesn't name the file; the log does.
 void runMacro(Run& run, OutputRecord& record, const Text& revision)
 {
@@ -126,8 +172,12 @@ void runMacro(Run& run, OutputRecord& record, const Text& revision)
     if (run.confined)
         context.session.ConfineMacros(reachableFolders(*run.vault, run.instance, record.path, run.logPath));
     try {
-        context.session.RunMacro(macro);
+        context.session.RunMacro(macro, run.longestForFile);
     } catch (const StatusError&) {
+        if (context.session.StopRequested())
+            throw RunStopped{};
+        if (context.session.LimitHit())
+            return giveUpFile(run, record);
         Text sentence = context.session.GetLastError();
         if (record.path.find(u'"') != Text::npos)
             sentence += u" A double quote in a file's name breaks the macro: rename the file.";
@@ -263,6 +313,17 @@ void tellFailure(Run& run)
     }
 }
 
+void tellStopped(Run& run)
+{
+    run.cmd.cancel = -1;
+    if (!run.current || run.current->worked || !run.current->leftOut.empty() || !run.context.session.StopRequested())
+        return;
+    Text sentence = u"The run was cancelled while this file was being worked on.";
+    if (run.context.session.EndedProcess())
+        sentence += u" Its macro did not end when it was asked to, so the CAD application was ended.";
+    run.messages.tell(run.current->path, sentence);
+}
+
 /// The code of the run's body. Raises nothing.
 Status runBody(Run& run)
 {
@@ -279,10 +340,15 @@ Status runBody(Run& run)
         if (const BodyEnd end = runAllFiles(run, script))
             return *end;
     } catch (const RunStopped&) {
-        run.cmd.cancel = -1;
+        tellStopped(run);
     } catch (...) {
-        result.keep(currentExceptionStatus());
-        tellFailure(run);
+        // A call that was brought back by force fails with whatever it was at.
+        if (context.session.StopRequested()) {
+            tellStopped(run);
+        } else {
+            result.keep(currentExceptionStatus());
+            tellFailure(run);
+        }
     }
     result.step([&] { checkStatus(context.session.StopKeepingError(S_OK)); });
     closeRun(context, run.vault, run.instance, result, run.total, run.items, run.logPath, run.messages);
@@ -298,7 +364,9 @@ Status runTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, Ar
         throw StatusError(E_POINTER);
     context.kind = readKind(cmd.taskObject, true);
 
-    Run run{context, vault, instance, cmd, selection, {}, RunMessages(context.macroBuilder, vault, instance), {}};
+    Run run{context, vault, instance, cmd, selection, {}, RunMessages(context.macroBuilder, vault, instance)};
+    const HostLine host(instance, context.session);
+    run.longestForFile = host.longestForFile();
     context.session.ManageStartup(false);
     const Status body = runBody(run);
     context.session.ManageStartup(true);

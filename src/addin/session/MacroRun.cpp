@@ -1,8 +1,8 @@
 // How one macro is run: written to a file, called in the application, retried, and its failure put into words.
 
 #include "addin/session/FindExecutable.h"
+#include "addin/session/MacroFile.h"
 #include "addin/session/ZNManager.h"
-#include "base/Paths.h"
 #include "platform/FileSystem.h"
 #include "platform/Registry.h"
 
@@ -12,9 +12,6 @@ namespace zn {
 
 namespace {
 
-constexpr std::size_t longestTemporaryFolder = 256;
-constexpr TextView temporaryPrefix = u"TFR";
-constexpr TextView macroExtension = u".znb";
 constexpr const char16_t* moduleName = u"ZNMacro1";
 constexpr const char16_t* procedureName = u"main";
 constexpr std::uint16_t firstReleaseWithReasons = 17;
@@ -22,50 +19,6 @@ constexpr int macroAttempts = 3;
 constexpr int attemptsAfterDialog = 2;
 /// A dialog that comes back is answered by a restart each time; nobody waits for more of them than this.
 constexpr int mostDialogRounds = 100;
-
-/// One byte for each code unit, as the application's macro engine counts.
-std::string macroBytes(Text text)
-{
-    // The two halves of a character beyond 16 bits would share one substitute.
-    std::replace_if(
-        text.begin(), text.end(), [](char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }, u'?');
-    return toCodePage(text);
-}
-
-/// Removes a file at the end of a scope, whatever happened.
-class FileRemoval {
-public:
-    FileRemoval(FileSystem& files, Text path)
-        : m_files(files)
-        , m_path(std::move(path))
-    {
-    }
-    FileRemoval(const FileRemoval&) = delete;
-    FileRemoval& operator=(const FileRemoval&) = delete;
-    ~FileRemoval() { m_files.removeFile(m_path); }
-
-private:
-    FileSystem& m_files;
-    Text m_path;
-};
-
-struct MacroFile {
-    Text path;
-    bool ready = false; ///< false if the file could not get its name; whatever stood there has to go all the same
-};
-
-MacroFile writeMacroFile(FileSystem& files, const Text& macroText)
-{
-    const Text folder = files.temporaryFolder();
-    if (folder.size() > longestTemporaryFolder)
-        throw StatusError(E_FAIL, "The path of the temporary folder is too long for a macro file.");
-    const Text temporary = files.temporaryFile(folder, temporaryPrefix);
-    const FileRemoval removal(files, temporary);
-    if (const FileResult written = files.writeBytes(temporary, macroBytes(macroText)); !written)
-        throw StatusError(E_FAIL, "The macro file could not be written: " + toUtf8(written.reason) + ".");
-    const Text macroFile = pathWithExtension(temporary, macroExtension);
-    return {macroFile, files.removeFile(macroFile) && files.renameFile(temporary, macroFile)};
-}
 
 } // namespace
 
@@ -94,9 +47,14 @@ ZNManager::MacroOutcome ZNManager::runWithRetries(const Text& file)
     int attempts = std::max(0, macroAttempts - m_restartCount / 3);
     int dialogRounds = 0;
     for (;;) {
+        if (m_guard.hasFired())
+            return {E_ABORT, {}};
         m_watcher.start();
         MacroOutcome outcome = callMacro(file);
         m_watcher.stop();
+        // Nothing is tried again that somebody has ended.
+        if (m_guard.hasFired())
+            return outcome;
         if (m_watcher.taskSchedulerDialogSeen()) {
             outcome.status = E_FAIL;
             attempts = ++dialogRounds < mostDialogRounds ? attemptsAfterDialog : 0;
@@ -125,8 +83,9 @@ void ZNManager::copyForSupport(const Text& file)
         m_platform.files.copyFile(file, *path);
 }
 
-void ZNManager::RunMacro(const Text& macroText)
+void ZNManager::RunMacro(const Text& macroText, std::chrono::seconds longest)
 {
+    const CallGuard::Scope guarded(m_guard, longest);
     m_lastError.clear();
     MacroFile file;
     try {

@@ -46,6 +46,7 @@ Status ZNManager::fail(const NumberedText& text, Status status)
 
 Status ZNManager::Start()
 {
+    const CallGuard::Scope guarded(m_guard);
     m_lastError.clear();
     m_app.reset();
 
@@ -93,22 +94,30 @@ bool ZNManager::launch(const Text& classId)
     }
     m_processId = m_platform.processes.launch(choice.commandLine, showMinimized).value_or(0);
     m_watcher.setProcessId(m_processId);
-    return m_processId != 0;
+    // From here on the guard knows whom to end; what it did before was for nobody.
+    if (m_guard.hasFired())
+        m_platform.processes.terminate(m_processId, forcedExitCode);
+    return m_processId != 0 && !m_guard.hasFired();
 }
 
 /// Two minutes in rounds of a second. Within a round the table is looked at in short slices, so that a quick start
-/// costs what it takes; and a process that has ended is not waited for.
+/// costs what it takes; and a process that has ended is not waited for. One that has published itself and doesn't
+/// greet keeps a look waiting, which counts as the rounds that it takes.
 bool ZNManager::waitForApplication()
 {
-    const Text name = formatText("Zentrel_PID_%d", m_processId);
-    RunningObjects& objects = m_platform.runningObjects;
+    const Text name = itemName();
     const auto isRunning = [this] { return m_platform.processes.open(m_processId); };
     // A table that can't be reached costs no wait; a table that is never there must not keep the run for ever.
-    for (int round = 0; round < publishRounds; ++round) {
-        for (int slice = 0; slice < slicesPerRound && objects.available() && isRunning(); ++slice) {
-            m_app = objects.lookup(name);
+    for (int round = 0; round < publishRounds && !m_guard.hasFired(); ++round) {
+        for (int slice = 0; slice < slicesPerRound && !m_guard.hasFired(); ++slice) {
+            if (!m_platform.runningObjects.available() || !isRunning())
+                break;
+            const auto begun = std::chrono::steady_clock::now();
+            m_app = m_platform.runningObjects.lookup(name);
             if (m_app)
                 return true;
+            const auto looked = std::chrono::steady_clock::now() - begun;
+            round += static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(looked).count());
             m_platform.clock.sleep(publishSlice);
         }
     }

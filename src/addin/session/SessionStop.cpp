@@ -58,6 +58,7 @@ bool ZNManager::waitForEnd(int seconds)
 
 Status ZNManager::Stop(bool force, Status status)
 {
+    const CallGuard::Scope guarded(m_guard);
     disconnectEvents();
     const bool opened = m_processId != 0 && m_platform.processes.open(m_processId);
     if (!m_app)

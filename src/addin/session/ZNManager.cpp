@@ -1,8 +1,11 @@
 #include "addin/session/ZNManager.h"
 
 #include "addin/session/DrawingFixUp.h"
+#include "addin/session/MacroFile.h"
 #include "addin/session/ZNDocument.h"
+#include "base/Format.h"
 #include "platform/Processes.h"
+#include "platform/RunningObjects.h"
 
 namespace zn {
 
@@ -41,6 +44,9 @@ ZNManager::ZNManager(const Platform& platform)
     : m_platform(platform)
     , m_sink(std::make_shared<ApplicationSink>(*this))
     , m_startup(m_platform)
+    , m_guard(
+          m_platform.clock, [this] { m_platform.runningObjects.requestStop(itemName()); },
+          [this] { m_platform.processes.terminate(m_processId, forcedExitCode); })
     , m_watcher(m_platform, [this] { Stop(true, S_OK); })
 {
 }
@@ -106,6 +112,8 @@ ZNManager::MemoryUse ZNManager::measureMemory()
     return fine ? MemoryUse::Fine : MemoryUse::TooLarge;
 }
 
+Text ZNManager::itemName() const { return formatText("Zentrel_PID_%d", m_processId.load()); }
+
 std::shared_ptr<EventSink> ZNManager::applicationSink() const { return m_sink; }
 
 Status ZNManager::connectNewDocuments()
@@ -128,13 +136,14 @@ Status ZNManager::connectNewDocuments()
 void ZNManager::ManageStartup(bool restore)
 {
     if (restore)
-        m_startup.restore();
-    else
-        m_startup.switchOff();
+        return m_startup.restore();
+    removeLeftOverMacros(m_platform.files, m_platform.processes);
+    m_startup.switchOff();
 }
 
 std::vector<Text> ZNManager::TakeMessages() const
 {
+    const CallGuard::Scope guarded(m_guard);
     try {
         return m_app ? ZnApplication(m_app).GetErrorMessages() : std::vector<Text>();
     } catch (const StatusError&) {
@@ -144,6 +153,7 @@ std::vector<Text> ZNManager::TakeMessages() const
 
 std::vector<Text> ZNManager::GetRefusals() const
 {
+    const CallGuard::Scope guarded(m_guard);
     try {
         return m_app && m_reach && !m_cannotConfine ? ZnApplication(m_app).GetRefusals() : std::vector<Text>();
     } catch (const StatusError&) {
@@ -155,6 +165,7 @@ Text ZNManager::GetRevisionText() const
 {
     if (!m_app)
         throw StatusError(E_POINTER, "The CAD application has not been started.");
+    const CallGuard::Scope guarded(m_guard);
     return ZnApplication(m_app).GetBuildNumbers()[0];
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "addin/files/SavedFileNotes.h"
+#include "addin/session/CallGuard.h"
 #include "addin/session/EventConnection.h"
 #include "addin/session/ResultLabels.h"
 #include "addin/session/SessionTexts.h"
@@ -51,8 +52,19 @@ public:
     Status StopKeepingError(Status status);
 
     /// Runs the procedure `main` of the macro, restarting the application where that may help. Returns when the macro
-    /// has ended normally; raises otherwise, with the reason as the last error.
-    void RunMacro(const Text& macroText);
+    /// has ended normally; raises otherwise, with the reason as the last error. After `longest`, unless that is 0, the
+    /// macro is ended, or else its process, and nothing is tried again; `LimitHit` tells so.
+    void RunMacro(const Text& macroText, std::chrono::seconds longest = {});
+    bool LimitHit() const { return m_guard.limitHit(); }
+    /// Whether a macro went on when it should have ended, so that its process was ended.
+    bool EndedProcess() const { return m_guard.endedProcess(); }
+
+    /// Gets the run's thread back from whatever call it is in, and lets nothing be started any more. Never waits. May
+    /// be called from any thread.
+    void RequestStop() { m_guard.requestStop(); }
+    bool StopRequested() const { return m_guard.stopRequested(); }
+    /// A new run begins.
+    void ForgetStop() { m_guard.forgetStop(); }
     /// The next macros reach these folders (backslash paths) and no file outside, as far as the application can confine
     /// them. It lasts until `Configure`.
     void ConfineMacros(std::vector<Text> folders) { m_reach = std::move(folders); }
@@ -64,7 +76,8 @@ public:
     /// grown past twice its first size and 256 MiB, and starts it anew if it went away. Raises on failure.
     void AfterMacro();
 
-    /// Switches add-ins of the application off before a run (false) and on again after it (true).
+    /// Switches add-ins of the application off before a run (false) and on again after it (true). What killed processes
+    /// have left goes at the beginning.
     void ManageStartup(bool restore);
     /// Switches on what a killed process has left switched off. True if there was anything.
     bool RestoreLeftOverStartup() { return m_startup.restoreLeftOver(); }
@@ -108,6 +121,7 @@ private:
     Text resolveClass();
     bool launch(const Text& classId);
     bool waitForApplication();
+    Text itemName() const;
     Status prepareApplication();
     Status hideApplication(const ZnApplication& application);
     Status fail(const NumberedText& text, Status status);
@@ -134,7 +148,7 @@ private:
     std::shared_ptr<ApplicationSink> m_sink;
     EventConnection m_events;
     std::map<DispatchRef, std::shared_ptr<CZNDocument>> m_documents;
-    std::int32_t m_processId = 0;
+    std::atomic<std::int32_t> m_processId = 0; ///< the guard's thread reads it
     std::uint16_t m_revisionMajor = 0;
     std::uint16_t m_revisionMinor = 0;
     bool m_regressionMode = false;
@@ -150,6 +164,7 @@ private:
 
     Text m_lastError;
     StartupSettings m_startup;
+    mutable CallGuard m_guard;
     Watcher m_watcher;
 };
 

@@ -19,6 +19,8 @@ public:
         take.option("NAME", m_name, "Name of the task").required();
         take.option("--kind", m_kind, "What the task does").showsDefault().oneOf({"convert", "print", "script"});
         take.option("--from", m_file, "JSON file with the task's variables");
+        take.option("--file-limit", m_fileLimit, "Longest time for one file, such as 90s, 10m or 2h; 0 for none")
+            .shownAs("TIME");
         take.option("--set", m_settings, "VARIABLE=VALUE; wins over the file");
     }
 
@@ -41,6 +43,8 @@ private:
         request.kind = kindOf(m_kind);
         if (!m_file.empty())
             request.file = readTaskFile(m_file, known);
+        if (m_fileLimit)
+            request.fileLimit = parseFileLimit(zn::toText(*m_fileLimit));
         for (const auto& setting : m_settings) {
             const auto [name, value] = splitAssignment(setting);
             request.settings[name] = parseVariable(name, value, known);
@@ -52,6 +56,7 @@ private:
     std::string m_name;
     std::string m_kind = "script";
     std::string m_file;
+    std::optional<std::string> m_fileLimit;
     std::vector<std::string> m_settings;
 };
 

@@ -2,6 +2,7 @@
 #include "arkin/commands/frame/Output.h"
 
 #include "arkin/commands/frame/TaskText.h"
+#include "base/Durations.h"
 
 namespace zn::arkin {
 
@@ -29,13 +30,15 @@ public:
             variables[zn::toUtf8(name)] = jsonValue(value);
             rows.push_back({zn::toUtf8(name), shortened(shownValue(value))});
         }
+        if (task.fileLimit > 0)
+            rows.push_back({"longest time for one file", zn::toUtf8(zn::durationText(task.fileLimit))});
         auto menu = Json::array();
         for (const auto& entry : task.menu) {
             menu.push_back({{"text", zn::toUtf8(entry.menuText)}, {"description", zn::toUtf8(entry.statusText)}});
             rows.push_back({"menu entry", zn::toUtf8(entry.menuText)});
         }
         if (session.json())
-            printJson({{"task", zn::toUtf8(task.name)}, {"kind", kindWord(task.kind())},
+            printJson({{"fileLimit", task.fileLimit}, {"task", zn::toUtf8(task.name)}, {"kind", kindWord(task.kind())},
                 {"addIn", zn::toUtf8(task.addIn)}, {"createdBy", zn::toUtf8(task.createdBy)},
                 {"created", jsonTime(task.createdAt)}, {"variables", variables}, {"menu", menu}});
         else

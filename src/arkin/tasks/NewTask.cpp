@@ -10,6 +10,7 @@ TaskDefinition startTask(const TaskRequest& request)
 {
     TaskDefinition task;
     task.name = request.name;
+    task.fileLimit = request.fileLimit.value_or(request.file.fileLimit.value_or(0));
     if (request.file.menuDisplay)
         task.variables[zn::Text(zn::menuDisplayVariable)] = Value(*request.file.menuDisplay);
     task.variables[zn::Text(zn::scriptVariable)] = Value(request.script);

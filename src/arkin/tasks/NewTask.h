@@ -9,8 +9,9 @@ struct TaskRequest {
     zn::Text name;
     zn::TaskKind kind = zn::TaskKind::General;
     TaskFile file;
-    Variables settings; ///< they win over the file's variables
-    zn::Text script;    ///< the macro template
+    Variables settings;                    ///< they win over the file's variables
+    zn::Text script;                       ///< the macro template
+    std::optional<std::int32_t> fileLimit; ///< wins over the file's
 };
 
 /// The definition with which the pages of the new task are opened: kind, script, and what the request gives.

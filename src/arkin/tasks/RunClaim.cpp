@@ -111,6 +111,15 @@ RunClaim RunClaim::mark(RunStore& store, std::int32_t runId, const ProcessMark& 
     return {store, store.get(runId)};
 }
 
+bool RunClaim::cancelRequested(Database& database) const
+{
+    const auto requested = number(TaskRunState::CancelRequested);
+    std::int32_t found = 0;
+    database.session() << "SELECT COUNT(*) FROM task_runs WHERE id = :id AND claim = :claim AND state = :state",
+        use(m_run.id), use(m_run.claim), use(requested), into(found);
+    return found > 0;
+}
+
 bool RunClaim::beat(Database& database, std::int64_t now) const
 {
     const long long at = now;

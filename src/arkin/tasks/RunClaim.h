@@ -23,8 +23,10 @@ public:
     const RunInfo& run() const { return m_run; }
     RunStore& store() const { return *m_store; }
 
-    /// Tells that the worker lives; over `database`, which may be another thread's connection. False if the run was
-    /// taken over.
+    /// Whether somebody wants the run cancelled; over `database`, which may be another thread's connection. False if
+    /// the run was taken over.
+    bool cancelRequested(Database& database) const;
+    /// Tells that the worker lives; the same holds.
     bool beat(Database& database, std::int64_t now) const;
 
     // The writes. Each raises `StatusError` E_ARK_RUN_TAKEN_OVER when the run has gone to another worker.

@@ -17,11 +17,13 @@ constexpr std::chrono::milliseconds progressInterval{250};
 
 } // namespace
 
-RunInstance::RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RoomWait& room, RunWatcher watcher)
+RunInstance::RunInstance(
+    RunClaim claim, RunSetting setting, zn::Clock& clock, RoomWait& room, StopSignal& cancelled, RunWatcher watcher)
     : m_claim(std::move(claim))
     , m_setting(std::move(setting))
     , m_clock(clock)
     , m_room(room)
+    , m_cancelled(cancelled)
     , m_watcher(std::move(watcher))
     , m_paths(m_claim, clock, room, [this](const std::string& sentence) { tellWaiting(sentence); })
     , m_variables(m_claim.store().variables(m_claim.run().id))
@@ -217,6 +219,18 @@ void RunInstance::tellWaiting(const std::string& sentence)
     m_progressPending = true;
     tell();
     flushProgress();
+}
+
+Status RunInstance::SetStopHandler(std::function<void()> stop)
+{
+    m_cancelled.setHandler(std::move(stop));
+    return zn::S_OK;
+}
+
+Status RunInstance::GetFileLimit(std::int32_t& seconds)
+{
+    seconds = m_claim.run().fileLimit;
+    return zn::S_OK;
 }
 
 Status RunInstance::GetVariable(const Value& idOrName, Value& value)

@@ -3,6 +3,7 @@
 #include "arkin/tasks/RunClaim.h"
 #include "arkin/tasks/RunPaths.h"
 #include "arkin/tasks/RunValues.h"
+#include "arkin/tasks/StopSignal.h"
 #include "contracts/host/ArkTask.h"
 #include "platform/Clock.h"
 
@@ -25,10 +26,14 @@ using RunWatcher = std::function<void(const RunProgress&)>;
 ///
 /// Of two answers that cross, the person's request wins over the add-in's report: a run that was asked to resume or to
 /// cancel while the add-in was about to report that it is suspended is not marked as suspended.
-class RunInstance final : public zn::IArkTaskInstance, public zn::IArkRunMessages, public zn::IArkRunPaths {
+class RunInstance final : public zn::IArkTaskInstance,
+                          public zn::IArkRunMessages,
+                          public zn::IArkRunPaths,
+                          public zn::IArkRunControl {
 public:
-    /// `clock` and `room` outlive the instance.
-    RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RoomWait& room, RunWatcher watcher = {});
+    /// `clock`, `room` and `cancelled` outlive the instance.
+    RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RoomWait& room, StopSignal& cancelled,
+        RunWatcher watcher = {});
 
     /// The first failure of a write, with its sentence; empty while all went well. An add-in may pass a failed
     /// status over, the host may not.
@@ -50,6 +55,8 @@ public:
     zn::Status SetOutputs(std::int32_t expected, std::int32_t missing) override;
     zn::Status AnnounceOutputs(const std::vector<zn::ArkOutputNames>& names) override;
     zn::Status ReserveOutput(zn::TextView path) override;
+    zn::Status SetStopHandler(std::function<void()> stop) override;
+    zn::Status GetFileLimit(std::int32_t& seconds) override;
 
 private:
     zn::Status failed();
@@ -64,6 +71,7 @@ private:
     RunSetting m_setting;
     zn::Clock& m_clock;
     RoomWait& m_room;
+    StopSignal& m_cancelled;
     RunWatcher m_watcher;
     RunPaths m_paths;
     Variables m_variables;

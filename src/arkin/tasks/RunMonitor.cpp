@@ -14,10 +14,12 @@ constexpr std::chrono::seconds beatInterval{5};
 
 } // namespace
 
-RunMonitor::RunMonitor(const RunClaim& claim, zn::Clock& clock, const std::atomic<bool>* interrupted)
+RunMonitor::RunMonitor(
+    const RunClaim& claim, zn::Clock& clock, const std::atomic<bool>* interrupted, StopSignal& cancelled)
     : m_claim(claim)
     , m_clock(clock)
     , m_interrupted(interrupted)
+    , m_cancelled(cancelled)
     , m_thread([this] { watch(); })
 {
 }
@@ -51,6 +53,8 @@ void RunMonitor::watch()
             RunStore store(database, m_claim.store().vaultId());
             while (!m_stopping) {
                 requestCancelOnce(store);
+                if (m_claim.cancelRequested(database))
+                    m_cancelled.give();
                 if (std::chrono::steady_clock::now() - lastBeat >= beatInterval) {
                     lastBeat = std::chrono::steady_clock::now();
                     if (!m_claim.beat(database, m_clock.now()))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arkin/tasks/RunClaim.h"
+#include "arkin/tasks/StopSignal.h"
 #include "platform/Clock.h"
 
 #include <atomic>
@@ -8,12 +9,13 @@
 
 namespace zn::arkin {
 
-/// A thread beside a run, on a connection of its own: it tells the database that the worker lives, and turns a
-/// person's interruption of this process into a cancel request for the run.
+/// A thread beside a run, on a connection of its own: it tells the database that the worker lives, turns a person's
+/// interruption of this process into a cancel request for the run, and tells the run's add-in of such a request.
 class RunMonitor {
 public:
-    /// `interrupted` may be set by a signal handler; null for none. It outlives the monitor.
-    RunMonitor(const RunClaim& claim, zn::Clock& clock, const std::atomic<bool>* interrupted);
+    /// `interrupted` may be set by a signal handler; null for none. `cancelled` is given when the run is to be
+    /// cancelled. Both outlive the monitor.
+    RunMonitor(const RunClaim& claim, zn::Clock& clock, const std::atomic<bool>* interrupted, StopSignal& cancelled);
     RunMonitor(const RunMonitor&) = delete;
     RunMonitor& operator=(const RunMonitor&) = delete;
     ~RunMonitor();
@@ -25,6 +27,7 @@ private:
     RunClaim m_claim;
     zn::Clock& m_clock;
     const std::atomic<bool>* m_interrupted;
+    StopSignal& m_cancelled;
     bool m_cancelRequested = false;
     zn::WaitEvent m_stop;
     std::atomic<bool> m_stopping = false;

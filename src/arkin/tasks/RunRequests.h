@@ -8,7 +8,7 @@ namespace zn::arkin {
 // raises `StatusError` E_INVALIDARG with a sentence when the run's state doesn't allow it. A request that stands
 // already is a success.
 
-/// A waiting run, and one whose worker died, are cancelled at once; a working one stops before its next file.
+/// A waiting run, and one whose worker died, are cancelled at once; a working one is stopped within its file.
 RunInfo requestCancel(RunStore& store, std::int32_t runId, std::int64_t now);
 /// A waiting run is passed over by the workers; a working one waits before its next file.
 RunInfo requestSuspend(RunStore& store, std::int32_t runId, std::int64_t now);

@@ -26,6 +26,7 @@ void type_conversion<zn::arkin::RunInfo>::from_base(const values& row, indicator
     run.endedAt = row.get<long long>("ended_at");
     run.outputsExpected = row.get<int>("outputs_expected");
     run.outputsMissing = row.get<int>("outputs_missing");
+    run.fileLimit = row.get<int>("file_limit");
 }
 
 } // namespace soci

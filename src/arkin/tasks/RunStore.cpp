@@ -66,10 +66,10 @@ std::int32_t RunStore::enqueue(const TaskDefinition& task, const NewRun& run, st
     const auto queued = static_cast<std::int32_t>(zn::TaskRunState::Queued);
     m_database.session() << "INSERT INTO task_runs (id, vault_id, guid, task_name, add_in, user_name, state, claim, "
                             "owner_host, owner_process, owner_mark, heartbeat_at, progress_total, progress_position, "
-                            "progress_text, result_code, result_text, launched_at, started_at, ended_at) "
+                            "progress_text, result_code, result_text, launched_at, started_at, ended_at, file_limit) "
                             "VALUES (:id, :vault, :guid, :name, :addin, :user, :state, 0, '', 0, 0, 0, 0, 0, '', 0, "
-                            "'', :at, 0, 0)",
-        use(id), use(m_vaultId), use(guid), use(name), use(addIn), use(user), use(queued), use(at);
+                            "'', :at, 0, 0, :limit)",
+        use(id), use(m_vaultId), use(guid), use(name), use(addIn), use(user), use(queued), use(at), use(task.fileLimit);
     auto inherited = task.variables;
     for (const auto& own : run.ownVariables)
         inherited.erase(own.first);

@@ -27,6 +27,7 @@ struct RunInfo {
     std::int64_t endedAt = 0;
     std::int32_t outputsExpected = 0; ///< as its add-in counts them; 0 if it doesn't
     std::int32_t outputsMissing = 0;  ///< of these, what isn't where it belongs
+    std::int32_t fileLimit = 0;       ///< longest time for one file in seconds, 0 for none
 
     bool ended() const;
     /// Whether it finished without errors and without a missing output.

@@ -1,5 +1,6 @@
 #include "arkin/tasks/TaskFile.h"
 
+#include "base/Durations.h"
 #include "base/JsonShape.h"
 
 #include <algorithm>
@@ -191,13 +192,25 @@ TaskFile parseTaskFile(std::string_view text, const KnownVariables& known)
                 file.variables[zn::toText(variable)] = fromJson(rowOf(zn::toText(variable), known), content);
         } else if (name == "script") {
             file.script = toUtf8(textMember(value, "script"));
+        } else if (name == "fileLimit") {
+            file.fileLimit = parseFileLimit(textMember(value, "fileLimit"));
         } else if (name == "menu") {
             readMenu(value, file);
         } else {
-            refuse("A task file has no member '" + shown(name) + "'; it takes 'variables', 'script' and 'menu'.");
+            refuse("A task file has no member '" + shown(name)
+                + "'; it takes 'variables', 'script', "
+                  "'fileLimit' and 'menu'.");
         }
     }
     return file;
+}
+
+std::int32_t parseFileLimit(TextView text)
+{
+    if (const auto seconds = zn::durationOf(text))
+        return *seconds;
+    refuse("The longest time for one file is a time such as 90s, 10m or 2h, 30 days at most, or 0 for none, not '"
+        + shown(toUtf8(text)) + "'.");
 }
 
 Value parseVariable(TextView name, TextView text, const KnownVariables& known)

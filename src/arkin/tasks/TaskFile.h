@@ -13,13 +13,15 @@ namespace zn::arkin {
 ///   { "variables": { "FileFormat": "STL (*.stl)", "StlQuality": 2, "ReplaceOutput": true,
 ///                    "FileCardData": ["Description;100;Title", "Note;8;made by a task"] },
 ///     "script": "MyMacro.bas",
+///     "fileLimit": "10m",
 ///     "menu": { "display": true, "text": "Convert to STL", "description": "…" } }
 ///
 /// All members may be missing. A text variable takes a string, or an array of strings: lines, each ended by a line
 /// feed. `script` is a file of its own, in the single-byte code page, beside the JSON file unless it is absolute.
 struct TaskFile {
     Variables variables;
-    std::filesystem::path script; ///< empty for none
+    std::filesystem::path script;          ///< empty for none
+    std::optional<std::int32_t> fileLimit; ///< longest time for one file in seconds, 0 for none
     std::optional<bool> menuDisplay;
     std::optional<zn::Text> menuText;
     std::optional<zn::Text> menuDescription;
@@ -35,5 +37,8 @@ TaskFile parseTaskFile(std::string_view json, const KnownVariables& known);
 /// A variable's value from a command line's text: a whole number, a number with a point, true/false/yes/no/-1/0/1, or
 /// the text itself. Raises like `parseTaskFile`.
 zn::Value parseVariable(zn::TextView name, zn::TextView text, const KnownVariables& known);
+
+/// The longest time for one file in seconds from "90s", "10m", "2h", or "0" for none. Raises like `parseTaskFile`.
+std::int32_t parseFileLimit(zn::TextView text);
 
 } // namespace zn::arkin

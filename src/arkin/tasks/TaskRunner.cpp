@@ -20,7 +20,8 @@ TaskRunner::TaskRunner(TaskHost host, RunWatcher watcher, const std::atomic<bool
 
 RunInfo TaskRunner::run(const RunClaim& claim)
 {
-    const RunMonitor monitor(claim, m_host.clock, m_interrupted);
+    StopSignal cancelled;
+    const RunMonitor monitor(claim, m_host.clock, m_interrupted, cancelled);
     Status code = zn::S_OK;
     std::string failure;
     try {
@@ -32,7 +33,7 @@ RunInfo TaskRunner::run(const RunClaim& claim)
         setting.launchedAt = claim.run().launchedAt;
         if (m_host.opened)
             m_room.patiently([&] { putBackCopies(*m_host.opened); });
-        const auto instance = std::make_shared<RunInstance>(claim, setting, m_host.clock, m_room, m_watcher);
+        const auto instance = std::make_shared<RunInstance>(claim, setting, m_host.clock, m_room, cancelled, m_watcher);
         code = callAddIn(claim, instance);
         failure = instance->failure();
     } catch (...) {

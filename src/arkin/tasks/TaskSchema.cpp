@@ -117,11 +117,18 @@ const char* const pathsStep[] = {
         PRIMARY KEY (run_id, position)))",
 };
 
+// Seconds after which the work on one file is given up, 0 for never; a run has that of its launch.
+const char* const fileLimitStep[] = {
+    "ALTER TABLE tasks ADD COLUMN file_limit INTEGER NOT NULL DEFAULT 0",
+    "ALTER TABLE task_runs ADD COLUMN file_limit INTEGER NOT NULL DEFAULT 0",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {revisionStep},
     {messagesStep},
     {pathsStep},
+    {fileLimitStep},
 };
 
 } // namespace

@@ -47,9 +47,10 @@ std::int32_t TaskStore::create(const TaskDefinition& task)
     const auto addIn = toUtf8(task.addIn);
     const auto user = toUtf8(task.createdBy);
     const auto created = static_cast<long long>(task.createdAt);
-    m_database.session() << "INSERT INTO tasks (id, vault_id, name, name_key, add_in, created_by, created_at) "
-                            "VALUES (:id, :vault, :name, :key, :addin, :user, :at)",
-        use(id), use(m_vaultId), use(name), use(key), use(addIn), use(user), use(created);
+    m_database.session()
+        << "INSERT INTO tasks (id, vault_id, name, name_key, add_in, created_by, created_at, file_limit) "
+           "VALUES (:id, :vault, :name, :key, :addin, :user, :at, :limit)",
+        use(id), use(m_vaultId), use(name), use(key), use(addIn), use(user), use(created), use(task.fileLimit);
     writeVariables(id, task.variables);
     writeMenu(id, task.menu);
     transaction.commit();
@@ -62,10 +63,10 @@ std::optional<TaskDefinition> TaskStore::find(TextView name)
     const auto key = toUtf8(zn::foldCase(name));
     std::string foundName, addIn, user, changedBy;
     long long created = 0, changed = 0;
-    m_database.session() << "SELECT id, name, add_in, created_by, created_at, revision, changed_by, changed_at "
-                            "FROM tasks WHERE vault_id = :vault AND name_key = :key",
+    m_database.session() << "SELECT id, name, add_in, created_by, created_at, revision, changed_by, changed_at, "
+                            "file_limit FROM tasks WHERE vault_id = :vault AND name_key = :key",
         use(m_vaultId), use(key), into(task.id), into(foundName), into(addIn), into(user), into(created),
-        into(task.revision), into(changedBy), into(changed);
+        into(task.revision), into(changedBy), into(changed), into(task.fileLimit);
     if (!m_database.session().got_data())
         return {};
     task.name = toText(foundName);
@@ -133,6 +134,8 @@ std::optional<TaskConflict> TaskStore::change(
     writeVariables(taskId, change.variables);
     if (change.menu)
         writeMenu(taskId, *change.menu);
+    if (change.fileLimit)
+        session << "UPDATE tasks SET file_limit = :limit WHERE id = :id", use(*change.fileLimit), use(taskId);
     user = toUtf8(change.user);
     at = change.at;
     session << "UPDATE tasks SET revision = revision + 1, changed_by = :user, changed_at = :at WHERE id = :id",

@@ -30,6 +30,7 @@ struct TaskDefinition {
     std::int32_t revision = 0; ///< how often it was changed
     zn::Text changedBy;        ///< empty before the first change
     std::int64_t changedAt = 0;
+    std::int32_t fileLimit = 0; ///< longest time for one file in seconds, 0 for none
     Variables variables;
     std::vector<MenuEntry> menu;
 
@@ -43,6 +44,7 @@ struct TaskChange {
     std::optional<std::vector<MenuEntry>> menu; ///< replaces all entries
     zn::Text user;
     std::int64_t at = 0;
+    std::optional<std::int32_t> fileLimit{};
 };
 
 /// The last change of a definition that somebody else made in the meantime.

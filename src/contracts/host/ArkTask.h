@@ -4,6 +4,7 @@
 #include "contracts/host/Codes.h"
 #include "contracts/host/Records.h"
 
+#include <functional>
 #include <vector>
 
 namespace zn {
@@ -88,6 +89,18 @@ public:
     /// so until the run ends. Negative when that will not be; E_ABORT when the run is to end, because it was cancelled
     /// meanwhile or another worker has it.
     virtual Status ReserveOutput(TextView path) = 0;
+};
+
+/// What a run's object may be, too: how the host reaches work that goes on for long without asking for the run's state.
+class IArkRunControl {
+public:
+    virtual ~IArkRunControl() = default;
+    /// `stop` is called once, on a thread of the host's and at once if that has come already, when somebody wants the
+    /// run's end; it must not wait. An empty one takes it back, and returns when no call is under way any more.
+    virtual Status SetStopHandler(std::function<void()> stop) = 0;
+    /// The longest time for the work on one file in seconds, 0 for none. A file that takes longer is given up, and the
+    /// run goes on.
+    virtual Status GetFileLimit(std::int32_t& seconds) = 0;
 };
 
 } // namespace zn

@@ -5,6 +5,7 @@
 #include "base/Format.h"
 #include "base/Version.h"
 #include "platform/FileVersionBlock.h"
+#include "zentrel/commands/LeftOverSockets.h"
 #include "zentrel/commands/Session.h"
 
 #include <csignal>
@@ -54,6 +55,7 @@ int serve()
             .echo = false});
     zn::automation::SocketRunningObjects table(
         session.platform().home().runtimeFolder(), {}, [&](const std::string& line) { session.log().write(line); });
+    zn::zentrel::removeLeftOverSockets(session.platform().home().runtimeFolder());
     server = table.publish(zn::formatText("Zentrel_PID_%d", getpid()), session.application());
     if (server->serve(firstClientLimit) == ServeEnd::NoClient)
         session.log().write("Nobody came to use the application; it ends.");

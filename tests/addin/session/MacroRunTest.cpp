@@ -55,6 +55,7 @@ protected:
     std::vector<Attempt> attempts;
     int calls = 0;
     bool dies = false;
+    bool isStopped = false;
     Text file;
     std::string macro;
 };
@@ -98,6 +99,33 @@ TEST_F(MacroRunTest, OutlivesAnApplicationThatDiesInAMacro)
 
     ASSERT_EQ(session.Start(), S_OK);
     EXPECT_EQ(callsOf({{RPC_E_DISCONNECTED}, {}}, S_OK), 2);
+}
+
+TEST_F(MacroRunTest, AHungMacroIsAskedToEndThenItsProcessEndsAndNothingIsTriedAgain)
+{
+    application->members["RunMacro2"] = [this](MemberCall&) -> Value {
+        ++calls;
+        if (isStopped)
+            session.RequestStop();
+        waitForEnd();
+        throw StatusError(RPC_E_DISCONNECTED);
+    };
+    for (isStopped = false; calls < 2; isStopped = true) {
+        ASSERT_EQ(session.Start(), S_OK);
+        running.starts = 0;
+        EXPECT_THROW(session.RunMacro(u"main", std::chrono::seconds(isStopped ? 0 : 60)), StatusError);
+        EXPECT_GE(running.stopped.size(), 10U);
+        EXPECT_THAT(running.stopped, ::testing::Each("Zentrel_PID_" + std::to_string(running.processId)));
+        EXPECT_EQ(processes.exitCode(running.processId), 255U);
+        EXPECT_TRUE(session.EndedProcess());
+        EXPECT_EQ(session.LimitHit(), !isStopped);
+        EXPECT_EQ(running.starts, 0);
+        session.Stop(true, E_FAIL);
+        running.stopped.clear();
+    }
+    EXPECT_TRUE(failed(session.Start())) << "nothing is started for a run that was stopped";
+    session.ForgetStop();
+    EXPECT_EQ(session.Start(), S_OK);
 }
 
 TEST_F(MacroRunTest, RestartsInRegressionModeWhenTheSchedulersDialogWasSeen)

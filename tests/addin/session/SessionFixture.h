@@ -27,9 +27,9 @@ public:
         slept += duration;
         std::this_thread::sleep_for(std::chrono::microseconds(100));
     }
-    bool wait(WaitEvent& event, std::chrono::milliseconds) override
+    bool wait(WaitEvent& event, std::chrono::milliseconds duration) override
     {
-        return event.waitFor(std::chrono::milliseconds(0));
+        return event.waitFor(std::chrono::milliseconds(duration >= std::chrono::minutes(1) ? 300 : 0));
     }
 
     std::chrono::milliseconds slept{0};
@@ -123,9 +123,10 @@ public:
         processId = asked;
         return isUp() ? application : nullptr;
     }
-    void requestStop(TextView) override { }
+    void requestStop(TextView name) override { stopped.push_back(toUtf8(name)); }
 
     bool reachable = true;
+    std::vector<std::string> stopped;
     FakeRef application;
     std::int32_t processId = 0;
     int starts = 0;

@@ -55,8 +55,9 @@ TEST_F(RunTest, KeepsWhatItSaysAboutFilesUntilItIsTakenAgain)
     early.addMessage(u"Z:\\Vault\\a.step", u"Told by a worker that died.");
     early.writeOutputs(7, 7);
 
+    StopSignal cancelled;
     RoomWait room(here.clock, nullptr);
-    RunInstance instance(RunClaim::take(runs, id, thisProcess(), now), {}, here.clock, room);
+    RunInstance instance(RunClaim::take(runs, id, thisProcess(), now), {}, here.clock, room, cancelled);
     EXPECT_TRUE(runs.messages(id).empty());
     EXPECT_THROW(early.addMessage(u"", u"Too late."), zn::StatusError);
     EXPECT_EQ(instance.AddMessage(u"Z:\\Vault\\a.step", u"\"a.step\" is gone."), zn::S_OK);

@@ -33,7 +33,7 @@ TEST(TaskFileTest, SaysWhatIsWrongWhere)
         {"{\n  \"variables\": {,}\n}", "isn't well-formed JSON at line 2, column 17."},
         {"", "isn't well-formed JSON at line 1, column 1."},
         {"[]", "A task file has to be an object in braces, not []."},
-        {R"({"variable": {}})", "has no member 'variable'; it takes 'variables', 'script' and 'menu'."},
+        {R"({"variable": {}})", "has no member 'variable'; it takes 'variables', 'script', 'fileLimit' and 'menu'."},
         {R"({"variables": {"StlQualty": 1}})", "No task has a variable named 'StlQualty'; did you mean 'StlQuality'?"},
         {R"({"variables": {"Nonsense": 1}})", "No task has a variable named 'Nonsense'."},
         {R"({"variables": {"StlQuality": "fine"}})", "'StlQuality' takes a whole number, not \"fine\"."},
