@@ -2,6 +2,7 @@
 
 #include "platform/KernelConfinement.h"
 #include "platform/linux/FolderPrinters.h"
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/kernel/KernelLimits.h"
 
 #include <fmt/format.h>
