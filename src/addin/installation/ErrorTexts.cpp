@@ -57,6 +57,10 @@ constexpr Row errorRows[] = {
     {0x8004030C, 41, u"The local copy of the file could not be read or written."},
     {0x8004030D, 42, u"There is no window here in which the vault could ask."},
     {0x80040320, 43, u"Another worker has taken the run over."},
+    {0x80040321, 44,
+        u"Another run works with this file and waits for a file of this run. Launch the task again when the other run "
+        u"has "
+        u"ended."},
 };
 
 constexpr Row networkRows[] = {

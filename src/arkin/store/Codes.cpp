@@ -45,13 +45,11 @@ const Row rows[] = {
     {E_ARK_DISK_FULL, {"E_ARK_DISK_FULL", "The disk is full."}},
     {zn::E_ARK_NO_DESKTOP, {"E_ARK_NO_DESKTOP", "There is no window here in which the vault could ask."}},
     {E_ARK_LOCAL_FILE_FAILED, {"E_ARK_LOCAL_FILE_FAILED", "The local copy of the file could not be read or written."}},
-    {E_ARK_RUN_TAKEN_OVER,
-        {"E_ARK_RUN_TAKEN_OVER", "The run was taken over by another worker; this one changes nothing any more."}},
+    {E_ARK_RUN_TAKEN_OVER, {"E_ARK_RUN_TAKEN_OVER", "Another worker has taken the run over."}},
     {E_ARK_RUNS_CROSS,
         {"E_ARK_RUNS_CROSS",
             "Another run works with this file and waits for a file of this run. Launch the task again "
             "when the other run has ended."}},
-    {zn::E_ABORT, {"E_ABORT", "The run was cancelled while it waited for another run."}},
 };
 
 Failure tableFailure(zn::Status status)

@@ -46,7 +46,13 @@ Application::Application(Surroundings surroundings)
 {
 }
 
-Application::~Application() { closeDocuments(); }
+Application::~Application()
+{
+    closeDocuments();
+    std::error_code ignored;
+    for (int number = 1; number <= m_workFolders; ++number)
+        std::filesystem::remove_all(m_surroundings.workFolder / std::to_string(number), ignored);
+}
 
 void Application::report(const std::string& sentence)
 {
