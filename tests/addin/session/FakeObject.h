@@ -58,7 +58,7 @@ public:
         sinks.clear();
     }
 
-    void set(const std::string& name, Value value)
+    void set(const std::string& name, const Value& value)
     {
         members[name] = [value](MemberCall&) { return value; };
     }

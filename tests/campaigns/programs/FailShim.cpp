@@ -43,7 +43,9 @@ public:
         m_root = root;
         m_counts = std::strncmp(at, "count:", 6) == 0;
         m_forever = std::strncmp(at, "forever:", 8) == 0;
-        std::sscanf(std::strchr(at, ':'), ":%ld:%d", &m_call, &m_error);
+        char* rest = nullptr;
+        m_call = std::strtol(std::strchr(at, ':') + 1, &rest, 10);
+        m_error = *rest == ':' ? static_cast<int>(std::strtol(rest + 1, nullptr, 10)) : m_error;
     }
 
     ~Shim()
@@ -124,6 +126,7 @@ int open64(const char* path, int flags, ...)
     return openThrough("open64", path, flags, mode);
 }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments have theirs
 #define ZN_DISTURBED(room, Result, name, parameters, first, arguments)                                                 \
     Result name parameters                                                                                             \
     {                                                                                                                  \
@@ -131,6 +134,7 @@ int open64(const char* path, int flags, ...)
             return -1;                                                                                                 \
         return next<Result parameters>(#name) arguments;                                                               \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 ZN_DISTURBED(None, ssize_t, read, (int descriptor, void* bytes, size_t count), descriptor, (descriptor, bytes, count))
 ZN_DISTURBED(None, ssize_t, pread, (int descriptor, void* bytes, size_t count, off_t offset), descriptor,

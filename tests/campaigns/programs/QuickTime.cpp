@@ -21,7 +21,7 @@ template <class Function> Function* next(const char* name)
 std::int64_t factor()
 {
     static const char* const given = std::getenv("QUICK_TIME");
-    static const std::int64_t number = given ? std::atoll(given) : 1;
+    static const std::int64_t number = given ? std::strtoll(given, nullptr, 10) : 1;
     return number > 0 ? number : 1;
 }
 
