@@ -24,11 +24,37 @@ void deleteUnborn(Database& database, std::int32_t fileId)
     session << "DELETE FROM files WHERE id = :f", soci::use(fileId);
 }
 
-void giveUp(Database& database, const CheckOutRow& row)
+/// Ends the check-out; its local copy waits for `putBack` from now on.
+void giveBack(Database& database, const CheckOutRow& row)
 {
     dropCheckOut(database, row);
     if (row.baseVersion == 0)
-        deleteUnborn(database, row.fileId);
+        return deleteUnborn(database, row.fileId);
+    database.session() << "DELETE FROM given_back WHERE file_id = :f AND machine = :m", soci::use(row.fileId),
+        soci::use(row.machine);
+    database.session() << "INSERT INTO given_back (file_id, folder_id, machine) VALUES (:f, :d, :m)",
+        soci::use(row.fileId), soci::use(row.folderId), soci::use(row.machine);
+}
+
+/// The place of a local copy here that waits to be put back.
+std::optional<Place> givenBack(Vault& vault, std::int32_t fileId)
+{
+    Place place{fileId, 0};
+    vault.database().session() << "SELECT folder_id FROM given_back WHERE file_id = :f AND machine = :m",
+        soci::use(fileId), soci::use(vault.caller().machine), soci::into(place.folderId);
+    return vault.database().session().got_data() ? std::optional(place) : std::nullopt;
+}
+
+void putBack(Vault& vault, const Place& place)
+{
+    const auto file = vault.files().row(place.fileId);
+    const GetRequest latest{place, 0};
+    if (file && !file->deleted && !vault.files().checkOut(place.fileId))
+        getFiles(vault, {&latest, 1}, LocalChanges::Discard);
+    Transaction transaction(vault.database());
+    vault.database().session() << "DELETE FROM given_back WHERE file_id = :f AND machine = :m", soci::use(place.fileId),
+        soci::use(vault.caller().machine);
+    transaction.commit();
 }
 
 } // namespace
@@ -83,17 +109,17 @@ void checkOut(Vault& vault, const Place& place)
 
 void undoCheckOut(Vault& vault, std::int32_t fileId)
 {
-    CheckOutRow row;
-    {
+    auto place = vault.files().checkOut(fileId) ? std::nullopt : givenBack(vault, fileId);
+    if (!place) {
         Transaction transaction(vault.database());
-        row = requireMine(vault, fileId);
-        giveUp(vault.database(), row);
+        const CheckOutRow row = requireMine(vault, fileId);
+        giveBack(vault.database(), row);
         transaction.commit();
+        if (row.baseVersion == 0)
+            return;
+        place = Place{fileId, row.folderId};
     }
-    if (row.baseVersion == 0)
-        return;
-    const GetRequest latest{{fileId, row.folderId}, row.baseVersion};
-    getFiles(vault, {&latest, 1}, LocalChanges::Discard);
+    putBack(vault, *place);
 }
 
 std::vector<CheckOutRow> checkOutsOfRun(Vault& vault, std::int32_t run)
@@ -123,14 +149,8 @@ void giveBackCheckOuts(Database& database, const std::string& query)
     statement.execute();
     while (statement.fetch())
         rows.push_back(row);
-    for (const CheckOutRow& each : rows) {
-        giveUp(database, each);
-        database.session() << "DELETE FROM given_back WHERE file_id = :f AND machine = :m", soci::use(each.fileId),
-            soci::use(each.machine);
-        if (each.baseVersion != 0)
-            database.session() << "INSERT INTO given_back (file_id, folder_id, machine) VALUES (:f, :d, :m)",
-                soci::use(each.fileId), soci::use(each.folderId), soci::use(each.machine);
-    }
+    for (const CheckOutRow& each : rows)
+        giveBack(database, each);
 }
 
 void putBackCopies(Vault& vault)
@@ -147,18 +167,11 @@ void putBackCopies(Vault& vault)
     while (statement.fetch())
         places.push_back(place);
     for (const Place& each : places) {
-        const auto file = vault.files().row(each.fileId);
-        const GetRequest latest{each, 0};
         try {
-            if (file && !file->deleted && !vault.files().checkOut(each.fileId))
-                getFiles(vault, {&latest, 1}, LocalChanges::Discard);
+            putBack(vault, each);
         } catch (const zn::StatusError&) {
             continue; // whoever wants the file next is told what is the matter; the next call tries again
         }
-        Transaction transaction(vault.database());
-        vault.database().session() << "DELETE FROM given_back WHERE file_id = :f AND machine = :m",
-            soci::use(each.fileId), soci::use(machine);
-        transaction.commit();
     }
 }
 

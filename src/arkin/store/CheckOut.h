@@ -10,8 +10,9 @@ namespace zn::arkin {
 void checkOut(Vault& vault, const Place& place);
 
 /// Gives a check-out up. The local copy goes back to the latest version, and what was written to card and references
-/// since is dropped. A file that was never checked in leaves the vault; its local file stays.
-/// Raises E_ARK_NOT_CHECKED_OUT or E_ARK_CHECKED_OUT_ELSEWHERE.
+/// since is dropped. A file that was never checked in leaves the vault; its local file stays. If the local copy can't
+/// be put back, that is raised, and the same call does it later although the file isn't checked out any more. Raises
+/// E_ARK_NOT_CHECKED_OUT or E_ARK_CHECKED_OUT_ELSEWHERE.
 void undoCheckOut(Vault& vault, std::int32_t fileId);
 
 /// What is still checked out for a run of a task, by whomever, in the order of the files' numbers.

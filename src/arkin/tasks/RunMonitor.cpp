@@ -57,8 +57,10 @@ void RunMonitor::watch()
                     m_cancelled.give();
                 if (std::chrono::steady_clock::now() - lastBeat >= beatInterval) {
                     lastBeat = std::chrono::steady_clock::now();
-                    if (!m_claim.beat(database, m_clock.now()))
+                    if (!m_claim.beat(database, m_clock.now())) {
+                        m_cancelled.give(); // another worker has the run, and must not meet this one's CAD process
                         return;
+                    }
                 }
                 m_stop.waitFor(lookInterval);
             }

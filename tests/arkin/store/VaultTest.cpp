@@ -150,6 +150,18 @@ TEST_F(VaultTest, NothingThatTheVaultDoesNotKnowIsOverwritten)
     EXPECT_EQ(readFile(test.local("a.stl")), "my own");
     EXPECT_TRUE(isReadOnly(test.local("a.stl")));
 
+    // An undo that can't put the copy back is done by the next one.
+    checkOut(test.vault, place);
+    std::filesystem::remove(test.local("a.stl"));
+    writeFile(test.local("a.stl/in the way"), "");
+    EXPECT_THROW(undoCheckOut(test.vault, place.fileId), zn::StatusError);
+    EXPECT_FALSE(test.vault.files().checkOut(place.fileId));
+    std::filesystem::remove_all(test.local("a.stl"));
+    writeFile(test.local("a.stl"), "in work");
+    undoCheckOut(test.vault, place.fileId);
+    EXPECT_EQ(readFile(test.local("a.stl")), "my own");
+    expectStatus(E_ARK_NOT_CHECKED_OUT, [&] { undoCheckOut(test.vault, place.fileId); });
+
     // Undoing an addition leaves the user's file alone.
     const Place added = test.add("b.stl", "just added").place, referring = test.add("c.stl", "c").place;
     test.refer(referring, {added});
