@@ -1,7 +1,8 @@
 """Adds, check-ins and deletions are killed, or lose their power, at each point of their work.
 
 Points are all writes, syncs, renames, removals and new names of the work, the steps of the database's commits among
-them; some interruptions are a kill at a random moment or a full disk. From about 700 on each point is met, both ways.
+them; some interruptions are a kill at a random moment or a full disk. From about 700 on each point is met, by a kill and
+by a loss of all that was not synced; half of those beyond lose some of it, as a disk that takes writes in its own order.
 Whatever was confirmed is there, whole and once; the step in between is done or not, but not by half.
 """
 
@@ -13,7 +14,7 @@ import time
 from ground import BIN, Ground, Outcome
 
 FEW = 20
-FULL = 2000
+FULL = 12000
 
 
 class Work(Ground):
@@ -61,11 +62,13 @@ def faults(count, points, chance):
             yield f"kill:{point}"
             yield f"power:{point}"
         count -= 2 * points
-    kinds = ["kill", "power"] * 4 + ["moment", "full"]
+    kinds = ["kill", "reorder", "power", "reorder", "reorder", "kill", "reorder", "power", "reorder", "moment", "reorder",
+             "full"]
     for index in range(count):
         kind = kinds[index % len(kinds)]
         reach = {"moment": 400, "full": 1_300_000}.get(kind, points)
-        yield f"{kind}:{chance.randint(1, reach)}"
+        seed = f":{chance.randrange(1 << 30)}" if kind == "reorder" else ""
+        yield f"{kind}:{chance.randint(1, reach)}{seed}"
 
 
 def run(count, chance):

@@ -6,6 +6,9 @@
 //   power:N      likewise, and everything that was not synced is gone, as after a loss of power: bytes written since
 //   the
 //                file's last sync, and names made, moved or removed since their folder's last sync
+//   reorder:N:SEED  likewise, but each step that was not synced is gone or there, as the disk may have taken them in
+//   any
+//                order
 //   full:BYTES   from this number of written bytes on the disk is full
 //
 // The model of a loss of power is the strictest that the rules for syncing allow.
@@ -22,6 +25,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <random>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -66,9 +70,12 @@ public:
         m_root = root;
         const std::string_view text = at;
         const std::string_view mode = text.substr(0, text.find(':'));
-        const long number = text.size() > mode.size() ? std::strtol(at + mode.size() + 1, nullptr, 10) : 0;
+        char* rest = nullptr;
+        const long number = text.size() > mode.size() ? std::strtol(at + mode.size() + 1, &rest, 10) : 0;
         m_counts = mode == "count";
-        m_losesPower = mode == "power";
+        m_losesPower = mode == "power" || mode == "reorder";
+        if (mode == "reorder" && *rest == ':')
+            m_chance.emplace(static_cast<unsigned>(std::strtoul(rest + 1, nullptr, 10)));
         if (mode == "kill" || m_losesPower)
             m_lastPoint = number;
         if (mode == "full")
@@ -179,6 +186,8 @@ private:
     void undoAll()
     {
         for (auto undo = m_undo.rbegin(); undo != m_undo.rend(); ++undo) {
+            if (m_chance && (*m_chance)() % 2 == 0)
+                continue;
             switch (undo->kind) {
             case Undo::Bytes: {
                 const int descriptor = m_descriptors[undo->inode];
@@ -208,6 +217,7 @@ private:
     long m_points = 0, m_lastPoint = -1;
     int m_kept = 0;
     std::optional<long> m_bytesLeft;
+    std::optional<std::minstd_rand> m_chance; ///< decides which steps are gone
     std::deque<Undo> m_undo;
     std::map<ino_t, int> m_descriptors;
 };
