@@ -60,6 +60,35 @@ std::optional<RunClaim> RunClaim::takeNext(RunStore& store, const ProcessMark& o
     return claim;
 }
 
+namespace {
+
+/// What a person has asked for holds, whoever was about to see to it.
+void takeBack(RunStore& store, const RunInfo& run, std::int64_t now)
+{
+    auto& session = store.database().session();
+    std::int32_t losses = 0;
+    session << "SELECT losses FROM task_runs WHERE id = :id", use(run.id), into(losses);
+    ++losses;
+    if (run.state == TaskRunState::CancelRequested)
+        endUnheld(store, run, TaskRunState::Cancelled,
+            "The run was cancelled, and its worker went away before it had ended it. What it had checked out was given "
+            "back.",
+            now);
+    else if (losses >= RunClaim::mostLosses)
+        endUnheld(store, run, TaskRunState::FinishedWithErrors,
+            "The run was given up: " + std::to_string(losses)
+                + " workers went away while they were at work on it. Launch the task on fewer files to find the one "
+                  "that ends them.",
+            now);
+    else if (run.state == TaskRunState::Suspended || run.state == TaskRunState::SuspendRequested)
+        giveBackToWaiting(store, run, TaskRunState::Suspended);
+    else
+        giveBackToWaiting(store, run, TaskRunState::Queued);
+    session << "UPDATE task_runs SET losses = :l WHERE id = :id", use(losses), use(run.id);
+}
+
+} // namespace
+
 void RunClaim::takeBackLostRuns(RunStore& store, std::int64_t now)
 {
     for (const RunInfo& seen : workersGone(store)) {
@@ -67,17 +96,7 @@ void RunClaim::takeBackLostRuns(RunStore& store, std::int64_t now)
         const auto run = store.get(seen.id);
         if (run.claim != seen.claim || !run.taken())
             continue;
-        std::int32_t losses = 0;
-        store.database().session() << "SELECT losses FROM task_runs WHERE id = :id", use(run.id), into(losses);
-        if (++losses < mostLosses)
-            backToQueue(store, run);
-        else
-            endUnheld(store, run, TaskRunState::FinishedWithErrors,
-                "The run was given up: " + std::to_string(losses)
-                    + " workers went away while they were at work on it. Launch the task on fewer files to find the "
-                      "one that ends them.",
-                now);
-        store.database().session() << "UPDATE task_runs SET losses = :l WHERE id = :id", use(losses), use(run.id);
+        takeBack(store, run, now);
         transaction.commit();
     }
 }

@@ -10,13 +10,13 @@ namespace zn::arkin {
 using soci::use;
 using zn::TaskRunState;
 
-void backToQueue(RunStore& store, const RunInfo& run)
+void giveBackToWaiting(RunStore& store, const RunInfo& run, TaskRunState state)
 {
-    const auto state = static_cast<std::int32_t>(TaskRunState::Queued);
+    const auto number = static_cast<std::int32_t>(state);
     store.database().session() << "UPDATE task_runs SET state = :state, claim = claim + 1, owner_host = '', "
                                   "owner_process = 0, owner_mark = 0, heartbeat_at = 0 WHERE id = :id",
-        use(state), use(run.id);
-    giveBackOfRuns(store.database());
+        use(number), use(run.id);
+    giveBackOfRuns(store.database(), run.id);
 }
 
 void endUnheld(RunStore& store, const RunInfo& run, TaskRunState state, const std::string& sentence, std::int64_t now)

@@ -8,7 +8,8 @@ namespace zn::arkin {
 // given back, too: a run's files never stay with a run that nobody works on.
 
 /// The claim counts on, so that a worker taken for dead which comes back can neither report nor write to the vault.
-void backToQueue(RunStore& store, const RunInfo& run);
+/// `state` is Queued, or Suspended for a run that waits for a person's word.
+void giveBackToWaiting(RunStore& store, const RunInfo& run, zn::TaskRunState state);
 /// Likewise; the run ends in the state, with the sentence as its text.
 void endUnheld(
     RunStore& store, const RunInfo& run, zn::TaskRunState state, const std::string& sentence, std::int64_t now);

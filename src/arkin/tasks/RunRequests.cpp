@@ -74,7 +74,7 @@ RunInfo requestResume(RunStore& store, std::int32_t runId, std::int64_t now)
         if (run.ended())
             refuse(run, "has ended already (" + zn::toUtf8(stateText(run, now)) + "): there is nothing to resume.");
         if (workerDied(run, now) || (run.state == TaskRunState::Suspended && !run.taken()))
-            backToQueue(store, run);
+            giveBackToWaiting(store, run, TaskRunState::Queued);
         else if (run.state == TaskRunState::Suspended || run.state == TaskRunState::SuspendRequested)
             setState(store, runId, TaskRunState::ResumeRequested);
         else if (run.state != TaskRunState::ResumeRequested)

@@ -187,6 +187,33 @@ TEST_F(RunPathsTest, ALostRunGivesItsFilesBackAndItsLateWorkerWritesNothing)
     checkOut(test.vault, place);
 }
 
+TEST_F(RunPathsTest, WhatAPersonAskedOfALostRunHolds)
+{
+    const struct {
+        TaskRunState asked, becomes;
+    } rows[] = {
+        {TaskRunState::CancelRequested, TaskRunState::Cancelled},
+        {TaskRunState::SuspendRequested, TaskRunState::Suspended},
+        {TaskRunState::Suspended, TaskRunState::Suspended},
+    };
+    const Place place = test.addReleased("a.stl", "a");
+    for (const auto& row : rows) {
+        const auto id = launch();
+        RunPaths paths(take(), clock, room, watcher);
+        test.vault.actFor(&paths);
+        checkOut(test.vault, place);
+        test.vault.actFor(nullptr);
+        const auto state = static_cast<std::int32_t>(row.asked);
+        test.store.database().session() << "UPDATE task_runs SET state = :s WHERE id = :r", soci::use(state),
+            soci::use(id);
+        loseWorker(id);
+        EXPECT_FALSE(RunClaim::takeNext(runs, thisProcess(), clock.now()));
+        EXPECT_EQ(runs.get(id).state, row.becomes);
+        EXPECT_FALSE(runs.get(id).taken());
+        EXPECT_TRUE(checkOutsOfRun(test.vault, id).empty());
+    }
+}
+
 TEST_F(RunPathsTest, AFullDatabaseIsWaitedFor)
 {
     launch();
