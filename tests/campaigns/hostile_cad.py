@@ -105,6 +105,8 @@ class Plant(Ground):
         if code is None:
             return f"the worker hung for {LONGEST} s"
         run = json.loads(self.must("arkin", "--json", "task", "status", number))
+        if code == -signal.SIGINT and not said:
+            return ""  # the Ctrl-C came before the program was up: there was no work yet
         if code not in (0, 1) or run["stateNumber"] not in (7, 8, 9):
             return f"the worker ended with {code}, the run is {run['state']}: {said.strip()[-300:]}"
         if not run["text"] and not run["messages"] and not mode.startswith(HARMLESS):

@@ -17,7 +17,7 @@ TEST(PathIndexTest, RunsMeetWhereOneWritesWhatTheOtherNeeds)
         = {{"z:/out/a_", ".stl", 0}, {"z:/out/b", "", 0}, {"z:/in/a.step", "", 3}, {"z:/in/b.step", "", 1}};
     const struct {
         KeptPath path;
-        bool meets;
+        bool meets = false;
     } rows[] = {
         {{"z:/out/a_small.stl", ".stl", 0}, true}, // a file of the other's names
         {{"z:/out/a_", ".step", 0}, false},        // another format

@@ -12,6 +12,7 @@ namespace {
 /// Shells and wrappers often deliver one Ctrl-C twice, to the process and to its group.
 constexpr std::int64_t sameInterrupt = 500; // milliseconds
 
+std::atomic<bool> working = false;
 std::atomic<bool> interrupted = false;
 std::atomic<std::int64_t> interruptedAt = 0;
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<std::int64_t>::is_always_lock_free);
@@ -35,6 +36,8 @@ extern "C" void onInterrupt(int signal)
     }
     interruptedAt = milliseconds();
     interrupted = true;
+    if (!working)
+        return;
     // A failed write leaves nothing to do: the message is a courtesy.
     [[maybe_unused]] const auto written = write(STDERR_FILENO, message, sizeof message - 1);
 }
@@ -44,15 +47,12 @@ extern "C" void onInterrupt(int signal)
 Interrupt::Interrupt()
 {
     interrupted = false;
+    working = true;
     std::signal(SIGINT, onInterrupt);
     std::signal(SIGTERM, onInterrupt);
 }
 
-Interrupt::~Interrupt()
-{
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
-}
+Interrupt::~Interrupt() { working = false; }
 
 const std::atomic<bool>& Interrupt::flag() const { return interrupted; }
 
