@@ -2,17 +2,14 @@
 #include "zentrel/formats/CafBodies.h"
 #include "zentrel/formats/Completeness.h"
 #include "zentrel/formats/Content.h"
+#include "zentrel/formats/CountStep.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/Packets.h"
 
-#include <Interface_Check.hxx>
 #include <Interface_InterfaceModel.hxx>
 #include <STEPCAFControl_Reader.hxx>
 #include <StepRepr_RepresentationItem.hxx>
-#include <StepShape_FaceSurface.hxx>
-#include <StepShape_ShellBasedSurfaceModel.hxx>
-#include <StepShape_SolidModel.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <Transfer_TransientProcess.hxx>
 #include <TransferBRep.hxx>
@@ -23,34 +20,6 @@ namespace zn::zentrel {
 
 namespace {
 
-bool isSolid(const Handle(Standard_Transient) & entity)
-{
-    return entity->IsKind(STANDARD_TYPE(StepShape_SolidModel))
-        || entity->IsKind(STANDARD_TYPE(StepShape_ShellBasedSurfaceModel));
-}
-
-ReadCount countStep(const Handle(XSControl_WorkSession) & session, const std::vector<Body>& bodies)
-{
-    ReadCount count;
-    const Handle(Interface_InterfaceModel) model = session->Model();
-    const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
-    for (int number = 1; number <= model->NbEntities(); ++number) {
-        const Handle(Standard_Transient) entity = model->Value(number);
-        if (isSolid(entity)) {
-            ++count.solids;
-            if (TransferBRep::ShapeResult(process, entity).IsNull())
-                ++count.missingSolids;
-        } else if (entity->IsKind(STANDARD_TYPE(StepShape_FaceSurface)))
-            ++count.faces;
-        if (entity->IsKind(STANDARD_TYPE(StepRepr_RepresentationItem))
-            && model->Check(number, Standard_True)->HasFailed())
-            ++count.failedEntities;
-    }
-    const std::size_t found = countFaces(bodies);
-    count.missingFaces = found < count.faces ? count.faces - found : 0;
-    return count;
-}
-
 /// The names of solids and surface models. The kernel would read them too, but crashes where an item is missing.
 SolidNames solidNamesOf(const Handle(XSControl_WorkSession) & session)
 {
@@ -60,7 +29,7 @@ SolidNames solidNamesOf(const Handle(XSControl_WorkSession) & session)
     for (int number = 1; number <= model->NbEntities(); ++number) {
         const Handle(Standard_Transient) entity = model->Value(number);
         const Handle(StepRepr_RepresentationItem) item = Handle(StepRepr_RepresentationItem)::DownCast(entity);
-        if (!isSolid(entity) || item->Name().IsNull() || item->Name()->IsEmpty())
+        if (!isStepSolid(entity) || item->Name().IsNull() || item->Name()->IsEmpty())
             continue;
         const TopoDS_Shape shape = TransferBRep::ShapeResult(process, entity);
         if (!shape.IsNull())
