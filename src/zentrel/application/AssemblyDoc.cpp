@@ -64,8 +64,10 @@ Text AssemblyDoc::componentPath(std::size_t index)
     Text& path = m_extracted[index];
     if (path.empty()) {
         const Text name = documentName(m_assembly, index, zn::pathStem(identity().title));
-        const auto file = application().newWorkFolder() / (zn::toUtf8(asFileName(name)) + ".zenprt");
-        writeDocument(*component.embedded, file);
+        const auto folder = application().newWorkFolder();
+        const auto file
+            = folder / (zn::toUtf8(asFileName(name)) + (component.embedded->part() ? ".zenprt" : ".zenasm"));
+        std::visit([&](const auto& content) { writeDocument(content, file); }, component.embedded->content);
         path = files.fromMachine(file);
     }
     return path;
@@ -128,13 +130,22 @@ const ComponentState& ComponentObject::state() const
 
 Value ComponentObject::name(Arguments&) { return component().name; }
 
-Value ComponentObject::isVirtual(Arguments&) { return component().isVirtual(); }
+/// The components of a foreign file are no documents, neither in files nor in the assembly: whoever works through the
+/// virtual ones would do each of them again.
+Value ComponentObject::isVirtual(Arguments&)
+{
+    return component().isVirtual() && assembly()->identity().source.empty();
+}
 
 Value ComponentObject::isSuppressed(Arguments&) { return state().suppressed; }
 
 Value ComponentObject::isHidden(Arguments&) { return state().hidden; }
 
-Value ComponentObject::getPathName(Arguments&) { return assembly()->componentPath(m_index); }
+Value ComponentObject::getPathName(Arguments&)
+{
+    const bool isForeign = component().isVirtual() && !assembly()->identity().source.empty();
+    return isForeign ? Text() : assembly()->componentPath(m_index);
+}
 
 Value ComponentObject::referencedConfiguration(Arguments&) { return state().configuration; }
 

@@ -7,6 +7,7 @@
 #include "zentrel/application/DrawingDoc.h"
 #include "zentrel/application/ExportData.h"
 #include "zentrel/application/PartDoc.h"
+#include "zentrel/formats/Read.h"
 #include "zentrel/model/Container.h"
 
 #include "base/Paths.h"
@@ -58,11 +59,12 @@ ModelRef shownModel(Save& save)
     return loader.load(static_cast<const AssemblyDoc&>(save.document).assembly(), file, configuration);
 }
 
-/// Writes a model into one file, or each component into a file of its own.
+/// Writes a model into one file, or each component into a file of its own. A foreign file is one file, whatever levels
+/// it has: its components are no documents that somebody could look for.
 template <class Write> void writeModel(Save& save, bool oneFile, const Write& write)
 {
     const ModelRef model = shownModel(save);
-    if (oneFile || model->children.empty()) {
+    if (oneFile || model->children.empty() || !save.document.identity().source.empty()) {
         announce(save, save.path);
         write(*model, save.target);
         return;
@@ -133,6 +135,14 @@ void saveNative(Save& save)
         save.document.setPath(save.path);
 }
 
+/// A part is another document than the assembly, which stays what it is.
+void saveAsPart(Save& save)
+{
+    announce(save, save.path);
+    writeDocument(
+        asPart(save.document.record(), save.document.machinePath(), save.document.activeConfiguration()), save.target);
+}
+
 constexpr int part = 1 << static_cast<int>(DocumentKind::Part);
 constexpr int assembly = 1 << static_cast<int>(DocumentKind::Assembly);
 constexpr int drawing = 1 << static_cast<int>(DocumentKind::Drawing);
@@ -153,6 +163,7 @@ constexpr SaveFormat saveFormats[] = {
     {u".pdf", drawing, savePdf},
     {u".dxf", drawing, saveDxf},
     {u".zenprt", part, saveNative},
+    {u".zenprt", assembly, saveAsPart},
     {u".zenasm", assembly, saveNative},
     {u".zendrw", drawing, saveNative},
 };

@@ -1,6 +1,7 @@
 #include "zentrel/commands/Command.h"
 
 #include "zentrel/formats/BuildPart.h"
+#include "zentrel/model/Container.h"
 
 namespace zn::zentrel::commands {
 
@@ -14,7 +15,8 @@ struct Import {
     void declare(Arguments& take)
     {
         take.option("IN", input, "STEP or IGES file of the configuration \"Default\"").required();
-        take.option("OUT", output, "The part to be written (.zenprt)").required();
+        take.option("OUT", output, "What to write: a part (.zenprt), or an assembly with the levels of IN (.zenasm)")
+            .required();
         take.option("--configuration", configurations, "A further configuration and its file").shownAs("NAME=IN");
     }
 
@@ -27,13 +29,21 @@ struct Import {
                 throw WrongUse("--configuration: '" + text + "' must have the form NAME=IN");
             inputs.push_back({text.substr(sign + 1), zn::toText(text.substr(0, sign))});
         }
-        importPart(inputs, output);
+        if (kindFromExtension(output) != DocumentKind::Assembly)
+            importPart(inputs, output);
+        else if (configurations.empty())
+            importAssembly(input, output);
+        else
+            throw WrongUse("--configuration: an assembly is made from one file");
         return zn::commandline::done;
     }
 };
 
 } // namespace
 
-Subcommand importCommand() { return subcommand<Import>("import", "Makes a part from STEP or IGES files"); }
+Subcommand importCommand()
+{
+    return subcommand<Import>("import", "Makes a part or an assembly from STEP or IGES files");
+}
 
 } // namespace zn::zentrel::commands

@@ -14,4 +14,8 @@ struct ImportInput {
 /// Raises `DocumentError`: what the reader raises, or `InvalidArgument` for two configurations of one name.
 void importPart(const std::vector<ImportInput>& inputs, const std::filesystem::path& output);
 
+/// Writes an assembly with the levels, names and colours of a foreign file; its parts are virtual components.
+/// Raises what the reader raises, or `InvalidArgument` for a file that holds a part only.
+void importAssembly(const std::filesystem::path& input, const std::filesystem::path& output);
+
 } // namespace zn::zentrel

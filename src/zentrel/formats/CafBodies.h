@@ -6,17 +6,24 @@
 #include <TDocStd_Document.hxx>
 #include <TopTools_ShapeMapHasher.hxx>
 
+/// The labels of the kernel's framework for shapes with names and colours.
 namespace zn::zentrel {
 
-/// A new, empty document of the kernel's framework for shapes with names and colours.
+/// A new, empty document of that framework.
 Handle(TDocStd_Document) newCafDocument();
 
 /// Names of solids that the document doesn't know itself; the keys have no location.
 using SolidNames = NCollection_DataMap<TopoDS_Shape, Text, TopTools_ShapeMapHasher>;
 
-/// All shapes of such a document as bodies at their places: each solid one body; of what isn't in a solid, the faces
-/// together one body and the curves and points together another one. A body's name is its own, or else that of the
-/// part that it belongs to.
-std::vector<Body> bodiesOf(const Handle(TDocStd_Document) & document, const SolidNames& names = {});
+/// A label's own name and colour.
+Text nameOf(const TDF_Label& label);
+std::optional<Color> colorOf(const TDF_Label& label);
+
+/// What a label of a part holds: each solid one body; of what isn't in a solid, the faces together one body and the
+/// curves and points together another one. A body's name is its own, or else the part's. A face has its own colour, or
+/// that of the shell, solid or compound around it which is nearest; the part's own colour comes apart, since a
+/// component that places the part may have another one.
+PartConfiguration configurationOf(
+    const TDF_Label& part, const Handle(TDocStd_Document) & document, const SolidNames& names);
 
 } // namespace zn::zentrel

@@ -15,6 +15,7 @@
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_LayerTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 
 namespace zn::zentrel {
@@ -25,6 +26,7 @@ namespace {
 struct Written {
     const Body* body;
     TopoDS_Shape shape;
+    std::optional<Color> color; ///< of faces without one of their own
 };
 
 TopoDS_Compound compoundOfShapes(const std::vector<Written>& bodies)
@@ -43,6 +45,7 @@ public:
         : m_document(newCafDocument())
         , m_shapes(XCAFDoc_DocumentTool::ShapeTool(m_document->Main()))
         , m_colors(XCAFDoc_DocumentTool::ColorTool(m_document->Main()))
+        , m_layers(XCAFDoc_DocumentTool::LayerTool(m_document->Main()))
         , m_filter(filter)
     {
     }
@@ -63,9 +66,9 @@ private:
         for (const PlacedBody& placed : placedBodies(model)) {
             const TopoDS_Shape shape = m_filter(*placed.body);
             if (!shape.IsNull())
-                written.push_back({placed.body, shape.Moved(TopLoc_Location(placed.placement))});
+                written.push_back({placed.body, shape.Moved(TopLoc_Location(placed.placement)), placed.color});
         }
-        return addPart(written, model.name);
+        return addPart(written, model.name, {});
     }
 
     /// The label of the model, null if nothing of it is written.
@@ -77,9 +80,9 @@ private:
         for (const Body& body : model.bodies) {
             const TopoDS_Shape shape = m_filter(body);
             if (!shape.IsNull())
-                written.push_back({&body, shape});
+                written.push_back({&body, shape, body.color});
         }
-        TDF_Label label = addPart(written, model.name);
+        TDF_Label label = addPart(written, model.name, model.color);
         if (label.IsNull() && !model.children.empty())
             label = addAssembly(model);
         m_labels.emplace(&model, label);
@@ -98,12 +101,22 @@ private:
             return {};
         const TDF_Label label = m_shapes->NewShape();
         setName(label, model.name);
-        for (const auto& [part, child] : children)
-            setName(m_shapes->AddComponent(label, part, TopLoc_Location(child->placement)), child->name);
+        for (const auto& [part, child] : children) {
+            const TDF_Label component = m_shapes->AddComponent(label, part, TopLoc_Location(child->placement));
+            setName(component, child->name);
+            // On the label of a part that is one body, a component's colour would win over the body's own.
+            if (child->color && !isOneColoredBody(*child->model))
+                setColor(component, *child->color);
+        }
         return label;
     }
 
-    TDF_Label addPart(const std::vector<Written>& written, const Text& name)
+    static bool isOneColoredBody(const Model& model)
+    {
+        return model.children.empty() && model.bodies.size() == 1 && model.bodies.front().color;
+    }
+
+    TDF_Label addPart(const std::vector<Written>& written, const Text& name, const std::optional<Color>& color)
     {
         if (written.empty())
             return {};
@@ -112,12 +125,16 @@ private:
         const TopoDS_Shape whole = alone ? written.front().shape : TopoDS_Shape(compoundOfShapes(written));
         const TDF_Label label = m_shapes->AddShape(whole, Standard_False);
         setName(label, name);
+        if (color)
+            setColor(label, *color);
         for (const Written& body : written) {
             const TDF_Label own = alone ? label : m_shapes->AddSubShape(label, body.shape);
             if (!alone)
                 setName(own, body.body->name);
-            if (body.body->color)
-                setColor(own, *body.body->color);
+            if (body.color)
+                setColor(own, *body.color);
+            for (const Text& layer : body.body->layers)
+                m_layers->SetLayer(own, TCollection_ExtendedString(layer.c_str()));
             setFaceColors(label, body);
         }
         return label;
@@ -148,6 +165,7 @@ private:
     Handle(TDocStd_Document) m_document;
     Handle(XCAFDoc_ShapeTool) m_shapes;
     Handle(XCAFDoc_ColorTool) m_colors;
+    Handle(XCAFDoc_LayerTool) m_layers;
     const BodyFilter& m_filter;
     std::map<const Model*, TDF_Label> m_labels;
 };

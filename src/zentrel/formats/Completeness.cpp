@@ -17,6 +17,16 @@ std::string missingText(std::size_t missing, std::size_t listed, const std::stri
 
 } // namespace
 
+ReadCount& ReadCount::operator+=(const ReadCount& other)
+{
+    solids += other.solids;
+    missingSolids += other.missingSolids;
+    faces += other.faces;
+    missingFaces += other.missingFaces;
+    failedEntities += other.failedEntities;
+    return *this;
+}
+
 std::size_t countFaces(const std::vector<Body>& bodies)
 {
     TopTools_MapOfShape faces;

@@ -13,6 +13,8 @@ struct ReadCount {
     std::size_t faces = 0; ///< and surfaces that stand alone
     std::size_t missingFaces = 0;
     std::size_t failedEntities = 0; ///< geometry that is broken in the file
+
+    ReadCount& operator+=(const ReadCount& other);
 };
 
 /// Raises `Incomplete` if something is missing or broken, or if there are no bodies at all.

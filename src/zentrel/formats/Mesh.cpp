@@ -36,20 +36,24 @@ std::size_t countUnmeshed(const TopoDS_Shape& shape)
 
 } // namespace
 
-IMeshTools_Parameters meshParameters(const TopoDS_Shape& shape, MeshQuality quality)
+IMeshTools_Parameters meshParameters(double diagonal, MeshQuality quality)
 {
     const Resolution& resolution = quality == MeshQuality::Coarse ? coarse : fine;
     IMeshTools_Parameters parameters;
-    parameters.Deflection = std::max(smallestDeflection, resolution.fraction * diagonalOf(boundsOf(shape)));
+    parameters.Deflection = std::max(smallestDeflection, resolution.fraction * diagonal);
     parameters.Angle = resolution.angle;
     return parameters;
 }
 
-std::size_t mesh(const TopoDS_Shape& shape, MeshQuality quality)
+IMeshTools_Parameters meshParameters(const TopoDS_Shape& shape, MeshQuality quality)
+{
+    return meshParameters(diagonalOf(boundsOf(shape)), quality);
+}
+
+std::size_t mesh(const TopoDS_Shape& shape, IMeshTools_Parameters parameters)
 {
     // A mesh left from before would be kept where it is finer, and the same export would differ.
     BRepTools::Clean(shape);
-    IMeshTools_Parameters parameters = meshParameters(shape, quality);
     // Narrow faces can be lost at a coarse resolution; a few finer ones usually save them.
     constexpr int attempts = 3;
     for (int attempt = 1;; ++attempt) {

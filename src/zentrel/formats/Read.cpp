@@ -10,7 +10,7 @@ namespace {
 
 struct Reader {
     const char16_t* extension;
-    PartDocument (*read)(const std::filesystem::path& file);
+    Document (*read)(const std::filesystem::path& file);
 };
 
 constexpr Reader readers[] = {
@@ -34,7 +34,7 @@ const Reader* readerOf(const std::filesystem::path& file)
 
 bool canRead(const std::filesystem::path& file) { return readerOf(file) != nullptr; }
 
-PartDocument readForeign(const std::filesystem::path& file)
+Document readForeign(const std::filesystem::path& file)
 {
     const Reader* reader = readerOf(file);
     if (!reader)

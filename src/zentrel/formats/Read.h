@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zentrel/model/Document.h"
+#include "zentrel/model/Container.h"
 
 /// Readers of foreign files. They run the kernel in a child process, so that its crash costs the file only.
 namespace zn::zentrel {
@@ -8,14 +8,18 @@ namespace zn::zentrel {
 /// Whether a reader takes the extension (".step", ".stp", ".igs", ".iges", without regard to case).
 bool canRead(const std::filesystem::path& file);
 
-/// Reads a foreign file by its extension as a part with one configuration "Default". An assembly structure in the
-/// file is flattened: each solid becomes a body at its place, with the name of what it belongs to.
+/// Reads a foreign file by its extension with one configuration "Default": a part, or an assembly of virtual components
+/// where the file has levels. Instances share their document.
 /// Raises `DocumentError`: `NotFound`, `NotReadable`, `Damaged` (empty, truncated, another format's content),
-/// `Incomplete` (faces or solids that the file lists are missing, or nothing could be read), `Kernel`,
+/// `Incomplete` (faces, solids or files that the file lists are missing, or nothing could be read), `Kernel`,
 /// `Unsupported` (an extension that no reader takes).
-PartDocument readForeign(const std::filesystem::path& file);
+Document readForeign(const std::filesystem::path& file);
 
-PartDocument readStep(const std::filesystem::path& file);
-PartDocument readIges(const std::filesystem::path& file);
+Document readStep(const std::filesystem::path& file);
+Document readIges(const std::filesystem::path& file);
+
+/// An assembly with all that it refers to as one part: each placed body is a body at its place. A part stays as it is.
+/// `file` is the document's path. Raises what loading the components raises, and `Kernel`.
+PartDocument asPart(const Document& document, const std::filesystem::path& file, const Text& configuration = {});
 
 } // namespace zn::zentrel

@@ -1,5 +1,5 @@
 #include "contracts/documents/DocumentError.h"
-#include "zentrel/formats/CafBodies.h"
+#include "zentrel/formats/CafTree.h"
 #include "zentrel/formats/Completeness.h"
 #include "zentrel/formats/Content.h"
 #include "zentrel/formats/CountIges.h"
@@ -17,28 +17,28 @@ namespace {
 /// Of a file, for the limit of computing.
 constexpr std::uintmax_t bytesAPiece = 20000;
 
-PartDocument readHere(const std::filesystem::path& file)
+Document readHere(const std::filesystem::path& file)
 {
     IGESCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
     reader.SetNameMode(Standard_True);
+    reader.SetLayerMode(Standard_True);
     if (reader.ReadFile(file.c_str()) != IFSelect_RetDone)
         throw DocumentError(ErrorKind::Damaged, "The file " + quoted(file) + " isn't well-formed IGES data.");
-    Handle(TDocStd_Document) document = newCafDocument();
-    const bool transferred = reader.Transfer(document);
-    PartDocument part;
-    part.configurations.push_back({u"Default", transferred ? bodiesOf(document) : std::vector<Body>(), {}});
-    requireComplete(countIges(reader.WS()), part.configurations.front().bodies, file);
-    return part;
+    Handle(TDocStd_Document) content = newCafDocument();
+    const bool transferred = reader.Transfer(content);
+    Document document = transferred ? documentOf(content) : Document();
+    requireComplete(countIges(reader.WS()), distinctBodies(document), file);
+    return document;
 }
 
 } // namespace
 
-PartDocument readIges(const std::filesystem::path& file)
+Document readIges(const std::filesystem::path& file)
 {
     checkIgesContent(file);
     const KernelTask task{"reading", file, computingLimit(std::filesystem::file_size(file) / bytesAPiece)};
-    return unpackPart(runInChild(task, [&] { return packPart(readHere(file)); }));
+    return unpackDocument(runInChild(task, [&] { return packDocument(readHere(file)); }));
 }
 
 } // namespace zn::zentrel

@@ -1,13 +1,16 @@
 #include "contracts/documents/DocumentError.h"
-#include "zentrel/formats/CafBodies.h"
+#include "zentrel/formats/CafTree.h"
 #include "zentrel/formats/Completeness.h"
 #include "zentrel/formats/Content.h"
 #include "zentrel/formats/CountStep.h"
 #include "zentrel/formats/Read.h"
+#include "zentrel/formats/StepEncoding.h"
 #include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/Packets.h"
 
 #include <Interface_InterfaceModel.hxx>
+#include <Interface_Static.hxx>
+#include <STEPCAFControl_ExternFile.hxx>
 #include <STEPCAFControl_Reader.hxx>
 #include <StepRepr_RepresentationItem.hxx>
 #include <TCollection_HAsciiString.hxx>
@@ -20,10 +23,11 @@ namespace zn::zentrel {
 
 namespace {
 
+using ExternFiles = NCollection_DataMap<TCollection_AsciiString, Handle(STEPCAFControl_ExternFile)>;
+
 /// The names of solids and surface models. The kernel would read them too, but crashes where an item is missing.
-SolidNames solidNamesOf(const Handle(XSControl_WorkSession) & session)
+void addSolidNames(const Handle(XSControl_WorkSession) & session, SolidNames& names)
 {
-    SolidNames names;
     const Handle(Interface_InterfaceModel) model = session->Model();
     const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
     for (int number = 1; number <= model->NbEntities(); ++number) {
@@ -35,36 +39,71 @@ SolidNames solidNamesOf(const Handle(XSControl_WorkSession) & session)
         if (!shape.IsNull())
             names.Bind(shape.Located(TopLoc_Location()), zn::toText(item->Name()->ToCString()));
     }
+}
+
+/// The file and all that it refers to.
+std::vector<Handle(XSControl_WorkSession)> sessionsOf(const STEPCAFControl_Reader& reader)
+{
+    std::vector<Handle(XSControl_WorkSession)> sessions{reader.Reader().WS()};
+    for (ExternFiles::Iterator file(reader.ExternFiles()); file.More(); file.Next())
+        if (!file.Value().IsNull() && !file.Value()->GetWS().IsNull())
+            sessions.push_back(file.Value()->GetWS());
+    return sessions;
+}
+
+SolidNames solidNamesOf(const std::vector<Handle(XSControl_WorkSession)>& sessions)
+{
+    SolidNames names;
+    for (const auto& session : sessions)
+        addSolidNames(session, names);
     return names;
 }
 
 /// Of a file, for the limit of computing.
 constexpr std::uintmax_t bytesAPiece = 20000;
 
-PartDocument readHere(const std::filesystem::path& file)
+/// Files that the file, or one of those, refers to and that could not be read, as it names them.
+std::string unreadReferences(const STEPCAFControl_Reader& reader)
+{
+    std::string names;
+    for (ExternFiles::Iterator file(reader.ExternFiles()); file.More(); file.Next())
+        if (file.Value().IsNull() || file.Value()->GetLoadStatus() != IFSelect_RetDone)
+            names += (names.empty() ? "'" : ", '") + std::string(file.Key().ToCString()) + "'";
+    return names;
+}
+
+Document readHere(const std::filesystem::path& file)
 {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
     reader.SetNameMode(Standard_True);
+    reader.SetLayerMode(Standard_True);
+    Interface_Static::SetIVal("read.step.codepage", stepEncoding(file));
     if (reader.ReadFile(file.c_str()) != IFSelect_RetDone)
         throw DocumentError(ErrorKind::Damaged, "The file " + quoted(file) + " isn't well-formed STEP data.");
-    Handle(TDocStd_Document) document = newCafDocument();
-    const bool transferred = reader.Transfer(document);
-    PartDocument part;
-    part.configurations.push_back(
-        {u"Default", transferred ? bodiesOf(document, solidNamesOf(reader.Reader().WS())) : std::vector<Body>(), {}});
-    const std::vector<Body>& bodies = part.configurations.front().bodies;
-    requireComplete(countStep(reader.Reader().WS(), bodies), bodies, file);
-    return part;
+    Handle(TDocStd_Document) content = newCafDocument();
+    const bool transferred = reader.Transfer(content);
+    if (const std::string names = unreadReferences(reader); !names.empty())
+        throw DocumentError(ErrorKind::Incomplete,
+            "The file " + quoted(file)
+                + " could be read only in part: files that it refers to aren't there or can't be " + "read: " + names
+                + ".");
+    Document document = transferred ? documentOf(content, solidNamesOf(sessionsOf(reader))) : Document();
+    const std::vector<Body> bodies = distinctBodies(document);
+    ReadCount count;
+    for (const auto& session : sessionsOf(reader))
+        count += countStep(session, bodies);
+    requireComplete(count, bodies, file);
+    return document;
 }
 
 } // namespace
 
-PartDocument readStep(const std::filesystem::path& file)
+Document readStep(const std::filesystem::path& file)
 {
     checkStepContent(file);
     const KernelTask task{"reading", file, computingLimit(std::filesystem::file_size(file) / bytesAPiece)};
-    return unpackPart(runInChild(task, [&] { return packPart(readHere(file)); }));
+    return unpackDocument(runInChild(task, [&] { return packDocument(readHere(file)); }));
 }
 
 } // namespace zn::zentrel

@@ -1,6 +1,7 @@
 #include "zentrel/formats/Triangles.h"
 
 #include "contracts/documents/DocumentError.h"
+#include "zentrel/model/Bounds.h"
 
 #include <algorithm>
 #include <BRep_Builder.hxx>
@@ -8,6 +9,7 @@
 #include <limits>
 #include <set>
 #include <TopExp.hxx>
+#include <TopLoc_Location.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
@@ -16,22 +18,60 @@ namespace zn::zentrel {
 
 namespace {
 
-/// Meshes every distinct part once and gives the number of faces that failed. A part meshes alike alone and in an
-/// assembly.
-std::size_t meshParts(const Model& model, MeshQuality quality, std::set<const Model*>& done)
-{
-    if (!done.insert(&model).second)
-        return 0;
-    TopoDS_Compound part;
-    BRep_Builder builder;
-    builder.MakeCompound(part);
-    for (const Body& body : model.bodies)
-        builder.Add(part, body.shape);
-    std::size_t unmeshed = model.bodies.empty() ? 0 : mesh(part, quality);
-    for (const Model::Child& child : model.children)
-        unmeshed += meshParts(*child.model, quality, done);
-    return unmeshed;
-}
+/// Meshes every distinct part once and counts the faces that failed. The size that a mesh goes by is that of all bodies
+/// in one file, so that a file meshes alike alone and in an assembly, and however its parts stand on one another.
+class Mesher {
+public:
+    explicit Mesher(MeshQuality quality)
+        : m_quality(quality)
+    {
+    }
+
+    std::size_t meshFile(const Model& model)
+    {
+        if (!m_files.insert(&model).second)
+            return 0;
+        return meshParts(model, meshParameters(diagonalOf(boundsOf(compoundInside(model))), m_quality));
+    }
+
+private:
+    static void addInside(const Model& model, const TopLoc_Location& place, TopoDS_Compound& all)
+    {
+        BRep_Builder builder;
+        for (const Body& body : model.bodies)
+            builder.Add(all, body.shape.shape().Moved(place));
+        for (const Model::Child& child : model.children)
+            if (child.isInside)
+                addInside(*child.model, place * TopLoc_Location(child.placement), all);
+    }
+
+    static TopoDS_Compound compoundInside(const Model& model)
+    {
+        TopoDS_Compound all;
+        BRep_Builder().MakeCompound(all);
+        addInside(model, TopLoc_Location(), all);
+        return all;
+    }
+
+    std::size_t meshParts(const Model& model, const IMeshTools_Parameters& parameters)
+    {
+        if (!m_parts.insert(&model).second)
+            return 0;
+        TopoDS_Compound part;
+        BRep_Builder builder;
+        builder.MakeCompound(part);
+        for (const Body& body : model.bodies)
+            builder.Add(part, body.shape);
+        std::size_t unmeshed = model.bodies.empty() ? 0 : mesh(part, parameters);
+        for (const Model::Child& child : model.children)
+            unmeshed += child.isInside ? meshParts(*child.model, parameters) : meshFile(*child.model);
+        return unmeshed;
+    }
+
+    MeshQuality m_quality;
+    std::set<const Model*> m_files;
+    std::set<const Model*> m_parts;
+};
 
 void addFace(const TopoDS_Face& face, const gp_Trsf& placement, TriangleSet& set)
 {
@@ -64,7 +104,7 @@ void addBody(const PlacedBody& placed, std::vector<TriangleSet>& sets)
     TopExp::MapShapes(body.shape, TopAbs_FACE, faces);
     for (int index = 1; index <= faces.Extent(); ++index) {
         const auto special = body.faceColors.find(index);
-        const std::optional<Color> color = special == body.faceColors.end() ? body.color : special->second;
+        const std::optional<Color> color = special == body.faceColors.end() ? placed.color : special->second;
         auto set = std::find_if(sets.begin() + static_cast<std::ptrdiff_t>(first), sets.end(),
             [&](const TriangleSet& known) { return known.color == color; });
         if (set == sets.end())
@@ -86,8 +126,7 @@ bool hasPlace(const TriangleSet& set)
 std::vector<TriangleSet> trianglesOf(
     const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file)
 {
-    std::set<const Model*> done;
-    if (const std::size_t unmeshed = meshParts(model, quality, done))
+    if (const std::size_t unmeshed = Mesher(quality).meshFile(model))
         throw DocumentError(ErrorKind::Kernel,
             "The file " + quoted(file) + " can't be written: " + std::to_string(unmeshed)
                 + " faces of the model can't be divided into triangles.");

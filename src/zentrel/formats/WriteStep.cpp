@@ -77,6 +77,7 @@ std::string stepText(const Model& model, const std::filesystem::path& file, cons
     STEPCAFControl_Writer writer;
     writer.SetColorMode(Standard_True);
     writer.SetNameMode(Standard_True);
+    writer.SetLayerMode(Standard_True);
     if (!writer.Transfer(document, curves ? STEPControl_GeometricCurveSet : STEPControl_AsIs))
         throw DocumentError(
             ErrorKind::Kernel, "The file " + quoted(file) + " can't be written: the kernel can't convert the model.");

@@ -21,7 +21,7 @@ Component componentOf(const AssembleInput& input, int number)
     Component component;
     component.name = zn::toText(input.model.stem().string()) + u"-" + zn::numberText(number);
     if (input.embed)
-        component.embedded = std::make_shared<PartDocument>(readPart(input.model));
+        component.embedded = std::make_shared<VirtualDocument>(VirtualDocument{readPart(input.model)});
     else
         component.path = std::filesystem::absolute(input.model).lexically_normal();
     return component;

@@ -64,11 +64,11 @@ ContainerInfo infoFrom(const manifest::Json& json, const std::filesystem::path& 
         info.version = json.at("version").get<int>();
         if (info.version < 1)
             throw std::invalid_argument("it says that it is of the impossible version " + std::to_string(info.version));
-        if (info.version > containerVersion)
+        if (info.version > containerVersion(info.kind))
             throw DocumentError(ErrorKind::FutureVersion,
                 "The file " + quoted(file) + " was written by a later version of this program: its format is "
                     + std::to_string(info.version) + ", and this program reads up to "
-                    + std::to_string(containerVersion) + ".");
+                    + std::to_string(containerVersion(info.kind)) + ".");
         return info;
     });
 }
@@ -91,6 +91,12 @@ Document documentFrom(const manifest::Json& json, DocumentKind kind, ArchiveRead
     return document;
 }
 
+int neededVersion(const Document& document)
+{
+    const auto* assembly = std::get_if<AssemblyDocument>(&document);
+    return assembly && manifest::sharesDocuments(*assembly) ? 2 : 1;
+}
+
 template <class Wanted> Wanted readOf(const std::filesystem::path& file, DocumentKind wanted)
 {
     Document document = readDocument(file);
@@ -102,6 +108,8 @@ template <class Wanted> Wanted readOf(const std::filesystem::path& file, Documen
 }
 
 } // namespace
+
+int containerVersion(DocumentKind kind) { return kind == DocumentKind::Assembly ? 2 : 1; }
 
 std::optional<DocumentKind> kindFromExtension(const std::filesystem::path& file)
 {
@@ -150,7 +158,7 @@ void writeDocument(const Document& document, const std::filesystem::path& file)
     ShapeStreams shapes;
     std::map<std::string, std::string> entries;
     try {
-        manifest::Json json = {{"format", manifest::formatName(kind)}, {"version", containerVersion}};
+        manifest::Json json = {{"format", manifest::formatName(kind)}, {"version", neededVersion(document)}};
         std::visit([](const auto& content) { manifest::check(content); }, document);
         if (const auto* part = std::get_if<PartDocument>(&document))
             json.update(manifest::toJson(*part, shapes));

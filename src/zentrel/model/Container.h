@@ -8,8 +8,9 @@
 /// The files of our own documents (.zenprt, .zenasm, .zendrw); docs/documents.md tells their layout.
 namespace zn::zentrel {
 
-/// The container version that this program writes and the highest that it reads.
-inline constexpr int containerVersion = 1;
+/// The highest container version of a kind that this program reads. It writes assemblies as version 2 only where they
+/// hold assemblies, or one part in several places; everything else is version 1.
+int containerVersion(DocumentKind kind);
 
 using Document = std::variant<PartDocument, AssemblyDocument, DrawingDocument>;
 

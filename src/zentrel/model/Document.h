@@ -12,11 +12,12 @@
 #include <optional>
 #include <TopoDS_Shape.hxx>
 #include <utility>
+#include <variant>
 #include <vector>
 
 /// The documents of the CAD application as plain records: whoever has one may change it freely.
-/// Lengths are millimetres. Names are `Text`; names of configurations, components and sheets are unique
-/// within their document. Paths are paths of this machine.
+/// Lengths are millimetres. Names are `Text`; names of configurations and sheets are unique within their document.
+/// Paths are paths of this machine.
 namespace zn::zentrel {
 
 using zn::Text;
@@ -45,6 +46,7 @@ struct Body {
     /// Whether the kernel's check (`isSound`) found the shape without a fault. Sound shapes are meshed one after the
     /// other by one process of the kernel's, any other one by a process of its own.
     bool sound = false;
+    std::vector<Text> layers = {}; ///< on which it lies, as a foreign file names them
 };
 
 /// The kernel's check of a shape's geometry and topology. Takes about as long as meshing it.
@@ -54,12 +56,15 @@ struct PartConfiguration {
     Text name;
     std::vector<Body> bodies;
     Properties properties;
+    /// Of bodies without a colour of their own, unless the component that places the part has one.
+    std::optional<Color> color = {};
 };
 
 struct PartDocument {
     std::vector<PartConfiguration> configurations; ///< at least one
     std::size_t active = 0;                        ///< index of the last active configuration
     Properties properties;
+    Text name = {}; ///< how the foreign file that it comes from calls it; empty: as its own file
 };
 
 /// How a component stands in one configuration of its assembly.
@@ -69,14 +74,19 @@ struct ComponentState {
     Text configuration;      ///< of the component's document; empty: its active one
 };
 
+struct VirtualDocument;
+
 /// A part or an assembly placed in an assembly.
 struct Component {
-    Text name; ///< as the tree shows it, such as "Bracket-1"
+    Text name; ///< as the tree shows it, such as "Bracket-1"; those of a foreign file need not differ
     /// The component's document; empty for a virtual component.
     std::filesystem::path path;
-    /// The document of a virtual component, which lives inside the assembly only; null otherwise.
-    std::shared_ptr<const PartDocument> embedded;
+    /// The document of a virtual component, which lives inside the assembly only; null otherwise. Equal components
+    /// share it.
+    std::shared_ptr<const VirtualDocument> embedded;
     gp_Trsf placement; ///< from the component's space to the assembly's
+    /// Of all bodies below that have no colour nearer to them.
+    std::optional<Color> color = {};
 
     bool isVirtual() const { return embedded != nullptr; }
 };
@@ -92,6 +102,15 @@ struct AssemblyDocument {
     std::vector<AssemblyConfiguration> configurations; ///< at least one
     std::size_t active = 0;                            ///< index of the last active configuration
     Properties properties;
+    Text name = {}; ///< how the foreign file that it comes from calls it; empty: as its own file
+};
+
+/// The document of a virtual component. The components of a virtual assembly are virtual themselves.
+struct VirtualDocument {
+    std::variant<PartDocument, AssemblyDocument> content;
+
+    const PartDocument* part() const { return std::get_if<PartDocument>(&content); }
+    const AssemblyDocument* assembly() const { return std::get_if<AssemblyDocument>(&content); }
 };
 
 enum class PaperSize { A, B, C, D, E, A0, A1, A2, A3, A4 };

@@ -14,6 +14,9 @@ using Json = nlohmann::ordered_json;
 const char* formatName(DocumentKind kind);
 std::optional<DocumentKind> kindOfFormat(const std::string& format);
 
+/// Whether the assembly's container has the member "documents", which containers of version 1 don't know.
+bool sharesDocuments(const AssemblyDocument& assembly);
+
 /// `folder` is the container's folder (absolute), to which references are relative.
 Json toJson(const PartDocument& part, ShapeStreams& shapes);
 Json toJson(const AssemblyDocument& assembly, ShapeStreams& shapes, const std::filesystem::path& folder);

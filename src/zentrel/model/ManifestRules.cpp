@@ -34,6 +34,49 @@ void checkView(const View& view)
         throw std::invalid_argument("the view '" + zn::toUtf8(view.name) + "' has an impossible place or scale");
 }
 
+void checkAssembly(const AssemblyDocument& assembly, std::set<const VirtualDocument*>& known);
+
+/// Each virtual document once, however often it is placed.
+void checkVirtual(const VirtualDocument& document, std::set<const VirtualDocument*>& known)
+{
+    if (!known.insert(&document).second)
+        return;
+    if (const PartDocument* part = document.part()) {
+        check(*part);
+        return;
+    }
+    for (const Component& component : document.assembly()->components)
+        if (!component.isVirtual())
+            throw std::invalid_argument("the component '" + zn::toUtf8(component.name)
+                + "' of an assembly inside this one must have a document of its own");
+    checkAssembly(*document.assembly(), known);
+}
+
+void checkComponent(const Component& component, std::set<const VirtualDocument*>& known)
+{
+    if (component.name.empty())
+        throw std::invalid_argument("one component has no name");
+    if (component.isVirtual() != component.path.empty())
+        throw std::invalid_argument(
+            "the component '" + zn::toUtf8(component.name) + "' must have either a path or a document of its own");
+    if (component.isVirtual())
+        checkVirtual(*component.embedded, known);
+    if (std::abs(component.placement.ScaleFactor() - 1.0) > 1e-9 || component.placement.IsNegative())
+        throw std::invalid_argument("the component '" + zn::toUtf8(component.name) + "' is scaled or mirrored");
+}
+
+void checkAssembly(const AssemblyDocument& assembly, std::set<const VirtualDocument*>& known)
+{
+    checkNamed(assembly.configurations, assembly.active, "configuration");
+    for (const Component& component : assembly.components)
+        checkComponent(component, known);
+    for (const AssemblyConfiguration& configuration : assembly.configurations) {
+        if (configuration.states.size() != assembly.components.size())
+            throw std::invalid_argument(
+                "the configuration '" + zn::toUtf8(configuration.name) + "' doesn't tell of each component");
+    }
+}
+
 } // namespace
 
 void check(const PartDocument& part)
@@ -49,23 +92,8 @@ void check(const PartDocument& part)
 
 void check(const AssemblyDocument& assembly)
 {
-    checkNamed(assembly.configurations, assembly.active, "configuration");
-    if (!assembly.components.empty())
-        checkNamed(assembly.components, 0, "component");
-    for (const Component& component : assembly.components) {
-        if (component.isVirtual() != component.path.empty())
-            throw std::invalid_argument(
-                "the component '" + zn::toUtf8(component.name) + "' must have either a path or a part of its own");
-        if (component.isVirtual())
-            check(*component.embedded);
-        if (std::abs(component.placement.ScaleFactor() - 1.0) > 1e-9 || component.placement.IsNegative())
-            throw std::invalid_argument("the component '" + zn::toUtf8(component.name) + "' is scaled or mirrored");
-    }
-    for (const AssemblyConfiguration& configuration : assembly.configurations) {
-        if (configuration.states.size() != assembly.components.size())
-            throw std::invalid_argument(
-                "the configuration '" + zn::toUtf8(configuration.name) + "' doesn't tell of each component");
-    }
+    std::set<const VirtualDocument*> known;
+    checkAssembly(assembly, known);
 }
 
 void check(const DrawingDocument& drawing)

@@ -58,18 +58,23 @@ Text stemOf(const std::filesystem::path& file) { return zn::toText(file.stem().s
 ModelRef partModel(
     const PartDocument& part, const Text& name, const Text& configuration, const std::filesystem::path& document)
 {
+    const PartConfiguration& chosen = part.configurations[configurationIndex(part, configuration, document)];
     auto model = std::make_shared<Model>();
-    model->name = name;
-    model->bodies = part.configurations[configurationIndex(part, configuration, document)].bodies;
+    model->name = part.name.empty() ? name : part.name;
+    model->bodies = chosen.bodies;
+    model->color = chosen.color;
     return model;
 }
 
-void collectBodies(const Model& model, const gp_Trsf& placement, std::vector<PlacedBody>& bodies)
+/// `inherited` is what the models above give, `placing` what the child has that places the model.
+void collectBodies(const Model& model, const gp_Trsf& placement, const std::optional<Color>& placing,
+    const std::optional<Color>& inherited, std::vector<PlacedBody>& bodies)
 {
+    const std::optional<Color> color = placing ? placing : model.color ? model.color : inherited;
     for (const Body& body : model.bodies)
-        bodies.push_back({&body, placement});
+        bodies.push_back({&body, placement, body.color ? body.color : color});
     for (const Model::Child& child : model.children)
-        collectBodies(*child.model, placement * child.placement, bodies);
+        collectBodies(*child.model, placement * child.placement, child.color, color, bodies);
 }
 
 } // namespace
@@ -117,20 +122,40 @@ ModelRef ModelLoader::load(
         ~Leave() { open.pop_back(); }
     } leave{m_open};
 
-    const AssemblyConfiguration& chosen = assembly.configurations[configurationIndex(assembly, configuration, whole)];
+    return bounded(assemblyModel(assembly, whole, stemOf(whole), configuration), whole);
+}
+
+ModelRef ModelLoader::assemblyModel(
+    const AssemblyDocument& assembly, const std::filesystem::path& file, const Text& name, const Text& configuration)
+{
+    const AssemblyConfiguration& chosen = assembly.configurations[configurationIndex(assembly, configuration, file)];
     auto model = std::make_shared<Model>();
-    model->name = stemOf(whole);
+    model->name = assembly.name.empty() ? name : assembly.name;
     for (std::size_t index = 0; index < assembly.components.size(); ++index) {
         const Component& component = assembly.components[index];
         const ComponentState& state = chosen.states[index];
-        if (state.suppressed || state.hidden)
-            continue;
-        ModelRef child = component.isVirtual()
-            ? partModel(*component.embedded, component.name, state.configuration, whole)
-            : load(component.path, state.configuration);
-        model->children.push_back({component.name, component.placement, std::move(child)});
+        if (!state.suppressed && !state.hidden)
+            model->children.push_back({component.name, component.placement, childModel(component, state, file),
+                component.color, component.isVirtual()});
     }
-    return bounded(std::move(model), whole);
+    return model;
+}
+
+ModelRef ModelLoader::childModel(
+    const Component& component, const ComponentState& state, const std::filesystem::path& assembly)
+{
+    if (!component.isVirtual())
+        return load(component.path, state.configuration);
+    const PartDocument* part = component.embedded->part();
+    const Text& own = part ? part->name : component.embedded->assembly()->name;
+    const VirtualKey key(component.embedded, state.configuration, own.empty() ? component.name : own);
+    if (const auto known = m_virtual.find(key); known != m_virtual.end())
+        return known->second;
+    ModelRef model = part
+        ? partModel(*part, component.name, state.configuration, assembly)
+        : assemblyModel(*component.embedded->assembly(), assembly, component.name, state.configuration);
+    m_virtual.emplace(key, model);
+    return model;
 }
 
 TopoDS_Shape compoundOf(const Model& model)
@@ -149,7 +174,7 @@ TopoDS_Shape compoundOf(const Model& model)
 std::vector<PlacedBody> placedBodies(const Model& model)
 {
     std::vector<PlacedBody> bodies;
-    collectBodies(model, gp_Trsf(), bodies);
+    collectBodies(model, gp_Trsf(), {}, {}, bodies);
     return bodies;
 }
 

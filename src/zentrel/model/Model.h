@@ -2,6 +2,8 @@
 
 #include "zentrel/model/Container.h"
 
+#include <tuple>
+
 namespace zn::zentrel {
 
 /// What an export or a view sees of a part or an assembly in one configuration: bodies, and placed models below.
@@ -11,10 +13,15 @@ struct Model {
         Text name;
         gp_Trsf placement;
         std::shared_ptr<const Model> model;
+        /// Of all bodies below that have no colour nearer to them.
+        std::optional<Color> color = {};
+        bool isInside = false; ///< it stands in the same file as the model
     };
     Text name;
     std::vector<Body> bodies;
     std::vector<Child> children;
+    /// Of bodies without a colour of their own, unless the child that places the model has one.
+    std::optional<Color> color = {};
 };
 
 using ModelRef = std::shared_ptr<const Model>;
@@ -36,9 +43,16 @@ public:
 
 private:
     const Document& document(const std::filesystem::path& file);
+    ModelRef assemblyModel(const AssemblyDocument& assembly, const std::filesystem::path& file, const Text& name,
+        const Text& configuration);
+    ModelRef childModel(const Component& component, const ComponentState& state, const std::filesystem::path& assembly);
 
     std::map<std::filesystem::path, Document> m_documents;
     std::map<std::pair<std::filesystem::path, Text>, ModelRef> m_models;
+    /// Those of virtual components, by document, configuration and the name of one that its document doesn't name.
+    /// Their documents are kept, so that no other one gets their address.
+    using VirtualKey = std::tuple<std::shared_ptr<const VirtualDocument>, Text, Text>;
+    std::map<VirtualKey, ModelRef> m_virtual;
     std::vector<std::filesystem::path> m_open; ///< the assemblies being loaded, outermost first
 };
 
@@ -49,6 +63,7 @@ TopoDS_Shape compoundOf(const Model& model);
 struct PlacedBody {
     const Body* body = nullptr; ///< lives as long as the model
     gp_Trsf placement;
+    std::optional<Color> color; ///< of faces without one of their own
 };
 std::vector<PlacedBody> placedBodies(const Model& model);
 

@@ -2,7 +2,7 @@
 
 #include "contracts/documents/DocumentError.h"
 #include "zentrel/kernel/KernelChild.h"
-#include "zentrel/model/Manifest.h"
+#include "zentrel/model/ManifestValues.h"
 
 #include <cstring>
 #include <list>
@@ -76,9 +76,14 @@ std::size_t addModel(
     for (const Model::Child& child : model.children) {
         std::string placement(sizeof child.placement, '\0');
         std::memcpy(placement.data(), &child.placement, sizeof child.placement);
-        json["children"].push_back({{"name", zn::toUtf8(child.name)}, {"placement", bytesJson(placement)},
-            {"model", addModel(*child.model, models, shapes, places)}});
+        Json& entry
+            = json["children"].emplace_back(Json{{"name", zn::toUtf8(child.name)}, {"placement", bytesJson(placement)},
+                {"inside", child.isInside}, {"model", addModel(*child.model, models, shapes, places)}});
+        if (child.color)
+            entry["color"] = manifest::colorJson(*child.color);
     }
+    if (model.color)
+        json["color"] = manifest::colorJson(*model.color);
     models.push_back(std::move(json));
     return places.emplace(&model, models.size() - 1).first->second;
 }
@@ -87,6 +92,8 @@ ModelRef modelFrom(const Json& json, ShapeSource& shapes, const std::vector<Mode
 {
     auto model = std::make_shared<Model>();
     model->name = zn::toText(json.at("name").get<std::string>());
+    if (json.contains("color"))
+        model->color = manifest::colorFrom(json.at("color"));
     for (const Json& body : json.at("bodies"))
         model->bodies.push_back(manifest::bodyFrom(body, shapes));
     for (const Json& entry : json.at("children")) {
@@ -95,6 +102,9 @@ ModelRef modelFrom(const Json& json, ShapeSource& shapes, const std::vector<Mode
         const std::string placement = bytesFrom(entry.at("placement"));
         static_assert(std::is_trivially_copyable_v<gp_Trsf>);
         std::memcpy(&child.placement, placement.data(), std::min(placement.size(), sizeof child.placement));
+        child.isInside = entry.at("inside").get<bool>();
+        if (entry.contains("color"))
+            child.color = manifest::colorFrom(entry.at("color"));
         child.model = others.at(entry.at("model").get<std::size_t>());
     }
     return model;
@@ -135,21 +145,27 @@ std::string answerFacts(std::string_view request)
 
 } // namespace
 
-std::string packPart(const PartDocument& part)
+std::string packDocument(const Document& document)
 {
     ShapeStreams shapes;
-    Json json = {{"part", manifest::toJson(part, shapes)}};
+    Json json = {{"assembly", std::holds_alternative<AssemblyDocument>(document)}};
+    if (const auto* assembly = std::get_if<AssemblyDocument>(&document))
+        json["document"] = manifest::toJson(*assembly, shapes, {});
+    else
+        json["document"] = manifest::toJson(std::get<PartDocument>(document), shapes);
     json["streams"] = streamsJson(shapes.all());
     std::string packet;
     Json::to_cbor(json, packet);
     return packet;
 }
 
-PartDocument unpackPart(std::string_view packet)
+Document unpackDocument(std::string_view packet)
 {
     const Json json = Json::from_cbor(packet);
     ShapeSource shapes([&](const std::string& name) { return geometryFrom(json.at("streams").at(name)); });
-    return manifest::partFrom(json.at("part"), shapes);
+    if (json.at("assembly").get<bool>())
+        return manifest::assemblyFrom(json.at("document"), shapes, {});
+    return manifest::partFrom(json.at("document"), shapes);
 }
 
 std::string packModel(const Model& model)

@@ -5,12 +5,13 @@
 #include <string>
 #include <string_view>
 
-/// Parts and models as one block of bytes, for the way between the processes of this program: no file, no compression.
-/// Reading raises what the block's damage leads to; both ends are this program.
+/// Documents and models as one block of bytes, for the way between the processes of this program: no file, no
+/// compression. Reading raises what the block's damage leads to; both ends are this program.
 namespace zn::zentrel {
 
-std::string packPart(const PartDocument& part);
-PartDocument unpackPart(std::string_view packet);
+/// A part, or an assembly whose components are all virtual.
+std::string packDocument(const Document& document);
+Document unpackDocument(std::string_view packet);
 
 std::string packModel(const Model& model);
 /// A stream that came a short while ago gives the same shape again.

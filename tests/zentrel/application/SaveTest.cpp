@@ -49,7 +49,7 @@ TEST_F(Save, AnnouncesEachFileBeforeItExistsAndWritesTheShownConfiguration)
     EXPECT_THAT(stl, HasSubstr(" 2.0")) << "20 mm are 2 cm";
 
     EXPECT_EQ(saveAs(*part, shop.path("Bar.step")), (Saved{true, 0}));
-    EXPECT_EQ(readForeign(shop.file("Bar.step")).configurations[0].bodies.size(), 1U);
+    EXPECT_EQ(asPart(readForeign(shop.file("Bar.step")), {}).configurations[0].bodies.size(), 1U);
     shop.application->call(u"QuitDoc", {part->call(u"GetTitle")});
     EXPECT_EQ(sink->events.back(), u"2");
     EXPECT_THROW(part->call(u"GetFirstModelView"), StatusError) << "a closed document says so";

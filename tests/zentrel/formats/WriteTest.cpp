@@ -28,6 +28,9 @@ ModelRef modelOf(std::vector<Body> bodies, const Text& name = u"Teil")
 
 ModelRef boxModel(double x, double y, double z) { return modelOf({{u"Box", box(x, y, z), {}, {}, true}}); }
 
+/// All bodies at their places.
+std::vector<Body> placed(const Document& document) { return asPart(document, "x.step").configurations[0].bodies; }
+
 gp_Trsf moved(double x, double y, double z)
 {
     gp_Trsf placement;
@@ -152,7 +155,14 @@ TEST_F(WriteStep, structureNamesAndColoursComeBack)
             << "whatever this machine is called";
         EXPECT_THAT(text, HasSubstr("Kiste \\X2\\042F04490438043A\\X0\\"));
         EXPECT_EQ(countOf(text, "MANIFOLD_SOLID_BREP("), 2u) << "equal components share their geometry";
-        const std::vector<Body> bodies = readStep(folder / "a.step").configurations[0].bodies;
+        const Document document = readStep(folder / "a.step");
+        const auto& assembly = std::get<AssemblyDocument>(document);
+        EXPECT_EQ(assembly.name, u"Gruppe");
+        ASSERT_EQ(assembly.components.size(), 3u);
+        EXPECT_EQ(assembly.components[1].name, u"Kiste-2");
+        EXPECT_EQ(assembly.components[0].embedded, assembly.components[1].embedded);
+        EXPECT_EQ(assembly.components[0].embedded->part()->name, u"Kiste Ящик");
+        const std::vector<Body> bodies = placed(document);
         ASSERT_EQ(bodies.size(), 3u);
         EXPECT_EQ(bodies[0].name, u"Kiste Ящик");
         EXPECT_EQ(bodies[2].name, u"Ball");
@@ -163,7 +173,7 @@ TEST_F(WriteStep, structureNamesAndColoursComeBack)
         EXPECT_NEAR(boundsOf(bodies[1].shape).CornerMin().X(), -200, 1e-6);
     }
     writeStep(*boxModel(1, 2, 3), folder / "c.step", {.geometry = GeometryPreference::Curves});
-    const TopoDS_Shape curves = readStep(folder / "c.step").configurations[0].bodies.at(0).shape;
+    const TopoDS_Shape curves = placed(readStep(folder / "c.step")).at(0).shape;
     EXPECT_FALSE(TopExp_Explorer(curves, TopAbs_FACE).More());
     EXPECT_NEAR(boundsOf(curves).CornerMax().Z(), 3, 1e-6);
 }
@@ -174,7 +184,7 @@ TEST_F(WriteStep, bodiesOfOnePartKeepTheirNames)
     writeStep(*modelOf({{u"Eins", box(1, 1, 1), Color{0, 1, 0}, {}, true},
                   {u"Zwei", far, Color{0, 0, 1}, {{1, Color{1, 1, 0}}}, true}}),
         folder / "b.step");
-    const std::vector<Body> bodies = readStep(folder / "b.step").configurations[0].bodies;
+    const std::vector<Body> bodies = placed(readStep(folder / "b.step"));
     ASSERT_EQ(bodies.size(), 2u);
     EXPECT_EQ(bodies[0].name, u"Eins");
     EXPECT_EQ(bodies[0].color, (Color{0, 1, 0}));
@@ -202,7 +212,7 @@ TEST_F(WriteIges, theOptionsDecideWhatIsWritten)
         return result;
     };
     EXPECT_EQ(types({})[144], 13) << "three bodies of 6 + 6 + 1 faces";
-    const std::vector<Body> bodies = readIges(file).configurations[0].bodies;
+    const std::vector<Body> bodies = placed(readIges(file));
     double length = 0.0;
     for (const Body& body : bodies)
         length = std::max(length, boundsOf(body.shape).CornerMax().X());
@@ -248,11 +258,11 @@ TEST_F(Write, bodiesGoToWhatCanHoldThem)
         = modelOf({{u"K", BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 2, 3)).Shape(), {}, {}, true}});
     expectError(ErrorKind::Unsupported, "no faces", [&] { writeStl(*curve, folder / "k.stl"); });
     writeStep(*curve, folder / "k.step");
-    EXPECT_EQ(readStep(folder / "k.step").configurations[0].bodies.size(), 1u);
+    EXPECT_EQ(placed(readStep(folder / "k.step")).size(), 1u);
     expectError(ErrorKind::Unsupported, "no geometry", [&] { writeStep(Model(), folder / "n.step"); });
 
     const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(5).Shape();
-    ASSERT_EQ(mesh(ball, MeshQuality::Coarse), 0u);
+    ASSERT_EQ(mesh(ball, meshParameters(ball, MeshQuality::Coarse)), 0u);
     BRepTools::CleanGeometry(ball);
     const ModelRef tessellation = modelOf({{u"T", ball, {}, {}, false}});
     writeStl(*tessellation, folder / "t.stl", {.keepPosition = true});
@@ -265,7 +275,7 @@ TEST_F(Write, bodiesGoToWhatCanHoldThem)
     writeStl(*surface, folder / "f.stl");
     EXPECT_EQ(readBinaryStl(folder / "f.stl").count, 2u);
     writeStep(*surface, folder / "f.step");
-    EXPECT_EQ(readStep(folder / "f.step").configurations[0].bodies.size(), 1u);
+    EXPECT_EQ(placed(readStep(folder / "f.step")).size(), 1u);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 4) << "failed writers leave nothing";
 }
 

@@ -10,7 +10,9 @@ TEST(InterruptDeathTest, LateCtrlCLeavesTheExitCodeToTheWork)
 {
     EXPECT_EXIT(
         {
-            { const Interrupt interrupt; }
+            {
+                const Interrupt interrupt;
+            }
             std::raise(SIGINT);
             std::raise(SIGTERM);
             std::_Exit(1);
