@@ -1,6 +1,7 @@
 #include "zentrel/commands/Command.h"
 
 #include "commandline/Json.h"
+#include "zentrel/formats/Read.h"
 #include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/Describe.h"
 
@@ -27,10 +28,14 @@ Json asJson(const DocumentInfo& info)
 {
     Json json = {{"kind", kindNames[static_cast<int>(info.kind)]}, {"version", info.version},
         {"active", toUtf8(info.active)}, {"properties", propertiesJson(info.properties)}};
-    for (const ConfigurationInfo& one : info.configurations)
+    for (const ConfigurationInfo& one : info.configurations) {
+        Json parts = Json::array();
+        for (const PartCount& part : one.parts)
+            parts.push_back({{"name", toUtf8(part.name)}, {"count", part.count}});
         json["configurations"].push_back({{"name", toUtf8(one.name)}, {"bodies", one.bodies}, {"faces", one.faces},
             {"size", std::span<const double>(one.size)}, {"volume", one.volume},
-            {"properties", propertiesJson(one.properties)}});
+            {"properties", propertiesJson(one.properties)}, {"parts", parts}});
+    }
     for (const ComponentInfo& one : info.components)
         json["components"].push_back({{"name", toUtf8(one.name)}, {"path", one.path.string()},
             {"virtual", one.isVirtual}, {"missing", one.isMissing}});
@@ -52,13 +57,15 @@ void printProperties(const Properties& properties, const char* indent)
 
 void print(const DocumentInfo& info)
 {
-    fmt::print("{}, container version {}, active: {}\n", kindNames[static_cast<int>(info.kind)], info.version,
-        toUtf8(info.active));
+    const std::string form = info.version == 0 ? "foreign file" : "container version " + std::to_string(info.version);
+    fmt::print("{}, {}, active: {}\n", kindNames[static_cast<int>(info.kind)], form, toUtf8(info.active));
     printProperties(info.properties, "  ");
     for (const ConfigurationInfo& one : info.configurations) {
         fmt::print("configuration {}: {} bodies, {} faces, {:.6g} x {:.6g} x {:.6g} mm, {:.6g} mm^3\n",
             toUtf8(one.name), one.bodies, one.faces, one.size[0], one.size[1], one.size[2], one.volume);
         printProperties(one.properties, "    ");
+        for (const PartCount& part : one.parts)
+            fmt::print("    {} x {}\n", part.count, toUtf8(part.name));
     }
     for (const ComponentInfo& one : info.components)
         fmt::print("component {}: {}\n", toUtf8(one.name),
@@ -77,14 +84,14 @@ struct Info {
 
     void declare(Arguments& take)
     {
-        take.option("FILE", file, "A .zenprt, .zenasm or .zendrw").required();
+        take.option("FILE", file, "A .zenprt, .zenasm or .zendrw, or a STEP or IGES file").required();
         take.flag("--json", json, "Print JSON");
     }
 
     int run() const
     {
         runInChild({"reading", file, computingLimit(0)}, [this] {
-            const DocumentInfo info = describe(file);
+            const DocumentInfo info = canRead(file) ? describe(readForeign(file), file) : describe(file);
             if (json)
                 fmt::print("{}\n", asJson(info).text());
             else

@@ -38,7 +38,7 @@ Document readIges(const std::filesystem::path& file)
 {
     checkIgesContent(file);
     const KernelTask task{"reading", file, computingLimit(std::filesystem::file_size(file) / bytesAPiece)};
-    return unpackDocument(runInChild(task, [&] { return packDocument(readHere(file)); }));
+    return readInChild(task, [&] { return readHere(file); });
 }
 
 } // namespace zn::zentrel

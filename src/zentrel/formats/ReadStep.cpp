@@ -103,7 +103,7 @@ Document readStep(const std::filesystem::path& file)
 {
     checkStepContent(file);
     const KernelTask task{"reading", file, computingLimit(std::filesystem::file_size(file) / bytesAPiece)};
-    return unpackDocument(runInChild(task, [&] { return packDocument(readHere(file)); }));
+    return readInChild(task, [&] { return readHere(file); });
 }
 
 } // namespace zn::zentrel

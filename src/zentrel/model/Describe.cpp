@@ -24,6 +24,32 @@ double volumeOf(const TopoDS_Shape& shape)
     return volume;
 }
 
+void countParts(const Model& model, std::vector<std::pair<const Model*, std::size_t>>& counts)
+{
+    for (const Model::Child& child : model.children) {
+        if (child.model->bodies.empty()) {
+            countParts(*child.model, counts);
+            continue;
+        }
+        const auto known = std::find_if(
+            counts.begin(), counts.end(), [&](const auto& count) { return count.first == child.model.get(); });
+        if (known == counts.end())
+            counts.emplace_back(child.model.get(), 1);
+        else
+            ++known->second;
+    }
+}
+
+std::vector<PartCount> partsOf(const Model& model)
+{
+    std::vector<std::pair<const Model*, std::size_t>> counts;
+    countParts(model, counts);
+    std::vector<PartCount> parts;
+    for (const auto& [part, count] : counts)
+        parts.push_back({part->name, count});
+    return parts;
+}
+
 ConfigurationInfo configurationInfo(const Text& name, const Properties& properties, const Model& model)
 {
     ConfigurationInfo info;
@@ -36,6 +62,7 @@ ConfigurationInfo configurationInfo(const Text& name, const Properties& properti
         info.faces += static_cast<std::size_t>(faces.Extent());
         info.volume += volumeOf(placed.body->shape);
     }
+    info.parts = partsOf(model);
     const Bnd_Box box = boundsOf(model);
     if (!box.IsVoid() && !box.IsOpen()) {
         const gp_XYZ size = box.CornerMax().XYZ() - box.CornerMin().XYZ();
@@ -99,10 +126,15 @@ void describeContent(DocumentInfo& info, const DrawingDocument& drawing, const s
 
 DocumentInfo describe(const std::filesystem::path& file)
 {
-    const Document document = readDocument(file);
+    DocumentInfo info = describe(readDocument(file), file);
+    info.version = readContainerInfo(file).version;
+    return info;
+}
+
+DocumentInfo describe(const Document& document, const std::filesystem::path& file)
+{
     DocumentInfo info;
     info.kind = static_cast<DocumentKind>(document.index() + 1);
-    info.version = readContainerInfo(file).version;
     std::visit(
         [&](const auto& content) {
             info.properties = content.properties;

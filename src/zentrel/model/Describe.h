@@ -4,6 +4,12 @@
 
 namespace zn::zentrel {
 
+/// A part, and how often it stands in an assembly with all its levels.
+struct PartCount {
+    Text name;
+    std::size_t count = 0;
+};
+
 /// What `describe` tells of one configuration.
 struct ConfigurationInfo {
     Text name;
@@ -11,6 +17,7 @@ struct ConfigurationInfo {
     std::size_t faces = 0;        ///< likewise
     std::array<double, 3> size{}; ///< of the bounding box, in mm; zeros without geometry
     double volume = 0.0;          ///< of the solids, in mm^3
+    std::vector<PartCount> parts; ///< the bill of materials of an assembly, in the tree's order
     Properties properties;
 };
 
@@ -31,7 +38,7 @@ struct SheetInfo {
 
 struct DocumentInfo {
     DocumentKind kind = DocumentKind::Part;
-    int version = 0; ///< of the container
+    int version = 0; ///< of the container; 0 for a foreign file
     Text active;     ///< configuration or sheet
     Properties properties;
     std::vector<ConfigurationInfo> configurations; ///< of parts and assemblies
@@ -41,5 +48,7 @@ struct DocumentInfo {
 
 /// Reads a .zenprt, .zenasm or .zendrw and tells what is in it. Raises what `readDocument` raises.
 DocumentInfo describe(const std::filesystem::path& file);
+/// The same for a document that is in memory; `file` is its path.
+DocumentInfo describe(const Document& document, const std::filesystem::path& file);
 
 } // namespace zn::zentrel

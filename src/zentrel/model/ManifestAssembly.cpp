@@ -1,5 +1,6 @@
 #include "zentrel/model/ManifestValues.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <stdexcept>
@@ -93,6 +94,9 @@ private:
     std::map<const VirtualDocument*, std::size_t> m_numbers;
 };
 
+/// Whoever walks through an assembly calls itself for each level.
+constexpr std::size_t mostLevels = 1000;
+
 using VirtualDocumentRef = std::shared_ptr<const VirtualDocument>;
 
 /// `documents` are those that stand before whoever names them, so that none can hold itself.
@@ -162,12 +166,22 @@ Json toJson(const AssemblyDocument& assembly, ShapeStreams& shapes, const std::f
 AssemblyDocument assemblyFrom(const Json& json, ShapeSource& shapes, const std::filesystem::path& folder)
 {
     std::vector<VirtualDocumentRef> documents;
+    std::vector<std::size_t> levels;
     for (const Json& entry : json.value("documents", Json::array())) {
         VirtualDocument document;
-        if (entry.contains("components"))
+        std::size_t below = 0;
+        if (entry.contains("components")) {
             document.content = contentFrom(entry, shapes, folder, documents);
-        else
+            for (const Json& component : entry.at("components"))
+                if (component.contains("document"))
+                    below = std::max(below, levels.at(component.at("document").get<std::size_t>()));
+        } else {
             document.content = partFrom(entry, shapes);
+        }
+        if (below >= mostLevels)
+            throw std::invalid_argument(
+                "its components stand on one another in more than " + std::to_string(mostLevels) + " levels");
+        levels.push_back(below + 1);
         documents.push_back(std::make_shared<VirtualDocument>(std::move(document)));
     }
     AssemblyDocument assembly = contentFrom(json, shapes, folder, documents);

@@ -4,7 +4,7 @@
 #include "zentrel/formats/Read.h"
 #include "zentrel/formats/Triangles.h"
 #include "zentrel/formats/Write.h"
-#include "zentrel/model/Bounds.h"
+#include "zentrel/model/Describe.h"
 
 #include <BRepPrimAPI_MakeCylinder.hxx>
 #include <gtest/gtest.h>
@@ -131,6 +131,35 @@ TEST_F(ForeignTree, LevelsNamesLayersAndInstancesStay)
         EXPECT_THAT(plate.configurations[0].bodies[0].layers, ElementsAre(u"Sheet metal"));
         EXPECT_EQ(distinctBodies(document).size(), 2u);
     }
+}
+
+TEST_F(ForeignTree, TheBillOfMaterialsCountsPartsThroughAllLevels)
+{
+    Rack().write(folder / "rack.step");
+    const DocumentInfo info = describe(readStep(folder / "rack.step"), folder / "rack.step");
+    std::map<Text, std::size_t> counts;
+    for (const PartCount& part : info.configurations.at(0).parts)
+        counts[part.name] = part.count;
+    EXPECT_EQ(counts, (std::map<Text, std::size_t>{{u"Plate", 4}, {u"Pin", 2}}));
+    EXPECT_EQ(info.configurations.at(0).bodies, 6u);
+}
+
+/// Whoever walks through a tree calls itself for each level: a small file must not take the whole stack.
+TEST_F(ForeignTree, LevelsWithoutEndAreRefused)
+{
+    AssemblyDocument top;
+    top.configurations.push_back({u"Default", {}, {}});
+    for (int level = 0; level < 1001; ++level) {
+        AssemblyDocument above;
+        above.components.push_back(
+            {u"Inner", {}, std::make_shared<VirtualDocument>(VirtualDocument{std::move(top)}), {}});
+        above.configurations.push_back({u"Default", {{}}, {}});
+        top = std::move(above);
+    }
+    writeDocument(std::get<AssemblyDocument>(top.components[0].embedded->content), folder / "deep.zenasm");
+    EXPECT_NO_THROW(readDocument(folder / "deep.zenasm"));
+    writeDocument(top, folder / "deeper.zenasm");
+    expectError(ErrorKind::Damaged, "more than 1000 levels", [&] { readDocument(folder / "deeper.zenasm"); });
 }
 
 struct ColorRow {
