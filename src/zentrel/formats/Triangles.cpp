@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
+#include <iterator>
 #include <limits>
 #include <set>
 #include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
 #include <TopLoc_Location.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
@@ -96,23 +98,6 @@ void addFace(const TopoDS_Face& face, const gp_Trsf& placement, TriangleSet& set
     }
 }
 
-void addBody(const PlacedBody& placed, std::vector<TriangleSet>& sets)
-{
-    const Body& body = *placed.body;
-    const std::size_t first = sets.size();
-    TopTools_IndexedMapOfShape faces;
-    TopExp::MapShapes(body.shape, TopAbs_FACE, faces);
-    for (int index = 1; index <= faces.Extent(); ++index) {
-        const auto special = body.faceColors.find(index);
-        const std::optional<Color> color = special == body.faceColors.end() ? placed.color : special->second;
-        auto set = std::find_if(sets.begin() + static_cast<std::ptrdiff_t>(first), sets.end(),
-            [&](const TriangleSet& known) { return known.color == color; });
-        if (set == sets.end())
-            set = sets.insert(sets.end(), {body.name, color, {}, {}});
-        addFace(TopoDS::Face(faces(index)), placed.placement, *set);
-    }
-}
-
 /// Whether the formats' numbers, of single precision, can tell where all points are.
 bool hasPlace(const TriangleSet& set)
 {
@@ -121,25 +106,53 @@ bool hasPlace(const TriangleSet& set)
         set.points.begin(), set.points.end(), [&](const gp_XYZ& point) { return point.Modulus() < farthest; });
 }
 
+bool hasFaces(const PlacedBody& placed) { return TopExp_Explorer(placed.body->shape, TopAbs_FACE).More(); }
+
 } // namespace
 
-std::vector<TriangleSet> trianglesOf(
-    const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file)
+void meshModel(const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file)
 {
+    const std::vector<PlacedBody> bodies = placedBodies(model);
+    if (std::none_of(bodies.begin(), bodies.end(), hasFaces))
+        throw DocumentError(ErrorKind::Unsupported,
+            std::string("The file ") + quoted(file) + " can't be written: the model has no faces, and " + format
+                + " holds nothing else.");
     if (const std::size_t unmeshed = Mesher(quality).meshFile(model))
         throw DocumentError(ErrorKind::Kernel,
             "The file " + quoted(file) + " can't be written: " + std::to_string(unmeshed)
                 + " faces of the model can't be divided into triangles.");
+}
+
+std::vector<TriangleSet> trianglesOf(const PlacedBody& placed, const std::filesystem::path& file)
+{
+    const Body& body = *placed.body;
     std::vector<TriangleSet> sets;
-    for (const PlacedBody& placed : placedBodies(model))
-        addBody(placed, sets);
-    if (sets.empty())
-        throw DocumentError(ErrorKind::Unsupported,
-            std::string("The file ") + quoted(file) + " can't be written: the model has no faces, and " + format
-                + " holds nothing else.");
+    TopTools_IndexedMapOfShape faces;
+    TopExp::MapShapes(body.shape, TopAbs_FACE, faces);
+    for (int index = 1; index <= faces.Extent(); ++index) {
+        const auto special = body.faceColors.find(index);
+        const std::optional<Color> color = special == body.faceColors.end() ? placed.color : special->second;
+        auto set
+            = std::find_if(sets.begin(), sets.end(), [&](const TriangleSet& known) { return known.color == color; });
+        if (set == sets.end())
+            set = sets.insert(sets.end(), {body.name, color, {}, {}});
+        addFace(TopoDS::Face(faces(index)), placed.placement, *set);
+    }
     if (!std::all_of(sets.begin(), sets.end(), hasPlace))
         throw DocumentError(ErrorKind::Kernel,
             "The file " + quoted(file) + " can't be written: points of the model lie beyond all measure.");
+    return sets;
+}
+
+std::vector<TriangleSet> trianglesOf(
+    const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file)
+{
+    meshModel(model, quality, format, file);
+    std::vector<TriangleSet> sets;
+    for (const PlacedBody& placed : placedBodies(model)) {
+        std::vector<TriangleSet> own = trianglesOf(placed, file);
+        std::move(own.begin(), own.end(), std::back_inserter(sets));
+    }
     return sets;
 }
 

@@ -16,10 +16,15 @@ struct TriangleSet {
     std::vector<std::array<std::uint32_t, 3>> triangles; ///< indices into `points`, counterclockwise from outside
 };
 
-/// Meshes all parts of the model, each by its own size, and gives their triangles in the order of the bodies. For
-/// processes of the kernel's, which `meshedFile` starts. `file` is the output, for sentences. Raises `Unsupported` when
-/// there isn't a single face (`format` can't hold curves), `Kernel` when a face can't be meshed or its points have no
-/// place.
+/// Meshes all parts of the model by the size of the file that they stand in. For processes of the kernel's, which
+/// `meshedFile` starts, like all below. `file` is the output, for sentences. Raises `Unsupported` when there isn't a
+/// single face (`format` can't hold curves) and `Kernel` when a face can't be meshed.
+void meshModel(const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file);
+
+/// The triangles of a body that has been meshed. Raises `Kernel` when its points have no place.
+std::vector<TriangleSet> trianglesOf(const PlacedBody& placed, const std::filesystem::path& file);
+
+/// Both for all bodies, in their order.
 std::vector<TriangleSet> trianglesOf(
     const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file);
 

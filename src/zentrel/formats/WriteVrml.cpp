@@ -4,6 +4,7 @@
 #include "zentrel/model/WholeFile.h"
 
 #include <fmt/format.h>
+#include <gp_Quaternion.hxx>
 #include <iterator>
 
 namespace zn::zentrel {
@@ -13,42 +14,99 @@ namespace {
 /// What a body without a colour looks like: light grey.
 constexpr Color defaultColor = {0.8, 0.8, 0.8};
 
-/// A name that VRML takes as an identifier: the body's, with a running number for those that are alike.
-std::string identifier(const Text& name, std::size_t number)
-{
-    std::string result = "B" + std::to_string(number) + "_";
-    for (const char character : zn::toUtf8(name)) {
-        const auto byte = static_cast<unsigned char>(character);
-        const bool plain = byte >= 0x80 || std::isalnum(byte);
-        result += plain ? character : '_';
+class SceneWriter {
+public:
+    SceneWriter(const std::filesystem::path& file, double factor)
+        : m_file(file)
+        , m_factor(factor)
+    {
     }
-    return result;
-}
 
-void appendShape(std::string& text, const TriangleSet& set, std::size_t number, double factor)
-{
-    auto out = std::back_inserter(text);
-    const Color color = set.color.value_or(defaultColor);
-    fmt::format_to(out,
-        "DEF {} Shape {{\n appearance Appearance {{ material Material {{ diffuseColor {:g} {:g} {:g} }} }}\n"
-        " geometry IndexedFaceSet {{\n  solid FALSE\n  coord Coordinate {{ point [\n",
-        identifier(set.name, number), color.red, color.green, color.blue);
-    for (const gp_XYZ& point : set.points)
-        fmt::format_to(out, "{:.9g} {:.9g} {:.9g},\n", point.X() * factor, point.Y() * factor, point.Z() * factor);
-    text += "  ] }\n  coordIndex [\n";
-    for (const auto& triangle : set.triangles)
-        fmt::format_to(out, "{},{},{},-1,\n", triangle[0], triangle[1], triangle[2]);
-    text += "  ]\n }\n}\n";
-}
+    /// A group with the model's shapes and, moved, those below it; where it stands once more it is named only. What an
+    /// instance's colour changes is a group of its own.
+    void add(const Model& model, const std::optional<Color>& placing, const std::optional<Color>& inherited)
+    {
+        const std::optional<Color> color = placing ? placing : model.color ? model.color : inherited;
+        for (const auto& [known, shown, name] : m_groups) {
+            if (known == &model && shown == color) {
+                text += "USE " + name + "\n";
+                return;
+            }
+        }
+        const std::string name = identifier("G", model.name);
+        text += "DEF " + name + " Group { children [\n";
+        for (const Body& body : model.bodies)
+            for (const TriangleSet& set : trianglesOf({&body, gp_Trsf(), body.color ? body.color : color}, m_file))
+                addShape(set);
+        for (const Model::Child& child : model.children)
+            addChild(child, color);
+        text += "] }\n";
+        m_groups.push_back({&model, color, name});
+    }
+
+    std::string text = "#VRML V2.0 utf8\n";
+
+private:
+    struct Group {
+        const Model* model;
+        std::optional<Color> color;
+        std::string name;
+    };
+
+    void addChild(const Model::Child& child, const std::optional<Color>& color)
+    {
+        gp_Vec axis(0.0, 0.0, 1.0);
+        double angle = 0.0;
+        child.placement.GetRotation().GetVectorAndAngle(axis, angle);
+        const gp_XYZ at = child.placement.TranslationPart() * m_factor;
+        fmt::format_to(std::back_inserter(text),
+            "DEF {} Transform {{ translation {:.9g} {:.9g} {:.9g} rotation {:.9g} {:.9g} {:.9g} {:.9g} children [\n",
+            identifier("C", child.name), at.X(), at.Y(), at.Z(), axis.X(), axis.Y(), axis.Z(), angle);
+        add(*child.model, child.color, color);
+        text += "] }\n";
+    }
+
+    void addShape(const TriangleSet& set)
+    {
+        auto out = std::back_inserter(text);
+        const Color color = set.color.value_or(defaultColor);
+        fmt::format_to(out,
+            "DEF {} Shape {{\n appearance Appearance {{ material Material {{ diffuseColor {:g} {:g} {:g} }} }}\n"
+            " geometry IndexedFaceSet {{\n  solid FALSE\n  coord Coordinate {{ point [\n",
+            identifier("B", set.name), color.red, color.green, color.blue);
+        for (const gp_XYZ& point : set.points)
+            fmt::format_to(
+                out, "{:.9g} {:.9g} {:.9g},\n", point.X() * m_factor, point.Y() * m_factor, point.Z() * m_factor);
+        text += "  ] }\n  coordIndex [\n";
+        for (const auto& triangle : set.triangles)
+            fmt::format_to(out, "{},{},{},-1,\n", triangle[0], triangle[1], triangle[2]);
+        text += "  ]\n }\n}\n";
+    }
+
+    /// What VRML takes as a name of its own: the thing's, behind a letter and a running number.
+    std::string identifier(const char* letter, const Text& name)
+    {
+        std::string result = letter + std::to_string(++m_number) + "_";
+        for (const char character : zn::toUtf8(name)) {
+            const auto byte = static_cast<unsigned char>(character);
+            const bool plain = byte >= 0x80 || std::isalnum(byte);
+            result += plain ? character : '_';
+        }
+        return result;
+    }
+
+    const std::filesystem::path& m_file;
+    double m_factor;
+    std::size_t m_number = 0;
+    std::vector<Group> m_groups;
+};
 
 std::string vrmlText(const Model& model, const std::filesystem::path& file, const VrmlOptions& options)
 {
-    const std::vector<TriangleSet> sets = trianglesOf(model, options.quality, "VRML", file);
-    std::string text = "#VRML V2.0 utf8\n";
-    std::size_t number = 0;
-    for (const TriangleSet& set : sets)
-        appendShape(text, set, ++number, 1.0 / millimetersOf(options.unit));
-    return text;
+    meshModel(model, options.quality, "VRML", file);
+    SceneWriter scene(file, 1.0 / millimetersOf(options.unit));
+    scene.add(model, {}, {});
+    return std::move(scene.text);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "zentrel/formats/Read.h"
 #include "zentrel/model/Bounds.h"
 
+#include <BRepBndLib.hxx>
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepGProp.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
@@ -12,6 +13,8 @@
 #include <GProp_GProps.hxx>
 #include <sys/resource.h>
 #include <TopExp_Explorer.hxx>
+#include <VrmlData_DataMapOfShapeAppearance.hxx>
+#include <VrmlData_Scene.hxx>
 
 using namespace zn::zentrel;
 using namespace zn::zentrel::test;
@@ -224,14 +227,54 @@ TEST_F(WriteIges, theOptionsDecideWhatIsWritten)
     expectError(ErrorKind::Unsupported, "leave nothing", [&] { types({.solidAndSurface = false}); });
 }
 
-TEST_F(WriteVrml, bodiesBecomeShapesWithTheirColours)
+/// The box of a scene that the kernel's own reader has read.
+Bnd_Box boxOfScene(const fs::path& file)
+{
+    std::ifstream stream(file);
+    VrmlData_Scene scene;
+    scene << stream;
+    EXPECT_EQ(scene.Status(), VrmlData_StatusOK);
+    VrmlData_DataMapOfShapeAppearance appearances;
+    const TopoDS_Shape shape = scene.GetShape(appearances);
+    Bnd_Box box;
+    BRepBndLib::Add(shape, box);
+    box.SetGap(0.0);
+    return box;
+}
+
+TEST_F(WriteVrml, bodiesBecomeShapesWithTheirColoursAndInstancesAreNamedAgain)
 {
     writeVrml(*assemblyModel(), folder / "a.wrl", {.unit = LengthUnit::Meters});
     const std::string text = readFile(folder / "a.wrl");
     EXPECT_TRUE(text.starts_with("#VRML V2.0 utf8\n"));
-    EXPECT_EQ(countOf(text, "IndexedFaceSet"), 5u) << "red and blue twice, and the ball";
-    EXPECT_EQ(countOf(text, "diffuseColor 0 0 1"), 2u);
-    EXPECT_THAT(text, HasSubstr("\n0.11 0.02 0.03,\n"));
+    EXPECT_EQ(countOf(text, "IndexedFaceSet"), 3u) << "red, blue and the ball";
+    EXPECT_EQ(countOf(text, "diffuseColor 0 0 1"), 1u);
+    EXPECT_THAT(text, HasSubstr("Kiste_1 Transform { translation 0.1 0 0 "));
+    EXPECT_EQ(countOf(text, "USE G3_Kiste"), 1u);
+    const Bnd_Box box = boxOfScene(folder / "a.wrl");
+    EXPECT_NEAR(box.CornerMin().X(), -0.2, 1e-6);
+    EXPECT_NEAR(box.CornerMax().X(), 0.11, 1e-6);
+    EXPECT_NEAR(box.CornerMax().Z(), 0.03, 1e-6);
+}
+
+/// A turned instance with a colour of its own, in a turned assembly.
+TEST_F(WriteVrml, instancesTurnAndHaveTheirOwnColours)
+{
+    const ModelRef block = modelOf({{u"Box", box(10, 20, 30), {}, {}, true}}, u"Box");
+    gp_Trsf turn;
+    turn.SetRotation(gp_Ax1(gp_Pnt(0, 0, 0), gp_Dir(1, 0, 0)), M_PI / 2);
+    auto inner = std::make_shared<Model>();
+    inner->children = {{u"A", gp_Trsf(), block, Color{1, 0, 0}}, {u"B", turn, block, Color{0, 1, 0}}};
+    auto outer = std::make_shared<Model>();
+    outer->children = {{u"C", moved(0, 0, 5) * turn, inner}};
+    writeVrml(*outer, folder / "t.wrl");
+    const std::string text = readFile(folder / "t.wrl");
+    EXPECT_EQ(countOf(text, "diffuseColor 1 0 0"), 1u);
+    EXPECT_EQ(countOf(text, "diffuseColor 0 1 0"), 1u);
+    const Bnd_Box scene = boxOfScene(folder / "t.wrl");
+    const Bnd_Box model = boundsOf(*outer);
+    EXPECT_NEAR(scene.CornerMin().Distance(model.CornerMin()), 0, 1e-6);
+    EXPECT_NEAR(scene.CornerMax().Distance(model.CornerMax()), 0, 1e-6);
 }
 
 TEST(ComponentFiles, oneForEachPlacedPart)
