@@ -103,9 +103,9 @@ TEST_F(BadFiles, CostOnlyThemselves)
     removeFromVault("deleted.zenprt");
 
     const std::string worker = run("arkin worker --once; test $? = 1");
-    EXPECT_THAT(worker, HasSubstr("finished, 8 of 40 outputs missing."));
-    EXPECT_THAT(run("arkin task status"), HasSubstr("finished, 8 of 40 outputs missing"));
-    EXPECT_THAT(run("arkin task list"), HasSubstr("finished, 8 of 40 outputs missing"));
+    EXPECT_THAT(worker, HasSubstr("finished, 8 of 40 failed."));
+    EXPECT_THAT(run("arkin task status"), HasSubstr("finished, 8 of 40 failed"));
+    EXPECT_THAT(run("arkin task list"), HasSubstr("finished, 8 of 40 failed"));
     EXPECT_THAT(run("arkin task status " + id + " --json"), HasSubstr("\"missing\": 8"));
 
     for (const std::string& name : names) {

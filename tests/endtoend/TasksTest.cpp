@@ -105,7 +105,7 @@ TEST_F(Plant, TellsOfAFileThatWentBetweenLaunchAndRun)
     const auto id = std::to_string(launch(u"Paper", {selected("Stand.zenasm"), selected("Bracket.zenprt")}, {}));
     removeFromVault("Чертёж.zendrw"); // ticked by itself, as it shows the stand
     removeFromVault("Stand.zenasm");
-    EXPECT_THAT(run("arkin worker --once; test $? = 1"), ::testing::HasSubstr("3 of 4 outputs missing"));
+    EXPECT_THAT(run("arkin worker --once; test $? = 3"), ::testing::HasSubstr("3 of 4 failed"));
     const std::string log = run("arkin task log " + id);
     EXPECT_THAT(log, ::testing::HasSubstr("\"Stand.zenasm\" was deleted from the vault."));
     EXPECT_THAT(log, ::testing::HasSubstr("\"Чертёж.zendrw\" was deleted from the vault."));

@@ -32,6 +32,12 @@ struct OutputTally {
     std::int32_t missing = 0;
 };
 
+/// A save that was not to be.
+struct RefusedSave {
+    Text path;
+    const OutputRecord* source = nullptr; ///< lives as long as the run
+};
+
 /// A stored file list that is none.
 class BrokenListError : public StatusError {
 public:
@@ -102,6 +108,8 @@ public:
     /// For the inputs of this run, before `WriteList` replaces the records. An input that gave nothing counts as one
     /// missing output, but not that of a script that has ended normally, which may have nothing to save.
     OutputTally CountOutputs(const SelectionRecords& items);
+    /// What became of each of them, source by source, without the sentences. The same inputs at the same time.
+    std::vector<ArkFileResult> ListResults(const SelectionRecords& items) const;
 
     // --- permissions (Permissions.cpp)
 
@@ -136,6 +144,8 @@ private:
     void CheckInAdded(IArkVault& vault);
     void TakeLeftOut(const ObjectRef& utility);
     bool WasLeftAsItWas(const OutputRecord& record) const;
+    bool LacksOutput(const OutputRecord& item) const;
+    bool IsThere(const OutputRecord& record) const;
     void NoteRefusal(const Text& path, const char16_t* what, Status status);
     ArkFileFolderPair AddLogFile(const Text& path);
     void ReferenceSources(IArkVault& vault, const ObjectRef& task);
@@ -146,7 +156,8 @@ private:
     std::vector<OutputRecord> m_records;
     std::unordered_set<Text> m_notedPaths; ///< folded paths of the files noted in this run
     std::vector<FileFailure> m_failures;
-    std::map<Text, const OutputRecord*> m_refused; ///< folded paths for which the vault made no room, with the sources
+    /// Saves for which the vault made no room, by their folded paths.
+    std::map<Text, RefusedSave> m_refused;
     std::shared_ptr<IArkVault> m_vault;
     std::shared_ptr<IArkRunPaths> m_runPaths; ///< null where the host has none, or outside of a run
     Text m_vaultRoot;

@@ -25,6 +25,7 @@ struct OutputRecord {
     Text leftOut;                         ///< input: why the vault could not bring it; such a file isn't worked on
     bool complained = false;              ///< input: its macro has written to the log
     bool worked = false;                  ///< input: its macro has ended normally
+    double seconds = 0.0;                 ///< input: what the work on it took
     bool delivered = false;               ///< output: in the vault, checked in
     std::optional<FileAttributes> before; ///< output of which the vault has a version: the local file before the save
     std::int64_t notedAt = 0;             ///< output: when its save was announced, Unix time in seconds

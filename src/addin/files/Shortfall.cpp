@@ -13,9 +13,9 @@ std::vector<FileFailure> FileLogic::TakeFailures() { return std::exchange(m_fail
 
 bool FileLogic::HasResults(const OutputRecord& item) const
 {
-    return std::any_of(m_records.begin(), m_records.end(), [&](const OutputRecord& r) {
-        return r.source == &item;
-    }) || std::any_of(m_refused.begin(), m_refused.end(), [&](const auto& refused) { return refused.second == &item; });
+    return std::any_of(m_records.begin(), m_records.end(), [&](const OutputRecord& r) { return r.source == &item; })
+        || std::any_of(
+            m_refused.begin(), m_refused.end(), [&](const auto& refused) { return refused.second.source == &item; });
 }
 
 OutputTally FileLogic::CountOutputs(const SelectionRecords& items)
@@ -26,24 +26,33 @@ OutputTally FileLogic::CountOutputs(const SelectionRecords& items)
         tally.missing += isThere ? 0 : 1;
     };
     for (const auto& item : items) {
-        // A file that was given up may have left some of its outputs.
-        const bool wanted = m_taskKind == TaskKind::Conversion || m_taskKind == TaskKind::Printing || !item->worked;
-        if (HasResults(*item) ? !item->leftOut.empty() : wanted)
+        if (LacksOutput(*item))
             count(false);
     }
     for (const OutputRecord& record : m_records) {
-        if (record.hidden || !record.source)
-            continue;
-        // A printout is announced before the printer has it; what goes wrong then stands in the log.
-        if (record.printEntry)
-            count(!record.source->complained);
-        else
-            count(!WasLeftAsItWas(record)
-                && (record.delivered || (!record.insideVault && m_platform.files.fileExists(record.path))));
+        if (!record.hidden && record.source)
+            count(IsThere(record));
     }
     for (std::size_t i = 0; i < m_refused.size(); ++i)
         count(false);
     return tally;
+}
+
+/// Whether there should be an output besides those that there are. A file that was given up may have left some of them.
+bool FileLogic::LacksOutput(const OutputRecord& item) const
+{
+    const bool wanted = m_taskKind == TaskKind::Conversion || m_taskKind == TaskKind::Printing || !item.worked;
+    return HasResults(item) ? !item.leftOut.empty() : wanted;
+}
+
+/// Whether an output is where it belongs. A printout is announced before the printer has it; what goes wrong then
+/// stands in the log.
+bool FileLogic::IsThere(const OutputRecord& record) const
+{
+    if (record.printEntry)
+        return !record.source->complained;
+    return !WasLeftAsItWas(record)
+        && (record.delivered || (!record.insideVault && m_platform.files.fileExists(record.path)));
 }
 
 void FileLogic::NoteUnkeptSaves()
@@ -74,7 +83,7 @@ bool FileLogic::WasLeftAsItWas(const OutputRecord& record) const
 /// The vault is asked at once: it tells its last failure only.
 void FileLogic::NoteRefusal(const Text& path, const char16_t* what, Status status)
 {
-    if (!m_refused.emplace(foldCase(path), m_currentSource).second)
+    if (!m_refused.emplace(foldCase(path), RefusedSave{path, m_currentSource}).second)
         return; // said already
     Text name;
     Text why;

@@ -73,6 +73,7 @@ void closeRun(TaskContext& context, const std::shared_ptr<IArkVault>& vault,
         messages.tellWithRun(failure.path, failure.sentence);
     ignored.step([&] { fileLogic.AddResultsToVault(*vault, instance, log); });
     messages.tellOutputs(fileLogic.CountOutputs(items));
+    messages.tellResults(fileLogic.ListResults(items));
     if (context.kind == TaskKind::Conversion)
         step([&] { fileLogic.WriteList(instance, context.kind, nullptr); });
     step([&] { fileLogic.CommitLogFile(logPath); });

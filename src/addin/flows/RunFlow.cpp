@@ -164,6 +164,22 @@ void giveUpFile(Run& run, OutputRecord& record)
     checkStatus(session.Restart(E_ABORT));
 }
 
+/// How long something takes, also when it fails.
+class TimeTaken {
+public:
+    explicit TimeTaken(double& seconds)
+        : m_seconds(seconds)
+    {
+    }
+    TimeTaken(const TimeTaken&) = delete;
+    TimeTaken& operator=(const TimeTaken&) = delete;
+    ~TimeTaken() { m_seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - m_begin).count(); }
+
+private:
+    double& m_seconds;
+    std::chrono::steady_clock::time_point m_begin = std::chrono::steady_clock::now();
+};
+
 /// A macro that fails ends the run, whose report doesn't name the file; the log does.
 void runMacro(Run& run, OutputRecord& record, const Text& revision)
 {
@@ -206,6 +222,7 @@ BodyEnd endEarly(Run& run, Status code, const Text& sentence)
         run.context.fileLogic.CommitLogFile(run.logPath);
     });
     run.messages.tellOutputs(run.context.fileLogic.CountOutputs(run.items));
+    run.messages.tellResults(run.context.fileLogic.ListResults(run.items));
     return code;
 }
 
@@ -239,6 +256,7 @@ BodyEnd runFile(Run& run, std::int32_t index, const Text& revision)
     context.macroBuilder.SetFile(
         record.path, record.selConfiguration, record.docId, record.projId, effectiveVersion(record));
     context.fileLogic.SetCurrentSource(&record);
+    const TimeTaken taken(record.seconds);
     runMacro(run, record, revision);
     context.session.AfterMacro();
     return std::nullopt;

@@ -9,6 +9,7 @@ RunMessages::RunMessages(
     : m_log(log)
     , m_vault(vault)
     , m_run(query<IArkRunMessages>(instance))
+    , m_results(query<IArkRunResults>(instance))
 {
 }
 
@@ -29,6 +30,7 @@ void RunMessages::tell(const Text& path, const Text& sentence)
 
 void RunMessages::tellWithRun(const Text& path, const Text& sentence)
 {
+    m_sentences[foldCase(path)] = sentence;
     if (m_run)
         m_run->AddMessage(path, sentence);
 }
@@ -37,6 +39,22 @@ void RunMessages::tellOutputs(const OutputTally& outputs)
 {
     if (m_run)
         m_run->SetOutputs(outputs.expected, outputs.missing);
+}
+
+void RunMessages::tellResults(std::vector<ArkFileResult> results)
+{
+    if (!m_results)
+        return;
+    for (ArkFileResult& result : results) {
+        if (result.outcome != FileOutcome::Failed)
+            continue;
+        auto said = m_sentences.find(foldCase(result.output));
+        if (result.output.empty() || said == m_sentences.end())
+            said = m_sentences.find(foldCase(result.source));
+        if (said != m_sentences.end())
+            result.sentence = said->second;
+    }
+    m_results->SetFileResults(results);
 }
 
 Text RunMessages::currentSentence() const

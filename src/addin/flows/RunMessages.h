@@ -2,6 +2,8 @@
 
 #include "addin/flows/ZNTaskAddIn.h"
 
+#include <map>
+
 namespace zn {
 
 /// What a run says to people about single files, beyond its state and its text: in its log, if the task keeps one, and
@@ -21,6 +23,9 @@ public:
     /// The same for what stands in the log already.
     void tellWithRun(const Text& path, const Text& sentence);
     void tellOutputs(const OutputTally& outputs);
+    /// With the last sentence that was told of the output, or else of its source: the CAD application's own words come
+    /// behind what the macro has logged.
+    void tellResults(std::vector<ArkFileResult> results);
 
     /// The sentence of the failure now being handled: its own, or else what the host knows of its status. To be called
     /// inside a `catch` block, before anything else is asked of the host.
@@ -29,7 +34,9 @@ public:
 private:
     MacroBuilder& m_log;
     std::shared_ptr<IArkVault> m_vault;
-    std::shared_ptr<IArkRunMessages> m_run; ///< null where the host takes none
+    std::shared_ptr<IArkRunMessages> m_run;    ///< null where the host takes none
+    std::shared_ptr<IArkRunResults> m_results; ///< likewise
+    std::map<Text, Text> m_sentences;          ///< by folded path
     bool m_logIsOpen = false;
 };
 

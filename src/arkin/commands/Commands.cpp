@@ -17,6 +17,7 @@ const GroupRow groups[] = {
 
 const CommandRow commands[] = {
     {"", "quickstart", "Make a vault with all that it needs, and three tasks", quickstartCommand},
+    {"", "report", "Show what runs did, file by file, such as last night's", reportCommand},
     {"vault", "create", "Make a vault with its local folder", vaultCreateCommand},
     {"vault", "check", "Verify every content, version, reference and count", vaultCheckCommand},
     {"vault", "clean", "Set aside what interrupted work left in the archive", vaultCleanCommand},
@@ -49,6 +50,7 @@ const CommandRow commands[] = {
     {"task", "run", "Carry out a run in this process", taskRunCommand},
     {"task", "status", "Show a run, or all of them", taskStatusCommand},
     {"task", "log", "Print the log of a run", taskLogCommand},
+    {"task", "results", "Show what became of each file of a run", taskResultsCommand},
     {"task", "details", "Show the files of a run in a window", taskDetailsCommand},
     {"task", "suspend", "Let a run wait before its next file", taskSuspendCommand},
     {"task", "resume", "Let a suspended run go on", taskResumeCommand},

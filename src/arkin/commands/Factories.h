@@ -8,6 +8,7 @@ using MadeCommand = std::unique_ptr<Command>;
 
 // One function for each subcommand, in the file that bears its name.
 MadeCommand quickstartCommand();
+MadeCommand reportCommand();
 MadeCommand vaultCreateCommand();
 MadeCommand vaultCheckCommand();
 MadeCommand vaultCleanCommand();
@@ -41,6 +42,7 @@ MadeCommand taskLaunchCommand();
 MadeCommand taskRunCommand();
 MadeCommand taskStatusCommand();
 MadeCommand taskLogCommand();
+MadeCommand taskResultsCommand();
 MadeCommand taskSuspendCommand();
 MadeCommand taskResumeCommand();
 MadeCommand taskCancelCommand();

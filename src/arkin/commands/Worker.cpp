@@ -54,10 +54,17 @@ public:
         const auto tally = Worker(session.taskHost(), listener, interrupt.flag()).work(m_once);
         if (session.json())
             printJson(ended);
-        return tally.others == 0 ? commandDone : commandFailed;
+        return exitCode(tally);
     }
 
 private:
+    static int exitCode(const Worker::Tally& tally)
+    {
+        if (tally.others == 0 && tally.inPart == 0)
+            return commandDone;
+        return tally.finished + tally.inPart > 0 ? commandDoneInPart : commandFailed;
+    }
+
     /// A worker runs for months, and each run leaves its records.
     void pruneOnceADay(Session& session, RoomWait& room)
     {

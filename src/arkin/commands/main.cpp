@@ -7,8 +7,9 @@
 
 namespace {
 
-constexpr const char* footer = "\nEverywhere: --home DIR (or ARKIN_HOME), --vault NAME when the home has several, "
-                               "--json.\nExit code: 0 done, 1 the work failed, 2 wrong use.";
+constexpr const char* footer
+    = "\nEverywhere: --home DIR (or ARKIN_HOME), --vault NAME when the home has several, "
+      "--json.\nExit code: 0 done, 1 the work failed, 2 wrong use, 3 runs ended and some files failed.";
 
 void declareCommon(zn::commandline::Arguments take, zn::arkin::CommonOptions& options)
 {

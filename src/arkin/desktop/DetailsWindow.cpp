@@ -26,7 +26,7 @@ QString stateOf(const RunInfo& run)
     const auto words = QCoreApplication::translate("RunState", zn::toUtf8(state).c_str());
     if (stateText(run, now) == state)
         return words;
-    return own("%1, %2 of %3 outputs missing").arg(words).arg(run.outputsMissing).arg(run.outputsExpected);
+    return own("%1, %2 of %3 failed").arg(words).arg(run.outputsMissing).arg(run.outputsExpected);
 }
 
 } // namespace

@@ -30,7 +30,7 @@ constexpr WindowText texts[] = {
         "those settings with yours?"},
     {"Desktop", 17, "&Replace"},
     {"Desktop", 18, "&Messages:"},
-    {"Desktop", 19, "%1, %2 of %3 outputs missing"},
+    {"Desktop", 19, "%1, %2 of %3 failed"},
     {"RunState", 1, "queued"},
     {"RunState", 2, "running"},
     {"RunState", 3, "suspended"},

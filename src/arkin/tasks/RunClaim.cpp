@@ -126,6 +126,7 @@ RunClaim RunClaim::mark(RunStore& store, std::int32_t runId, const ProcessMark& 
     session << "DELETE FROM task_run_documents WHERE run_id = :id", use(runId);
     session << "DELETE FROM task_run_messages WHERE run_id = :id", use(runId);
     session << "DELETE FROM task_run_paths WHERE run_id = :id", use(runId);
+    session << "DELETE FROM task_run_results WHERE run_id = :id", use(runId);
     giveBackOfRuns(store.database(), runId);
     return {store, store.get(runId)};
 }

@@ -38,6 +38,8 @@ public:
     void writeVariable(zn::TextView name, const zn::Value& value) const;
     void addMessage(zn::TextView path, zn::TextView sentence) const;
     void writeOutputs(std::int32_t expected, std::int32_t missing) const;
+    /// Replaces what was written before.
+    void writeResults(const std::vector<zn::ArkFileResult>& results) const;
     /// How many workers a run may cost.
     static constexpr std::int32_t mostLosses = 3;
     /// Ends the run: state, code, text and documents together.

@@ -51,8 +51,7 @@ zn::Text stateText(const RunInfo& run, std::int64_t now)
     auto name = nameOf(run.state);
     // Whoever cancels a run knows that it is not whole.
     if (run.ended() && run.state != TaskRunState::Cancelled && run.outputsMissing > 0)
-        name += u", " + zn::numberText(run.outputsMissing) + u" of " + zn::numberText(run.outputsExpected)
-            + (run.outputsExpected == 1 ? u" output missing" : u" outputs missing");
+        name += u", " + zn::numberText(run.outputsMissing) + u" of " + zn::numberText(run.outputsExpected) + u" failed";
     return workerDied(run, now) ? u"worker died (" + name + u")" : name;
 }
 

@@ -191,6 +191,16 @@ Status RunInstance::SetOutputs(std::int32_t expected, std::int32_t missing)
     }
 }
 
+Status RunInstance::SetFileResults(const std::vector<zn::ArkFileResult>& results)
+{
+    try {
+        m_room.patiently([&] { m_claim.writeResults(results); });
+        return zn::S_OK;
+    } catch (...) {
+        return failed();
+    }
+}
+
 Status RunInstance::AnnounceOutputs(const std::vector<zn::ArkOutputNames>& names)
 {
     try {

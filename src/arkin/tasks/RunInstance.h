@@ -28,6 +28,7 @@ using RunWatcher = std::function<void(const RunProgress&)>;
 /// cancel while the add-in was about to report that it is suspended is not marked as suspended.
 class RunInstance final : public zn::IArkTaskInstance,
                           public zn::IArkRunMessages,
+                          public zn::IArkRunResults,
                           public zn::IArkRunPaths,
                           public zn::IArkRunControl {
 public:
@@ -53,6 +54,7 @@ public:
     zn::Status GetVariable(const zn::Value& idOrName, zn::Value& value) override;
     zn::Status AddMessage(zn::TextView path, zn::TextView sentence) override;
     zn::Status SetOutputs(std::int32_t expected, std::int32_t missing) override;
+    zn::Status SetFileResults(const std::vector<zn::ArkFileResult>& results) override;
     zn::Status AnnounceOutputs(const std::vector<zn::ArkOutputNames>& names) override;
     zn::Status ReserveOutput(zn::TextView path) override;
     zn::Status SetStopHandler(std::function<void()> stop) override;

@@ -12,8 +12,8 @@ namespace zn::arkin {
 namespace {
 
 constexpr int defaultDays = 90;
-constexpr const char* children[]
-    = {"task_run_variables", "task_run_items", "task_run_documents", "task_run_messages", "task_run_paths"};
+constexpr const char* children[] = {"task_run_variables", "task_run_items", "task_run_documents", "task_run_messages",
+    "task_run_paths", "task_run_results"};
 
 } // namespace
 

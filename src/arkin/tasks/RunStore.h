@@ -32,6 +32,12 @@ struct RunInfo {
     bool ended() const;
     /// Whether it finished without errors and without a missing output.
     bool wentWell() const { return state == zn::TaskRunState::Finished && outputsMissing == 0; }
+    /// Whether it ended by itself with some of its outputs, and not with others.
+    bool wentWellInPart() const
+    {
+        return ended() && state != zn::TaskRunState::Cancelled && outputsMissing > 0
+            && outputsMissing < outputsExpected;
+    }
     /// Whether a worker has the run: it isn't waiting, and it hasn't ended.
     bool taken() const { return !ended() && owner.process != 0; }
 };
@@ -42,7 +48,7 @@ inline constexpr std::int64_t heartbeatLimit = 60;
 /// Whether the run's worker went away before the run had ended.
 bool workerDied(const RunInfo& run, std::int64_t now);
 /// "queued", "running" … for a person; "worker died" goes before the state in which the worker left the run, and
-/// "3 of 40 outputs missing" behind that of a run that has finished.
+/// "3 of 40 failed", counted in outputs, behind that of a run that has finished.
 zn::Text stateText(const RunInfo& run, std::int64_t now);
 
 /// What a launch hands over.
@@ -58,6 +64,14 @@ struct RunMessage {
     zn::Text path;
     zn::Text sentence;
 };
+
+/// What became of one output of a run.
+struct RunFileResult : zn::ArkFileResult {
+    std::int32_t outputVersion = 0; ///< that the run has made, 0 if it is outside the vault
+};
+
+/// "made", "replaced", "unchanged", "skipped" or "failed".
+zn::Text outcomeText(zn::FileOutcome outcome);
 
 /// The runs of one vault: launching and reading. What a worker writes goes through `RunClaim`.
 class RunStore {
@@ -79,6 +93,8 @@ public:
     std::vector<zn::ArkTaskResultDoc> documents(std::int32_t runId);
     /// In the order in which they came.
     std::vector<RunMessage> messages(std::int32_t runId);
+    /// In the order of the files; none of a run whose add-in doesn't tell.
+    std::vector<RunFileResult> results(std::int32_t runId);
 
     Database& database() { return m_database; }
     std::int32_t vaultId() const { return m_vaultId; }

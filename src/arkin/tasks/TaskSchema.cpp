@@ -123,12 +123,32 @@ const char* const fileLimitStep[] = {
     "ALTER TABLE task_runs ADD COLUMN file_limit INTEGER NOT NULL DEFAULT 0",
 };
 
+// What became of each output. `outcome` is a `FileOutcome`; the output's version is that of this run, 0 outside the
+// vault.
+const char* const resultsStep[] = {
+    R"(CREATE TABLE task_run_results (
+        run_id INTEGER NOT NULL REFERENCES task_runs (id),
+        position INTEGER NOT NULL,
+        source_path VARCHAR(4000) NOT NULL,
+        source_id INTEGER NOT NULL,
+        source_version INTEGER NOT NULL,
+        part VARCHAR(260) NOT NULL,
+        output_path VARCHAR(4000) NOT NULL,
+        output_id INTEGER NOT NULL,
+        output_version INTEGER NOT NULL,
+        outcome INTEGER NOT NULL,
+        sentence TEXT NOT NULL,
+        milliseconds BIGINT NOT NULL,
+        PRIMARY KEY (run_id, position)))",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {revisionStep},
     {messagesStep},
     {pathsStep},
     {fileLimitStep},
+    {resultsStep},
 };
 
 } // namespace

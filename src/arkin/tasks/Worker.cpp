@@ -41,7 +41,7 @@ void Worker::runOne(const RunClaim& claim, Tally& tally)
     try {
         TaskRunner runner(m_host, m_listener.progress, &m_interrupted);
         const auto run = runner.run(claim);
-        (run.wentWell() ? tally.finished : tally.others)++;
+        (run.wentWell() ? tally.finished : run.wentWellInPart() ? tally.inPart : tally.others)++;
         m_listener.ended(run);
     } catch (const zn::StatusError& error) {
         if (error.status() != E_ARK_RUN_TAKEN_OVER)

@@ -17,7 +17,8 @@ public:
     };
     struct Tally {
         int finished = 0; ///< without errors and missing outputs
-        int others = 0;   ///< with them, cancelled, or lost
+        int inPart = 0;   ///< with some of their outputs missing
+        int others = 0;   ///< with all of them missing or with errors, cancelled, or lost
     };
 
     /// `interrupted` cancels the current run and ends the worker.

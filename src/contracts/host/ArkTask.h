@@ -70,6 +70,14 @@ public:
     virtual Status SetOutputs(std::int32_t expected, std::int32_t missing) = 0;
 };
 
+/// What a run's object may be, too: where an add-in tells what became of each output.
+class IArkRunResults {
+public:
+    virtual ~IArkRunResults() = default;
+    /// Of the whole run; replaces what was told before.
+    virtual Status SetFileResults(const std::vector<ArkFileResult>& results) = 0;
+};
+
 /// The names that outputs of a run will have: all paths that begin and end like this, without regard to case. An empty
 /// ending says nothing of it.
 struct ArkOutputNames {

@@ -68,6 +68,28 @@ struct ArkTaskResultDoc {
     bool operator==(const ArkTaskResultDoc&) const = default;
 };
 
+/// What became of one output of a run. The numbers are stored.
+enum class FileOutcome : std::int32_t {
+    Made = 1,      ///< it is new, or the work on the file gives no output
+    Replaced = 2,  ///< there was one of that name before
+    Unchanged = 3, ///< there was nothing to do, as the one that is there is of this version and these settings
+    Skipped = 4,   ///< the run ended, or was ended, before this file
+    Failed = 5,
+};
+
+/// One output of a run; or one of its files, with an empty output, that has given none.
+struct ArkFileResult {
+    Text source; ///< local path of the file that was worked on
+    std::int32_t sourceId = 0;
+    std::int32_t sourceVersion = 0;
+    Text part;                 ///< configuration or sheet that the output shows; may be empty
+    Text output;               ///< its path, or the printer of a printout
+    std::int32_t outputId = 0; ///< 0 outside the vault
+    FileOutcome outcome = FileOutcome::Made;
+    Text sentence;        ///< why it failed or was skipped
+    double seconds = 0.0; ///< that the work on the source took, for all its outputs
+};
+
 /// What the host passes with each command. The add-in writes only the fields that say so.
 struct ArkCmd {
     std::int32_t command = 0;

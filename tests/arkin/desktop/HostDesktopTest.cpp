@@ -125,7 +125,7 @@ TEST_F(HostDesktopTest, DetailsShowTheRunAsItStandsWhenTheyAreRefreshed)
     vault.store.database().session() << "INSERT INTO task_run_messages (run_id, position, path, sentence) VALUES "
                                         "(1, 0, 'Z:\\V\\a.step', 'It is damaged.'), (1, 1, '', 'The disk is full.')";
     QTest::keyClick(&window, Qt::Key_F5);
-    EXPECT_EQ(find<QLabel>(window, "heading")->text(), "Selected Files (finished, 3 of 40 outputs missing)");
+    EXPECT_EQ(find<QLabel>(window, "heading")->text(), "Selected Files (finished, 3 of 40 failed)");
     EXPECT_TRUE(find<QPlainTextEdit>(window, "messages")->isVisible());
     EXPECT_EQ(
         find<QPlainTextEdit>(window, "messages")->toPlainText(), "Z:\\V\\a.step: It is damaged.\nThe disk is full.");

@@ -67,7 +67,7 @@ TEST_F(RunTest, KeepsWhatItSaysAboutFilesUntilItIsTakenAgain)
     EXPECT_EQ(instance.SetStatus(TaskRunState::Finished, zn::S_OK, {}, {}), zn::S_OK);
 
     const auto run = runs.get(id);
-    EXPECT_EQ(stateText(run, now), u"finished, 3 of 40 outputs missing");
+    EXPECT_EQ(stateText(run, now), u"finished, 3 of 40 failed");
     EXPECT_FALSE(run.wentWell());
     const auto messages = runs.messages(id);
     ASSERT_EQ(messages.size(), 2u);

@@ -12,6 +12,7 @@ using zn::commandline::Arguments;
 /// What a subcommand ends with; the program's exit code. Wrong use is found before a command runs.
 inline constexpr int commandDone = zn::commandline::done;
 inline constexpr int commandFailed = zn::commandline::failed;
+inline constexpr int commandDoneInPart = 3; ///< runs have ended, and some of their files went well and some didn't
 
 /// One subcommand. A failure that concerns all of it is raised as `StatusError` with a sentence.
 class Command {

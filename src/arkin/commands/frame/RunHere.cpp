@@ -20,7 +20,7 @@ int printEnd(Session& session, const RunInfo& run)
         printJson(toJson(session, run));
     else
         std::cout << endLine(session, run) << "\n";
-    return run.wentWell() ? commandDone : commandFailed;
+    return run.wentWell() ? commandDone : run.wentWellInPart() ? commandDoneInPart : commandFailed;
 }
 
 int watchUntilEnded(Session& session, RunStore& runs, std::int32_t runId)

@@ -4,6 +4,7 @@
 #include "base/Paths.h"
 
 #include <iostream>
+#include <map>
 
 namespace zn::arkin {
 
@@ -66,6 +67,9 @@ Json toJson(Session& session, const RunInfo& run)
     auto messages = Json::array();
     for (const auto& message : runs.messages(run.id))
         messages.push_back({{"path", shownProgress(session, message.path)}, {"text", zn::toUtf8(message.sentence)}});
+    auto results = Json::array();
+    for (const auto& result : runs.results(run.id))
+        results.push_back(toJson(session, result));
     const auto log = logPath(session, run);
     return {{"run", run.id}, {"identifier", zn::toUtf8(run.guid)}, {"task", zn::toUtf8(run.taskName)},
         {"user", zn::toUtf8(run.userName)}, {"state", zn::toUtf8(stateText(run, now))},
@@ -77,7 +81,7 @@ Json toJson(Session& session, const RunInfo& run)
         {"code", run.resultCode}, {"text", zn::toUtf8(run.resultText)}, {"launched", jsonTime(run.launchedAt)},
         {"started", jsonTime(run.startedAt)}, {"ended", jsonTime(run.endedAt)}, {"documents", documents},
         {"outputs", {{"expected", run.outputsExpected}, {"missing", run.outputsMissing}}}, {"messages", messages},
-        {"log", log.empty() ? Json(nullptr) : Json(session.shown(log))}};
+        {"results", results}, {"log", log.empty() ? Json(nullptr) : Json(session.shown(log))}};
 }
 
 void printRun(Session& session, const RunInfo& run)
@@ -104,10 +108,46 @@ void printRun(Session& session, const RunInfo& run)
     RunStore runs(session.store().database(), session.vault().info().id);
     for (const auto& document : runs.documents(run.id))
         line("document", documentPath(session, document) + " version " + std::to_string(document.version));
+    if (const auto counts = countsText(runs.results(run.id)); !counts.empty())
+        line("outputs", counts);
     for (const auto& message : runs.messages(run.id))
         line("message", messageLine(session, message));
     if (const auto log = logPath(session, run); !log.empty())
         line("log", session.shown(log));
+}
+
+Json toJson(Session& session, const RunFileResult& result)
+{
+    return {{"source", shownProgress(session, result.source)}, {"sourceVersion", result.sourceVersion},
+        {"part", zn::toUtf8(result.part)},
+        {"output", result.output.empty() ? Json(nullptr) : Json(shownProgress(session, result.output))},
+        {"outputVersion", result.outputVersion == 0 ? Json(nullptr) : Json(result.outputVersion)},
+        {"outcome", zn::toUtf8(outcomeText(result.outcome))}, {"sentence", zn::toUtf8(result.sentence)},
+        {"seconds", result.seconds}};
+}
+
+std::string countsText(const std::vector<RunFileResult>& results)
+{
+    std::map<zn::FileOutcome, std::size_t> counts;
+    for (const auto& result : results)
+        ++counts[result.outcome];
+    std::string text;
+    for (const auto& [outcome, count] : counts)
+        text += (text.empty() ? "" : ", ") + shownCount(static_cast<std::int64_t>(count)) + " "
+            + zn::toUtf8(outcomeText(outcome));
+    return text;
+}
+
+std::string resultLine(Session& session, const RunFileResult& result)
+{
+    const auto part = result.part.empty() ? "" : " (" + zn::toUtf8(result.part) + ")";
+    const auto source = session.shown(result.source) + part;
+    if (!result.sentence.empty())
+        return source + ": " + zn::toUtf8(result.sentence);
+    if (result.output.empty())
+        return source;
+    const auto version = result.outputVersion == 0 ? "" : " version " + std::to_string(result.outputVersion);
+    return source + " -> " + shownProgress(session, result.output) + version;
 }
 
 std::string messageLine(Session& session, const RunMessage& message)

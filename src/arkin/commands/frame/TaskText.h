@@ -19,6 +19,11 @@ void printRun(Session& session, const RunInfo& run);
 std::string endLine(Session& session, const RunInfo& run);
 /// What a run says about a file, for a terminal: "/vault/a.step: The file …".
 std::string messageLine(Session& session, const RunMessage& message);
+Json toJson(Session& session, const RunFileResult& result);
+/// "18 made, 2 replaced, 6 failed"; empty for no results.
+std::string countsText(const std::vector<RunFileResult>& results);
+/// "/vault/a.step (Default) -> /vault/out/a.stl version 2", or what went wrong with it.
+std::string resultLine(Session& session, const RunFileResult& result);
 /// A progress text is a path of the vault's files, or a plain text.
 std::string shownProgress(Session& session, const zn::Text& text);
 /// Full path of a run's log as its task settles it; empty if the task keeps none.
