@@ -1,9 +1,9 @@
 // The close-out of a run with many small outputs against copying and hashing the same files, and the questions that a
 // run asks about a large selection.
 
-#include "arkin/store/Sha256.h"
 #include "arkin/vault/VaultObject.h"
 #include "contracts/host/ArkBatch.h"
+#include "platform/Sha256.h"
 #include "tests/arkin/VaultFixture.h"
 
 #include <benchmark/benchmark.h>

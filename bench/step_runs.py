@@ -8,7 +8,7 @@ Without numbers it makes 200 small files (10 KB), 20 large ones (1 to 5 MB) and 
 distinct parts, which takes a quarter of an hour; --small 40 --large 2 --components 50 takes two minutes. A folder adds
 the STEP files of its own.
 
-A run is all of `arkin task run` with every process below it: its processor time holds the start of
+A run is all of `arkin task run` with every process below it, from an empty cache: its processor time holds the start of
 the programs, too, while the wall counts from the first macro to "Adding files to vault...", as the loop's does from its
 first file to its last.
 """
@@ -123,6 +123,9 @@ class Bench:
                                                  stdout=subprocess.PIPE).stdout.split()[-3:]
         return float(wall), float(processor), int(memory)
 
+    def clear_cache(self):
+        self.vault.run("arkin", "cache", "clear")
+
     def run(self, kind, form):
         """Wall and processor seconds of a run, and the folder of its outputs."""
         self.targets += 1
@@ -183,6 +186,7 @@ class Bench:
         total = {name: [0.0, 0.0] for name in ("cold", "second", "loop", "loop2")}
         for round_ in range(self.arguments.rounds):
             bare = self.loop(kind, "stl", files)
+            self.clear_cache()
             wall, processor, outputs = self.run(kind, "stl")
             second = self.run(kind, "vrml")
             other = self.loop(kind, "vrml", files)
@@ -199,6 +203,7 @@ class Bench:
         self.row("cold run, wall", kind, wall / loop, "cold wall")
         self.row("second run into another mesh format, wall", kind, wall2 / min(loop, loop2), "second wall")
         if self.arguments.memory:
+            self.clear_cache()
             peak = PeakMemory()
             peak.start()
             self.run(kind, "stl")
@@ -208,6 +213,7 @@ class Bench:
 
     def measure_step(self, files):
         bare = self.loop("assembly", "step", files)
+        self.clear_cache()
         _, processor, outputs = self.run("assembly", "step")
         size = self.compare("assembly", "step", outputs)
         self.row("STEP assembly to STEP, processor time", "assembly", processor / bare[1], "step processor")

@@ -28,12 +28,17 @@ public:
     /// For sockets and locks. At least 47 bytes are left for a socket's name.
     const std::filesystem::path& runtimeFolder() const { return m_runtime; }
 
+    /// For what programs of this home and user have made and can make again: "cache" in the home ("cache-UID" where a
+    /// group shares it), for the conventional home $XDG_CACHE_HOME/arkin or ~/.cache/arkin. Whoever uses it makes it.
+    const std::filesystem::path& cacheFolder() const { return m_cache; }
+
     /// Sets ARKIN_HOME, so that programs started from here use the same home. Before other threads run.
     void passToChildren() const;
 
 private:
     std::filesystem::path m_folder;
     std::filesystem::path m_runtime;
+    std::filesystem::path m_cache;
 };
 
 } // namespace zn

@@ -47,10 +47,17 @@ TEST(HomeTest, ChoosesTheHomeByValueEnvironmentOrConvention)
         EXPECT_EQ(Home::open(folder / "own/").folder(), folder / "own");
         EXPECT_EQ(Home::open().folder(), folder / "env");
         EXPECT_EQ(Home::open().runtimeFolder(), folder / "env/run");
+        EXPECT_EQ(Home::open().cacheFolder(), folder / "env/cache");
     }
     const Variable chosen("ARKIN_HOME", "");
     EXPECT_EQ(Home::open().folder(), folder / "u/.local/share/arkin");
     EXPECT_EQ(Home::open().runtimeFolder(), folder / "session/arkin");
+    {
+        const Variable none("XDG_CACHE_HOME", "");
+        EXPECT_EQ(Home::open().cacheFolder(), folder / "u/.cache/arkin");
+    }
+    const Variable cache("XDG_CACHE_HOME", folder / "caches");
+    EXPECT_EQ(Home::open().cacheFolder(), folder / "caches/arkin");
     EXPECT_EQ(Home::open(folder / "u/.local/share/arkin").runtimeFolder(), folder / "session/arkin");
     struct stat status { };
     ::stat((folder / "session/arkin").c_str(), &status);

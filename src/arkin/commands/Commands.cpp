@@ -13,6 +13,7 @@ const GroupRow groups[] = {
     {"task", "Tasks and their runs"},
     {"registry", "Settings of this machine"},
     {"addin", "Add-in libraries"},
+    {"cache", "What was made of files and can be made again"},
 };
 
 const CommandRow commands[] = {
@@ -67,6 +68,8 @@ const CommandRow commands[] = {
     {"addin", "register", "Register an add-in's library", addInRegisterCommand},
     {"addin", "unregister", "Take an add-in's library out of the registry", addInUnregisterCommand},
     {"addin", "list", "List the registered add-ins", addInListCommand},
+    {"cache", "show", "Show where the cache is, what it holds and how much it may", cacheShowCommand},
+    {"cache", "clear", "Empty the cache, which costs nothing but time", cacheClearCommand},
 };
 
 } // namespace

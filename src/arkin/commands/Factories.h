@@ -58,5 +58,7 @@ MadeCommand registryDeleteCommand();
 MadeCommand addInRegisterCommand();
 MadeCommand addInUnregisterCommand();
 MadeCommand addInListCommand();
+MadeCommand cacheShowCommand();
+MadeCommand cacheClearCommand();
 
 } // namespace zn::arkin

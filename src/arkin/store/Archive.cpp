@@ -1,10 +1,10 @@
 #include "arkin/store/Archive.h"
 
 #include "arkin/store/Codes.h"
-#include "arkin/store/Sha256.h"
 #include "arkin/store/Uuid.h"
 #include "platform/AtomicFile.h"
 #include "platform/PrivateFiles.h"
+#include "platform/Sha256.h"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -1,9 +1,9 @@
 #include "arkin/store/LocalView.h"
 
 #include "arkin/store/Codes.h"
-#include "arkin/store/Sha256.h"
 #include "base/Paths.h"
 #include "platform/AtomicFile.h"
+#include "platform/Sha256.h"
 
 #include <cerrno>
 #include <chrono>

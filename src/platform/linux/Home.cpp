@@ -115,6 +115,18 @@ std::filesystem::path runtimeFolderOf(const std::filesystem::path& home, bool co
     return folder;
 }
 
+std::filesystem::path cacheFolderOf(const std::filesystem::path& home, bool conventional)
+{
+    const bool isShared = sharingOf(home) == Sharing::Group;
+    const std::filesystem::path beside = home / (isShared ? fmt::format("cache-{}", ::geteuid()) : "cache");
+    if (!conventional)
+        return beside;
+    if (const auto cache = fromEnvironment("XDG_CACHE_HOME"); cache.is_absolute())
+        return cache / "arkin";
+    const auto user = fromEnvironment("HOME");
+    return user.is_absolute() ? user / ".cache/arkin" : beside;
+}
+
 std::filesystem::path tidy(const std::filesystem::path& path)
 {
     auto result = std::filesystem::absolute(path).lexically_normal();
@@ -135,6 +147,7 @@ Home Home::open(const std::filesystem::path& chosen)
     const bool conventional = folder.empty()
         || ((std::getenv("HOME") || std::getenv("XDG_DATA_HOME")) && home.m_folder == tidy(conventionalHome()));
     home.m_runtime = runtimeFolderOf(home.m_folder, conventional);
+    home.m_cache = cacheFolderOf(home.m_folder, conventional);
     return home;
 }
 

@@ -7,6 +7,8 @@
 #include "base/Paths.h"
 #include "platform/Sqlite.h"
 
+#include <system_error>
+
 namespace zn::arkin {
 
 using zn::StatusError;
@@ -21,6 +23,17 @@ zn::LinuxPlatform& Session::platform()
         m_platform = std::make_unique<zn::LinuxPlatform>(std::move(home));
     }
     return *m_platform;
+}
+
+std::unique_ptr<zn::ContentCache> Session::cache()
+{
+    const auto& folder = platform().home().cacheFolder();
+    try {
+        return std::make_unique<zn::ContentCache>(folder, zn::cacheLimit(platform().registry()));
+    } catch (const std::system_error& error) {
+        throw StatusError(
+            zn::E_FAIL, "The cache '" + folder.string() + "' can't be used: " + error.code().message() + ".");
+    }
 }
 
 Store& Session::store()

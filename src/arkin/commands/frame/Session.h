@@ -4,6 +4,7 @@
 #include "arkin/store/Vault.h"
 #include "arkin/tasks/TaskHost.h"
 #include "arkin/tasks/TaskStore.h"
+#include "platform/ContentCache.h"
 #include "platform/linux/LinuxPlatform.h"
 
 #include <memory>
@@ -28,6 +29,8 @@ public:
     bool json() const { return m_options.json; }
     /// Opening the home hands it to child processes and to add-ins, too.
     zn::LinuxPlatform& platform();
+    /// What the home's programs keep for later. Raises `StatusError` with a sentence.
+    std::unique_ptr<zn::ContentCache> cache();
     Store& store();
     /// The vault of the option, or the home's only one. Raises `StatusError` with a sentence if that isn't settled.
     Vault& vault();

@@ -1,10 +1,10 @@
-#include "arkin/store/Sha256.h"
+#include "platform/Sha256.h"
 
 #include <new>
 #include <openssl/evp.h>
 #include <stdexcept>
 
-namespace zn::arkin {
+namespace zn {
 
 namespace {
 
@@ -48,4 +48,4 @@ std::string Sha256::finish()
     return text;
 }
 
-} // namespace zn::arkin
+} // namespace zn

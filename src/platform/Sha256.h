@@ -6,7 +6,7 @@
 
 struct evp_md_ctx_st;
 
-namespace zn::arkin {
+namespace zn {
 
 /// The SHA-256 of bytes that come in pieces.
 class Sha256 {
@@ -26,4 +26,4 @@ private:
     evp_md_ctx_st* m_context;
 };
 
-} // namespace zn::arkin
+} // namespace zn
