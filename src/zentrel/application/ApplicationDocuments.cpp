@@ -125,13 +125,17 @@ Application::Opened Application::importDocument(const Text& path)
     const Text canonical = zn::canonicalPath(path);
     try {
         const auto file = reachable(canonical);
+        Remarks remarks;
+        Document record = readForeign(file, &remarks);
+        for (const std::string& remark : remarks)
+            report(remark);
         return enter(newDocument(*this,
                          {.path = {},
                              .source = canonical,
                              .title = zn::pathFileName(canonical),
                              .readOnly = false,
                              .changed = {}},
-                         readForeign(file)),
+                         std::move(record)),
             applicationEvent::DocumentImported);
     } catch (const DocumentError& error) {
         return openFailure(error);

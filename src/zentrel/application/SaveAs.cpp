@@ -26,6 +26,11 @@ struct Save {
     std::filesystem::path target; ///< the same on this machine
 
     const Preferences& preferences() const { return document.application().preferences(); }
+    void report(const Remarks& remarks) const
+    {
+        for (const std::string& remark : remarks)
+            document.application().report(remark);
+    }
 };
 
 /// A listener did not want the file to be written.
@@ -66,7 +71,7 @@ template <class Write> void writeModel(Save& save, bool oneFile, const Write& wr
     const ModelRef model = shownModel(save);
     if (oneFile || model->children.empty() || !save.document.identity().source.empty()) {
         announce(save, save.path);
-        write(*model, save.target);
+        save.report(write(*model, save.target));
         return;
     }
     const Text folder = zn::pathFolder(save.path);
@@ -74,35 +79,35 @@ template <class Write> void writeModel(Save& save, bool oneFile, const Write& wr
         const Text path = zn::pathAppend(folder, zn::toText(one.file.filename().string()));
         save.document.application().reachable(path);
         announce(save, path);
-        write(*one.model, one.file);
+        save.report(write(*one.model, one.file));
     }
 }
 
 void saveStep(Save& save)
 {
     const StepOptions options = save.preferences().stepOptions();
-    writeModel(save, true, [&](const Model& model, const auto& file) { writeStep(model, file, options); });
+    writeModel(save, true, [&](const Model& model, const auto& file) { return writeStep(model, file, options); });
 }
 
 void saveIges(Save& save)
 {
     const IgesOptions options = save.preferences().igesOptions();
     writeModel(save, save.preferences().toggle(preference::IgesComponentsIntoOneFile),
-        [&](const Model& model, const auto& file) { writeIges(model, file, options); });
+        [&](const Model& model, const auto& file) { return writeIges(model, file, options); });
 }
 
 void saveStl(Save& save)
 {
     const StlOptions options = save.preferences().stlOptions();
     writeModel(save, save.preferences().toggle(preference::StlComponentsIntoOneFile),
-        [&](const Model& model, const auto& file) { writeStl(model, file, options); });
+        [&](const Model& model, const auto& file) { return writeStl(model, file, options); });
 }
 
 void saveVrml(Save& save)
 {
     const VrmlOptions options = save.preferences().vrmlOptions();
     writeModel(save, save.preferences().toggle(preference::VrmlAllComponentsInSingleFile),
-        [&](const Model& model, const auto& file) { writeVrml(model, file, options); });
+        [&](const Model& model, const auto& file) { return writeVrml(model, file, options); });
 }
 
 void savePdf(Save& save)

@@ -3,6 +3,8 @@
 #include "zentrel/formats/BuildPart.h"
 #include "zentrel/model/Container.h"
 
+#include <iostream>
+
 namespace zn::zentrel::commands {
 
 namespace {
@@ -20,6 +22,15 @@ struct Import {
         take.option("--configuration", configurations, "A further configuration and its file").shownAs("NAME=IN");
     }
 
+    Remarks import(const std::vector<ImportInput>& inputs) const
+    {
+        if (kindFromExtension(output) != DocumentKind::Assembly)
+            return importPart(inputs, output);
+        if (!configurations.empty())
+            throw WrongUse("--configuration: an assembly is made from one file");
+        return importAssembly(input, output);
+    }
+
     int run() const
     {
         std::vector<ImportInput> inputs{{input, u"Default"}};
@@ -29,12 +40,8 @@ struct Import {
                 throw WrongUse("--configuration: '" + text + "' must have the form NAME=IN");
             inputs.push_back({text.substr(sign + 1), zn::toText(text.substr(0, sign))});
         }
-        if (kindFromExtension(output) != DocumentKind::Assembly)
-            importPart(inputs, output);
-        else if (configurations.empty())
-            importAssembly(input, output);
-        else
-            throw WrongUse("--configuration: an assembly is made from one file");
+        for (const std::string& remark : import(inputs))
+            std::cerr << "zentrel: " << remark << '\n';
         return zn::commandline::done;
     }
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zentrel/kernel/Remarks.h"
 #include "zentrel/model/Document.h"
 
 namespace zn::zentrel {
@@ -11,11 +12,12 @@ struct ImportInput {
 };
 
 /// Writes a part with one configuration for each input, in their order; the first is the active one.
+/// Returned is what a person should know of parts that came otherwise than their files have them.
 /// Raises `DocumentError`: what the reader raises, or `InvalidArgument` for two configurations of one name.
-void importPart(const std::vector<ImportInput>& inputs, const std::filesystem::path& output);
+Remarks importPart(const std::vector<ImportInput>& inputs, const std::filesystem::path& output);
 
 /// Writes an assembly with the levels, names and colours of a foreign file; its parts are virtual components.
 /// Raises what the reader raises, or `InvalidArgument` for a file that holds a part only.
-void importAssembly(const std::filesystem::path& input, const std::filesystem::path& output);
+Remarks importAssembly(const std::filesystem::path& input, const std::filesystem::path& output);
 
 } // namespace zn::zentrel

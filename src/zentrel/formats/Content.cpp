@@ -14,6 +14,9 @@ namespace {
 constexpr std::size_t sampleSize = 4096;
 constexpr std::size_t igesMarkColumn = 72; // from 0: the letter of the section
 
+/// What may stand behind the end of a file.
+constexpr std::string_view padding(" \t\r\n\x1a\0", 6);
+
 struct Sample {
     std::string head;
     std::string tail;
@@ -43,6 +46,27 @@ constexpr Signature signatures[] = {
     {"0\nSECTION", "a DXF file"},
 };
 
+std::string partOf(std::ifstream& stream, std::size_t start, std::size_t count)
+{
+    std::string bytes(count, '\0');
+    stream.seekg(static_cast<std::streamoff>(start));
+    stream.read(bytes.data(), static_cast<std::streamsize>(count));
+    return bytes;
+}
+
+/// Where the padding behind the content begins. Some programs write whole blocks.
+std::size_t contentEnd(std::ifstream& stream, std::size_t size)
+{
+    while (size > 0) {
+        const std::size_t count = std::min(size, sampleSize);
+        const std::string bytes = partOf(stream, size - count, count);
+        if (const auto last = bytes.find_last_not_of(padding); last != std::string::npos)
+            return size - count + last + 1;
+        size -= count;
+    }
+    return 0;
+}
+
 Sample sampleOf(const std::filesystem::path& file)
 {
     std::error_code error;
@@ -56,14 +80,11 @@ Sample sampleOf(const std::filesystem::path& file)
         throw DocumentError(
             ErrorKind::NotReadable, "The file " + quoted(file) + " can't be read: " + std::strerror(errno) + ".");
     const auto size = static_cast<std::size_t>(std::filesystem::file_size(file));
-    if (size == 0)
+    const std::size_t end = contentEnd(stream, size);
+    if (end == 0)
         throw DocumentError(ErrorKind::Damaged, "The file " + quoted(file) + " is empty.");
-    const std::size_t count = std::min(size, sampleSize);
-    Sample sample{std::string(count, '\0'), std::string(count, '\0')};
-    stream.read(sample.head.data(), static_cast<std::streamsize>(count));
-    stream.seekg(static_cast<std::streamoff>(size - count));
-    stream.read(sample.tail.data(), static_cast<std::streamsize>(count));
-    return sample;
+    const std::size_t count = std::min(end, sampleSize);
+    return {partOf(stream, 0, count), partOf(stream, end - count, count)};
 }
 
 std::string_view withoutBlanks(std::string_view text)
@@ -119,9 +140,8 @@ void checkIgesContent(const std::filesystem::path& file)
     const Sample sample = sampleOf(file);
     if (!isIgesHead(sample.head))
         raiseOther(file, "IGES", sample.head);
-    const auto end = sample.tail.find_last_not_of(" \t\r\n\x1a");
-    const auto start = sample.tail.find_last_of("\r\n", end);
-    const std::string line = sample.tail.substr(start == std::string::npos ? 0 : start + 1, end - start);
+    const auto start = sample.tail.find_last_of("\r\n");
+    const std::string line = sample.tail.substr(start == std::string::npos ? 0 : start + 1);
     if (line.size() <= igesMarkColumn || line[igesMarkColumn] != 'T')
         raiseTruncated(file, "IGES");
 }

@@ -2,11 +2,18 @@
 
 #include "zentrel/model/Bounds.h"
 
+#include <algorithm>
 #include <BRep_Tool.hxx>
+#include <BRepGProp.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <BRepTools.hxx>
+#include <cmath>
+#include <GProp_GProps.hxx>
+#include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
+#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
+#include <vector>
 
 namespace zn::zentrel {
 
@@ -23,46 +30,191 @@ constexpr Resolution fine = {1.0 / 5000.0, 0.17453292519943295};
 /// The kernel's smallest sensible deflection; a body that shrinks to a point gets it.
 constexpr double smallestDeflection = 1e-7;
 
-std::size_t countUnmeshed(const TopoDS_Shape& shape)
+/// Of the whole area.
+constexpr double negligibleArea = 1e-9;
+
+/// A face without triangles, in its place.
+bool isUnmeshed(const TopoDS_Face& face)
 {
-    std::size_t unmeshed = 0;
+    TopLoc_Location location;
+    const auto& triangles = BRep_Tool::Triangulation(face, location);
+    return triangles.IsNull() || triangles->NbTriangles() == 0;
+}
+
+std::vector<TopoDS_Face> unmeshedFaces(const TopoDS_Shape& shape)
+{
+    std::vector<TopoDS_Face> faces;
+    for (TopExp_Explorer explorer(shape, TopAbs_FACE); explorer.More(); explorer.Next()) {
+        const TopoDS_Face& face = TopoDS::Face(explorer.Current());
+        if (isUnmeshed(face))
+            faces.push_back(face);
+    }
+    return faces;
+}
+
+double trianglesArea(const TopoDS_Shape& shape)
+{
+    double area = 0.0;
     for (TopExp_Explorer explorer(shape, TopAbs_FACE); explorer.More(); explorer.Next()) {
         TopLoc_Location location;
         const auto& triangles = BRep_Tool::Triangulation(TopoDS::Face(explorer.Current()), location);
-        unmeshed += triangles.IsNull() || triangles->NbTriangles() == 0;
+        for (int number = 1; !triangles.IsNull() && number <= triangles->NbTriangles(); ++number) {
+            int a = 0;
+            int b = 0;
+            int c = 0;
+            triangles->Triangle(number).Get(a, b, c);
+            const gp_XYZ corner = triangles->Node(a).XYZ();
+            area += (triangles->Node(b).XYZ() - corner).Crossed(triangles->Node(c).XYZ() - corner).Modulus() / 2;
+        }
     }
-    return unmeshed;
+    return area;
 }
 
-} // namespace
-
-IMeshTools_Parameters meshParameters(double diagonal, MeshQuality quality)
+double areaOf(const TopoDS_Face& face)
 {
-    const Resolution& resolution = quality == MeshQuality::Coarse ? coarse : fine;
+    GProp_GProps properties;
+    BRepGProp::SurfaceProperties(face, properties);
+    return std::abs(properties.Mass());
+}
+
+using FacesOfEdges = TopTools_IndexedDataMapOfShapeListOfShape;
+
+/// Takes the triangles off the faces and off those beside them, whose common borders must get other points.
+void clearAround(const std::vector<TopoDS_Face>& faces, const FacesOfEdges& facesOfEdges)
+{
+    for (const TopoDS_Face& face : faces) {
+        for (TopExp_Explorer edges(face, TopAbs_EDGE); edges.More(); edges.Next()) {
+            for (const TopoDS_Shape& neighbour : facesOfEdges.FindFromKey(edges.Current()))
+                BRepTools::Clean(neighbour);
+        }
+    }
+}
+
+/// Whatever is asked next is no finer than what a face has: the kernel keeps its triangles and the points on its
+/// borders, to which the faces beside it are fitted.
+void keepTriangles(const TopoDS_Shape& shape)
+{
+    for (TopExp_Explorer faces(shape, TopAbs_FACE); faces.More(); faces.Next()) {
+        TopLoc_Location location;
+        const auto& triangles = BRep_Tool::Triangulation(TopoDS::Face(faces.Current()), location);
+        if (triangles.IsNull() || triangles->NbTriangles() == 0)
+            continue;
+        triangles->Deflection(0.0);
+        for (TopExp_Explorer edges(faces.Current(), TopAbs_EDGE); edges.More(); edges.Next()) {
+            const auto& border = BRep_Tool::PolygonOnTriangulation(TopoDS::Edge(edges.Current()), triangles, location);
+            if (!border.IsNull())
+                border->Deflection(0.0);
+        }
+    }
+}
+
+IMeshTools_Parameters parametersOf(double diagonal, const Resolution& resolution)
+{
     IMeshTools_Parameters parameters;
     parameters.Deflection = std::max(smallestDeflection, resolution.fraction * diagonal);
     parameters.Angle = resolution.angle;
     return parameters;
 }
 
-IMeshTools_Parameters meshParameters(const TopoDS_Shape& shape, MeshQuality quality)
+const Resolution& resolutionOf(MeshQuality quality) { return quality == MeshQuality::Coarse ? coarse : fine; }
+
+/// What is tried where a face was lost: the kernel loses a narrow face at one angle and finds it at a slightly
+/// different one.
+std::vector<Resolution> otherAngles(const Resolution& first)
 {
-    return meshParameters(diagonalOf(boundsOf(shape)), quality);
+    return {
+        {first.fraction, first.angle * 1.15}, {first.fraction, first.angle * 0.8}, {first.fraction, first.angle * 0.5}};
 }
 
-std::size_t mesh(const TopoDS_Shape& shape, IMeshTools_Parameters parameters)
+/// Multiplies the triangles of the faces beside it, too.
+std::vector<Resolution> finer(const Resolution& first)
+{
+    return {{first.fraction / 10, first.angle}, {first.fraction / 100, first.angle}};
+}
+
+/// Meshes a shape once and then the faces that were lost.
+class Mesher {
+public:
+    Mesher(const TopoDS_Shape& shape, double diagonal, const Resolution& first)
+        : m_shape(shape)
+        , m_diagonal(diagonal)
+    {
+        BRepMesh_IncrementalMesh(shape, parametersOf(diagonal, first));
+        m_lost = unmeshedFaces(shape);
+        if (m_lost.empty())
+            return;
+        m_smallest = negligibleArea * trianglesArea(shape);
+        sortOut();
+        if (!m_lost.empty())
+            TopExp::MapShapesAndAncestors(shape, TopAbs_EDGE, TopAbs_FACE, m_facesOfEdges);
+    }
+
+    const Unmeshed& result() const { return m_result; }
+
+    /// Until no face is lost.
+    void retry(const std::vector<Resolution>& resolutions)
+    {
+        for (const Resolution& resolution : resolutions) {
+            if (m_lost.empty())
+                break;
+            clearAround(m_lost, m_facesOfEdges);
+            keepTriangles(m_shape);
+            BRepMesh_IncrementalMesh(m_shape, parametersOf(m_diagonal, resolution));
+            m_lost = unmeshedFaces(m_shape);
+            sortOut();
+        }
+    }
+
+private:
+    void sortOut()
+    {
+        m_result.negligible = std::erase_if(m_lost, [&](const TopoDS_Face& face) { return areaOf(face) < m_smallest; });
+        m_result.lost = m_lost.size();
+    }
+
+    TopoDS_Shape m_shape;
+    double m_diagonal;
+    std::vector<TopoDS_Face> m_lost;
+    FacesOfEdges m_facesOfEdges;
+    double m_smallest = 0.0;
+    Unmeshed m_result;
+};
+
+} // namespace
+
+Unmeshed& Unmeshed::operator+=(const Unmeshed& other)
+{
+    lost += other.lost;
+    coarser += other.coarser;
+    negligible += other.negligible;
+    return *this;
+}
+
+IMeshTools_Parameters meshParameters(const TopoDS_Shape& shape, MeshQuality quality)
+{
+    return parametersOf(diagonalOf(boundsOf(shape)), resolutionOf(quality));
+}
+
+Unmeshed mesh(const TopoDS_Shape& shape, MeshQuality quality)
+{
+    return mesh(shape, quality, diagonalOf(boundsOf(shape)));
+}
+
+Unmeshed mesh(const TopoDS_Shape& shape, MeshQuality quality, double diagonal)
 {
     // A mesh left from before would be kept where it is finer, and the same export would differ.
     BRepTools::Clean(shape);
-    // Narrow faces can be lost at a coarse resolution; a few finer ones usually save them.
-    constexpr int attempts = 3;
-    for (int attempt = 1;; ++attempt) {
-        BRepMesh_IncrementalMesh(shape, parameters);
-        const std::size_t unmeshed = countUnmeshed(shape);
-        if (unmeshed == 0 || attempt == attempts)
-            return unmeshed;
-        parameters.Deflection /= 10.0;
-    }
+    const Resolution& first = resolutionOf(quality);
+    Mesher mesher(shape, diagonal, first);
+    mesher.retry(otherAngles(first));
+    const std::size_t before = mesher.result().lost;
+    if (quality != MeshQuality::Coarse)
+        mesher.retry(otherAngles(coarse));
+    const std::size_t coarser = before - std::min(before, mesher.result().lost);
+    mesher.retry(finer(first));
+    Unmeshed result = mesher.result();
+    result.coarser = coarser;
+    return result;
 }
 
 } // namespace zn::zentrel

@@ -9,14 +9,24 @@ namespace zn::zentrel {
 /// With the numbers that the preference uses; any other number counts as fine.
 enum class MeshQuality { Coarse = 1, Fine = 2 };
 
-/// Mesh parameters for something whose bounding box has that diagonal: the deflection is a fraction of it (coarse
-/// 1/1000, fine 1/5000), the angle 30 or 10 degrees. So a model of 200 m meshes as one of 0.2 mm does.
-IMeshTools_Parameters meshParameters(double diagonal, MeshQuality quality);
-/// For the shape alone.
+/// Mesh parameters for a shape alone: the deflection is a fraction of the diagonal of its bounding box (coarse 1/1000,
+/// fine 1/5000), the angle 30 or 10 degrees. So a model of 200 m meshes as one of 0.2 mm does.
 IMeshTools_Parameters meshParameters(const TopoDS_Shape& shape, MeshQuality quality);
 
-/// Meshes the shape anew with these parameters, and with finer ones if a face would get no triangle. Faces that have
-/// only a tessellation keep theirs. Gives the number of faces that have no triangle at the end.
-[[nodiscard]] std::size_t mesh(const TopoDS_Shape& shape, IMeshTools_Parameters parameters);
+/// Faces that the kernel gave no triangle at the quality that was asked for.
+struct Unmeshed {
+    std::size_t lost = 0;
+    std::size_t coarser = 0;    ///< which have triangles of coarse quality
+    std::size_t negligible = 0; ///< of less than a thousand-millionth of the whole area: nobody can see them missing
+
+    Unmeshed& operator+=(const Unmeshed& other);
+};
+
+/// Meshes the shape anew, as something of that diagonal. Faces that get no triangle are tried again at other angles and
+/// then at finer deflections (fine ones at coarse quality before that), while all others keep their triangles. Faces
+/// that have only a tessellation keep theirs.
+[[nodiscard]] Unmeshed mesh(const TopoDS_Shape& shape, MeshQuality quality, double diagonal);
+/// By its own size.
+[[nodiscard]] Unmeshed mesh(const TopoDS_Shape& shape, MeshQuality quality);
 
 } // namespace zn::zentrel

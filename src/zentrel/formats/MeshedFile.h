@@ -2,6 +2,7 @@
 
 #include "zentrel/formats/CafModel.h"
 #include "zentrel/kernel/KernelChild.h"
+#include "zentrel/kernel/Remarks.h"
 #include "zentrel/model/Packets.h"
 
 #include <algorithm>
@@ -29,10 +30,13 @@ template <class Options, auto make> std::string answerMeshRequest(std::string_vi
     std::memcpy(&options, request.data(), sizeof options);
     std::memcpy(&length, request.data() + sizeof options, sizeof length);
     request.remove_prefix(sizeof options + sizeof length);
-    return make(*unpackModel(request.substr(length)), request.substr(0, length), options);
+    Remarks remarks;
+    std::string bytes = make(*unpackModel(request.substr(length)), request.substr(0, length), options, remarks);
+    return withRemarks(std::move(bytes), remarks);
 }
 
-/// A file of triangles: what `make(model, file, options)` returns in a process of the kernel's. Sound models take turns
+/// A file of triangles with its remarks: what `make(model, file, options, remarks)` returns and tells in a process of
+/// the kernel's. Sound models take turns
 /// in one that stays, any other one gets its own. Raises what `make` raises, and `Kernel`.
 template <auto make, class Options>
 std::string meshedFile(const Model& model, const std::filesystem::path& file, const Options& options)
@@ -41,7 +45,11 @@ std::string meshedFile(const Model& model, const std::filesystem::path& file, co
     const auto bodies = placedBodies(model);
     if (std::all_of(bodies.begin(), bodies.end(), [](const PlacedBody& placed) { return placed.body->sound; }))
         return askKernel(task, answerMeshRequest<Options, make>, meshRequest(model, file, options));
-    return runInChild(task, [&] { return make(model, file, options); });
+    return runInChild(task, [&] {
+        Remarks remarks;
+        std::string bytes = make(model, file, options, remarks);
+        return withRemarks(std::move(bytes), remarks);
+    });
 }
 
 } // namespace zn::zentrel

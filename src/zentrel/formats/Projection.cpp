@@ -92,7 +92,7 @@ void projectMesh(const Projection& projection, std::vector<Stroke>& strokes)
 {
     const Handle(HLRBRep_PolyAlgo) algorithm = new HLRBRep_PolyAlgo;
     for (const ProjectedBody& body : projection.solid) {
-        if (mesh(body.shape, meshParameters(body.shape, MeshQuality::Fine)) > 0)
+        if (mesh(body.shape, MeshQuality::Fine).lost > 0)
             throw Standard_Failure("faces can't be divided into triangles");
         algorithm->Load(body.shape);
     }

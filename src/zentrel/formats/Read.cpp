@@ -10,7 +10,7 @@ namespace {
 
 struct Reader {
     const char16_t* extension;
-    Document (*read)(const std::filesystem::path& file);
+    Document (*read)(const std::filesystem::path& file, Remarks* remarks);
 };
 
 constexpr Reader readers[] = {
@@ -34,13 +34,13 @@ const Reader* readerOf(const std::filesystem::path& file)
 
 bool canRead(const std::filesystem::path& file) { return readerOf(file) != nullptr; }
 
-Document readForeign(const std::filesystem::path& file)
+Document readForeign(const std::filesystem::path& file, Remarks* remarks)
 {
     const Reader* reader = readerOf(file);
     if (!reader)
         throw DocumentError(ErrorKind::Unsupported,
             "The file " + quoted(file) + " can't be read: only STEP (.step, .stp) and IGES (.igs, .iges) can be.");
-    return reader->read(file);
+    return reader->read(file, remarks);
 }
 
 } // namespace zn::zentrel

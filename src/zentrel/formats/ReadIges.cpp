@@ -4,8 +4,7 @@
 #include "zentrel/formats/Content.h"
 #include "zentrel/formats/CountIges.h"
 #include "zentrel/formats/Read.h"
-#include "zentrel/kernel/KernelChild.h"
-#include "zentrel/model/Packets.h"
+#include "zentrel/formats/ReadInChild.h"
 
 #include <IGESCAFControl_Reader.hxx>
 #include <XSControl_WorkSession.hxx>
@@ -14,10 +13,7 @@ namespace zn::zentrel {
 
 namespace {
 
-/// Of a file, for the limit of computing.
-constexpr std::uintmax_t bytesAPiece = 20000;
-
-Document readHere(const std::filesystem::path& file)
+Document readHere(const std::filesystem::path& file, ReadWay way)
 {
     IGESCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
@@ -26,7 +22,7 @@ Document readHere(const std::filesystem::path& file)
     if (reader.ReadFile(file.c_str()) != IFSelect_RetDone)
         throw DocumentError(ErrorKind::Damaged, "The file " + quoted(file) + " isn't well-formed IGES data.");
     Handle(TDocStd_Document) content = newCafDocument();
-    const bool transferred = reader.Transfer(content);
+    const bool transferred = way == ReadWay::Named ? reader.Transfer(content) : transferPlainly(reader, content);
     Document document = transferred ? documentOf(content) : Document();
     requireComplete(countIges(reader.WS()), distinctBodies(document), file);
     return document;
@@ -34,11 +30,11 @@ Document readHere(const std::filesystem::path& file)
 
 } // namespace
 
-Document readIges(const std::filesystem::path& file)
+Document readIges(const std::filesystem::path& file, Remarks* remarks)
 {
     checkIgesContent(file);
-    const KernelTask task{"reading", file, computingLimit(std::filesystem::file_size(file) / bytesAPiece)};
-    return readInChild(task, [&] { return readHere(file); });
+    return readInChild(
+        file, [&](ReadWay way, Remarks&) { return readHere(file, way); }, remarks);
 }
 
 } // namespace zn::zentrel

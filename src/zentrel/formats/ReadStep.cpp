@@ -4,9 +4,8 @@
 #include "zentrel/formats/Content.h"
 #include "zentrel/formats/CountStep.h"
 #include "zentrel/formats/Read.h"
+#include "zentrel/formats/ReadInChild.h"
 #include "zentrel/formats/StepEncoding.h"
-#include "zentrel/kernel/KernelChild.h"
-#include "zentrel/model/Packets.h"
 
 #include <Interface_InterfaceModel.hxx>
 #include <Interface_Static.hxx>
@@ -59,9 +58,6 @@ SolidNames solidNamesOf(const std::vector<Handle(XSControl_WorkSession)>& sessio
     return names;
 }
 
-/// Of a file, for the limit of computing.
-constexpr std::uintmax_t bytesAPiece = 20000;
-
 /// Files that the file, or one of those, refers to and that could not be read, as it names them.
 std::string unreadReferences(const STEPCAFControl_Reader& reader)
 {
@@ -72,17 +68,23 @@ std::string unreadReferences(const STEPCAFControl_Reader& reader)
     return names;
 }
 
-Document readHere(const std::filesystem::path& file)
+Document readHere(const std::filesystem::path& file, ReadWay way)
 {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
     reader.SetNameMode(Standard_True);
     reader.SetLayerMode(Standard_True);
+    // Nothing here uses dimensions, tolerances, saved views, materials and checksums, and the kernel crashes on some.
+    reader.SetGDTMode(Standard_False);
+    reader.SetViewMode(Standard_False);
+    reader.SetMatMode(Standard_False);
+    reader.SetPropsMode(Standard_False);
     Interface_Static::SetIVal("read.step.codepage", stepEncoding(file));
     if (reader.ReadFile(file.c_str()) != IFSelect_RetDone)
         throw DocumentError(ErrorKind::Damaged, "The file " + quoted(file) + " isn't well-formed STEP data.");
     Handle(TDocStd_Document) content = newCafDocument();
-    const bool transferred = reader.Transfer(content);
+    const bool transferred
+        = way == ReadWay::Named ? reader.Transfer(content) : transferPlainly(reader.ChangeReader(), content);
     if (const std::string names = unreadReferences(reader); !names.empty())
         throw DocumentError(ErrorKind::Incomplete,
             "The file " + quoted(file)
@@ -99,11 +101,11 @@ Document readHere(const std::filesystem::path& file)
 
 } // namespace
 
-Document readStep(const std::filesystem::path& file)
+Document readStep(const std::filesystem::path& file, Remarks* remarks)
 {
     checkStepContent(file);
-    const KernelTask task{"reading", file, computingLimit(std::filesystem::file_size(file) / bytesAPiece)};
-    return readInChild(task, [&] { return readHere(file); });
+    return readInChild(
+        file, [&](ReadWay way, Remarks&) { return readHere(file, way); }, remarks);
 }
 
 } // namespace zn::zentrel

@@ -29,12 +29,13 @@ public:
     {
     }
 
-    std::size_t meshFile(const Model& model)
+    void meshFile(const Model& model)
     {
-        if (!m_files.insert(&model).second)
-            return 0;
-        return meshParts(model, meshParameters(diagonalOf(boundsOf(compoundInside(model))), m_quality));
+        if (m_files.insert(&model).second)
+            meshParts(model, diagonalOf(boundsOf(compoundInside(model))));
     }
+
+    const Unmeshed& unmeshed() const { return m_unmeshed; }
 
 private:
     static void addInside(const Model& model, const TopLoc_Location& place, TopoDS_Compound& all)
@@ -55,22 +56,23 @@ private:
         return all;
     }
 
-    std::size_t meshParts(const Model& model, const IMeshTools_Parameters& parameters)
+    void meshParts(const Model& model, double diagonal)
     {
         if (!m_parts.insert(&model).second)
-            return 0;
+            return;
         TopoDS_Compound part;
         BRep_Builder builder;
         builder.MakeCompound(part);
         for (const Body& body : model.bodies)
             builder.Add(part, body.shape);
-        std::size_t unmeshed = model.bodies.empty() ? 0 : mesh(part, parameters);
+        if (!model.bodies.empty())
+            m_unmeshed += mesh(part, m_quality, diagonal);
         for (const Model::Child& child : model.children)
-            unmeshed += child.isInside ? meshParts(*child.model, parameters) : meshFile(*child.model);
-        return unmeshed;
+            child.isInside ? meshParts(*child.model, diagonal) : meshFile(*child.model);
     }
 
     MeshQuality m_quality;
+    Unmeshed m_unmeshed;
     std::set<const Model*> m_files;
     std::set<const Model*> m_parts;
 };
@@ -79,6 +81,9 @@ void addFace(const TopoDS_Face& face, const gp_Trsf& placement, TriangleSet& set
 {
     TopLoc_Location location;
     const Handle(Poly_Triangulation)& triangulation = BRep_Tool::Triangulation(face, location);
+    // A negligible one.
+    if (triangulation.IsNull())
+        return;
     const gp_Trsf transformation = placement * location.Transformation();
     const auto offset = static_cast<std::uint32_t>(set.points.size());
     set.points.reserve(set.points.size() + static_cast<std::size_t>(triangulation->NbNodes()));
@@ -110,17 +115,28 @@ bool hasFaces(const PlacedBody& placed) { return TopExp_Explorer(placed.body->sh
 
 } // namespace
 
-void meshModel(const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file)
+void meshModel(
+    const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file, Remarks& remarks)
 {
     const std::vector<PlacedBody> bodies = placedBodies(model);
     if (std::none_of(bodies.begin(), bodies.end(), hasFaces))
         throw DocumentError(ErrorKind::Unsupported,
             std::string("The file ") + quoted(file) + " can't be written: the model has no faces, and " + format
                 + " holds nothing else.");
-    if (const std::size_t unmeshed = Mesher(quality).meshFile(model))
+    Mesher mesher(quality);
+    mesher.meshFile(model);
+    const Unmeshed& unmeshed = mesher.unmeshed();
+    if (unmeshed.lost > 0)
         throw DocumentError(ErrorKind::Kernel,
-            "The file " + quoted(file) + " can't be written: " + std::to_string(unmeshed)
+            "The file " + quoted(file) + " can't be written: " + std::to_string(unmeshed.lost)
                 + " faces of the model can't be divided into triangles.");
+    const auto tell = [&](std::size_t faces, const char* what) {
+        if (faces > 0)
+            remarks.push_back("The file " + quoted(file) + " was written with "
+                + (faces == 1 ? "1 face" : std::to_string(faces) + " faces") + what + ".");
+    };
+    tell(unmeshed.coarser, " at the coarse resolution only, since the kernel fails on a finer one");
+    tell(unmeshed.negligible, " left out, each below a thousand-millionth of the surface, too small for a triangle");
 }
 
 std::vector<TriangleSet> trianglesOf(const PlacedBody& placed, const std::filesystem::path& file)
@@ -145,9 +161,9 @@ std::vector<TriangleSet> trianglesOf(const PlacedBody& placed, const std::filesy
 }
 
 std::vector<TriangleSet> trianglesOf(
-    const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file)
+    const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file, Remarks& remarks)
 {
-    meshModel(model, quality, format, file);
+    meshModel(model, quality, format, file, remarks);
     std::vector<TriangleSet> sets;
     for (const PlacedBody& placed : placedBodies(model)) {
         std::vector<TriangleSet> own = trianglesOf(placed, file);

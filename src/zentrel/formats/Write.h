@@ -1,11 +1,13 @@
 #pragma once
 
 #include "zentrel/formats/Mesh.h"
+#include "zentrel/kernel/Remarks.h"
 #include "zentrel/model/Model.h"
 
 /// Writers of parts and assemblies. Each writes to a temporary name and renames; on a failure it raises
 /// `DocumentError` and leaves what existed. A crash of the kernel costs
-/// the file only. Raised: `Unsupported` (the format can't hold this model), `NotWritable`, `Kernel`.
+/// the file only. Returned is what a person should know of a file that was written. Raised: `Unsupported` (the format
+/// can't hold this model), `NotWritable`, `Kernel`.
 namespace zn::zentrel {
 
 /// Units of an output file, with the numbers that the preferences use.
@@ -21,7 +23,7 @@ struct StepOptions {
     int protocol = 203; ///< 203 or 214
     GeometryPreference geometry = GeometryPreference::SolidSurface;
 };
-void writeStep(const Model& model, const std::filesystem::path& file, const StepOptions& options = {});
+Remarks writeStep(const Model& model, const std::filesystem::path& file, const StepOptions& options = {});
 
 struct IgesOptions {
     bool solidAndSurface = true;  ///< write faces and solids
@@ -32,7 +34,7 @@ struct IgesOptions {
     bool highTrimAccuracy = true; ///< write the finest tolerance of the model, not its average
     bool flattenHierarchy = true; ///< all bodies at one level; else a group for each component
 };
-void writeIges(const Model& model, const std::filesystem::path& file, const IgesOptions& options = {});
+Remarks writeIges(const Model& model, const std::filesystem::path& file, const IgesOptions& options = {});
 
 struct StlOptions {
     bool binary = true;
@@ -40,13 +42,13 @@ struct StlOptions {
     MeshQuality quality = MeshQuality::Coarse;
     bool keepPosition = false; ///< false: the model is moved so that no coordinate is negative, if one is
 };
-void writeStl(const Model& model, const std::filesystem::path& file, const StlOptions& options = {});
+Remarks writeStl(const Model& model, const std::filesystem::path& file, const StlOptions& options = {});
 
 struct VrmlOptions {
     LengthUnit unit = LengthUnit::Millimeters;
     MeshQuality quality = MeshQuality::Coarse;
 };
-void writeVrml(const Model& model, const std::filesystem::path& file, const VrmlOptions& options = {});
+Remarks writeVrml(const Model& model, const std::filesystem::path& file, const VrmlOptions& options = {});
 
 /// One of several files of an export.
 struct ModelFile {

@@ -75,11 +75,12 @@ std::string igesText(const Model& model, const std::filesystem::path& file, cons
 
 } // namespace
 
-void writeIges(const Model& model, const std::filesystem::path& file, const IgesOptions& options)
+Remarks writeIges(const Model& model, const std::filesystem::path& file, const IgesOptions& options)
 {
     requireSurfaces(model, "IGES", file);
     const KernelTask task{"writing", file, computingLimit(countFaces(model))};
     writeWhole(file, runInChild(task, [&] { return igesText(model, file, options); }));
+    return {};
 }
 
 } // namespace zn::zentrel

@@ -94,11 +94,12 @@ std::string stepText(const Model& model, const std::filesystem::path& file, cons
 
 } // namespace
 
-void writeStep(const Model& model, const std::filesystem::path& file, const StepOptions& options)
+Remarks writeStep(const Model& model, const std::filesystem::path& file, const StepOptions& options)
 {
     requireSurfaces(model, "STEP", file);
     const KernelTask task{"writing", file, computingLimit(countFaces(model))};
     writeWhole(file, runInChild(task, [&] { return stepText(model, file, options); }));
+    return {};
 }
 
 } // namespace zn::zentrel

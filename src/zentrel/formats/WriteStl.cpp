@@ -102,9 +102,9 @@ std::string asciiStl(const std::vector<TriangleSet>& sets, const Scaling& scalin
     return text + "endsolid model\n";
 }
 
-std::string stlBytes(const Model& model, const std::filesystem::path& file, const StlOptions& options)
+std::string stlBytes(const Model& model, const std::filesystem::path& file, const StlOptions& options, Remarks& remarks)
 {
-    const std::vector<TriangleSet> sets = trianglesOf(model, options.quality, "STL", file);
+    const std::vector<TriangleSet> sets = trianglesOf(model, options.quality, "STL", file, remarks);
     Scaling scaling;
     scaling.factor = 1.0 / millimetersOf(options.unit);
     if (!options.keepPosition)
@@ -114,9 +114,12 @@ std::string stlBytes(const Model& model, const std::filesystem::path& file, cons
 
 } // namespace
 
-void writeStl(const Model& model, const std::filesystem::path& file, const StlOptions& options)
+Remarks writeStl(const Model& model, const std::filesystem::path& file, const StlOptions& options)
 {
-    writeWhole(file, meshedFile<stlBytes>(model, file, options));
+    std::string bytes = meshedFile<stlBytes>(model, file, options);
+    Remarks remarks = takeRemarks(bytes);
+    writeWhole(file, bytes);
+    return remarks;
 }
 
 } // namespace zn::zentrel

@@ -101,9 +101,10 @@ private:
     std::vector<Group> m_groups;
 };
 
-std::string vrmlText(const Model& model, const std::filesystem::path& file, const VrmlOptions& options)
+std::string vrmlText(
+    const Model& model, const std::filesystem::path& file, const VrmlOptions& options, Remarks& remarks)
 {
-    meshModel(model, options.quality, "VRML", file);
+    meshModel(model, options.quality, "VRML", file, remarks);
     SceneWriter scene(file, 1.0 / millimetersOf(options.unit));
     scene.add(model, {}, {});
     return std::move(scene.text);
@@ -111,9 +112,12 @@ std::string vrmlText(const Model& model, const std::filesystem::path& file, cons
 
 } // namespace
 
-void writeVrml(const Model& model, const std::filesystem::path& file, const VrmlOptions& options)
+Remarks writeVrml(const Model& model, const std::filesystem::path& file, const VrmlOptions& options)
 {
-    writeWhole(file, meshedFile<vrmlText>(model, file, options));
+    std::string bytes = meshedFile<vrmlText>(model, file, options);
+    Remarks remarks = takeRemarks(bytes);
+    writeWhole(file, bytes);
+    return remarks;
 }
 
 } // namespace zn::zentrel

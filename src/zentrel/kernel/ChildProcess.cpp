@@ -127,6 +127,8 @@ std::string kernelText(const std::string& what, const KernelTask& task)
     return "The geometry kernel " + what + " while " + task.doing + " the file " + quoted(task.file) + ".";
 }
 
+bool isCrash(int status) { return WIFSIGNALED(status) && WTERMSIG(status) != SIGXCPU && WTERMSIG(status) != SIGKILL; }
+
 [[noreturn]] void raiseKernel(const std::string& what, const KernelTask& task)
 {
     throw DocumentError(ErrorKind::Kernel, kernelText(what, task));
@@ -195,6 +197,8 @@ void ChildProcess::raiseEnd(const KernelTask& task)
     int status = 0;
     while (waitpid(m_process, &status, 0) < 0 && errno == EINTR) { }
     m_process = -1;
+    if (isCrash(status))
+        throw KernelCrash(kernelText(endText(status, task), task));
     raiseKernel(endText(status, task), task);
 }
 

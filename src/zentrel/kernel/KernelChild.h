@@ -1,5 +1,7 @@
 #pragma once
 
+#include "contracts/documents/DocumentError.h"
+
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -22,9 +24,19 @@ struct KernelTask {
     std::chrono::seconds limit; ///< of computing
 };
 
+/// The kernel crashed: another way to the same result may work.
+class KernelCrash : public DocumentError {
+public:
+    explicit KernelCrash(const std::string& sentence)
+        : DocumentError(ErrorKind::Kernel, sentence)
+    {
+    }
+};
+
 /// Runs `work` in a child process (a copy of this one) and returns the bytes that it returns. A `DocumentError` that it
 /// raises is raised here again. The kernel's exceptions, a crash, more memory or computing than the limits and a user
-/// who has gone become `DocumentError` of kind `Kernel`: "The geometry kernel … while <doing> the file '…'." What
+/// who has gone become `DocumentError` of kind `Kernel` (a crash a `KernelCrash`): "The geometry kernel … while <doing>
+/// the file '…'." What
 /// `work` changes in memory is lost. Within such a child, `work` gets a child of its own. A child costs 2 to 15 ms.
 std::string runInChild(const KernelTask& task, const std::function<std::string()>& work);
 

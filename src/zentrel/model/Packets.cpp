@@ -1,6 +1,7 @@
 #include "zentrel/model/Packets.h"
 
 #include "contracts/documents/DocumentError.h"
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/ManifestValues.h"
 
 #include <cstring>
@@ -165,17 +166,6 @@ Document unpackDocument(std::string_view packet)
     if (json.at("assembly").get<bool>())
         return manifest::assemblyFrom(json.at("document"), shapes, {});
     return manifest::partFrom(json.at("document"), shapes);
-}
-
-Document readInChild(const KernelTask& task, const std::function<Document()>& read)
-{
-    const std::string packet = runInChild(task, [&] { return packDocument(read()); });
-    try {
-        return unpackDocument(packet);
-    } catch (const std::invalid_argument& error) {
-        throw DocumentError(
-            ErrorKind::Unsupported, "The file " + quoted(task.file) + " can't be opened: " + error.what() + ".");
-    }
 }
 
 std::string packModel(const Model& model)

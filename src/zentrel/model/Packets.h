@@ -1,6 +1,5 @@
 #pragma once
 
-#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/Model.h"
 
 #include <string>
@@ -13,10 +12,6 @@ namespace zn::zentrel {
 /// A part, or an assembly whose components are all virtual.
 std::string packDocument(const Document& document);
 Document unpackDocument(std::string_view packet);
-
-/// The document that `read` makes in a process of the kernel's. Raises what it raises, `Kernel`, and `Unsupported` for
-/// what no document of ours can be.
-Document readInChild(const KernelTask& task, const std::function<Document()>& read);
 
 std::string packModel(const Model& model);
 /// A stream that came a short while ago gives the same shape again.

@@ -5,6 +5,13 @@
 #include "zentrel/formats/Read.h"
 #include "zentrel/kernel/KernelLimits.h"
 
+#include <BRep_Builder.hxx>
+#include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
+#include <gp_Pln.hxx>
+#include <TopoDS_Compound.hxx>
+
 namespace zn::zentrel::test {
 
 namespace {
@@ -53,6 +60,36 @@ TEST_F(Save, AnnouncesEachFileBeforeItExistsAndWritesTheShownConfiguration)
     shop.application->call(u"QuitDoc", {part->call(u"GetTitle")});
     EXPECT_EQ(sink->events.back(), u"2");
     EXPECT_THROW(part->call(u"GetFirstModelView"), StatusError) << "a closed document says so";
+}
+
+/// A box and a face along a line, of no area, which the kernel divides into no triangle.
+TopoDS_Shape boxWithThinFace()
+{
+    const gp_Pnt from(20, 0, 0);
+    const gp_Pnt to(20, 0, 1e-4);
+    BRepBuilderAPI_MakeWire wire(BRepBuilderAPI_MakeEdge(from, to), BRepBuilderAPI_MakeEdge(to, from));
+    TopoDS_Compound both;
+    BRep_Builder builder;
+    builder.MakeCompound(both);
+    builder.Add(both, box(10, 10, 10));
+    builder.Add(both, BRepBuilderAPI_MakeFace(gp_Pln(from, gp_Dir(1, 0, 0)), wire.Wire()).Shape());
+    return both;
+}
+
+TEST_F(Save, FacesThatNobodyCanSeeFallAwayWithASentence)
+{
+    for (const bool sound : {true, false}) {
+        SCOPED_TRACE(sound ? "in the process for all files" : "in one of its own");
+        writeDocument(partOf({{u"Default", {u"Kiste", boxWithThinFace(), {}, {}, sound}}}), shop.file("Thin.zenprt"));
+        const auto part = shop.open(shop.path("Thin.zenprt"), DocumentKind::Part);
+        EXPECT_EQ(saveAs(*part, shop.path("Thin.stl")), (Saved{true, 0}));
+        EXPECT_EQ(std::filesystem::file_size(shop.file("Thin.stl")), 84U + 12 * 50);
+        Value count;
+        callWithResults(*shop.application, u"GetErrorMessages", {Value(), Value(), Value()}, &count);
+        EXPECT_EQ(count, Value(1));
+        EXPECT_THAT(shop.log.back(), HasSubstr("Thin.stl' was written with 1 face left out"));
+        shop.application->call(u"QuitDoc", {part->call(u"GetTitle")});
+    }
 }
 
 TEST_F(Save, SoundGeometryWithoutMeasureCostsItsFileAndNothingElse)

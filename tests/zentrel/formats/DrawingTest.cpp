@@ -108,7 +108,7 @@ TEST(Projection, aPlateFromAboveAndFromTheFront)
 
     // Without its surfaces the plate shows the sharp edges of its mesh: those of the box, and the hole's two rims.
     Model meshed = model;
-    ASSERT_EQ(mesh(meshed.bodies[0].shape, meshParameters(meshed.bodies[0].shape, MeshQuality::Fine)), 0u);
+    ASSERT_EQ(mesh(meshed.bodies[0].shape, MeshQuality::Fine).lost, 0u);
     BRepTools::CleanGeometry(meshed.bodies[0].shape);
     double visible = 0.0;
     for (const Stroke& stroke : project(meshed, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0), 0.01, false, "p.zenprt"))

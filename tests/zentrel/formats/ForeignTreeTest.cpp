@@ -273,7 +273,8 @@ TEST_F(ForeignTree, AFilesPartsAreMeshedByTheFilesSize)
     const Document document = readStep(folder / "rack.step");
     const auto triangles = [&](const Model& model) {
         std::size_t count = 0;
-        for (const TriangleSet& set : trianglesOf(model, MeshQuality::Coarse, "STL", "x.stl"))
+        Remarks remarks;
+        for (const TriangleSet& set : trianglesOf(model, MeshQuality::Coarse, "STL", "x.stl", remarks))
             count += set.triangles.size();
         return count;
     };

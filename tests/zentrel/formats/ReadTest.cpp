@@ -1,7 +1,12 @@
 #include "zentrel/formats/Read.h"
 #include "tests/zentrel/Documents.h"
 #include "zentrel/formats/BuildPart.h"
+#include "zentrel/formats/CafTree.h"
+#include "zentrel/formats/ReadInChild.h"
 #include "zentrel/model/Describe.h"
+
+#include <csignal>
+#include <STEPControl_Reader.hxx>
 
 using namespace zn::zentrel;
 using namespace zn::zentrel::test;
@@ -97,4 +102,100 @@ TEST_F(Read, badFilesGiveASentenceAndAKind)
         EXPECT_THAT(expectError(bad.kind, bad.words, [&] { readForeign(folder / bad.file); }), HasSubstr(bad.file));
     }
     EXPECT_THROW(readForeign(folder / "none.step"), DocumentError);
+}
+
+namespace {
+
+/// The text with further STEP records at the end of its data.
+std::string withRecords(const std::string& text, const std::string& records)
+{
+    return replaced(text, "\nENDSEC;\nEND-ISO", "\n" + records + "\nENDSEC;\nEND-ISO");
+}
+
+} // namespace
+
+TEST_F(Read, whatIsNoGeometryMayBeBrokenOrMissing)
+{
+    const std::string screw = readFile(samples / "step/screw.step");
+    const std::string loneFace = "#9000=PLANE('',#9001);#9001=AXIS2_PLACEMENT_3D('',#9002,$,$);"
+                                 "#9002=CARTESIAN_POINT('',(0.,0.,0.));#9003=ADVANCED_FACE('',(),#9000,.T.);";
+    const std::string brokenPoint = "#9010=CARTESIAN_POINT('',('x',0.,0.));#9011=DIRECTION('',(1.,0.,0.));"
+                                    "#9012=VECTOR('',#9011,1.);#9013=LINE('',#9010,#9012);";
+    struct Case {
+        const char* file;
+        std::string records;
+        const char* refusal; ///< null: the file is read
+    };
+    const Case cases[] = {
+        {"number.step", "#9000=INTEGER_REPRESENTATION_ITEM('count',4.5);", nullptr},
+        {"text.step", "#9000=TEXT_LITERAL('','x',#9001,'left',.RIGHT.,$);#9001=AXIS2_PLACEMENT_3D('',$,$,$);", nullptr},
+        {"note.step", brokenPoint + "#9014=ANNOTATION_CURVE_OCCURRENCE('',(),#9013);", nullptr},
+        {"aid.step", loneFace + "#9004=CONSTRUCTIVE_GEOMETRY_REPRESENTATION('',(#9003),#1236);", nullptr},
+        {"name.step", "#9000=DIRECTION(7,(1.,0.,0.));", nullptr},
+        {"face.step", loneFace, "1 of its 11 faces"},
+        {"styledFace.step", loneFace + "#9004=STYLED_ITEM('',(),#9003);", "1 of its 11 faces"},
+        {"point.step", brokenPoint, "of its entities are broken"},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.file);
+        writeFile(folder / one.file, withRecords(screw, one.records));
+        if (one.refusal) {
+            expectError(ErrorKind::Incomplete, one.refusal, [&] { readForeign(folder / one.file); });
+            continue;
+        }
+        Remarks remarks;
+        EXPECT_EQ(distinctBodies(readForeign(folder / one.file, &remarks)).at(0).shape.facts().faces, 10u);
+        EXPECT_THAT(remarks, ::testing::IsEmpty());
+    }
+}
+
+TEST_F(Read, paddingBehindTheEndIsNoDamage)
+{
+    for (const char* sample : {"step/screw.step", "iges/hammer.iges"}) {
+        const std::string content = readFile(samples / sample);
+        const fs::path file = folder / fs::path(sample).filename();
+        for (const std::string& padding :
+            {std::string(9001, '\0'), std::string(5000, ' '), std::string("\r\n\x1a\0", 4)}) {
+            writeFile(file, content + padding);
+            EXPECT_EQ(distinctBodies(readForeign(file)).size(), 1u) << padding.size();
+        }
+        writeFile(file, std::string(9001, '\0'));
+        expectError(ErrorKind::Damaged, "is empty", [&] { readForeign(file); });
+    }
+}
+
+TEST_F(Read, whereTheNamedReaderCrashesThePlainOneIsTried)
+{
+    writeFile(folder / "a.step", "x");
+    const auto crash = [](ReadWay way, Remarks& remarks) {
+        if (way == ReadWay::Named)
+            raise(SIGSEGV);
+        remarks.push_back("One.");
+        PartDocument plain = partOf({{u"Default", {u"Box", box(1, 2, 3), {}, {}, true}}});
+        plain.name = u"plain";
+        return Document(plain);
+    };
+    Remarks remarks;
+    EXPECT_EQ(std::get<PartDocument>(readInChild(folder / "a.step", crash, &remarks)).name, u"plain");
+    EXPECT_THAT(remarks, ElementsAre(HasSubstr("a.step' was read without its names and colours"), "One."));
+    const auto refuse = [](ReadWay, Remarks&) -> Document { throw DocumentError(ErrorKind::Incomplete, "Lost."); };
+    expectError(ErrorKind::Incomplete, "Lost.", [&] { readInChild(folder / "a.step", refuse, nullptr); });
+    const auto hopeless = [](ReadWay way, Remarks&) -> Document {
+        if (way == ReadWay::Named)
+            raise(SIGSEGV);
+        throw DocumentError(ErrorKind::Incomplete, "Lost.");
+    };
+    expectError(ErrorKind::Kernel, "crashed", [&] { readInChild(folder / "a.step", hopeless, nullptr); });
+}
+
+TEST_F(Read, thePlainWayKeepsTheShapes)
+{
+    STEPControl_Reader reader;
+    ASSERT_EQ(reader.ReadFile((samples / "step/linkrods.step").c_str()), IFSelect_RetDone);
+    const auto document = newCafDocument();
+    ASSERT_TRUE(transferPlainly(reader, document));
+    std::size_t faces = 0;
+    for (const Body& body : distinctBodies(documentOf(document)))
+        faces += body.shape.facts().faces;
+    EXPECT_EQ(faces, 37u);
 }

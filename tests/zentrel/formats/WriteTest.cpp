@@ -305,7 +305,7 @@ TEST_F(Write, bodiesGoToWhatCanHoldThem)
     expectError(ErrorKind::Unsupported, "no geometry", [&] { writeStep(Model(), folder / "n.step"); });
 
     const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(5).Shape();
-    ASSERT_EQ(mesh(ball, meshParameters(ball, MeshQuality::Coarse)), 0u);
+    ASSERT_EQ(mesh(ball, MeshQuality::Coarse).lost, 0u);
     BRepTools::CleanGeometry(ball);
     const ModelRef tessellation = modelOf({{u"T", ball, {}, {}, false}});
     writeStl(*tessellation, folder / "t.stl", {.keepPosition = true});
