@@ -32,7 +32,7 @@ std::vector<ArkFileResult> FileLogic::ListResults(const SelectionRecords& items)
             result.output = record.printEntry ? record.extra : record.path;
             result.outputId = record.printEntry ? 0 : record.docId;
             result.outcome = !IsThere(record) ? FileOutcome::Failed
-                : record.before               ? FileOutcome::Replaced
+                : record.replaces             ? FileOutcome::Replaced
                                               : FileOutcome::Made;
         }
         for (const auto& [key, refused] : m_refused) {

@@ -26,6 +26,7 @@ struct OutputRecord {
     bool complained = false;              ///< input: its macro has written to the log
     bool worked = false;                  ///< input: its macro has ended normally
     double seconds = 0.0;                 ///< input: what the work on it took
+    bool replaces = false;                ///< output: the vault had one of that name before the save
     bool delivered = false;               ///< output: in the vault, checked in
     std::optional<FileAttributes> before; ///< output of which the vault has a version: the local file before the save
     std::int64_t notedAt = 0;             ///< output: when its save was announced, Unix time in seconds

@@ -104,6 +104,7 @@ void FileLogic::RemoveStaleFile(const Text& path)
 Status FileLogic::MakeRoomForReplacement(
     const Text& canonical, IArkFolder& folder, IArkFile& file, OutputRecord& record)
 {
+    record.replaces = true;
     Status status = file.GetId(record.docId);
     NotifyFileChange(fileChanged, canonical);
     if (!failed(status))
@@ -124,6 +125,7 @@ Status FileLogic::TakeForNewVersion(IArkFolder& folder, IArkFile& file, OutputRe
         status = file.CheckOut(record.projId, 0, 0);
     record.added = !failed(status);
     record.before = m_platform.files.attributes(record.path);
+    record.replaces = true;
     return status;
 }
 

@@ -70,10 +70,11 @@ private:
             if (!m_failed || isLacking(result))
                 reported.files.push_back(reportedFile(session, result));
         }
-        // A sentence that stands with its file is not said again.
+        // A file that has a sentence needs no other one: the last is the reason, and the log has all.
         for (const RunMessage& message : runs.messages(run.id)) {
-            const bool isSaid = std::any_of(results.begin(), results.end(),
-                [&](const RunFileResult& result) { return result.sentence == message.sentence; });
+            const bool isSaid = std::any_of(results.begin(), results.end(), [&](const RunFileResult& result) {
+                return !result.sentence.empty() && (result.source == message.path || result.output == message.path);
+            });
             if (!isSaid)
                 reported.messages.push_back(messageLine(session, message));
         }

@@ -22,7 +22,7 @@ Document readInChild(const std::filesystem::path& file,
     const std::function<Document(ReadWay way, Remarks& remarks)>& read, Remarks* remarks)
 {
     const KernelTask task{"reading", file, computingLimit(std::filesystem::file_size(file) / bytesAPiece)};
-    const auto readBy = [&](ReadWay way) {
+    const auto readIn = [&](ReadWay way) {
         return runInChild(task, [&] {
             Remarks told;
             std::string bytes = packDocument(read(way, told));
@@ -31,10 +31,10 @@ Document readInChild(const std::filesystem::path& file,
     };
     std::string block;
     try {
-        block = readBy(ReadWay::Named);
+        block = readIn(ReadWay::Named);
     } catch (const KernelCrash& crash) {
         try {
-            block = readBy(ReadWay::Plain);
+            block = readIn(ReadWay::Plain);
         } catch (const DocumentError&) {
             throw crash;
         }
