@@ -2,9 +2,12 @@
 
 #include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafModel.h"
+#include "zentrel/formats/Extent.h"
+#include "zentrel/formats/KeptProjections.h"
 #include "zentrel/formats/Mesh.h"
 #include "zentrel/formats/StrokesOfEdges.h"
 #include "zentrel/kernel/KernelChild.h"
+#include "zentrel/model/Bounds.h"
 
 #include <algorithm>
 #include <BRep_Tool.hxx>
@@ -14,6 +17,7 @@
 #include <HLRBRep_HLRToShape.hxx>
 #include <HLRBRep_PolyAlgo.hxx>
 #include <HLRBRep_PolyHLRToShape.hxx>
+#include <iterator>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 
@@ -24,6 +28,12 @@ namespace {
 /// The exact projection takes time with the square of the faces; beyond this the mesh is used at once.
 constexpr std::size_t mostExactFaces = 2000;
 constexpr std::chrono::seconds longestExact{20};
+
+/// Of the model's diagonal: how exactly views are kept, so that paper of any size and most scales find them.
+constexpr double keptDeviation = 1e-5;
+
+/// Of a body's diagonal: what its strokes may stand out of the box around it.
+constexpr double boxSlack = 0.01;
 
 struct ProjectedBody {
     TopoDS_Shape shape;
@@ -60,19 +70,43 @@ Projection projectionOf(const Model& model, const gp_Dir& direction, const gp_Di
     return projection;
 }
 
+/// The body with the projection plane turned into the XY plane.
+TopoDS_Shape turned(const ProjectedBody& body, const Projection& projection)
+{
+    gp_Trsf toPlane;
+    toPlane.SetTransformation(gp_Ax3(projection.plane));
+    return body.shape.Moved(TopLoc_Location(toPlane));
+}
+
+/// The kernel now and then makes lines that lie nowhere near the body, and one of them moves a view off the paper.
+void requireInBox(const ProjectedBody& body, const Projection& projection, const Extent& found)
+{
+    const Bnd_Box box = boundsOf(turned(body, projection));
+    if (!(diagonalOf(box) > 0.0))
+        return;
+    Extent extent;
+    extent.add({box.CornerMin().X(), box.CornerMin().Y()});
+    extent.add({box.CornerMax().X(), box.CornerMax().Y()});
+    if (!extent.holds(found, boxSlack * diagonalOf(box) + projection.tolerance))
+        throw Standard_Failure("lines beside the body");
+}
+
 /// Appends what either algorithm's result gives for one body.
 template <class Result>
 void appendBody(Result& result, const ProjectedBody& body, const Projection& projection, std::vector<Stroke>& strokes)
 {
+    std::vector<Stroke> own;
     const auto append = [&](const TopoDS_Shape& edges, LineKind kind) {
-        appendEdges(edges, kind, body.color, projection.tolerance, strokes);
+        appendEdges(edges, kind, body.color, projection.tolerance, own);
     };
     append(result.VCompound(body.shape), LineKind::Visible);
     append(result.OutLineVCompound(body.shape), LineKind::Visible);
-    if (!projection.hiddenLines)
-        return;
-    append(result.HCompound(body.shape), LineKind::Hidden);
-    append(result.OutLineHCompound(body.shape), LineKind::Hidden);
+    if (projection.hiddenLines) {
+        append(result.HCompound(body.shape), LineKind::Hidden);
+        append(result.OutLineHCompound(body.shape), LineKind::Hidden);
+    }
+    requireInBox(body, projection, extentOf(own));
+    std::move(own.begin(), own.end(), std::back_inserter(strokes));
 }
 
 void projectExactly(const Projection& projection, std::vector<Stroke>& strokes)
@@ -104,14 +138,6 @@ void projectMesh(const Projection& projection, std::vector<Stroke>& strokes)
         appendBody(result, body, projection, strokes);
 }
 
-/// The body with the projection plane turned into the XY plane.
-TopoDS_Shape turned(const ProjectedBody& body, const Projection& projection)
-{
-    gp_Trsf toPlane;
-    toPlane.SetTransformation(gp_Ax3(projection.plane));
-    return body.shape.Moved(TopLoc_Location(toPlane));
-}
-
 void projectWires(const Projection& projection, std::vector<Stroke>& strokes)
 {
     for (const ProjectedBody& body : projection.wires)
@@ -138,11 +164,26 @@ bool hasPlace(const Stroke& stroke)
         [](const Point2& point) { return std::isfinite(point[0]) && std::isfinite(point[1]); });
 }
 
-std::vector<Stroke> strokesBy(Method method, const Wanted& wanted, std::chrono::seconds limit)
+std::string packFine(const FineStrokes& fine)
 {
-    return unpackStrokes(runInChild({"projecting a view of", wanted.file, limit}, [&] {
+    std::string packet(reinterpret_cast<const char*>(&fine.tolerance), sizeof fine.tolerance);
+    return packet + packStrokes(fine.strokes);
+}
+
+FineStrokesRef unpackFine(const std::string& packet)
+{
+    auto fine = std::make_shared<FineStrokes>();
+    packet.copy(reinterpret_cast<char*>(&fine->tolerance), sizeof fine->tolerance);
+    fine->strokes = unpackStrokes(packet.substr(sizeof fine->tolerance));
+    return fine;
+}
+
+FineStrokesRef strokesBy(Method method, const Wanted& wanted, std::chrono::seconds limit)
+{
+    return unpackFine(runInChild({"projecting a view of", wanted.file, limit}, [&] {
         Projection projection = projectionOf(wanted.model, wanted.direction, wanted.up);
-        projection.tolerance = wanted.tolerance;
+        const double diagonal = diagonalOf(boundsOf(wanted.model));
+        projection.tolerance = diagonal > 0.0 ? std::min(wanted.tolerance, keptDeviation * diagonal) : wanted.tolerance;
         projection.hiddenLines = wanted.hiddenLines;
         std::vector<Stroke> strokes;
         if (!projection.solid.empty())
@@ -154,17 +195,13 @@ std::vector<Stroke> strokesBy(Method method, const Wanted& wanted, std::chrono::
         dropCoveredHidden(strokes, projection.tolerance);
         if (!std::all_of(strokes.begin(), strokes.end(), hasPlace))
             throw Standard_Failure("lines without a place");
-        return packStrokes(strokes);
+        return packFine({std::move(strokes), projection.tolerance});
     }));
 }
 
-} // namespace
-
-std::vector<Stroke> project(const Model& model, const gp_Dir& direction, const gp_Dir& up, double tolerance,
-    bool hiddenLines, const std::filesystem::path& file)
+FineStrokesRef projectFinely(const Wanted& wanted)
 {
-    const Wanted wanted{model, direction, up, tolerance, hiddenLines, file};
-    const std::size_t faces = countFaces(model);
+    const std::size_t faces = countFaces(wanted.model);
     if (faces <= mostExactFaces) {
         try {
             return strokesBy(projectExactly, wanted, std::min(longestExact, computingLimit(0)));
@@ -174,6 +211,24 @@ std::vector<Stroke> project(const Model& model, const gp_Dir& direction, const g
         }
     }
     return strokesBy(projectMesh, wanted, computingLimit(faces));
+}
+
+} // namespace
+
+std::vector<Stroke> project(const Model& model, const gp_Dir& direction, const gp_Dir& up, double tolerance,
+    bool hiddenLines, const std::filesystem::path& file)
+{
+    // One half for the projection, the other for what is left out of what is kept.
+    const double half = tolerance / 2;
+    const std::string key = viewKey(model, direction, up, hiddenLines);
+    FineStrokesRef fine = keptProjection(key, half);
+    if (!fine) {
+        fine = projectFinely({model, direction, up, half, hiddenLines, file});
+        keepProjection(key, fine);
+    }
+    std::vector<Stroke> strokes = fine->strokes;
+    simplify(strokes, half);
+    return strokes;
 }
 
 } // namespace zn::zentrel

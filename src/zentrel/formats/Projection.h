@@ -35,9 +35,10 @@ struct Stroke {
 
 /// What is seen of the model from `direction` with `up` on the paper upwards: strokes in the model's mm, in the
 /// projection plane. Curves that are no arcs become polylines that stay within `tolerance` mm of them.
-/// The exact projection is tried first; where the kernel fails or takes longer than 20 seconds, edges of a fine
-/// mesh are projected in its place. Bodies that are only a tessellation show its edges. `file` is for sentences.
-/// Raises `DocumentError` of kind `Kernel` when neither works.
+/// The exact projection is tried first; where the kernel fails, takes longer than 20 seconds or draws lines beside a
+/// body, edges of a fine mesh are projected in its place. A view that this process has projected a short while ago
+/// isn't projected again, whatever file it came from. Bodies that are only a tessellation show its edges. `file` is for
+/// sentences. Raises `DocumentError` of kind `Kernel` when neither works.
 std::vector<Stroke> project(const Model& model, const gp_Dir& direction, const gp_Dir& up, double tolerance,
     bool hiddenLines, const std::filesystem::path& file);
 

@@ -2,13 +2,12 @@
 
 #include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafModel.h"
+#include "zentrel/formats/Extent.h"
 #include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/Bounds.h"
 
 #include <algorithm>
-#include <cmath>
 #include <fmt/format.h>
-#include <limits>
 
 namespace zn::zentrel {
 
@@ -43,44 +42,6 @@ void paintTitleBlock(const Sheet& sheet, const std::filesystem::path& document, 
     picture.labels.push_back({{left + indent, frameBorder + lift}, textHeight, sheet.name});
     picture.labels.push_back({{column + indent, middle + lift}, textHeight, zn::toText(paperName(sheet.paper))});
     picture.labels.push_back({{column + indent, frameBorder + lift}, textHeight, zn::toText(scaleText(sheet.scale))});
-}
-
-struct Extent {
-    Point2 low{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
-    Point2 high{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest()};
-
-    void add(const Point2& point)
-    {
-        for (std::size_t axis = 0; axis < 2; ++axis) {
-            low[axis] = std::min(low[axis], point[axis]);
-            high[axis] = std::max(high[axis], point[axis]);
-        }
-    }
-};
-
-/// Whether the arc, counterclockwise from its start, passes the angle.
-bool passes(const Arc& arc, double angle)
-{
-    double turn = std::fmod(angle - arc.start, 2.0 * M_PI);
-    if (turn < 0.0)
-        turn += 2.0 * M_PI;
-    return arc.full || turn <= arc.end - arc.start;
-}
-
-Extent extentOf(const std::vector<Stroke>& strokes)
-{
-    Extent extent;
-    for (const Stroke& stroke : strokes) {
-        for (const Point2& point : stroke.points)
-            extent.add(point);
-        for (int quarter = 0; stroke.arc && quarter < 4; ++quarter) {
-            const double angle = quarter * M_PI / 2;
-            if (passes(*stroke.arc, angle))
-                extent.add({stroke.arc->center[0] + stroke.arc->radius * std::cos(angle),
-                    stroke.arc->center[1] + stroke.arc->radius * std::sin(angle)});
-        }
-    }
-    return extent;
 }
 
 /// Measured in a process of the kernel's.

@@ -19,6 +19,9 @@ void appendTessellation(
 /// Takes out hidden lines where another line is drawn anyway: dashes over a solid line would only make it uneven.
 void dropCoveredHidden(std::vector<Stroke>& strokes, double tolerance);
 
+/// Takes points out of polylines that then stay within `tolerance` of what they were.
+void simplify(std::vector<Stroke>& strokes, double tolerance);
+
 /// Strokes as bytes, for the way from a child process to its parent.
 std::string packStrokes(const std::vector<Stroke>& strokes);
 std::vector<Stroke> unpackStrokes(const std::string& packet);

@@ -1,8 +1,10 @@
 #include "tests/support/Shell.h"
 #include "tests/zentrel/Documents.h"
+#include "zentrel/formats/Extent.h"
 #include "zentrel/formats/Mesh.h"
 #include "zentrel/formats/Projection.h"
 #include "zentrel/formats/WriteDrawing.h"
+#include "zentrel/kernel/KernelLimits.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Describe.h"
 
@@ -114,6 +116,60 @@ TEST(Projection, aPlateFromAboveAndFromTheFront)
     for (const Stroke& stroke : project(meshed, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0), 0.01, false, "p.zenprt"))
         visible += std::hypot(stroke.points[1][0] - stroke.points[0][0], stroke.points[1][1] - stroke.points[0][1]);
     EXPECT_NEAR(visible, 2 * (100 + 60) + 2 * M_PI * 10, 0.5);
+}
+
+TEST(Projection, strokesOutOfABodysBoxAreFound)
+{
+    Extent box;
+    box.add({0.0, 0.0});
+    box.add({10.0, 5.0});
+    const Arc half{{5.0, 2.0}, 4.0, 0.0, M_PI, false};
+    const std::vector<Point2> ends{{9.0, 2.0}, {1.0, 2.0}};
+    EXPECT_FALSE(box.holds(extentOf({{LineKind::Visible, {}, ends, half}}), 0.5)) << "its ends are within";
+    EXPECT_TRUE(box.holds(extentOf({{LineKind::Visible, {}, ends, half}}), 1.5));
+    EXPECT_TRUE(box.holds(extentOf({{LineKind::Visible, {}, {{0.0, 0.0}, {10.0, 5.0}}, {}}}), 0.0));
+    EXPECT_FALSE(box.holds(extentOf({{LineKind::Hidden, {}, {{5.0, 2.0}, {-900.0, 3.0}}, {}}}), 1.0));
+}
+
+TEST(Projection, polylinesStayWithinTheTolerance)
+{
+    // A drum on its side, seen aslant: its rims are ellipses.
+    const gp_Ax2 axis(gp_Pnt(0, 0, 0), gp_Dir(1, 0, 0));
+    Model model;
+    model.bodies = {{u"Trommel", BRepPrimAPI_MakeCylinder(axis, 50, 20).Shape(), {}, {}, true}};
+    std::size_t before = 0;
+    for (const double tolerance : {1.0, 0.01}) {
+        std::size_t points = 0;
+        double lowest = 0.0;
+        for (const Stroke& stroke : project(model, gp_Dir(1, -1, 0), gp_Dir(0, 0, 1), tolerance, false, "p.zenprt")) {
+            points += stroke.points.size();
+            for (const Point2& point : stroke.points)
+                lowest = std::min(lowest, point[1]);
+        }
+        EXPECT_NEAR(lowest, -50, tolerance);
+        EXPECT_GT(points, before);
+        before = points + 20;
+    }
+}
+
+TEST_F(WriteDxf, aViewIsProjectedOnceForAllSheetsAndFormats)
+{
+    const DrawingDocument drawing = twoSheets(folder.path());
+    writePdf(drawing, folder / "d.zendrw", folder / "d.pdf");
+    // Whatever a new child of the kernel's does now fails.
+    const KernelLimits before = kernelLimits();
+    setKernelLimits({std::chrono::seconds(60), 1, {}});
+    fs::copy_file(folder / "plate.zenprt", folder / "copy.zenprt");
+    DrawingDocument other = drawing;
+    other.sheets[0].views[0].model = folder / "copy.zenprt";
+    writeDxf(other, folder / "d.zendrw", folder / "d.dxf", {{u"Лист 1", u"Detail"}});
+    EXPECT_GE(countOf(entitiesOf(folder / "d.dxf"), "LINE", "VISIBLE"), 24u);
+    DrawingDocument turned = drawing;
+    turned.sheets[0].views[0].direction = gp_Dir(1, 2, 3);
+    EXPECT_THROW(writeDxf(turned, folder / "d.zendrw", folder / "t.dxf"), DocumentError);
+    writePlate(folder / "plate.zenprt", Color{0, 0, 1});
+    EXPECT_THROW(writeDxf(drawing, folder / "d.zendrw", folder / "t.dxf"), DocumentError) << "the content has changed";
+    setKernelLimits(before);
 }
 
 TEST_F(WriteDxf, theActiveSheetInItsPlace)
