@@ -1,4 +1,5 @@
 #include "tests/endtoend/Plant.h"
+#include "tests/support/Files.h"
 
 #include <fstream>
 #include <soci/soci.h>
@@ -10,6 +11,7 @@ namespace zn::test {
 
 using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
+using ::testing::Not;
 namespace fs = std::filesystem;
 
 namespace {
@@ -134,6 +136,19 @@ TEST_F(BadFiles, CostOnlyThemselves)
         EXPECT_THAT(status, ContainsRegex("message +.*" + std::string(row.where) + ".*" + row.sentence));
     }
     EXPECT_THAT(vault().file(vault().find(pathOf(output("taken.zenprt")))->fileId).latestVersion, 1);
+}
+
+TEST_F(BadFiles, ADoneFileTellsWhatItsOutputLacks)
+{
+    // A box with a face beside it that has no area and gets no triangle.
+    put("thin.zenprt", zn::test::readFile(ZN_SOURCE_DIR "/tests/endtoend/files/thin face.zenprt"));
+    const std::string id = std::to_string(launch(u"Night", {selected("thin.zenprt")}, {}));
+    run("arkin worker --once");
+    EXPECT_THAT(run("arkin task status"), Not(HasSubstr("missing")));
+    EXPECT_GT(fs::file_size(output("thin.zenprt")), 600U);
+    const std::string sentence = "was written with 1 face left out";
+    for (const std::string& command : {"task log " + id, "task status " + id, "task status " + id + " --json"})
+        EXPECT_THAT(run("arkin " + command), HasSubstr(sentence)) << command;
 }
 
 } // namespace zn::test

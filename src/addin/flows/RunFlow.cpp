@@ -105,12 +105,18 @@ void showProgress(IArkTaskInstance& instance, std::int32_t index, std::int32_t t
     checkStatus(index == 0 ? instance.SetProgressRange(total, 0, path) : instance.SetProgressPos(index, path));
 }
 
-/// What the application itself says of a macro's failure and the macro hasn't passed on: a number alone helps nobody.
-void tellApplicationsWords(Run& run, const OutputRecord& record, const Text& passedOn)
+/// What the application itself says and the macro hasn't passed on: a number alone helps nobody. A macro that has told
+/// nothing may have had its reasons, and what it saved may lack something all the same: that stands with the run, not
+/// in its log of errors.
+void tellApplicationsWords(Run& run, const OutputRecord& record, const Text& passedOn, bool isError)
 {
     for (const Text& message : run.context.session.TakeMessages()) {
-        if (passedOn.find(message) == Text::npos)
+        if (passedOn.find(message) != Text::npos)
+            continue;
+        if (isError)
             run.messages.tell(record.path, message);
+        else
+            run.messages.tellWithRun(record.path, message);
     }
 }
 
@@ -144,7 +150,7 @@ bool tellOfFile(Run& run, OutputRecord& record)
     record.complained = !logged.empty() || refused;
     if (!logged.empty()) {
         run.messages.tellWithRun(record.path, logged);
-        tellApplicationsWords(run, record, logged);
+        tellApplicationsWords(run, record, logged, true);
     }
     const std::vector<FileFailure> failures = context.fileLogic.TakeFailures();
     for (const FileFailure& failure : failures)
@@ -199,12 +205,14 @@ void runMacro(Run& run, OutputRecord& record, const Text& revision)
             sentence += u" A double quote in a file's name breaks the macro: rename the file.";
         tellOfFile(run, record);
         run.messages.tell(record.path, sentence);
-        tellApplicationsWords(run, record, {});
+        tellApplicationsWords(run, record, {}, true);
         run.failureTold = true;
         throw;
     }
     record.worked = true;
-    if (tellOfFile(run, record) || context.fileLogic.HasResults(record))
+    const bool told = tellOfFile(run, record);
+    tellApplicationsWords(run, record, {}, false);
+    if (told || context.fileLogic.HasResults(record))
         return;
     if (context.kind == TaskKind::Conversion)
         run.messages.tellWithRun(record.path, u"Nothing was saved for this file, and its macro does not say why.");

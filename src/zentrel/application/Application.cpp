@@ -4,6 +4,7 @@
 #include "zentrel/application/ExportData.h"
 #include "zentrel/application/MacroRunner.h"
 
+#include <algorithm>
 #include <unistd.h>
 
 namespace zn::zentrel {
@@ -54,13 +55,17 @@ Application::~Application()
         std::filesystem::remove_all(m_surroundings.workFolder / std::to_string(number), ignored);
 }
 
-void Application::report(const std::string& sentence)
+void Application::report(const std::string& sentence) { keepMessage(sentence, false); }
+
+void Application::remark(const std::string& sentence) { keepMessage(sentence, true); }
+
+void Application::keepMessage(const std::string& sentence, bool isRemark)
 {
     if (m_surroundings.log)
         m_surroundings.log(sentence);
     if (m_messages.size() == keptMessages)
         m_messages.erase(m_messages.begin());
-    m_messages.push_back(zn::toText(sentence));
+    m_messages.push_back({zn::toText(sentence), isRemark});
 }
 
 void Application::forgetReports() { m_messages.clear(); }
@@ -175,15 +180,19 @@ Value Application::getExportFileData(Arguments& arguments)
     return std::make_shared<ExportPdfData>();
 }
 
-/// Gives the messages since the last call, and forgets them.
+/// Gives the messages since the last call, and forgets them. What isn't for macros stays for who drives them.
 Value Application::getErrorMessages(Arguments& arguments)
 {
-    const auto count = static_cast<std::int32_t>(m_messages.size());
-    arguments.set(0, textArray(m_messages));
-    arguments.set(1, Value::arrayOf(std::vector<Value>(m_messages.size(), Value(0))));
-    arguments.set(2, Value::arrayOf(std::vector<Value>(m_messages.size(), Value(0))));
-    m_messages.clear();
-    return count;
+    const auto given = std::stable_partition(m_messages.begin(), m_messages.end(),
+        [&](const Message& message) { return m_runningMacros > 0 && message.isRemark; });
+    std::vector<Text> texts;
+    for (auto message = given; message != m_messages.end(); ++message)
+        texts.push_back(message->text);
+    m_messages.erase(given, m_messages.end());
+    arguments.set(0, textArray(texts));
+    arguments.set(1, Value::arrayOf(std::vector<Value>(texts.size(), Value(0))));
+    arguments.set(2, Value::arrayOf(std::vector<Value>(texts.size(), Value(0))));
+    return static_cast<std::int32_t>(texts.size());
 }
 
 Value Application::runMacroMember(Arguments& arguments)

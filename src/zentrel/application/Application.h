@@ -38,6 +38,9 @@ public:
 
     /// A sentence for a person about something that failed: to the log, and to the messages that macros may ask for.
     void report(const std::string& sentence);
+    /// The same about work that succeeded, but otherwise than was asked for. Macros don't get it, as many take any
+    /// message for a failure; who drives the application does.
+    void remark(const std::string& sentence);
     /// Forgets the messages that nobody has asked for.
     void forgetReports();
 
@@ -117,7 +120,12 @@ private:
     int m_runningMacros = 0; ///< one within another
     std::vector<ModelDocRef> m_documents;
     ModelDocRef m_active;
-    std::vector<Text> m_messages;
+    struct Message {
+        Text text;
+        bool isRemark = false;
+    };
+    void keepMessage(const std::string& sentence, bool isRemark);
+    std::vector<Message> m_messages;
     std::map<std::int32_t, bool> m_switches;
     std::shared_ptr<Frame> m_frame = std::make_shared<Frame>();
     bool m_visible = false;

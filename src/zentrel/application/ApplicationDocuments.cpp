@@ -127,8 +127,8 @@ Application::Opened Application::importDocument(const Text& path)
         const auto file = reachable(canonical);
         Remarks remarks;
         Document record = readForeign(file, &remarks);
-        for (const std::string& remark : remarks)
-            report(remark);
+        for (const std::string& sentence : remarks)
+            remark(sentence);
         return enter(newDocument(*this,
                          {.path = {},
                              .source = canonical,

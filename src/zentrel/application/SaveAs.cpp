@@ -28,8 +28,8 @@ struct Save {
     const Preferences& preferences() const { return document.application().preferences(); }
     void report(const Remarks& remarks) const
     {
-        for (const std::string& remark : remarks)
-            document.application().report(remark);
+        for (const std::string& sentence : remarks)
+            document.application().remark(sentence);
     }
 };
 
