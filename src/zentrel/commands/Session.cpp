@@ -1,11 +1,14 @@
 #include "zentrel/commands/Session.h"
 
+#include "platform/ContentCache.h"
 #include "platform/KernelConfinement.h"
 #include "platform/linux/FolderPrinters.h"
+#include "zentrel/kernel/KernelCache.h"
 #include "zentrel/kernel/KernelChild.h"
 #include "zentrel/kernel/KernelLimits.h"
 
 #include <fmt/format.h>
+#include <system_error>
 
 namespace zn::zentrel {
 
@@ -49,6 +52,7 @@ Session::Session(const std::filesystem::path& home, Hooks hooks)
     KernelLimits limits = limitsFrom(m_platform.registry());
     limits.userGone = hooks.stopRequested;
     setKernelLimits(std::move(limits));
+    useCache();
     // While this is the only thread, so that the child stays for the macros of all others.
     startKernelServer();
     m_application = std::make_shared<Application>(Surroundings{
@@ -62,6 +66,22 @@ Session::Session(const std::filesystem::path& home, Hooks hooks)
         .confined = [this](const auto& folders, const auto& work) { runConfined(folders, work); },
     });
 }
+
+void Session::useCache()
+{
+    const auto& folder = m_platform.home().cacheFolder();
+    const std::uint64_t most = zn::cacheLimit(m_platform.registry());
+    if (most == 0)
+        return;
+    const auto tell = [this](const std::string& line) { m_log.write(line); };
+    try {
+        setKernelCache(std::make_unique<zn::ContentCache>(folder, most), tell);
+    } catch (const std::system_error& error) {
+        tell("The cache '" + folder.string() + "' can't be used: " + error.code().message() + ".");
+    }
+}
+
+Session::~Session() { setKernelCache({}, {}); }
 
 void Session::runConfined(std::vector<std::filesystem::path> folders, const std::function<void()>& work)
 {
@@ -78,6 +98,7 @@ void Session::runConfined(std::vector<std::filesystem::path> folders, const std:
     }
     // What the program itself writes while a macro runs.
     folders.push_back(m_platform.home().runtimeFolder());
+    folders.push_back(m_platform.home().cacheFolder());
     folders.emplace_back("/dev/null");
     zn::FolderPrinters printers(m_platform.registry(), m_platform.files());
     for (const zn::Printer& printer : printers.list()) {
@@ -89,6 +110,8 @@ void Session::runConfined(std::vector<std::filesystem::path> folders, const std:
     }
     if (!zn::runWithWritesConfined(folders, work) && zn::kernelConfinementVersion() > 0)
         m_log.note("The kernel did not confine this macro; this program did.");
+    // One that a macro's thread had to start has gone with it.
+    startKernelServer();
 }
 
 } // namespace zn::zentrel

@@ -23,12 +23,17 @@ public:
 
     /// `home` as on the command line; empty for the environment's. Raises `StatusError`.
     explicit Session(const std::filesystem::path& home, Hooks hooks);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session();
 
     zn::LinuxPlatform& platform() { return m_platform; }
     const std::shared_ptr<Application>& application() { return m_application; }
     ProcessLog& log() { return m_log; }
 
 private:
+    /// What the kernel makes of files is kept for the next run, task and format.
+    void useCache();
     /// Keeps a macro's work in these folders by the kernel, too, where it can.
     void runConfined(std::vector<std::filesystem::path> folders, const std::function<void()>& work);
 

@@ -169,6 +169,8 @@ Handle(TDocStd_Document) newCafDocument()
     return document;
 }
 
+CafDocument::~CafDocument() { XCAFApp_Application::GetApplication()->Close(m_document); }
+
 Text nameOf(const TDF_Label& label)
 {
     Handle(TDataStd_Name) name;

@@ -12,6 +12,23 @@ namespace zn::zentrel {
 /// A new, empty document of that framework.
 Handle(TDocStd_Document) newCafDocument();
 
+/// Such a document that goes with the object, for processes that make many.
+class CafDocument {
+public:
+    CafDocument()
+        : m_document(newCafDocument())
+    {
+    }
+    CafDocument(const CafDocument&) = delete;
+    CafDocument& operator=(const CafDocument&) = delete;
+    ~CafDocument();
+
+    operator Handle(TDocStd_Document) & () { return m_document; } // NOLINT(google-explicit-constructor)
+
+private:
+    Handle(TDocStd_Document) m_document;
+};
+
 /// Names of solids that the document doesn't know itself; the keys have no location.
 using SolidNames = NCollection_DataMap<TopoDS_Shape, Text, TopTools_ShapeMapHasher>;
 

@@ -4,7 +4,7 @@
 #include "zentrel/formats/Content.h"
 #include "zentrel/formats/CountIges.h"
 #include "zentrel/formats/Read.h"
-#include "zentrel/formats/ReadInChild.h"
+#include "zentrel/formats/ReadInKernel.h"
 
 #include <IGESCAFControl_Reader.hxx>
 #include <XSControl_WorkSession.hxx>
@@ -13,7 +13,7 @@ namespace zn::zentrel {
 
 namespace {
 
-Document readHere(const std::filesystem::path& file, ReadWay way)
+ForeignFile readHere(const std::filesystem::path& file, ReadWay way)
 {
     IGESCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
@@ -21,11 +21,11 @@ Document readHere(const std::filesystem::path& file, ReadWay way)
     reader.SetLayerMode(Standard_True);
     if (reader.ReadFile(file.c_str()) != IFSelect_RetDone)
         throw DocumentError(ErrorKind::Damaged, "The file " + quoted(file) + " isn't well-formed IGES data.");
-    Handle(TDocStd_Document) content = newCafDocument();
+    CafDocument content;
     const bool transferred = way == ReadWay::Named ? reader.Transfer(content) : transferPlainly(reader, content);
     Document document = transferred ? documentOf(content) : Document();
     requireComplete(countIges(reader.WS()), distinctBodies(document), file);
-    return document;
+    return {std::move(document), true};
 }
 
 } // namespace
@@ -33,8 +33,7 @@ Document readHere(const std::filesystem::path& file, ReadWay way)
 Document readIges(const std::filesystem::path& file, Remarks* remarks)
 {
     checkIgesContent(file);
-    return readInChild(
-        file, [&](ReadWay way, Remarks&) { return readHere(file, way); }, remarks);
+    return readInKernel(file, "iges 1", packed<readHere>, remarks);
 }
 
 } // namespace zn::zentrel

@@ -4,7 +4,7 @@
 #include "zentrel/formats/Content.h"
 #include "zentrel/formats/CountStep.h"
 #include "zentrel/formats/Read.h"
-#include "zentrel/formats/ReadInChild.h"
+#include "zentrel/formats/ReadInKernel.h"
 #include "zentrel/formats/StepEncoding.h"
 
 #include <Interface_InterfaceModel.hxx>
@@ -68,7 +68,7 @@ std::string unreadReferences(const STEPCAFControl_Reader& reader)
     return names;
 }
 
-Document readHere(const std::filesystem::path& file, ReadWay way)
+ForeignFile readHere(const std::filesystem::path& file, ReadWay way)
 {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
@@ -82,7 +82,7 @@ Document readHere(const std::filesystem::path& file, ReadWay way)
     Interface_Static::SetIVal("read.step.codepage", stepEncoding(file));
     if (reader.ReadFile(file.c_str()) != IFSelect_RetDone)
         throw DocumentError(ErrorKind::Damaged, "The file " + quoted(file) + " isn't well-formed STEP data.");
-    Handle(TDocStd_Document) content = newCafDocument();
+    CafDocument content;
     const bool transferred
         = way == ReadWay::Named ? reader.Transfer(content) : transferPlainly(reader.ChangeReader(), content);
     if (const std::string names = unreadReferences(reader); !names.empty())
@@ -96,7 +96,7 @@ Document readHere(const std::filesystem::path& file, ReadWay way)
     for (const auto& session : sessionsOf(reader))
         count += countStep(session, bodies);
     requireComplete(count, bodies, file);
-    return document;
+    return {std::move(document), reader.ExternFiles().IsEmpty()};
 }
 
 } // namespace
@@ -104,8 +104,7 @@ Document readHere(const std::filesystem::path& file, ReadWay way)
 Document readStep(const std::filesystem::path& file, Remarks* remarks)
 {
     checkStepContent(file);
-    return readInChild(
-        file, [&](ReadWay way, Remarks&) { return readHere(file, way); }, remarks);
+    return readInKernel(file, "step 1", packed<readHere>, remarks);
 }
 
 } // namespace zn::zentrel

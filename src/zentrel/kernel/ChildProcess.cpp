@@ -61,6 +61,8 @@ std::size_t freeMemory()
     return static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
+std::size_t mostMemory() { return kernelLimits().memory > 0 ? kernelLimits().memory : freeMemory() / 2; }
+
 void limitResource(__rlimit_resource_t resource, rlim_t soft, rlim_t hard)
 {
     rlimit before{};
@@ -141,6 +143,8 @@ bool isCrash(int status) { return WIFSIGNALED(status) && WTERMSIG(status) != SIG
 
 } // namespace
 
+std::size_t mostAnswered() { return mostMemory() / answersPart; }
+
 void limitComputing(std::chrono::seconds limit)
 {
     rusage used{};
@@ -153,7 +157,7 @@ ChildProcess::ChildProcess(const std::vector<std::filesystem::path>& folders,
     const std::function<void(const zn::FileDescriptor& socket)>& work)
     : m_owner(getpid())
     , m_thread(gettid())
-    , m_mostMemory(kernelLimits().memory > 0 ? kernelLimits().memory : freeMemory() / 2)
+    , m_mostMemory(mostMemory())
     , m_atFirst(memoryInUse())
 {
     int ends[2];
@@ -197,6 +201,7 @@ void ChildProcess::raiseEnd(const KernelTask& task)
     int status = 0;
     while (waitpid(m_process, &status, 0) < 0 && errno == EINTR) { }
     m_process = -1;
+    m_wasAbleToEnd = !(WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU);
     if (isCrash(status))
         throw KernelCrash(kernelText(endText(status, task), task));
     raiseKernel(endText(status, task), task);
@@ -205,6 +210,7 @@ void ChildProcess::raiseEnd(const KernelTask& task)
 void ChildProcess::giveUp(const KernelTask& task, const std::string& reason)
 {
     kill(m_process, SIGKILL);
+    m_wasAbleToEnd = false;
     raiseKernel(reason, task);
 }
 

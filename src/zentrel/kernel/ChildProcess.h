@@ -25,6 +25,8 @@ public:
     bool isAlive() const;
     /// What it has taken when it sent its last answer, besides what it was born with, in bytes.
     std::size_t leftTaken() const { return m_leftTaken; }
+    /// False when it met the limit of computing, or was stopped because its user has gone.
+    bool wasAbleToEnd() const { return m_wasAbleToEnd; }
     /// The answer that `sendAnswer` sends at the other end. Raises what it holds, or what became of the child.
     std::string receiveAnswer(const KernelTask& task);
 
@@ -40,6 +42,7 @@ private:
     std::size_t m_mostMemory;
     std::size_t m_atFirst;
     std::size_t m_leftTaken = 0;
+    bool m_wasAbleToEnd = true;
 };
 
 /// In a child: computing from now on, in seconds. Beyond it the system ends the process.

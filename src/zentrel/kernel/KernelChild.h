@@ -51,6 +51,15 @@ using KernelCall = std::string (*)(std::string_view request);
 /// thread of the program.
 std::string askKernel(const KernelTask& task, KernelCall call, const std::string& request);
 
+/// As `askKernel`, for work that takes longer than a child costs and may meet any geometry: where the kernel fails in
+/// the child that serves many, earlier files may have to do with it, and the call is made once more in a child of its
+/// own. Not where it came to no end.
+std::string askKernelOrChild(const KernelTask& task, KernelCall call, const std::string& request);
+
+/// The most bytes that a child which starts now could answer, which is also the most that this program should make of
+/// its answers.
+std::size_t mostAnswered();
+
 /// Starts the child that serves calls, if it isn't there.
 void startKernelServer();
 

@@ -100,11 +100,11 @@ void startKernelServer()
     requireServer();
 }
 
-std::string askKernel(const KernelTask& task, KernelCall call, const std::string& request)
+namespace {
+
+/// Whoever calls has `serverInUse`.
+std::string askServer(const KernelTask& task, KernelCall call, const std::string& request)
 {
-    if (isKernelProcess())
-        return call(request);
-    const std::lock_guard turn(serverInUse);
     requireServer();
     const std::string file = task.file.string();
     const RequestHead head{call, task.limit, task.doing.size(), file.size(), request.size()};
@@ -113,17 +113,52 @@ std::string askKernel(const KernelTask& task, KernelCall call, const std::string
              std::string_view(task.doing), std::string_view(file), std::string_view(request)})
         if (!sendAll(server->socket(), part))
             break;
+    std::string answer = server->receiveAnswer(task);
+    if (server->leftTaken() > mostLeftTaken)
+        server.reset();
+    return answer;
+}
+
+/// Nobody knows what state the kernel is in after a failure. Gives the server up and tells whether another process may
+/// do better.
+bool giveServerUp(const DocumentError& error)
+{
+    if (error.kind() != ErrorKind::Kernel)
+        return false;
+    const bool mayDoBetter = server && server->wasAbleToEnd();
+    server.reset();
+    return mayDoBetter;
+}
+
+} // namespace
+
+std::string askKernel(const KernelTask& task, KernelCall call, const std::string& request)
+{
+    if (isKernelProcess())
+        return call(request);
+    const std::lock_guard turn(serverInUse);
     try {
-        std::string answer = server->receiveAnswer(task);
-        if (server->leftTaken() > mostLeftTaken)
-            server.reset();
-        return answer;
+        return askServer(task, call, request);
     } catch (const DocumentError& error) {
-        // Nobody knows what state the kernel is in.
-        if (error.kind() == ErrorKind::Kernel)
-            server.reset();
+        giveServerUp(error);
         throw;
     }
+}
+
+std::string askKernelOrChild(const KernelTask& task, KernelCall call, const std::string& request)
+{
+    if (isKernelProcess())
+        return call(request);
+    {
+        const std::lock_guard turn(serverInUse);
+        try {
+            return askServer(task, call, request);
+        } catch (const DocumentError& error) {
+            if (!giveServerUp(error))
+                throw;
+        }
+    }
+    return runInChild(task, [&] { return call(request); });
 }
 
 } // namespace zn::zentrel

@@ -97,6 +97,16 @@ Geometry Geometry::unread(std::string stream)
     return geometry;
 }
 
+Geometry Geometry::withStream() const
+{
+    Geometry geometry;
+    if (!m_state)
+        return geometry;
+    geometry.m_state = std::make_shared<State>(*m_state);
+    geometry.m_state->stream = stream();
+    return geometry;
+}
+
 bool Geometry::isSame(const Geometry& other) const
 {
     if (m_state == other.m_state)

@@ -25,6 +25,9 @@ public:
     /// A stream that nobody has looked at yet.
     static Geometry unread(std::string stream);
 
+    /// The same shape with its stream, which is then `givenStream`.
+    Geometry withStream() const;
+
     bool isNull() const { return !m_state; }
     bool isSame(const Geometry& other) const;
 

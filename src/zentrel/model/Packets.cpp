@@ -2,6 +2,7 @@
 
 #include "contracts/documents/DocumentError.h"
 #include "zentrel/kernel/KernelChild.h"
+#include "zentrel/kernel/KernelLimits.h"
 #include "zentrel/model/ManifestValues.h"
 
 #include <cstring>
@@ -32,14 +33,6 @@ Json factsJson(const GeometryFacts& facts) { return {facts.faces, facts.hasSurfa
 
 GeometryFacts factsFrom(const Json& json) { return {json.at(0).get<std::size_t>(), json.at(1).get<bool>()}; }
 
-Json streamsJson(const std::map<std::string, Geometry>& streams)
-{
-    Json json = Json::object();
-    for (const auto& [name, geometry] : streams)
-        json[name] = {{"bytes", bytesJson(geometry.stream())}, {"facts", factsJson(geometry.facts())}};
-    return json;
-}
-
 Geometry geometryFrom(const Json& json)
 {
     const Geometry geometry = Geometry::unread(bytesFrom(json.at("bytes")));
@@ -47,21 +40,59 @@ Geometry geometryFrom(const Json& json)
     return geometry;
 }
 
+/// The last streams that came or were made here, with what has become of them.
+class KeptGeometry {
+public:
+    /// Null if no equal stream is kept.
+    Geometry find(std::string_view stream)
+    {
+        for (auto known = m_all.begin(); known != m_all.end(); ++known) {
+            if (known->givenStream() == stream) {
+                m_all.splice(m_all.begin(), m_all, known);
+                return m_all.front();
+            }
+        }
+        return {};
+    }
+
+    Geometry add(Geometry geometry)
+    {
+        m_size += geometry.givenStream().size();
+        m_all.push_front(std::move(geometry));
+        for (; m_size > mostKept && m_all.size() > 1; m_all.pop_back())
+            m_size -= m_all.back().givenStream().size();
+        return m_all.front();
+    }
+
+private:
+    std::list<Geometry> m_all;
+    std::size_t m_size = 0;
+};
+
+KeptGeometry& keptGeometry()
+{
+    static KeptGeometry kept;
+    return kept;
+}
+
 /// The geometry of an equal stream that came before, or of this one.
 Geometry kept(std::string_view stream)
 {
-    static std::list<Geometry> all;
-    static std::size_t size = 0;
-    for (auto known = all.begin(); known != all.end(); ++known) {
-        if (known->givenStream() == stream) {
-            all.splice(all.begin(), all, known);
-            return all.front();
-        }
+    const Geometry known = keptGeometry().find(stream);
+    return known.isNull() ? keptGeometry().add(Geometry::unread(std::string(stream))) : known;
+}
+
+/// Who reads a file mostly meshes it next, and needs no shape made of the stream again.
+Json streamsJson(const std::map<std::string, Geometry>& streams)
+{
+    Json json = Json::object();
+    for (const auto& [name, geometry] : streams) {
+        const Geometry both = geometry.givenStream().empty() && isKernelProcess() ? geometry.withStream() : geometry;
+        json[name] = {{"bytes", bytesJson(both.stream())}, {"facts", factsJson(both.facts())}};
+        if (isKernelProcess() && keptGeometry().find(both.givenStream()).isNull())
+            keptGeometry().add(both);
     }
-    all.push_front(Geometry::unread(std::string(stream)));
-    for (size += stream.size(); size > mostKept && all.size() > 1; all.pop_back())
-        size -= all.back().givenStream().size();
-    return all.front();
+    return json;
 }
 
 /// Every distinct model once, those that others stand on before them.

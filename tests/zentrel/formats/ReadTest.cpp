@@ -2,7 +2,7 @@
 #include "tests/zentrel/Documents.h"
 #include "zentrel/formats/BuildPart.h"
 #include "zentrel/formats/CafTree.h"
-#include "zentrel/formats/ReadInChild.h"
+#include "zentrel/formats/ReadInKernel.h"
 #include "zentrel/model/Describe.h"
 
 #include <csignal>
@@ -164,28 +164,35 @@ TEST_F(Read, paddingBehindTheEndIsNoDamage)
     }
 }
 
+ForeignFile crashNamed(const fs::path&, ReadWay way)
+{
+    if (way == ReadWay::Named)
+        raise(SIGSEGV);
+    PartDocument plain = partOf({{u"Default", {u"Box", box(1, 2, 3), {}, {}, true}}});
+    plain.name = u"plain";
+    return {plain, true};
+}
+
+ForeignFile refuse(const fs::path&, ReadWay) { throw DocumentError(ErrorKind::Incomplete, "Lost."); }
+
+ForeignFile hopeless(const fs::path&, ReadWay way)
+{
+    if (way == ReadWay::Named)
+        raise(SIGSEGV);
+    throw DocumentError(ErrorKind::Incomplete, "Lost.");
+}
+
 TEST_F(Read, whereTheNamedReaderCrashesThePlainOneIsTried)
 {
     writeFile(folder / "a.step", "x");
-    const auto crash = [](ReadWay way, Remarks& remarks) {
-        if (way == ReadWay::Named)
-            raise(SIGSEGV);
-        remarks.push_back("One.");
-        PartDocument plain = partOf({{u"Default", {u"Box", box(1, 2, 3), {}, {}, true}}});
-        plain.name = u"plain";
-        return Document(plain);
-    };
     Remarks remarks;
-    EXPECT_EQ(std::get<PartDocument>(readInChild(folder / "a.step", crash, &remarks)).name, u"plain");
-    EXPECT_THAT(remarks, ElementsAre(HasSubstr("a.step' was read without its names and colours"), "One."));
-    const auto refuse = [](ReadWay, Remarks&) -> Document { throw DocumentError(ErrorKind::Incomplete, "Lost."); };
-    expectError(ErrorKind::Incomplete, "Lost.", [&] { readInChild(folder / "a.step", refuse, nullptr); });
-    const auto hopeless = [](ReadWay way, Remarks&) -> Document {
-        if (way == ReadWay::Named)
-            raise(SIGSEGV);
-        throw DocumentError(ErrorKind::Incomplete, "Lost.");
-    };
-    expectError(ErrorKind::Kernel, "crashed", [&] { readInChild(folder / "a.step", hopeless, nullptr); });
+    EXPECT_EQ(
+        std::get<PartDocument>(readInKernel(folder / "a.step", "crash", packed<crashNamed>, &remarks)).name, u"plain");
+    EXPECT_THAT(remarks, ElementsAre(HasSubstr("a.step' was read without its names and colours")));
+    expectError(
+        ErrorKind::Incomplete, "Lost.", [&] { readInKernel(folder / "a.step", "refuse", packed<refuse>, nullptr); });
+    expectError(
+        ErrorKind::Kernel, "crashed", [&] { readInKernel(folder / "a.step", "hopeless", packed<hopeless>, nullptr); });
 }
 
 TEST_F(Read, thePlainWayKeepsTheShapes)

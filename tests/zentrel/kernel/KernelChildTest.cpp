@@ -50,6 +50,15 @@ std::string faultOf(std::string_view kind)
     return std::to_string(getpid());
 }
 
+/// Works in a process that has done nothing before.
+std::string wornOut(std::string_view)
+{
+    static int calls = 0;
+    if (++calls > 1)
+        raise(SIGSEGV);
+    return std::to_string(getpid());
+}
+
 struct Kernel : ::testing::Test {
     ~Kernel() override { setKernelLimits({}); }
 };
@@ -101,4 +110,18 @@ TEST_F(Kernel, aChildHasChildrenWithinItsLimitsAndOneProcessServesManyCalls)
     expectError(ErrorKind::Kernel, "Segmentation", [&] { runInChild(task, nested); });
     const auto asking = [] { return std::to_string(askKernel(task, faultOf, "") == std::to_string(getpid())); };
     EXPECT_EQ(runInChild(task, asking), "1") << "a kernel's process needs no other one";
+}
+
+TEST_F(Kernel, aCallThatFailsWhereManyAreServedIsMadeOnceMoreInAChildOfItsOwn)
+{
+    setKernelLimits({std::chrono::seconds(1), std::size_t{128} << 20, {}});
+    const std::string server = askKernelOrChild(task, wornOut, "");
+    EXPECT_EQ(askKernel(task, faultOf, ""), server) << "it stays for others";
+    const std::string alone = askKernelOrChild(task, wornOut, "");
+    EXPECT_NE(alone, server);
+    EXPECT_NE(askKernelOrChild(task, wornOut, ""), alone);
+    expectError(ErrorKind::Kernel, "Segmentation", [] { askKernelOrChild(task, faultOf, "fault"); });
+    const std::string before = askKernel(task, faultOf, "");
+    expectError(ErrorKind::Damaged, "It is cut.", [] { askKernelOrChild(task, faultOf, "refusal"); });
+    EXPECT_EQ(askKernel(task, faultOf, ""), before);
 }

@@ -1,0 +1,76 @@
+#include "zentrel/formats/ReadInKernel.h"
+
+#include "contracts/documents/DocumentError.h"
+
+#include <iterator>
+#include <stdexcept>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+
+namespace zn::zentrel {
+
+namespace {
+
+/// Of a file, for the limit of computing.
+constexpr std::uintmax_t bytesAPiece = 20000;
+
+std::string requestFor(ReadWay way, const std::filesystem::path& file)
+{
+    return static_cast<char>(way) + file.string();
+}
+
+std::string answerFor(const std::filesystem::path& file, KernelCall read)
+{
+    const KernelTask task{"reading", file, computingLimit(std::filesystem::file_size(file) / bytesAPiece)};
+    try {
+        return askKernelOrChild(task, read, requestFor(ReadWay::Named, file));
+    } catch (const KernelCrash& crash) {
+        try {
+            return runInChild(task, [&] { return read(requestFor(ReadWay::Plain, file)); });
+        } catch (const DocumentError&) {
+            throw crash;
+        }
+    }
+}
+
+} // namespace
+
+std::string packedAnswer(const ForeignFile& made, ReadWay way, const std::filesystem::path& file)
+{
+    Remarks remarks;
+    if (way == ReadWay::Plain)
+        remarks.push_back("The file " + quoted(file)
+            + " was read without its names and colours, since the geometry kernel crashes on them.");
+    return withRemarks((made.standsAlone ? '+' : '-') + packDocument(made.document), remarks);
+}
+
+Document readInKernel(const std::filesystem::path& file, std::string_view reader, KernelCall read, Remarks* remarks)
+{
+    std::string packet = keptOfFile(file, reader, [&]() -> MadeOfFile {
+        std::string answer = answerFor(file, read);
+        const bool standsAlone = answer.front() == '+';
+        answer.erase(0, 1);
+        return {std::move(answer), standsAlone};
+    });
+    Remarks told = takeRemarks(packet);
+    if (remarks)
+        std::move(told.begin(), told.end(), std::back_inserter(*remarks));
+    try {
+        return unpackDocument(packet);
+    } catch (const std::invalid_argument& error) {
+        throw DocumentError(
+            ErrorKind::Unsupported, "The file " + quoted(file) + " can't be opened: " + error.what() + ".");
+    }
+}
+
+bool transferPlainly(XSControl_Reader& reader, const Handle(TDocStd_Document) & document)
+{
+    reader.TransferRoots();
+    const TopoDS_Shape shape = reader.OneShape();
+    if (shape.IsNull())
+        return false;
+    XCAFDoc_DocumentTool::ShapeTool(document->Main())->AddShape(shape, Standard_False);
+    return true;
+}
+
+} // namespace zn::zentrel
