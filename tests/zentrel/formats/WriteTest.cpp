@@ -1,18 +1,24 @@
 #include "zentrel/formats/Write.h"
 #include "tests/zentrel/Documents.h"
 #include "zentrel/formats/Read.h"
+#include "zentrel/formats/ReadBack.h"
 #include "zentrel/model/Bounds.h"
 
+#include <BRep_Builder.hxx>
 #include <BRepBndLib.hxx>
 #include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakePolygon.hxx>
 #include <BRepGProp.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepTools.hxx>
 #include <cstring>
 #include <fstream>
+#include <gp_Pln.hxx>
 #include <GProp_GProps.hxx>
 #include <sys/resource.h>
 #include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
 #include <VrmlData_DataMapOfShapeAppearance.hxx>
 #include <VrmlData_Scene.hxx>
 
@@ -195,6 +201,43 @@ TEST_F(WriteStep, bodiesOfOnePartKeepTheirNames)
     EXPECT_EQ(bodies[1].color, (Color{0, 0, 1}));
     EXPECT_EQ(bodies[1].faceColors.size(), 1u);
     EXPECT_NEAR(boundsOf(bodies[1].shape).CornerMin().X(), 5, 1e-6);
+}
+
+TEST_F(WriteStep, whatGivesReasonToDoubtIsReadBack)
+{
+    const ModelRef sound = modelOf({{u"K", box(10, 20, 30), {}, {}, true}});
+    EXPECT_FALSE(isDoubtful(*sound));
+    const ModelRef unsound = modelOf({{u"K", box(10, 20, 30), {}, {}, false}});
+    EXPECT_TRUE(isDoubtful(*unsound));
+    const auto loosened = [](double tolerance) {
+        const TopoDS_Shape loose = box(10, 20, 30);
+        BRep_Builder().UpdateEdge(TopoDS::Edge(TopExp_Explorer(loose, TopAbs_EDGE).Current()), tolerance);
+        return modelOf({{u"K", loose, {}, {}, true}});
+    };
+    EXPECT_FALSE(isDoubtful(*loosened(0.004)));
+    EXPECT_TRUE(isDoubtful(*loosened(0.04)));
+
+    EXPECT_THAT(writeStep(*unsound, folder / "u.step"), ::testing::IsEmpty());
+    EXPECT_THAT(writeStep(*loosened(0.004), folder / "t.step"), ::testing::IsEmpty());
+    EXPECT_EQ(readStep(folder / "t.step").configurations[0].bodies.size(), 1u);
+    EXPECT_NE(readFile(folder / "t.step").find("LENGTH_MEASURE(5.E-03)"), std::string::npos) << "its readers know";
+    // A face whose border crosses itself.
+    BRepBuilderAPI_MakePolygon border(gp_Pnt(20, 0, 0), gp_Pnt(30, 10, 0), gp_Pnt(30, 0, 0), gp_Pnt(20, 10, 0), true);
+    const TopoDS_Shape crossed = BRepBuilderAPI_MakeFace(gp_Pln(), border.Wire()).Shape();
+    const ModelRef hopeless = modelOf({{u"K", box(10, 20, 30), {}, {}, true}, {u"F", crossed, {}, {}, false}});
+    EXPECT_THAT(writeStep(*hopeless, folder / "h.step"),
+        ElementsAre(testing::AllOf(HasSubstr("h.step' reads back with"), HasSubstr("no other way"))));
+    EXPECT_TRUE(fs::exists(folder / "h.step"));
+
+    const std::string text = readFile(folder / "u.step");
+    EXPECT_EQ(faultOfStep(text, *unsound), "");
+    EXPECT_THAT(faultOfStep(text, *modelOf({{u"K", box(10, 20, 31), {}, {}, true}})),
+        HasSubstr("a volume of 6000 mm^3 in place of 6200"));
+    EXPECT_THAT(faultOfStep(text, *modelOf({{u"K", box(5, 40, 30), {}, {}, true}})), HasSubstr("a surface of 2200"));
+    EXPECT_THAT(
+        faultOfStep(text, *modelOf({{u"K", box(10, 20, 30), {}, {}, true}, {u"L", box(1, 1, 1), {}, {}, true}})),
+        HasSubstr("6 of 12 faces"));
+    EXPECT_EQ(faultOfStep("ISO-10303-21;", *sound), "no data");
 }
 
 TEST_F(WriteIges, theOptionsDecideWhatIsWritten)

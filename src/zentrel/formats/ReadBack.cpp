@@ -1,0 +1,95 @@
+#include "zentrel/formats/ReadBack.h"
+
+#include "zentrel/formats/CafModel.h"
+#include "zentrel/model/Bounds.h"
+
+#include <algorithm>
+#include <BRepGProp.hxx>
+#include <cmath>
+#include <fmt/format.h>
+#include <GProp_GProps.hxx>
+#include <ShapeAnalysis_ShapeTolerance.hxx>
+#include <sstream>
+#include <STEPControl_Reader.hxx>
+#include <TopExp_Explorer.hxx>
+
+namespace zn::zentrel {
+
+namespace {
+
+/// Of the model's diagonal.
+constexpr double doubtfulTolerance = 1e-3;
+/// What volume and surface may differ by, as a part of them.
+constexpr double measureSlack = 1e-4;
+
+struct Measures {
+    double volume = 0.0;
+    double area = 0.0;
+};
+
+Measures measuresOf(const TopoDS_Shape& shape)
+{
+    GProp_GProps area;
+    BRepGProp::SurfaceProperties(shape, area);
+    Measures measures{0.0, area.Mass()};
+    for (TopExp_Explorer solids(shape, TopAbs_SOLID); solids.More(); solids.Next()) {
+        GProp_GProps volume;
+        BRepGProp::VolumeProperties(solids.Current(), volume);
+        measures.volume += volume.Mass();
+    }
+    return measures;
+}
+
+/// Readers turn a body that is inside out.
+bool isNear(double one, double other)
+{
+    return std::abs(std::abs(one) - std::abs(other)) <= measureSlack * std::abs(one);
+}
+
+std::size_t placedFaces(const TopoDS_Shape& shape)
+{
+    std::size_t faces = 0;
+    for (TopExp_Explorer explorer(shape, TopAbs_FACE); explorer.More(); explorer.Next())
+        ++faces;
+    return faces;
+}
+
+bool isDoubtful(const Body& body, double mostTolerance)
+{
+    return !body.sound || ShapeAnalysis_ShapeTolerance().Tolerance(body.shape, 1) > mostTolerance;
+}
+
+} // namespace
+
+bool isDoubtful(const Model& model)
+{
+    const double mostTolerance = doubtfulTolerance * diagonalOf(boundsOf(model));
+    const auto bodies = placedBodies(model);
+    return std::any_of(bodies.begin(), bodies.end(),
+        [&](const PlacedBody& placed) { return isDoubtful(*placed.body, mostTolerance); });
+}
+
+std::string faultOfStep(const std::string& text, const Model& model)
+{
+    std::istringstream stream(text);
+    STEPControl_Reader reader;
+    if (reader.ReadStream("", stream) != IFSelect_RetDone)
+        return "no data";
+    reader.TransferRoots();
+    const TopoDS_Shape found = reader.OneShape();
+    const TopoDS_Shape wanted = compoundOf(model);
+    if (found.IsNull() || placedFaces(found) < placedFaces(wanted))
+        return fmt::format("{} of {} faces", found.IsNull() ? 0 : placedFaces(found), placedFaces(wanted));
+    const Measures is = measuresOf(found);
+    const Measures shall = measuresOf(wanted);
+    if (!isNear(shall.volume, is.volume))
+        return fmt::format("a volume of {:.6g} mm^3 in place of {:.6g}", is.volume, shall.volume);
+    if (!isNear(shall.area, is.area))
+        return fmt::format("a surface of {:.6g} mm^2 in place of {:.6g}", is.area, shall.area);
+    const auto bodies = placedBodies(model);
+    const bool wasSound
+        = std::all_of(bodies.begin(), bodies.end(), [](const PlacedBody& placed) { return placed.body->sound; });
+    return wasSound && !isSound(found) ? "faults that the model doesn't have" : "";
+}
+
+} // namespace zn::zentrel
