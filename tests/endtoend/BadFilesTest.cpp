@@ -104,7 +104,7 @@ TEST_F(BadFiles, CostOnlyThemselves)
     deny(model("Locked"), {true, false, true});
     removeFromVault("deleted.zenprt");
 
-    const std::string worker = run("arkin worker --once; test $? = 1");
+    const std::string worker = run("arkin worker --once; test $? = 3");
     EXPECT_THAT(worker, HasSubstr("finished, 8 of 40 failed."));
     EXPECT_THAT(run("arkin task status"), HasSubstr("finished, 8 of 40 failed"));
     EXPECT_THAT(run("arkin task list"), HasSubstr("finished, 8 of 40 failed"));
