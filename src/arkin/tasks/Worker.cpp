@@ -1,5 +1,7 @@
 #include "arkin/tasks/Worker.h"
 
+#include "arkin/store/Codes.h"
+
 #include "arkin/tasks/RoomWait.h"
 
 namespace zn::arkin {

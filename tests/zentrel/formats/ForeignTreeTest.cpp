@@ -193,7 +193,7 @@ TEST_F(ForeignTree, NearestColourWins)
         paint(rack.left, row.outer);
         rack.paint(rack.face(2), green);
         const Document document = documentOf(rack.document());
-        const std::vector<Body> bodies = asPart(document, "rack.step").configurations[0].bodies;
+        const std::vector<Body> bodies = asPart(document, "rack.step").configurations.at(0).bodies;
         EXPECT_EQ(bodies.at(0).color, row.seen);
         EXPECT_EQ(bodies.at(0).faceColors, (std::map<int, Color>{{2, green}})) << "a face's own wins over all";
     }
@@ -221,7 +221,8 @@ TEST_F(ForeignTree, ColoursSurviveTheWayThroughEachFile)
     writeStep(*ModelLoader().load(folder / "rack.zenasm"), folder / "again.step", {.protocol = 214});
     for (const Document& document : {readDocument(folder / "rack.zenasm"), readStep(folder / "again.step")}) {
         std::vector<std::optional<Color>> seen;
-        for (const Body& body : asPart(document, "x").configurations[0].bodies)
+        const PartDocument part = asPart(document, "x");
+        for (const Body& body : part.configurations[0].bodies)
             seen.push_back(body.color);
         EXPECT_THAT(seen, ElementsAre(blue, red, std::optional<Color>(), blue, red, white));
     }
