@@ -140,7 +140,7 @@ public:
         : m_shape(shape)
         , m_diagonal(diagonal)
     {
-        BRepMesh_IncrementalMesh(shape, parametersOf(diagonal, first));
+        const BRepMesh_IncrementalMesh work(shape, parametersOf(diagonal, first));
         m_lost = unmeshedFaces(shape);
         if (m_lost.empty())
             return;
@@ -160,7 +160,7 @@ public:
                 break;
             clearAround(m_lost, m_facesOfEdges);
             keepTriangles(m_shape);
-            BRepMesh_IncrementalMesh(m_shape, parametersOf(m_diagonal, resolution));
+            const BRepMesh_IncrementalMesh work(m_shape, parametersOf(m_diagonal, resolution));
             m_lost = unmeshedFaces(m_shape);
             sortOut();
         }

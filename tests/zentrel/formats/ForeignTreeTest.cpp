@@ -163,7 +163,7 @@ TEST_F(ForeignTree, LevelsWithoutEndAreRefused)
 }
 
 struct ColorRow {
-    const char* what;
+    const char* what = nullptr;
     std::optional<Color> part, instance, inner, outer;
     std::optional<Color> seen; ///< of the upper plate in the left shelf
 };
