@@ -84,7 +84,6 @@ private:
             return;
         Body& body = m_configuration.bodies.emplace_back();
         body.shape = shape;
-        body.sound = isSound(shape);
         const Text* own = m_names.Seek(shape.Located(TopLoc_Location()));
         body.name = own ? *own : m_partName;
         if (const Color* color = m_bodyColors.Seek(shape))

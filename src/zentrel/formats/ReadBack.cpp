@@ -4,10 +4,12 @@
 #include "zentrel/model/Bounds.h"
 
 #include <algorithm>
+#include <BRepCheck_Analyzer.hxx>
 #include <BRepGProp.hxx>
 #include <cmath>
 #include <fmt/format.h>
 #include <GProp_GProps.hxx>
+#include <set>
 #include <ShapeAnalysis_ShapeTolerance.hxx>
 #include <sstream>
 #include <STEPControl_Reader.hxx>
@@ -54,9 +56,19 @@ std::size_t placedFaces(const TopoDS_Shape& shape)
     return faces;
 }
 
-bool isDoubtful(const Body& body, double mostTolerance)
+/// The kernel's check of geometry and topology, which takes about as long as meshing. Each body is asked once, however
+/// often it is placed.
+bool areSound(const std::vector<PlacedBody>& bodies)
 {
-    return !body.sound || ShapeAnalysis_ShapeTolerance().Tolerance(body.shape, 1) > mostTolerance;
+    std::set<const Body*> known;
+    return std::all_of(bodies.begin(), bodies.end(), [&](const PlacedBody& placed) {
+        return !known.insert(placed.body).second || BRepCheck_Analyzer(placed.body->shape).IsValid();
+    });
+}
+
+bool isLoose(const Body& body, double mostTolerance)
+{
+    return ShapeAnalysis_ShapeTolerance().Tolerance(body.shape, 1) > mostTolerance;
 }
 
 } // namespace
@@ -65,8 +77,9 @@ bool isDoubtful(const Model& model)
 {
     const double mostTolerance = doubtfulTolerance * diagonalOf(boundsOf(model));
     const auto bodies = placedBodies(model);
-    return std::any_of(bodies.begin(), bodies.end(),
-        [&](const PlacedBody& placed) { return isDoubtful(*placed.body, mostTolerance); });
+    return std::any_of(bodies.begin(), bodies.end(), [&](const PlacedBody& placed) {
+        return isLoose(*placed.body, mostTolerance);
+    }) || !areSound(bodies);
 }
 
 std::string faultOfStep(const std::string& text, const Model& model)
@@ -86,10 +99,8 @@ std::string faultOfStep(const std::string& text, const Model& model)
         return fmt::format("a volume of {:.6g} mm^3 in place of {:.6g}", is.volume, shall.volume);
     if (!isNear(shall.area, is.area))
         return fmt::format("a surface of {:.6g} mm^2 in place of {:.6g}", is.area, shall.area);
-    const auto bodies = placedBodies(model);
-    const bool wasSound
-        = std::all_of(bodies.begin(), bodies.end(), [](const PlacedBody& placed) { return placed.body->sound; });
-    return wasSound && !isSound(found) ? "faults that the model doesn't have" : "";
+    return !BRepCheck_Analyzer(found).IsValid() && areSound(placedBodies(model)) ? "faults that the model doesn't have"
+                                                                                 : "";
 }
 
 } // namespace zn::zentrel

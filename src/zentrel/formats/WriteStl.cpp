@@ -1,5 +1,4 @@
 #include "contracts/documents/DocumentError.h"
-#include "zentrel/formats/MeshedFile.h"
 #include "zentrel/formats/Triangles.h"
 #include "zentrel/formats/Write.h"
 #include "zentrel/model/WholeFile.h"
@@ -116,9 +115,8 @@ std::string stlBytes(const Model& model, const std::filesystem::path& file, cons
 
 Remarks writeStl(const Model& model, const std::filesystem::path& file, const StlOptions& options)
 {
-    std::string bytes = meshedFile<stlBytes>(model, file, options);
-    Remarks remarks = takeRemarks(bytes);
-    writeWhole(file, bytes);
+    Remarks remarks;
+    writeWhole(file, stlBytes(model, file, options, remarks));
     return remarks;
 }
 

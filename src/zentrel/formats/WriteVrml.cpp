@@ -1,5 +1,4 @@
-#include "zentrel/formats/MeshedFile.h"
-#include "zentrel/formats/Triangles.h"
+#include "zentrel/formats/PartMesh.h"
 #include "zentrel/formats/Write.h"
 #include "zentrel/model/WholeFile.h"
 
@@ -16,8 +15,8 @@ constexpr Color defaultColor = {0.8, 0.8, 0.8};
 
 class SceneWriter {
 public:
-    SceneWriter(const std::filesystem::path& file, double factor)
-        : m_file(file)
+    SceneWriter(const PartMeshes& meshes, double factor)
+        : m_meshes(meshes)
         , m_factor(factor)
     {
     }
@@ -35,9 +34,8 @@ public:
         }
         const std::string name = identifier("G", model.name);
         text += "DEF " + name + " Group { children [\n";
-        for (const Body& body : model.bodies)
-            for (const TriangleSet& set : trianglesOf({&body, gp_Trsf(), body.color ? body.color : color}, m_file))
-                addShape(set);
+        for (const TriangleSet& set : m_meshes.at(&model))
+            addShape(set, set.color ? set.color : color);
         for (const Model::Child& child : model.children)
             addChild(child, color);
         text += "] }\n";
@@ -66,10 +64,10 @@ private:
         text += "] }\n";
     }
 
-    void addShape(const TriangleSet& set)
+    void addShape(const TriangleSet& set, const std::optional<Color>& shown)
     {
         auto out = std::back_inserter(text);
-        const Color color = set.color.value_or(defaultColor);
+        const Color color = shown.value_or(defaultColor);
         fmt::format_to(out,
             "DEF {} Shape {{\n appearance Appearance {{ material Material {{ diffuseColor {:g} {:g} {:g} }} }}\n"
             " geometry IndexedFaceSet {{\n  solid FALSE\n  coord Coordinate {{ point [\n",
@@ -95,7 +93,7 @@ private:
         return result;
     }
 
-    const std::filesystem::path& m_file;
+    const PartMeshes& m_meshes;
     double m_factor;
     std::size_t m_number = 0;
     std::vector<Group> m_groups;
@@ -104,8 +102,8 @@ private:
 std::string vrmlText(
     const Model& model, const std::filesystem::path& file, const VrmlOptions& options, Remarks& remarks)
 {
-    meshModel(model, options.quality, "VRML", file, remarks);
-    SceneWriter scene(file, 1.0 / millimetersOf(options.unit));
+    const PartMeshes meshes = meshesOf(model, options.quality, "VRML", file, remarks);
+    SceneWriter scene(meshes, 1.0 / millimetersOf(options.unit));
     scene.add(model, {}, {});
     return std::move(scene.text);
 }
@@ -114,9 +112,8 @@ std::string vrmlText(
 
 Remarks writeVrml(const Model& model, const std::filesystem::path& file, const VrmlOptions& options)
 {
-    std::string bytes = meshedFile<vrmlText>(model, file, options);
-    Remarks remarks = takeRemarks(bytes);
-    writeWhole(file, bytes);
+    Remarks remarks;
+    writeWhole(file, vrmlText(model, file, options, remarks));
     return remarks;
 }
 

@@ -43,14 +43,8 @@ struct Body {
     /// Colours of single faces, which win over `color`. The number counts the body's distinct faces from 1,
     /// in the order of the kernel's `TopExp::MapShapes`.
     std::map<int, Color> faceColors;
-    /// Whether the kernel's check (`isSound`) found the shape without a fault. Sound shapes are meshed one after the
-    /// other by one process of the kernel's, any other one by a process of its own.
-    bool sound = false;
     std::vector<Text> layers = {}; ///< on which it lies, as a foreign file names them
 };
-
-/// The kernel's check of a shape's geometry and topology. Takes about as long as meshing it.
-bool isSound(const TopoDS_Shape& shape);
 
 struct PartConfiguration {
     Text name;

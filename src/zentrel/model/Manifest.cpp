@@ -53,8 +53,6 @@ View viewFrom(const Json& json, const std::filesystem::path& folder)
 Json bodyJson(const Body& body, ShapeStreams& shapes)
 {
     Json result = {{"name", textJson(body.name)}, {"shape", shapes.nameOf(body.shape)}};
-    if (body.sound)
-        result["sound"] = true;
     if (body.color)
         result["color"] = colorJson(*body.color);
     for (const Text& layer : body.layers)
@@ -72,7 +70,6 @@ Body bodyFrom(const Json& json, ShapeSource& shapes)
     Body body;
     body.name = textFrom(json.at("name"));
     body.shape = shapes.geometry(json.at("shape").get<std::string>());
-    body.sound = json.value("sound", false);
     if (json.contains("color"))
         body.color = colorFrom(json.at("color"));
     if (json.contains("faceColors")) {

@@ -29,7 +29,7 @@ TopoDS_Shape plate()
 
 void writePlate(const fs::path& file, std::optional<Color> color = {})
 {
-    writeDocument(partOf({{u"Default", {u"Platte", plate(), color, {}, true}}}), file);
+    writeDocument(partOf({{u"Default", {u"Platte", plate(), color, {}}}}), file);
 }
 
 DrawingDocument twoSheets(const fs::path& folder)
@@ -83,7 +83,7 @@ using Samples = FolderTest;
 TEST(Projection, aPlateFromAboveAndFromTheFront)
 {
     Model model;
-    model.bodies = {{u"Platte", plate(), {}, {}, true}};
+    model.bodies = {{u"Platte", plate(), {}, {}}};
     const std::vector<Stroke> top = project(model, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0), 0.01, false, "p.zenprt");
     std::vector<Arc> circles;
     double length = 0.0;
@@ -136,7 +136,7 @@ TEST(Projection, polylinesStayWithinTheTolerance)
     // A drum on its side, seen aslant: its rims are ellipses.
     const gp_Ax2 axis(gp_Pnt(0, 0, 0), gp_Dir(1, 0, 0));
     Model model;
-    model.bodies = {{u"Trommel", BRepPrimAPI_MakeCylinder(axis, 50, 20).Shape(), {}, {}, true}};
+    model.bodies = {{u"Trommel", BRepPrimAPI_MakeCylinder(axis, 50, 20).Shape(), {}, {}}};
     std::size_t before = 0;
     for (const double tolerance : {1.0, 0.01}) {
         std::size_t points = 0;

@@ -1,11 +1,15 @@
 #include "zentrel/formats/Read.h"
+#include "platform/ContentCache.h"
 #include "tests/zentrel/Documents.h"
 #include "zentrel/formats/BuildPart.h"
 #include "zentrel/formats/CafTree.h"
 #include "zentrel/formats/ReadInKernel.h"
+#include "zentrel/formats/Write.h"
+#include "zentrel/kernel/KernelCache.h"
 #include "zentrel/model/Describe.h"
 
 #include <csignal>
+#include <set>
 #include <STEPControl_Reader.hxx>
 
 using namespace zn::zentrel;
@@ -168,7 +172,7 @@ ForeignFile crashNamed(const fs::path&, ReadWay way)
 {
     if (way == ReadWay::Named)
         raise(SIGSEGV);
-    PartDocument plain = partOf({{u"Default", {u"Box", box(1, 2, 3), {}, {}, true}}});
+    PartDocument plain = partOf({{u"Default", {u"Box", box(1, 2, 3), {}, {}}}});
     plain.name = u"plain";
     return {plain, true};
 }
@@ -205,4 +209,48 @@ TEST_F(Read, thePlainWayKeepsTheShapes)
     for (const Body& body : distinctBodies(documentOf(document)))
         faces += body.shape.facts().faces;
     EXPECT_EQ(faces, 37u);
+}
+
+TEST_F(Read, whatWasReadAndMeshedBeforeComesFromTheCache)
+{
+    struct Reset {
+        ~Reset() { setKernelCache({}, {}); }
+    } const reset;
+    setKernelCache(std::make_unique<zn::ContentCache>(folder / "cache", 1 << 24), {});
+    std::set<fs::path> known;
+    const auto newBlock = [&] {
+        fs::path found;
+        for (const auto& entry : fs::directory_iterator(folder / "cache"))
+            if (known.insert(entry.path()).second)
+                found = entry.path();
+        return found;
+    };
+    struct Made {
+        fs::path read;
+        fs::path meshed;
+        std::string stl;
+    };
+    const auto make = [&](const char* file) {
+        Made made;
+        const ModelRef model = ModelLoader().load(std::get<PartDocument>(readForeign(samples / file)), file);
+        made.read = newBlock();
+        writeStl(*model, folder / "a.stl");
+        made.meshed = newBlock();
+        made.stl = zn::test::readFile(folder / "a.stl");
+        return made;
+    };
+    const auto exchange = [&](const fs::path& one, const fs::path& other) {
+        fs::rename(one, folder / "between");
+        fs::rename(other, one);
+        fs::rename(folder / "between", other);
+    };
+    const Made screw = make("step/screw.step");
+    const Made rods = make("step/linkrods.step");
+    ASSERT_FALSE(screw.read.empty() || screw.meshed.empty() || rods.read.empty() || rods.meshed.empty());
+    ASSERT_NE(screw.stl, rods.stl);
+    EXPECT_EQ(make("step/screw.step").stl, screw.stl);
+    exchange(screw.meshed, rods.meshed);
+    EXPECT_EQ(make("step/screw.step").stl, rods.stl);
+    exchange(screw.read, rods.read);
+    EXPECT_EQ(make("step/screw.step").stl, screw.stl);
 }

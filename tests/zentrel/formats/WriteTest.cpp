@@ -35,7 +35,7 @@ ModelRef modelOf(std::vector<Body> bodies, const Text& name = u"Teil")
     return model;
 }
 
-ModelRef boxModel(double x, double y, double z) { return modelOf({{u"Box", box(x, y, z), {}, {}, true}}); }
+ModelRef boxModel(double x, double y, double z) { return modelOf({{u"Box", box(x, y, z), {}, {}}}); }
 
 /// All bodies at their places.
 std::vector<Body> placed(const Document& document) { return asPart(document, "x.step").configurations[0].bodies; }
@@ -50,9 +50,8 @@ gp_Trsf moved(double x, double y, double z)
 /// A red box with one blue face twice, and a sphere without a colour.
 ModelRef assemblyModel()
 {
-    const ModelRef block
-        = modelOf({{u"Kiste", box(10, 20, 30), Color{1, 0, 0}, {{3, Color{0, 0, 1}}}, true}}, u"Kiste Ящик");
-    const ModelRef ball = modelOf({{u"Ball", BRepPrimAPI_MakeSphere(5).Shape(), {}, {}, true}}, u"Ball");
+    const ModelRef block = modelOf({{u"Kiste", box(10, 20, 30), Color{1, 0, 0}, {{3, Color{0, 0, 1}}}}}, u"Kiste Ящик");
+    const ModelRef ball = modelOf({{u"Ball", BRepPrimAPI_MakeSphere(5).Shape(), {}, {}}}, u"Ball");
     auto model = std::make_shared<Model>();
     model->name = u"Gruppe";
     model->children
@@ -142,8 +141,8 @@ TEST_F(WriteStl, unitsPositionsAndForms)
 TEST_F(WriteStl, resolutionFollowsTheModelsSize)
 {
     const auto facets = [&](double radius, MeshQuality quality) {
-        writeStl(*modelOf({{u"B", BRepPrimAPI_MakeSphere(radius).Shape(), {}, {}, true}}), folder / "s.stl",
-            {.quality = quality});
+        writeStl(
+            *modelOf({{u"B", BRepPrimAPI_MakeSphere(radius).Shape(), {}, {}}}), folder / "s.stl", {.quality = quality});
         return readBinaryStl(folder / "s.stl").count;
     };
     const auto coarse = facets(10.0, MeshQuality::Coarse);
@@ -190,8 +189,8 @@ TEST_F(WriteStep, structureNamesAndColoursComeBack)
 TEST_F(WriteStep, bodiesOfOnePartKeepTheirNames)
 {
     const TopoDS_Shape far = box(1, 1, 1).Moved(moved(5, 0, 0));
-    writeStep(*modelOf({{u"Eins", box(1, 1, 1), Color{0, 1, 0}, {}, true},
-                  {u"Zwei", far, Color{0, 0, 1}, {{1, Color{1, 1, 0}}}, true}}),
+    writeStep(
+        *modelOf({{u"Eins", box(1, 1, 1), Color{0, 1, 0}, {}}, {u"Zwei", far, Color{0, 0, 1}, {{1, Color{1, 1, 0}}}}}),
         folder / "b.step");
     const std::vector<Body> bodies = placed(readStep(folder / "b.step"));
     ASSERT_EQ(bodies.size(), 2u);
@@ -205,37 +204,35 @@ TEST_F(WriteStep, bodiesOfOnePartKeepTheirNames)
 
 TEST_F(WriteStep, whatGivesReasonToDoubtIsReadBack)
 {
-    const ModelRef sound = modelOf({{u"K", box(10, 20, 30), {}, {}, true}});
+    const ModelRef sound = modelOf({{u"K", box(10, 20, 30), {}, {}}});
     EXPECT_FALSE(isDoubtful(*sound));
-    const ModelRef unsound = modelOf({{u"K", box(10, 20, 30), {}, {}, false}});
-    EXPECT_TRUE(isDoubtful(*unsound));
+    // A face whose border crosses itself.
+    BRepBuilderAPI_MakePolygon border(gp_Pnt(20, 0, 0), gp_Pnt(30, 10, 0), gp_Pnt(30, 0, 0), gp_Pnt(20, 10, 0), true);
+    const TopoDS_Shape crossed = BRepBuilderAPI_MakeFace(gp_Pln(), border.Wire()).Shape();
+    const ModelRef hopeless = modelOf({{u"K", box(10, 20, 30), {}, {}}, {u"F", crossed, {}, {}}});
+    EXPECT_TRUE(isDoubtful(*hopeless));
     const auto loosened = [](double tolerance) {
         const TopoDS_Shape loose = box(10, 20, 30);
         BRep_Builder().UpdateEdge(TopoDS::Edge(TopExp_Explorer(loose, TopAbs_EDGE).Current()), tolerance);
-        return modelOf({{u"K", loose, {}, {}, true}});
+        return modelOf({{u"K", loose, {}, {}}});
     };
     EXPECT_FALSE(isDoubtful(*loosened(0.004)));
     EXPECT_TRUE(isDoubtful(*loosened(0.04)));
 
-    EXPECT_THAT(writeStep(*unsound, folder / "u.step"), ::testing::IsEmpty());
+    EXPECT_THAT(writeStep(*sound, folder / "u.step"), ::testing::IsEmpty());
     EXPECT_THAT(writeStep(*loosened(0.004), folder / "t.step"), ::testing::IsEmpty());
     EXPECT_EQ(placed(readStep(folder / "t.step")).size(), 1u);
     EXPECT_NE(readFile(folder / "t.step").find("LENGTH_MEASURE(5.E-03)"), std::string::npos) << "its readers know";
-    // A face whose border crosses itself.
-    BRepBuilderAPI_MakePolygon border(gp_Pnt(20, 0, 0), gp_Pnt(30, 10, 0), gp_Pnt(30, 0, 0), gp_Pnt(20, 10, 0), true);
-    const TopoDS_Shape crossed = BRepBuilderAPI_MakeFace(gp_Pln(), border.Wire()).Shape();
-    const ModelRef hopeless = modelOf({{u"K", box(10, 20, 30), {}, {}, true}, {u"F", crossed, {}, {}, false}});
     EXPECT_THAT(writeStep(*hopeless, folder / "h.step"),
         ElementsAre(testing::AllOf(HasSubstr("h.step' reads back with"), HasSubstr("no other way"))));
     EXPECT_TRUE(fs::exists(folder / "h.step"));
 
     const std::string text = readFile(folder / "u.step");
-    EXPECT_EQ(faultOfStep(text, *unsound), "");
-    EXPECT_THAT(faultOfStep(text, *modelOf({{u"K", box(10, 20, 31), {}, {}, true}})),
+    EXPECT_EQ(faultOfStep(text, *sound), "");
+    EXPECT_THAT(faultOfStep(text, *modelOf({{u"K", box(10, 20, 31), {}, {}}})),
         HasSubstr("a volume of 6000 mm^3 in place of 6200"));
-    EXPECT_THAT(faultOfStep(text, *modelOf({{u"K", box(5, 40, 30), {}, {}, true}})), HasSubstr("a surface of 2200"));
-    EXPECT_THAT(
-        faultOfStep(text, *modelOf({{u"K", box(10, 20, 30), {}, {}, true}, {u"L", box(1, 1, 1), {}, {}, true}})),
+    EXPECT_THAT(faultOfStep(text, *modelOf({{u"K", box(5, 40, 30), {}, {}}})), HasSubstr("a surface of 2200"));
+    EXPECT_THAT(faultOfStep(text, *modelOf({{u"K", box(10, 20, 30), {}, {}}, {u"L", box(1, 1, 1), {}, {}}})),
         HasSubstr("6 of 12 faces"));
     EXPECT_EQ(faultOfStep("ISO-10303-21;", *sound), "no data");
 }
@@ -303,7 +300,7 @@ TEST_F(WriteVrml, bodiesBecomeShapesWithTheirColoursAndInstancesAreNamedAgain)
 /// A turned instance with a colour of its own, in a turned assembly.
 TEST_F(WriteVrml, instancesTurnAndHaveTheirOwnColours)
 {
-    const ModelRef block = modelOf({{u"Box", box(10, 20, 30), {}, {}, true}}, u"Box");
+    const ModelRef block = modelOf({{u"Box", box(10, 20, 30), {}, {}}}, u"Box");
     gp_Trsf turn;
     turn.SetRotation(gp_Ax1(gp_Pnt(0, 0, 0), gp_Dir(1, 0, 0)), M_PI / 2);
     auto inner = std::make_shared<Model>();
@@ -340,8 +337,7 @@ TEST(ComponentFiles, oneForEachPlacedPart)
 
 TEST_F(Write, bodiesGoToWhatCanHoldThem)
 {
-    const ModelRef curve
-        = modelOf({{u"K", BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 2, 3)).Shape(), {}, {}, true}});
+    const ModelRef curve = modelOf({{u"K", BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 2, 3)).Shape(), {}, {}}});
     expectError(ErrorKind::Unsupported, "no faces", [&] { writeStl(*curve, folder / "k.stl"); });
     writeStep(*curve, folder / "k.step");
     EXPECT_EQ(placed(readStep(folder / "k.step")).size(), 1u);
@@ -350,14 +346,14 @@ TEST_F(Write, bodiesGoToWhatCanHoldThem)
     const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(5).Shape();
     ASSERT_EQ(mesh(ball, MeshQuality::Coarse).lost, 0u);
     BRepTools::CleanGeometry(ball);
-    const ModelRef tessellation = modelOf({{u"T", ball, {}, {}, false}});
+    const ModelRef tessellation = modelOf({{u"T", ball, {}, {}}});
     writeStl(*tessellation, folder / "t.stl", {.keepPosition = true});
     EXPECT_NEAR(readBinaryStl(folder / "t.stl").volume, 4.0 / 3 * M_PI * 125, 15);
     expectError(ErrorKind::Unsupported, "only a tessellation", [&] { writeStep(*tessellation, folder / "t.step"); });
     expectError(ErrorKind::Unsupported, "only a tessellation", [&] { writeIges(*tessellation, folder / "t.igs"); });
 
     const TopoDS_Shape face = TopExp_Explorer(box(1, 1, 1), TopAbs_FACE).Current();
-    const ModelRef surface = modelOf({{u"F", face, {}, {}, false}});
+    const ModelRef surface = modelOf({{u"F", face, {}, {}}});
     writeStl(*surface, folder / "f.stl");
     EXPECT_EQ(readBinaryStl(folder / "f.stl").count, 2u);
     writeStep(*surface, folder / "f.step");

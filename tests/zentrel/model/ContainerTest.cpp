@@ -16,9 +16,8 @@ namespace {
 PartDocument boxAndCylinder()
 {
     PartDocument part;
-    part.configurations = {{u"Small", {{u"Block", box(10, 20, 30), Color{1, 0.5, 0}, {}, true}}, {{u"Mass", u"6 g"}}},
-        {u"Größe 2 – 大", {{u"Pin", BRepPrimAPI_MakeCylinder(5.0, 40.0).Shape(), {}, {{2, Color{0, 0, 1}}}, false}},
-            {}}};
+    part.configurations = {{u"Small", {{u"Block", box(10, 20, 30), Color{1, 0.5, 0}, {}}}, {{u"Mass", u"6 g"}}},
+        {u"Größe 2 – 大", {{u"Pin", BRepPrimAPI_MakeCylinder(5.0, 40.0).Shape(), {}, {{2, Color{0, 0, 1}}}}}, {}}};
     part.active = 1;
     part.properties = {{u"Number", u"4711"}, {u"Имя", u"Болт"}};
     return part;
@@ -73,8 +72,6 @@ TEST_F(Container, aPartComesBackAsItWas)
     EXPECT_EQ(part.active, 1u);
     EXPECT_EQ(part.properties.at(u"Имя"), u"Болт");
     EXPECT_EQ(part.configurations[0].properties.at(u"Mass"), u"6 g");
-    EXPECT_TRUE(part.configurations[0].bodies[0].sound);
-    EXPECT_FALSE(part.configurations[1].bodies[0].sound);
     EXPECT_EQ(part.configurations[0].bodies[0].color, (Color{1, 0.5, 0}));
     EXPECT_EQ(part.configurations[1].name, u"Größe 2 – 大");
     EXPECT_EQ(part.configurations[1].bodies[0].faceColors.at(2), (Color{0, 0, 1}));

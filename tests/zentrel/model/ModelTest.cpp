@@ -10,8 +10,7 @@ namespace {
 
 void writeBoxes(const fs::path& file)
 {
-    writeDocument(
-        partOf({{u"S", {u"B", box(10, 10, 10), {}, {}, true}}, {u"L", {u"B", box(100, 50, 20), {}, {}, true}}}), file);
+    writeDocument(partOf({{u"S", {u"B", box(10, 10, 10), {}, {}}}, {u"L", {u"B", box(100, 50, 20), {}, {}}}}), file);
 }
 
 using Models = FolderTest;
