@@ -62,7 +62,12 @@ ObjectRef ClientSession::decodeObject(const Json& form)
     auto& known = m_objects[id];
     auto object = known.lock();
     if (!object) {
-        object = std::make_shared<RemoteObject>(shared_from_this(), id, decodeText(member(form, "type")));
+        std::vector<Text> facilities;
+        if (form.contains("offers"))
+            for (const Json& facility : form["offers"])
+                facilities.push_back(decodeText(facility));
+        object = std::make_shared<RemoteObject>(
+            shared_from_this(), id, decodeText(member(form, "type")), std::move(facilities));
         known = object;
     }
     object->received();
@@ -167,10 +172,12 @@ void ClientSession::sendReleases()
     m_connection->notify("release", {{"objects", std::move(objects)}});
 }
 
-RemoteObject::RemoteObject(std::shared_ptr<ClientSession> session, std::uint64_t id, Text typeName)
+RemoteObject::RemoteObject(
+    std::shared_ptr<ClientSession> session, std::uint64_t id, Text typeName, std::vector<Text> facilities)
     : m_session(std::move(session))
     , m_id(id)
     , m_typeName(std::move(typeName))
+    , m_facilities(std::move(facilities))
 {
 }
 

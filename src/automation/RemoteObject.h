@@ -66,11 +66,12 @@ private:
 /// An object of the server as the client holds it. The same object is always the same proxy, while one is held.
 class RemoteObject : public DispatchObject {
 public:
-    RemoteObject(std::shared_ptr<ClientSession> session, std::uint64_t id, Text typeName);
+    RemoteObject(std::shared_ptr<ClientSession> session, std::uint64_t id, Text typeName, std::vector<Text> facilities);
     ~RemoteObject() override;
 
     Value invoke(MemberCall& call) override { return m_session->invoke(*this, call); }
     Text typeName() const override { return m_typeName; }
+    std::vector<Text> facilities() const override { return m_facilities; }
     std::uint32_t advise(const Text& eventInterface, std::shared_ptr<EventSink> sink) override
     {
         return m_session->advise(*this, eventInterface, std::move(sink));
@@ -86,6 +87,7 @@ private:
     std::shared_ptr<ClientSession> m_session;
     std::uint64_t m_id;
     Text m_typeName;
+    std::vector<Text> m_facilities;
     std::uint64_t m_references = 0;
 };
 

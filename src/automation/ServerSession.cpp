@@ -98,7 +98,10 @@ Json ServerSession::encodeObject(const ObjectRef& object)
     Export& entry = m_exports[known->second];
     entry.object = dispatch;
     ++entry.references;
-    return {{"obj", known->second}, {"type", encodeText(dispatch->typeName())}};
+    Json form = {{"obj", known->second}, {"type", encodeText(dispatch->typeName())}};
+    for (const Text& facility : dispatch->facilities())
+        form["offers"].push_back(encodeText(facility));
+    return form;
 }
 
 ObjectRef ServerSession::decodeObject(const Json& form)

@@ -43,6 +43,9 @@ public:
     /// The name of the object's class, such as "ModelDoc2"; what `TypeName` shows.
     virtual Text typeName() const = 0;
 
+    /// Names of what the object offers beyond what every object of its class has; asking is no call of a member.
+    virtual std::vector<Text> facilities() const { return {}; }
+
     /// Connects a sink to an event interface ("PartDocEvents" …) and returns its cookie.
     /// Raises `E_NOINTERFACE` if the object fires no such events.
     virtual std::uint32_t advise(const Text& eventInterface, std::shared_ptr<EventSink> sink);

@@ -130,6 +130,42 @@ void ContentCache::keep(const std::string& key, std::string_view bytes)
         makeRoom();
 }
 
+namespace {
+
+/// One byte of the file of locks stands for a key. A lock of the open file, which no other opening of it shares.
+struct flock lockAt(std::int64_t place, short type)
+{
+    struct flock lock { };
+    lock.l_type = type;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = place;
+    lock.l_len = 1;
+    return lock;
+}
+
+} // namespace
+
+std::optional<ContentCache::Turn> ContentCache::takeTurn(const std::string& key)
+{
+    constexpr std::size_t digits = 15; // of 16 values each: as many as a place in a file can be
+    const auto place = static_cast<std::int64_t>(std::stoull(key.substr(0, digits), nullptr, 16));
+    const auto file = m_folder / "locks";
+    FileDescriptor locks(::open(file.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
+    struct flock lock = lockAt(place, F_WRLCK);
+    // Where nothing can be locked, two may make the same: that costs time only.
+    if (locks && ::fcntl(locks.number(), F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES))
+        return std::nullopt;
+    return Turn(std::move(locks), place);
+}
+
+ContentCache::Turn::~Turn()
+{
+    struct flock lock = lockAt(m_place, F_UNLCK);
+    // Said, as a child that was born meanwhile has the file open, too.
+    if (m_locks)
+        ::fcntl(m_locks.number(), F_OFD_SETLK, &lock);
+}
+
 void ContentCache::makeRoom()
 {
     const FileDescriptor lock = lockOwnFolder(m_folder);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/FileDescriptor.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <mutex>
@@ -24,6 +26,26 @@ public:
     std::optional<std::string> find(const std::string& key);
     /// Becomes visible whole, and isn't synced. More than the limit isn't kept. Raises `std::system_error`.
     void keep(const std::string& key, std::string_view bytes);
+
+    /// Holds the making of a block, so that no other process of the user's makes the same at the time.
+    class Turn {
+    public:
+        Turn(Turn&&) noexcept = default;
+        Turn& operator=(Turn&&) = delete;
+        ~Turn();
+
+    private:
+        friend class ContentCache;
+        Turn(FileDescriptor locks, std::int64_t place)
+            : m_locks(std::move(locks))
+            , m_place(place)
+        {
+        }
+        FileDescriptor m_locks;
+        std::int64_t m_place;
+    };
+    /// None if another process is making that block. A turn ends with its process, and goes on in no child.
+    std::optional<Turn> takeTurn(const std::string& key);
 
     struct Amount {
         std::size_t blocks = 0;

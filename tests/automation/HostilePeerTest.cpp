@@ -137,7 +137,7 @@ TEST(HostilePeer, AnotherVersionIsToldSoAndAFailingMemberIsAnAnswer)
                   + line(R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":1,"name":"Echo",)"
                          R"("use":"call","arguments":[{"r8":0.1}]}})"))
                   .answer,
-        line(R"({"id":1,"jsonrpc":"2.0","result":{"obj":1,"type":"Counterpart"}})")
+        line(R"({"id":1,"jsonrpc":"2.0","result":{"obj":1,"offers":["Echoing","Größe"],"type":"Counterpart"}})")
             + line(R"({"id":2,"jsonrpc":"2.0","result":{"value":{"r8":0.1}}})"));
 }
 

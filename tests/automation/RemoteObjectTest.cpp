@@ -56,6 +56,11 @@ void waitUntilBlocked(pid_t thread)
     }
 }
 
+TEST_F(RemoteObjectTest, AnObjectSaysWhatItOffersWithoutBeingCalled)
+{
+    EXPECT_EQ(root->facilities(), (std::vector<Text>{u"Echoing", u"Größe"}));
+}
+
 TEST_F(RemoteObjectTest, ValuesOfEveryTypeSurviveExactly)
 {
     const Value values[] = {Value(), Value(NullValue{}), Value(std::int16_t{-32768}),

@@ -44,6 +44,7 @@ public:
         return {};
     }
     Text typeName() const override { return u"Counterpart"; }
+    std::vector<Text> facilities() const override { return {u"Echoing", u"Größe"}; }
     std::uint32_t advise(const Text& eventInterface, std::shared_ptr<EventSink> sink) override
     {
         if (eventInterface != u"Events")

@@ -81,5 +81,20 @@ TEST(ContentCache, LetsGoWhatWasNotAskedForTheLongest)
     EXPECT_TRUE(cache.find(key('4')));
 }
 
+TEST(ContentCache, LetsOneProcessAtATimeMakeABlock)
+{
+    const test::TemporaryFolder parent;
+    ContentCache one(parent / "cache", 1000);
+    ContentCache other(parent / "cache", 1000);
+    {
+        const auto turn = one.takeTurn(key('1'));
+        EXPECT_TRUE(turn);
+        EXPECT_FALSE(other.takeTurn(key('1')));
+        EXPECT_TRUE(other.takeTurn(key('2')));
+        EXPECT_EQ(one.amount().blocks, 0U);
+    }
+    EXPECT_TRUE(other.takeTurn(key('1')));
+}
+
 } // namespace
 } // namespace zn

@@ -186,6 +186,18 @@ private:
     std::chrono::steady_clock::time_point m_begin = std::chrono::steady_clock::now();
 };
 
+/// Far enough ahead for as many readers as a machine has, and not so far that a long run fills every cache.
+constexpr std::size_t mostExpected = 16;
+
+std::vector<Text> filesBehind(const Run& run, std::size_t index)
+{
+    std::vector<Text> files;
+    for (std::size_t next = index + 1; next < run.items.size() && files.size() < mostExpected; ++next)
+        if (run.items[next]->leftOut.empty())
+            files.push_back(run.items[next]->path);
+    return files;
+}
+
 /// A macro that fails ends the run, whose report doesn't name the file; the log does.
 void runMacro(Run& run, OutputRecord& record, const Text& revision)
 {
@@ -264,6 +276,7 @@ BodyEnd runFile(Run& run, std::int32_t index, const Text& revision)
     context.macroBuilder.SetFile(
         record.path, record.selConfiguration, record.docId, record.projId, effectiveVersion(record));
     context.fileLogic.SetCurrentSource(&record);
+    context.session.ExpectFiles(filesBehind(run, static_cast<std::size_t>(index)));
     const TimeTaken taken(record.seconds);
     runMacro(run, record, revision);
     context.session.AfterMacro();

@@ -32,6 +32,9 @@ ZNManager::MacroOutcome ZNManager::callMacro(const Text& file)
         // Each time: a process that was started anew knows nothing of it.
         if (m_reach && !m_cannotConfine)
             m_cannotConfine = !application.ConfineMacros(*m_reach);
+        // Likewise, and it passes over what it has heard before.
+        if (!m_expected.empty() && application.OffersReadAhead())
+            application.ReadAhead(m_expected);
         outcome.result = m_revisionMajor < firstReleaseWithReasons
             ? application.RunMacro(file, moduleName, procedureName)
             : application.RunMacro2(file, moduleName, procedureName, 0);

@@ -68,6 +68,8 @@ public:
     /// The next macros reach these folders (backslash paths) and no file outside, as far as the application can confine
     /// them. It lasts until `Configure`.
     void ConfineMacros(std::vector<Text> folders) { m_reach = std::move(folders); }
+    /// The files of the next macros, the first one first, which an application that offers it reads meanwhile.
+    void ExpectFiles(std::vector<Text> files) { m_expected = std::move(files); }
     /// Whether a macro was to be confined and this application can't.
     bool CannotConfine() const { return m_cannotConfine; }
     /// What the last macro tried outside, in sentences; nothing if the application has gone.
@@ -161,6 +163,7 @@ private:
 
     std::optional<std::vector<Text>> m_reach;
     bool m_cannotConfine = false;
+    std::vector<Text> m_expected;
 
     Text m_lastError;
     StartupSettings m_startup;

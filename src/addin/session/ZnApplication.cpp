@@ -1,5 +1,7 @@
 #include "addin/session/ZnApplication.h"
 
+#include <algorithm>
+
 namespace zn {
 
 namespace {
@@ -135,6 +137,17 @@ std::vector<Text> ZnApplication::GetErrorMessages() const
 }
 
 DispatchRef ZnApplication::GetFirstDocument() const { return dispatchOf(m_object->call(u"GetFirstDocument")); }
+
+bool ZnApplication::OffersReadAhead() const
+{
+    const std::vector<Text> offered = m_object->facilities();
+    return std::find(offered.begin(), offered.end(), u"ReadAhead") != offered.end();
+}
+
+void ZnApplication::ReadAhead(const std::vector<Text>& files) const
+{
+    m_object->call(u"ReadAhead", {Value::arrayOf(std::vector<Value>(files.begin(), files.end()))});
+}
 
 bool ZnApplication::ConfineMacros(const std::vector<Text>& folders) const
 {

@@ -105,6 +105,10 @@ public:
     std::vector<Text> GetErrorMessages() const;
     /// Null if no document is open.
     DispatchRef GetFirstDocument() const;
+    /// Whether it can read files ahead. No call of the application.
+    bool OffersReadAhead() const;
+    /// Tells it of files that macros will open later, the first one first.
+    void ReadAhead(const std::vector<Text>& files) const;
     /// Names the folders that macros may reach from now on. False if the application knows nothing of that.
     bool ConfineMacros(const std::vector<Text>& folders) const;
     /// What macros were refused since then, in sentences.

@@ -144,6 +144,7 @@ const MemberTable& Application::members() const
         {u"RunMacro2", MemberUse::Call, u"FilePath Module Procedure Options Reason", member<&Application::runMacro2>},
         {u"ConfineMacros", MemberUse::Call, u"Folders", member<&Application::confineMacros>},
         {u"GetRefusals", MemberUse::Call, u"", member<&Application::getRefusals>},
+        {u"ReadAhead", MemberUse::Call, u"Files", member<&Application::readAhead>},
     };
     static const MemberTable table(rows);
     return table;
@@ -219,6 +220,24 @@ Value Application::confineMacros(Arguments& arguments)
 
 /// What macros were refused since they were confined, in sentences; a macro can't make it forget them.
 Value Application::getRefusals(Arguments&) { return textArray(m_confinement.refusals()); }
+
+std::vector<Text> Application::facilities() const
+{
+    return m_surroundings.readAhead ? std::vector<Text>{u"ReadAhead"} : std::vector<Text>();
+}
+
+/// Files that macros will open later. Only who drives the application knows of any.
+Value Application::readAhead(Arguments& arguments)
+{
+    if (m_runningMacros > 0)
+        throw StatusError(zn::E_ACCESSDENIED, "A macro can't have files read.");
+    std::vector<std::filesystem::path> files;
+    for (const Text& path : arguments.texts(0))
+        files.push_back(m_surroundings.files.toMachine(zn::canonicalPath(path)));
+    if (m_surroundings.readAhead)
+        m_surroundings.readAhead(files);
+    return {};
+}
 
 template <bool Application::*Flag> Value Application::getFlag(Arguments&) { return this->*Flag; }
 

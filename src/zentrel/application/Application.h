@@ -32,6 +32,7 @@ public:
     ~Application() override;
 
     Text typeName() const override { return u"Application"; }
+    std::vector<Text> facilities() const override;
 
     const Surroundings& surroundings() const { return m_surroundings; }
     const Preferences& preferences() const { return m_preferences; }
@@ -101,6 +102,7 @@ private:
     Value runMacro2(Arguments& arguments);
     Value confineMacros(Arguments& arguments);
     Value getRefusals(Arguments&);
+    Value readAhead(Arguments& arguments);
     template <bool Application::*Flag> Value getFlag(Arguments&);
     template <bool Application::*Flag> Value putFlag(Arguments& arguments);
     Value setSwitch(Arguments& arguments);

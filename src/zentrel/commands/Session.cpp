@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 #include <system_error>
+#include <thread>
 
 namespace zn::zentrel {
 
@@ -42,6 +43,16 @@ KernelLimits limitsFrom(zn::Registry& registry)
     return limits;
 }
 
+/// As many as the machine has cores, or as the registry says; one core has nothing to read beside.
+std::size_t readersFor(zn::Registry& registry)
+{
+    const auto value = registry.read(zn::RegistryRoot::Machine, limitsKey, u"Readers");
+    if (const auto number = value ? value->asNumber() : std::nullopt; number && *number >= 0)
+        return static_cast<std::size_t>(*number);
+    const std::size_t cores = std::thread::hardware_concurrency();
+    return cores > 1 ? cores : 0;
+}
+
 } // namespace
 
 Session::Session(const std::filesystem::path& home, Hooks hooks)
@@ -63,6 +74,8 @@ Session::Session(const std::filesystem::path& home, Hooks hooks)
         .stopRequested = std::move(hooks.stopRequested),
         .exit = std::move(hooks.exit),
         .print = std::move(hooks.print),
+        .readAhead = m_readAhead ? [this](const auto& files) { m_readAhead->expect(files); }
+                                 : std::function<void(const std::vector<std::filesystem::path>&)>(),
         .confined = [this](const auto& folders, const auto& work) { runConfined(folders, work); },
     });
 }
@@ -76,6 +89,8 @@ void Session::useCache()
     const auto tell = [this](const std::string& line) { m_log.write(line); };
     try {
         setKernelCache(std::make_unique<zn::ContentCache>(folder, most), tell);
+        if (const std::size_t readers = readersFor(m_platform.registry()))
+            m_readAhead = std::make_unique<ReadAhead>(readers);
     } catch (const std::system_error& error) {
         tell("The cache '" + folder.string() + "' can't be used: " + error.code().message() + ".");
     }

@@ -4,6 +4,7 @@
 #include "platform/WorkFolder.h"
 #include "zentrel/application/Application.h"
 #include "zentrel/commands/ProcessLog.h"
+#include "zentrel/formats/ReadAhead.h"
 
 #include <memory>
 
@@ -40,6 +41,7 @@ private:
     zn::LinuxPlatform m_platform;
     zn::WorkFolder m_workFolder;
     ProcessLog m_log;
+    std::unique_ptr<ReadAhead> m_readAhead; ///< null where files are read when they are opened
     std::shared_ptr<Application> m_application;
     bool m_confinementNoted = false;
 };

@@ -49,18 +49,6 @@ std::size_t memoryInUse()
     return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// What the machine has free, in bytes.
-std::size_t freeMemory()
-{
-    std::ifstream facts("/proc/meminfo");
-    std::string name;
-    std::size_t kilobytes = 0;
-    for (std::string rest; facts >> name >> kilobytes; std::getline(facts, rest))
-        if (name == "MemAvailable:")
-            return kilobytes * 1024;
-    return static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-}
-
 std::size_t mostMemory() { return kernelLimits().memory > 0 ? kernelLimits().memory : freeMemory() / 2; }
 
 void limitResource(__rlimit_resource_t resource, rlim_t soft, rlim_t hard)

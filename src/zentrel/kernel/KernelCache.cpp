@@ -1,5 +1,6 @@
 #include "zentrel/kernel/KernelCache.h"
 
+#include "contracts/documents/DocumentError.h"
 #include "platform/ContentCache.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Sha256.h"
@@ -9,6 +10,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <thread>
 #include <vector>
 
 namespace zn::zentrel {
@@ -51,6 +53,18 @@ std::optional<std::string> hashOf(const std::filesystem::path& path)
         if (got == 0)
             return hash.finish();
         hash.update({block.data(), static_cast<std::size_t>(got)});
+    }
+}
+
+/// Waits while another process makes the same, which its limit of computing ends.
+zn::ContentCache::Turn turnFor(const std::string& name)
+{
+    for (;;) {
+        if (auto turn = cache->takeTurn(name))
+            return *std::move(turn);
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        if (kernelLimits().userGone && kernelLimits().userGone())
+            throw DocumentError(ErrorKind::Kernel, "Nobody waits any more for what another process is reading.");
     }
 }
 
@@ -103,6 +117,7 @@ std::string keptOfFile(
     if (!content)
         return make().bytes;
     const std::string name = kernelResultName(maker, {*content});
+    const auto turn = turnFor(name);
     if (auto kept = keptKernelResult(name))
         return *std::move(kept);
     MadeOfFile made = make();

@@ -2,6 +2,10 @@
 
 #include "zentrel/kernel/KernelChild.h"
 
+#include <fstream>
+#include <string>
+#include <unistd.h>
+
 namespace zn::zentrel {
 
 namespace {
@@ -18,6 +22,17 @@ const KernelLimits& kernelLimits() { return currentLimits; }
 void becomeKernelProcess() { kernelProcess = true; }
 
 bool isKernelProcess() { return kernelProcess; }
+
+std::size_t freeMemory()
+{
+    std::ifstream facts("/proc/meminfo");
+    std::string name;
+    std::size_t kilobytes = 0;
+    for (std::string rest; facts >> name >> kilobytes; std::getline(facts, rest))
+        if (name == "MemAvailable:")
+            return kilobytes * 1024;
+    return static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
 
 std::chrono::seconds computingLimit(std::size_t pieces)
 {

@@ -19,6 +19,9 @@ struct KernelLimits {
 void setKernelLimits(KernelLimits limits);
 const KernelLimits& kernelLimits();
 
+/// What the machine has free, in bytes.
+std::size_t freeMemory();
+
 /// From now on, this process is one that the kernel may take with it: `askKernel` makes its calls right here. For
 /// programs that do nothing else, and for fuzz targets.
 void becomeKernelProcess();

@@ -151,6 +151,28 @@ TEST_F(Run, MacrosThatNobodyWroteAreConfinedToTheTasksFolders)
     }
 }
 
+TEST_F(Run, OnlyAnApplicationThatReadsAheadHearsOfTheFilesToCome)
+{
+    installCad();
+    for (std::int32_t file = 1; file <= 3; ++file)
+        select(file, std::to_string(file) + ".step");
+    const auto heard = [&] {
+        std::string calls;
+        for (const std::string& call : *application->log)
+            if (call.starts_with("ReadAhead") || call.starts_with("RunMacro2"))
+                calls += call.substr(0, call.starts_with("RunMacro2") ? 9 : call.size()) + "\n";
+        application->log->clear();
+        return calls;
+    };
+    EXPECT_EQ(run(3), S_OK);
+    EXPECT_EQ(heard(), "RunMacro2\nRunMacro2\nRunMacro2\n");
+    application->offered = {u"ReadAhead"};
+    EXPECT_EQ(run(3), S_OK);
+    EXPECT_EQ(heard(),
+        "ReadAhead(" + pathText("2.step") + ", " + pathText("3.step") + ")\nRunMacro2\nReadAhead(" + pathText("3.step")
+            + ")\nRunMacro2\nRunMacro2\n");
+}
+
 TEST_F(Run, ScriptTaskGoesThroughItsFilesInOrderAndReports)
 {
     installCad();

@@ -43,6 +43,7 @@ public:
     }
 
     Text typeName() const override { return u"Fake"; }
+    std::vector<Text> facilities() const override { return offered; }
 
     std::uint32_t advise(const Text& eventInterface, std::shared_ptr<EventSink> sink) override
     {
@@ -68,6 +69,7 @@ public:
     }
 
     std::shared_ptr<CallLog> log;
+    std::vector<Text> offered;
     std::map<std::string, Member> members;
     std::map<std::string, Status> failures;
     std::map<Text, std::shared_ptr<EventSink>> sinks;

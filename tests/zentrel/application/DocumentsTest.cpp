@@ -163,6 +163,14 @@ TEST_F(Members, AreCalledByPlaceOrNameAndRefuseInWords)
     EXPECT_THROW(shop.application->call(u"SetUserPreferenceToggle", {9999, true}), StatusError);
 }
 
+TEST_F(Documents, WhatIsToComeGoesToWhoeverReadsAhead)
+{
+    EXPECT_EQ(shop.application->facilities(), std::vector<Text>{u"ReadAhead"});
+    shop.application->call(
+        u"ReadAhead", {Value::arrayOf({Value(shop.path("b.step")), Value(shop.path("sub/../a.step"))})});
+    EXPECT_EQ(shop.expected, (std::vector{shop.file("b.step"), shop.file("a.step")}));
+}
+
 } // namespace
 
 } // namespace zn::zentrel::test

@@ -27,6 +27,7 @@ Workshop::Workshop(std::function<bool()> stopRequested)
         .stopRequested = std::move(stopRequested),
         .exit = {},
         .print = [this](const std::string& line) { printed.push_back(line); },
+        .readAhead = [this](const std::vector<std::filesystem::path>& files) { expected = files; },
     });
 }
 

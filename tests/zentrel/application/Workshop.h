@@ -32,6 +32,7 @@ public:
     zn::LinuxPlatform platform;
     std::vector<std::string> log;
     std::vector<std::string> printed;
+    std::vector<std::filesystem::path> expected; ///< what was to be read ahead
     std::shared_ptr<Application> application;
 };
 

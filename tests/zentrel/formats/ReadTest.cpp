@@ -221,7 +221,7 @@ TEST_F(Read, whatWasReadAndMeshedBeforeComesFromTheCache)
     const auto newBlock = [&] {
         fs::path found;
         for (const auto& entry : fs::directory_iterator(folder / "cache"))
-            if (known.insert(entry.path()).second)
+            if (entry.path().filename() != "locks" && known.insert(entry.path()).second)
                 found = entry.path();
         return found;
     };
@@ -247,10 +247,10 @@ TEST_F(Read, whatWasReadAndMeshedBeforeComesFromTheCache)
     const Made screw = make("step/screw.step");
     const Made rods = make("step/linkrods.step");
     ASSERT_FALSE(screw.read.empty() || screw.meshed.empty() || rods.read.empty() || rods.meshed.empty());
-    ASSERT_NE(screw.stl, rods.stl);
-    EXPECT_EQ(make("step/screw.step").stl, screw.stl);
+    ASSERT_FALSE(screw.stl == rods.stl);
+    EXPECT_TRUE(make("step/screw.step").stl == screw.stl);
     exchange(screw.meshed, rods.meshed);
-    EXPECT_EQ(make("step/screw.step").stl, rods.stl);
+    EXPECT_TRUE(make("step/screw.step").stl == rods.stl);
     exchange(screw.read, rods.read);
-    EXPECT_EQ(make("step/screw.step").stl, screw.stl);
+    EXPECT_TRUE(make("step/screw.step").stl == screw.stl);
 }

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/FileDescriptor.h"
+
+#include <filesystem>
+#include <set>
+#include <sys/types.h>
+#include <vector>
+
+namespace zn::zentrel {
+
+/// Reads foreign files that will be asked for later, in processes beside this one, so that what is made of them lies in
+/// the cache by then. Needs a cache (`setKernelCache`); without one the work would be for nobody.
+///
+/// A reader takes the next file when it is done with one, and ends with this object or with the thread that made it.
+/// What can't be read is told of when somebody opens it, not here.
+class ReadAhead {
+public:
+    /// Starts no process yet; at most `most` later, and one for each gigabyte that the machine has free.
+    explicit ReadAhead(std::size_t most)
+        : m_most(most)
+    {
+    }
+    ReadAhead(const ReadAhead&) = delete;
+    ReadAhead& operator=(const ReadAhead&) = delete;
+    ~ReadAhead();
+
+    /// Those that come next, the first one first; they are read in that order, each once. Files that no reader takes
+    /// are passed over. Never waits.
+    void expect(const std::vector<std::filesystem::path>& files);
+
+private:
+    bool isStarted();
+    void startReader(const zn::FileDescriptor& readersEnd);
+
+    std::size_t m_most;
+    bool m_tried = false;
+    zn::FileDescriptor m_queue;
+    std::vector<pid_t> m_readers;
+    std::set<std::filesystem::path> m_expected;
+};
+
+} // namespace zn::zentrel
