@@ -108,7 +108,9 @@ void Channel::send(const std::string& line)
 
 bool Channel::sendAtOnce(const std::string& line)
 {
-    const std::unique_lock turn(m_sending, std::try_to_lock);
+    // Whoever sends a call may hold it for a moment longer than the peer needs to begin with it.
+    constexpr std::chrono::seconds longestTurn{1};
+    const std::unique_lock turn(m_sending, longestTurn);
     if (!turn)
         return false;
     // So few bytes go out whole or not at all.

@@ -36,7 +36,8 @@ public:
     /// message is too big.
     void send(const std::string& line);
 
-    /// Sends one short message if that can be done without a wait; false otherwise. May be called from another thread.
+    /// Sends one short message unless the peer takes none now, or another message has been going out for a second;
+    /// false then. May be called from another thread.
     bool sendAtOnce(const std::string& line);
 
     /// Waits for a message until `deadline`, without limit if there is none. Raises as `send` does, `RPC_E_TIMEOUT`
@@ -67,7 +68,7 @@ private:
     /// Signals the peer's death even if one of its children still holds the socket.
     FileDescriptor m_peerProcess;
     FileDescriptor m_cancelled;
-    std::mutex m_sending; ///< held while a message goes out
+    std::timed_mutex m_sending; ///< held while a message goes out
     std::string m_buffer;
     std::size_t m_taken = 0;   ///< bytes of the buffer that were given out
     std::size_t m_scanned = 0; ///< bytes without a line feed behind those
