@@ -132,10 +132,7 @@ Value ComponentObject::name(Arguments&) { return component().name; }
 
 /// The components of a foreign file are no documents, neither in files nor in the assembly: whoever works through the
 /// virtual ones would do each of them again.
-Value ComponentObject::isVirtual(Arguments&)
-{
-    return component().isVirtual() && assembly()->identity().source.empty();
-}
+Value ComponentObject::isVirtual(Arguments&) { return component().isVirtual() && !assembly()->isForeign(); }
 
 Value ComponentObject::isSuppressed(Arguments&) { return state().suppressed; }
 
@@ -143,7 +140,7 @@ Value ComponentObject::isHidden(Arguments&) { return state().hidden; }
 
 Value ComponentObject::getPathName(Arguments&)
 {
-    const bool isForeign = component().isVirtual() && !assembly()->identity().source.empty();
+    const bool isForeign = component().isVirtual() && assembly()->isForeign();
     return isForeign ? Text() : assembly()->componentPath(m_index);
 }
 

@@ -41,6 +41,8 @@ public:
     virtual bool showConfiguration(const Text& name) = 0;
 
     const Identity& identity() const { return m_identity; }
+    /// Whether it was imported from a foreign file and has no file of its own.
+    bool isForeign() const { return m_identity.path.empty() && !m_identity.source.empty(); }
     void setPath(const Text& path);
     /// The machine's path of the document, for names and for what is found beside it.
     std::filesystem::path machinePath() const;

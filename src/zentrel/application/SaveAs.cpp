@@ -69,7 +69,7 @@ ModelRef shownModel(Save& save)
 template <class Write> void writeModel(Save& save, bool oneFile, const Write& write)
 {
     const ModelRef model = shownModel(save);
-    if (oneFile || model->children.empty() || !save.document.identity().source.empty()) {
+    if (oneFile || model->children.empty() || save.document.isForeign()) {
         announce(save, save.path);
         save.report(write(*model, save.target));
         return;

@@ -1,9 +1,10 @@
 #include "zentrel/formats/KeptProjections.h"
 
+#include "platform/Sha256.h"
+
 #include <list>
 #include <map>
 #include <mutex>
-#include <openssl/evp.h>
 
 namespace zn::zentrel {
 
@@ -13,11 +14,9 @@ constexpr std::size_t mostKept = std::size_t{64} << 20;
 
 std::string digestOf(std::string_view bytes)
 {
-    unsigned char digest[EVP_MAX_MD_SIZE];
-    unsigned length = 0;
-    if (EVP_Digest(bytes.data(), bytes.size(), digest, &length, EVP_sha256(), nullptr) != 1)
-        return {};
-    return {reinterpret_cast<const char*>(digest), length};
+    zn::Sha256 hash;
+    hash.update(bytes);
+    return hash.finish();
 }
 
 void append(std::string& bytes, std::initializer_list<double> numbers)
@@ -64,15 +63,13 @@ std::string viewKey(const Model& model, const gp_Dir& direction, const gp_Dir& u
         std::string& digest = digests[stream.data()];
         if (digest.empty())
             digest = digestOf(stream);
-        if (digest.empty())
-            return {};
         text += digest;
         for (int row = 1; row <= 3; ++row) {
             const gp_Trsf& place = placed.placement;
             append(text, {place.Value(row, 1), place.Value(row, 2), place.Value(row, 3), place.Value(row, 4)});
         }
         const Color none{-1.0, -1.0, -1.0};
-        const Color color = placed.body->color.value_or(none);
+        const Color color = placed.color.value_or(none);
         append(text, {color.red, color.green, color.blue});
     }
     return digestOf(text);

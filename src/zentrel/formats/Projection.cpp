@@ -55,8 +55,7 @@ Projection projectionOf(const Model& model, const gp_Dir& direction, const gp_Di
     Projection projection;
     projection.plane = gp_Ax2(gp_Pnt(0, 0, 0), direction, up.Crossed(direction));
     for (const PlacedBody& placed : placedBodies(model)) {
-        const ProjectedBody body{
-            placed.body->shape.shape().Moved(TopLoc_Location(placed.placement)), placed.body->color};
+        const ProjectedBody body{placed.body->shape.shape().Moved(TopLoc_Location(placed.placement)), placed.color};
         std::size_t faces = 0;
         std::size_t tessellated = 0;
         for (TopExp_Explorer explorer(body.shape, TopAbs_FACE); explorer.More(); explorer.Next()) {

@@ -1,6 +1,7 @@
 #include "zentrel/formats/ReadAhead.h"
 
 #include "zentrel/formats/Read.h"
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/kernel/KernelLimits.h"
 
 #include <algorithm>
@@ -33,6 +34,7 @@ void become(pid_t parent, const zn::FileDescriptor& queue)
     KernelLimits limits = kernelLimits();
     limits.userGone = {};
     setKernelLimits(std::move(limits));
+    leaveKernelServer();
     const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(nothing, standard);

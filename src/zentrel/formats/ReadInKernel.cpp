@@ -1,8 +1,9 @@
 #include "zentrel/formats/ReadInKernel.h"
 
 #include "contracts/documents/DocumentError.h"
+#include "contracts/documents/StepReferences.h"
+#include "zentrel/kernel/KernelCache.h"
 
-#include <iterator>
 #include <stdexcept>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
@@ -25,6 +26,8 @@ std::string answerFor(const std::filesystem::path& file, KernelCall read)
     try {
         return askKernelOrChild(task, read, requestFor(ReadWay::Named, file));
     } catch (const KernelCrash& crash) {
+        if (!zn::stepReferences(file).empty())
+            throw crash;
         try {
             return runInChild(task, [&] { return read(requestFor(ReadWay::Plain, file)); });
         } catch (const DocumentError&) {
@@ -35,28 +38,24 @@ std::string answerFor(const std::filesystem::path& file, KernelCall read)
 
 } // namespace
 
-std::string packedAnswer(const ForeignFile& made, ReadWay way, const std::filesystem::path& file)
+std::string packedAnswer(const ForeignFile& made, ReadWay way)
 {
-    Remarks remarks;
-    if (way == ReadWay::Plain)
-        remarks.push_back("The file " + quoted(file)
-            + " was read without its names and colours, since the geometry kernel crashes on them.");
-    return withRemarks((made.standsAlone ? '+' : '-') + packDocument(made.document), remarks);
+    return std::string{made.standsAlone ? '+' : '-', static_cast<char>(way)} + packDocument(made.document);
 }
 
 Document readInKernel(const std::filesystem::path& file, std::string_view reader, KernelCall read, Remarks* remarks)
 {
-    std::string packet = keptOfFile(file, reader, [&]() -> MadeOfFile {
+    const std::string packet = keptOfFile(file, reader, [&]() -> MadeOfFile {
         std::string answer = answerFor(file, read);
         const bool standsAlone = answer.front() == '+';
         answer.erase(0, 1);
         return {std::move(answer), standsAlone};
     });
-    Remarks told = takeRemarks(packet);
-    if (remarks)
-        std::move(told.begin(), told.end(), std::back_inserter(*remarks));
+    if (remarks && static_cast<ReadWay>(packet.front()) == ReadWay::Plain)
+        remarks->push_back("The file " + quoted(file)
+            + " was read without its names and colours, since the geometry kernel crashes on them.");
     try {
-        return unpackDocument(packet);
+        return unpackDocument(std::string_view(packet).substr(1));
     } catch (const std::invalid_argument& error) {
         throw DocumentError(
             ErrorKind::Unsupported, "The file " + quoted(file) + " can't be opened: " + error.what() + ".");

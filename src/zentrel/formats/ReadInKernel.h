@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zentrel/kernel/KernelCache.h"
+#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/kernel/Remarks.h"
 #include "zentrel/model/Packets.h"
 
@@ -18,20 +18,19 @@ struct ForeignFile {
 };
 
 /// A process of the kernel's is asked for a file by the way and the path. It answers with a sign, whether the file
-/// stands alone, the document's packet and its remarks.
-std::string packedAnswer(const ForeignFile& made, ReadWay way, const std::filesystem::path& file);
+/// stands alone, the way and the document's packet.
+std::string packedAnswer(const ForeignFile& made, ReadWay way);
 
 template <ForeignFile (*read)(const std::filesystem::path& file, ReadWay way)>
 std::string packed(std::string_view request)
 {
     const auto way = static_cast<ReadWay>(request.front());
-    const std::filesystem::path file(request.substr(1));
-    return packedAnswer(read(file, way), way, file);
+    return packedAnswer(read(std::filesystem::path(request.substr(1)), way), way);
 }
 
 /// Reads a foreign file in the process of the kernel's that serves many, or takes what `reader` (with its version)
 /// made of the same bytes before. Where the named reader crashes, the plain one is tried in a process of its own, with
-/// a remark. Raises what `read` raises, `Kernel` (the first crash if the second way fails, too), and `Unsupported` for
+/// a remark, unless the file refers to others, which the plain reader passes over. Raises what `read` raises, `Kernel` (the first crash if the second way fails, too), and `Unsupported` for
 /// what no document of ours can be.
 Document readInKernel(const std::filesystem::path& file, std::string_view reader, KernelCall read, Remarks* remarks);
 

@@ -88,8 +88,7 @@ ForeignFile readHere(const std::filesystem::path& file, ReadWay way)
     if (const std::string names = unreadReferences(reader); !names.empty())
         throw DocumentError(ErrorKind::Incomplete,
             "The file " + quoted(file)
-                + " could be read only in part: files that it refers to aren't there or can't be " + "read: " + names
-                + ".");
+                + " could be read only in part: files that it refers to aren't there or can't be read: " + names + ".");
     Document document = transferred ? documentOf(content, solidNamesOf(sessionsOf(reader))) : Document();
     const std::vector<Body> bodies = distinctBodies(document);
     ReadCount count;

@@ -7,6 +7,7 @@
 #include "zentrel/kernel/KernelLimits.h"
 
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -16,6 +17,9 @@
 namespace zn::zentrel {
 
 namespace {
+
+/// Beyond what any file takes that another process reads.
+constexpr std::chrono::minutes longestWait{10};
 
 std::unique_ptr<zn::ContentCache> cache;
 std::function<void(const std::string&)> tellFailure;
@@ -56,12 +60,16 @@ std::optional<std::string> hashOf(const std::filesystem::path& path)
     }
 }
 
-/// Waits while another process makes the same, which its limit of computing ends.
-zn::ContentCache::Turn turnFor(const std::string& name)
+/// Waits while another process makes the same, which its limit of computing ends. None if it is stuck all the same:
+/// making it twice costs time only.
+std::optional<zn::ContentCache::Turn> turnFor(const std::string& name)
 {
+    const auto latest = std::chrono::steady_clock::now() + longestWait;
     for (;;) {
         if (auto turn = cache->takeTurn(name))
-            return *std::move(turn);
+            return turn;
+        if (std::chrono::steady_clock::now() > latest)
+            return std::nullopt;
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
         if (kernelLimits().userGone && kernelLimits().userGone())
             throw DocumentError(ErrorKind::Kernel, "Nobody waits any more for what another process is reading.");

@@ -36,8 +36,8 @@ public:
 /// Runs `work` in a child process (a copy of this one) and returns the bytes that it returns. A `DocumentError` that it
 /// raises is raised here again. The kernel's exceptions, a crash, more memory or computing than the limits and a user
 /// who has gone become `DocumentError` of kind `Kernel` (a crash a `KernelCrash`): "The geometry kernel … while <doing>
-/// the file '…'." What
-/// `work` changes in memory is lost. Within such a child, `work` gets a child of its own. A child costs 2 to 15 ms.
+/// the file '…'." What `work` changes in memory is lost. Within such a child, `work` gets a child of its own. A child
+/// costs 2 to 15 ms.
 std::string runInChild(const KernelTask& task, const std::function<std::string()>& work);
 
 /// Work that knows nothing but its request: a plain function, as its address must mean the same in another copy of the
@@ -62,5 +62,8 @@ std::size_t mostAnswered();
 
 /// Starts the child that serves calls, if it isn't there.
 void startKernelServer();
+
+/// In a copy of the program: the child serves the program, and this process gets one of its own when it asks.
+void leaveKernelServer();
 
 } // namespace zn::zentrel

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <sys/socket.h>
 
 namespace zn::zentrel {
@@ -100,6 +101,8 @@ void startKernelServer()
     requireServer();
 }
 
+void leaveKernelServer() { server.reset(); }
+
 namespace {
 
 /// Whoever calls has `serverInUse`.
@@ -119,46 +122,36 @@ std::string askServer(const KernelTask& task, KernelCall call, const std::string
     return answer;
 }
 
-/// Nobody knows what state the kernel is in after a failure. Gives the server up and tells whether another process may
-/// do better.
-bool giveServerUp(const DocumentError& error)
+/// The server's answer; none where it failed and another process may do better, if that is wanted.
+std::optional<std::string> askOnce(const KernelTask& task, KernelCall call, const std::string& request, bool askAgain)
 {
-    if (error.kind() != ErrorKind::Kernel)
-        return false;
-    const bool mayDoBetter = server && server->wasAbleToEnd();
-    server.reset();
-    return mayDoBetter;
+    const std::lock_guard turn(serverInUse);
+    try {
+        return askServer(task, call, request);
+    } catch (const DocumentError& error) {
+        if (error.kind() != ErrorKind::Kernel)
+            throw;
+        const bool mayDoBetter = askAgain && server && server->wasAbleToEnd();
+        server.reset(); // nobody knows what state the kernel is in after a failure
+        if (!mayDoBetter)
+            throw;
+        return std::nullopt;
+    }
 }
 
 } // namespace
 
 std::string askKernel(const KernelTask& task, KernelCall call, const std::string& request)
 {
-    if (isKernelProcess())
-        return call(request);
-    const std::lock_guard turn(serverInUse);
-    try {
-        return askServer(task, call, request);
-    } catch (const DocumentError& error) {
-        giveServerUp(error);
-        throw;
-    }
+    return isKernelProcess() ? call(request) : askOnce(task, call, request, false).value();
 }
 
 std::string askKernelOrChild(const KernelTask& task, KernelCall call, const std::string& request)
 {
     if (isKernelProcess())
         return call(request);
-    {
-        const std::lock_guard turn(serverInUse);
-        try {
-            return askServer(task, call, request);
-        } catch (const DocumentError& error) {
-            if (!giveServerUp(error))
-                throw;
-        }
-    }
-    return runInChild(task, [&] { return call(request); });
+    auto answer = askOnce(task, call, request, true);
+    return answer ? *std::move(answer) : runInChild(task, [&] { return call(request); });
 }
 
 } // namespace zn::zentrel

@@ -62,6 +62,27 @@ TEST_F(Save, AnnouncesEachFileBeforeItExistsAndWritesTheShownConfiguration)
     EXPECT_THROW(part->call(u"GetFirstModelView"), StatusError) << "a closed document says so";
 }
 
+TEST_F(Save, WhatWasForeignHasDocumentsOnceItHasAFileOfItsOwn)
+{
+    shop.makeAssembly("Rack.zenasm");
+    const auto rack = shop.open(shop.path("Rack.zenasm"), DocumentKind::Assembly);
+    ASSERT_EQ(saveAs(*rack, shop.path("Rack.step")), (Saved{true, 0}));
+    Value loaded;
+    callWithResults(*shop.application, u"LoadFile4", {Value(shop.path("Rack.step")), u"", ObjectRef(), 0}, &loaded);
+    const auto foreign = zn::query<DispatchObject>(loaded.toObject());
+    ASSERT_NE(foreign, nullptr);
+    const auto allVirtual = [&] {
+        const Value components = foreign->call(u"GetComponents", {true});
+        for (const Value& component : (*components.get<ArrayRef>())->elements)
+            if (!zn::query<DispatchObject>(component.toObject())->call(u"IsVirtual").toBool())
+                return false;
+        return true;
+    };
+    EXPECT_FALSE(allVirtual());
+    ASSERT_EQ(saveAs(*foreign, shop.path("Copy.zenasm")), (Saved{true, 0}));
+    EXPECT_TRUE(allVirtual());
+}
+
 /// A box and a face along a line, of no area, which the kernel divides into no triangle.
 TopoDS_Shape boxWithThinFace()
 {

@@ -1,6 +1,7 @@
 #include "tests/zentrel/Documents.h"
 #include "zentrel/formats/BuildPart.h"
 #include "zentrel/formats/CafTree.h"
+#include "zentrel/formats/Projection.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/formats/Triangles.h"
 #include "zentrel/formats/Write.h"
@@ -226,6 +227,30 @@ TEST_F(ForeignTree, ColoursSurviveTheWayThroughEachFile)
             seen.push_back(body.color);
         EXPECT_THAT(seen, ElementsAre(blue, red, std::optional<Color>(), blue, red, white));
     }
+}
+
+TEST_F(ForeignTree, EachInstanceIsDrawnInItsColour)
+{
+    Rack rack;
+    rack.paint(rack.plate, red);
+    rack.write(folder / "one.step");
+    rack.paint(rack.upper, blue);
+    rack.paint(rack.right, green);
+    rack.write(folder / "rack.step");
+    const auto colorsOf = [&](const char* name) {
+        const fs::path assembly = folder / fs::path(name).replace_extension(".zenasm");
+        importAssembly(folder / name, assembly);
+        std::set<std::array<double, 3>> colors;
+        const ModelRef model = ModelLoader().load(assembly);
+        for (const Stroke& stroke : project(*model, gp_Dir(0, -1, 0), gp_Dir(0, 0, 1), 1e-3, false, assembly))
+            if (stroke.color)
+                colors.insert({stroke.color->red, stroke.color->green, stroke.color->blue});
+        return colors;
+    };
+    // The same bodies at the same places: only what paints them differs.
+    EXPECT_THAT(colorsOf("one.step"), ElementsAre(std::array{1.0, 0.0, 0.0}));
+    EXPECT_EQ(colorsOf("rack.step"),
+        (std::set{std::array{0.0, 0.0, 1.0}, std::array{0.0, 1.0, 0.0}, std::array{1.0, 0.0, 0.0}}));
 }
 
 TEST_F(ForeignTree, AMissingFileIsNamed)

@@ -197,6 +197,13 @@ TEST_F(Read, whereTheNamedReaderCrashesThePlainOneIsTried)
         ErrorKind::Incomplete, "Lost.", [&] { readInKernel(folder / "a.step", "refuse", packed<refuse>, nullptr); });
     expectError(
         ErrorKind::Kernel, "crashed", [&] { readInKernel(folder / "a.step", "hopeless", packed<hopeless>, nullptr); });
+    // The plain way would give what the file holds itself for the whole.
+    writeFile(folder / "parts.step",
+        "ISO-10303-21;\nHEADER;\nFILE_SCHEMA(('AUTOMOTIVE_DESIGN'));\nENDSEC;\nDATA;\n"
+        "#1=DOCUMENT_FILE('bolt.stp','',$,#2,'',$);\n"
+        "#3=APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT('bolt.stp',#4,#5,(#1));\nENDSEC;\nEND-ISO-10303-21;\n");
+    expectError(ErrorKind::Kernel, "crashed",
+        [&] { readInKernel(folder / "parts.step", "crash", packed<crashNamed>, nullptr); });
 }
 
 TEST_F(Read, thePlainWayKeepsTheShapes)
@@ -217,6 +224,14 @@ TEST_F(Read, whatWasReadAndMeshedBeforeComesFromTheCache)
         ~Reset() { setKernelCache({}, {}); }
     } const reset;
     setKernelCache(std::make_unique<zn::ContentCache>(folder / "cache", 1 << 24), {});
+    for (const char* name : {"first.step", "second.step"}) {
+        writeFile(folder / name, "x");
+        Remarks remarks;
+        readInKernel(folder / name, "crash", packed<crashNamed>, &remarks);
+        EXPECT_THAT(remarks, ElementsAre(HasSubstr(std::string(name) + "' was read without its names and colours")));
+    }
+    EXPECT_EQ(zn::ContentCache(folder / "cache", 1 << 24).amount().blocks, 1U);
+    zn::ContentCache(folder / "cache", 1 << 24).clear();
     std::set<fs::path> known;
     const auto newBlock = [&] {
         fs::path found;
