@@ -30,8 +30,8 @@ std::string packed(std::string_view request)
 
 /// Reads a foreign file in the process of the kernel's that serves many, or takes what `reader` (with its version)
 /// made of the same bytes before. Where the named reader crashes, the plain one is tried in a process of its own, with
-/// a remark, unless the file refers to others, which the plain reader passes over. Raises what `read` raises, `Kernel` (the first crash if the second way fails, too), and `Unsupported` for
-/// what no document of ours can be.
+/// a remark, unless the file refers to others, which the plain reader passes over. Raises what `read` raises, `Kernel`
+/// (the first crash if the second way fails, too), and `Unsupported` for what no document of ours can be.
 Document readInKernel(const std::filesystem::path& file, std::string_view reader, KernelCall read, Remarks* remarks);
 
 /// The plain way: transfers all roots of the file that has been loaded, without names and colours.

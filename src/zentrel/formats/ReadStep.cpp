@@ -6,6 +6,7 @@
 #include "zentrel/formats/Read.h"
 #include "zentrel/formats/ReadInKernel.h"
 #include "zentrel/formats/StepEncoding.h"
+#include "zentrel/formats/StepLoader.h"
 
 #include <Interface_InterfaceModel.hxx>
 #include <Interface_Static.hxx>
@@ -71,6 +72,7 @@ std::string unreadReferences(const STEPCAFControl_Reader& reader)
 ForeignFile readHere(const std::filesystem::path& file, ReadWay way)
 {
     STEPCAFControl_Reader reader;
+    loadFast(reader.ChangeReader());
     reader.SetColorMode(Standard_True);
     reader.SetNameMode(Standard_True);
     reader.SetLayerMode(Standard_True);
@@ -103,7 +105,7 @@ ForeignFile readHere(const std::filesystem::path& file, ReadWay way)
 Document readStep(const std::filesystem::path& file, Remarks* remarks)
 {
     checkStepContent(file);
-    return readInKernel(file, "step 1", packed<readHere>, remarks);
+    return readInKernel(file, "step 2", packed<readHere>, remarks);
 }
 
 } // namespace zn::zentrel
