@@ -133,6 +133,17 @@ std::vector<Resolution> finer(const Resolution& first)
     return {{first.fraction / 10, first.angle}, {first.fraction / 100, first.angle}};
 }
 
+/// Below this, threads take longer to wake up than to mesh their faces.
+constexpr int fewFaces = 100;
+
+bool hasManyFaces(const TopoDS_Shape& shape)
+{
+    int faces = 0;
+    for (TopExp_Explorer explorer(shape, TopAbs_FACE); explorer.More() && faces <= fewFaces; explorer.Next())
+        ++faces;
+    return faces > fewFaces;
+}
+
 /// Meshes a shape once and then the faces that were lost.
 class Mesher {
 public:
@@ -140,7 +151,10 @@ public:
         : m_shape(shape)
         , m_diagonal(diagonal)
     {
-        const BRepMesh_IncrementalMesh work(shape, parametersOf(diagonal, first));
+        IMeshTools_Parameters parameters = parametersOf(diagonal, first);
+        // The triangles are the same, each face's from one thread.
+        parameters.InParallel = hasManyFaces(shape);
+        const BRepMesh_IncrementalMesh work(shape, parameters);
         m_lost = unmeshedFaces(shape);
         if (m_lost.empty())
             return;

@@ -91,15 +91,14 @@ FileMesh meshHere(const Model& model, MeshQuality quality)
     FileMesh result;
     const double diagonal = diagonalOf(boundsOf(model));
     const std::vector<const Model*> models = modelsInside(model);
-    for (const Model* part : models) {
-        TopoDS_Compound compound;
-        BRep_Builder builder;
-        builder.MakeCompound(compound);
+    // All at once, so that the faces of many small parts are shared out among the machine's cores, too.
+    TopoDS_Compound compound;
+    BRep_Builder builder;
+    builder.MakeCompound(compound);
+    for (const Model* part : models)
         for (const Body& body : part->bodies)
             builder.Add(compound, body.shape);
-        if (!part->bodies.empty())
-            result.unmeshed += mesh(compound, quality, diagonal);
-    }
+    result.unmeshed = mesh(compound, quality, diagonal);
     for (const Model* part : models) {
         if (result.unmeshed.lost > 0)
             break;
@@ -278,18 +277,17 @@ PartMeshes meshesOf(
     tell(unmeshed.coarser, " at the coarse resolution only, since the kernel fails on a finer one");
     tell(unmeshed.negligible, " left out, each below a thousand-millionth of the surface, too small for a triangle");
     for (const auto& [part, mesh] : mesher.meshes)
-        requirePlace(mesh, file);
+        for (const TriangleSet& set : mesh)
+            requirePlace(set.points, file);
     return std::move(mesher.meshes);
 }
 
-void requirePlace(const std::vector<TriangleSet>& sets, const std::filesystem::path& file)
+void requirePlace(const std::vector<gp_XYZ>& points, const std::filesystem::path& file)
 {
     constexpr double farthest = std::numeric_limits<float>::max() / 1000;
-    for (const TriangleSet& set : sets)
-        if (!std::all_of(
-                set.points.begin(), set.points.end(), [&](const gp_XYZ& point) { return point.Modulus() < farthest; }))
-            throw DocumentError(ErrorKind::Kernel,
-                "The file " + quoted(file) + " can't be written: points of the model lie beyond all measure.");
+    if (!std::all_of(points.begin(), points.end(), [&](const gp_XYZ& point) { return point.Modulus() < farthest; }))
+        throw DocumentError(ErrorKind::Kernel,
+            "The file " + quoted(file) + " can't be written: points of the model lie beyond all measure.");
 }
 
 } // namespace zn::zentrel

@@ -1,10 +1,22 @@
 #pragma once
 
-#include "zentrel/formats/Triangles.h"
+#include "zentrel/formats/Mesh.h"
+#include "zentrel/kernel/Remarks.h"
+#include "zentrel/model/Model.h"
 
+#include <array>
+#include <gp_XYZ.hxx>
 #include <map>
 
 namespace zn::zentrel {
+
+/// The triangles of one body's faces that share a colour. Lengths in mm.
+struct TriangleSet {
+    Text name; ///< of the body
+    std::optional<Color> color;
+    std::vector<gp_XYZ> points;
+    std::vector<std::array<std::uint32_t, 3>> triangles; ///< indices into `points`, counterclockwise from outside
+};
 
 /// The triangles of one model's own bodies, in its own space. A set without a colour has that of whatever places it.
 using PartMesh = std::vector<TriangleSet>;
@@ -18,7 +30,7 @@ using PartMeshes = std::map<const Model*, PartMesh>;
 PartMeshes meshesOf(
     const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file, Remarks& remarks);
 
-/// Whether the formats' numbers, of single precision, can tell where all points are; `Kernel` if they can't.
-void requirePlace(const std::vector<TriangleSet>& sets, const std::filesystem::path& file);
+/// Whether the formats' numbers, of single precision, can tell where the points are; `Kernel` if they can't.
+void requirePlace(const std::vector<gp_XYZ>& points, const std::filesystem::path& file);
 
 } // namespace zn::zentrel

@@ -1,25 +1,37 @@
 #pragma once
 
-#include "zentrel/formats/Mesh.h"
-#include "zentrel/kernel/Remarks.h"
-#include "zentrel/model/Model.h"
+#include "zentrel/formats/PartMesh.h"
 
-#include <array>
-#include <gp_XYZ.hxx>
+#include <functional>
 
 namespace zn::zentrel {
 
-/// The triangles of one body's faces that share a colour, at their place in the whole model. Lengths in mm.
-struct TriangleSet {
-    Text name; ///< of the body
-    std::optional<Color> color;
-    std::vector<gp_XYZ> points;
-    std::vector<std::array<std::uint32_t, 3>> triangles; ///< indices into `points`, counterclockwise from outside
+/// All triangles of a model: its parts' own, each once, and where they stand in it.
+class ModelTriangles {
+public:
+    ModelTriangles(const Model& model, PartMeshes meshes);
+    ModelTriangles(ModelTriangles&&) = default;
+
+    std::size_t count() const { return m_count; }
+
+    using Use = std::function<void(const TriangleSet& set, const std::vector<gp_XYZ>& points)>;
+    /// Gives each set at each place, in the order of the bodies, with its points there.
+    void forEach(const Use& use) const;
+
+private:
+    struct Placed {
+        const TriangleSet* set;
+        gp_Trsf placement;
+    };
+    void add(const Model& model, const gp_Trsf& placement);
+
+    PartMeshes m_meshes;
+    std::vector<Placed> m_placed;
+    std::size_t m_count = 0;
 };
 
-/// Meshes all parts of the model (`meshesOf`) and gives their triangles at their places, in the order of the bodies.
-/// Raises what that raises, and `Kernel` for more than fit into the memory.
-std::vector<TriangleSet> trianglesOf(
+/// Meshes all parts of the model and raises as `meshesOf` does, and `Kernel` for more triangles than a file may have.
+ModelTriangles trianglesOf(
     const Model& model, MeshQuality quality, const char* format, const std::filesystem::path& file, Remarks& remarks);
 
 } // namespace zn::zentrel
