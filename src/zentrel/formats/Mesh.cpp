@@ -1,5 +1,6 @@
 #include "zentrel/formats/Mesh.h"
 
+#include "zentrel/formats/MeshGaps.h"
 #include "zentrel/model/Bounds.h"
 
 #include <algorithm>
@@ -42,12 +43,14 @@ bool isUnmeshed(const TopoDS_Face& face)
     return triangles.IsNull() || triangles->NbTriangles() == 0;
 }
 
-std::vector<TopoDS_Face> unmeshedFaces(const TopoDS_Shape& shape)
+using IsFace = bool (*)(const TopoDS_Face& face);
+
+std::vector<TopoDS_Face> facesThat(const TopoDS_Shape& shape, IsFace isWanted)
 {
     std::vector<TopoDS_Face> faces;
     for (TopExp_Explorer explorer(shape, TopAbs_FACE); explorer.More(); explorer.Next()) {
         const TopoDS_Face& face = TopoDS::Face(explorer.Current());
-        if (isUnmeshed(face))
+        if (isWanted(face))
             faces.push_back(face);
     }
     return faces;
@@ -119,8 +122,8 @@ IMeshTools_Parameters parametersOf(double diagonal, const Resolution& resolution
 
 const Resolution& resolutionOf(MeshQuality quality) { return quality == MeshQuality::Coarse ? coarse : fine; }
 
-/// What is tried where a face was lost: the kernel loses a narrow face at one angle and finds it at a slightly
-/// different one.
+/// What is tried where a face was lost or has gaps: the kernel fails on a narrow face at one angle and not at a
+/// slightly different one.
 std::vector<Resolution> otherAngles(const Resolution& first)
 {
     return {
@@ -144,45 +147,75 @@ bool hasManyFaces(const TopoDS_Shape& shape)
     return faces > fewFaces;
 }
 
-/// Meshes a shape once and then the faces that were lost.
+/// Meshes a shape once and then the faces that were lost or have gaps.
 class Mesher {
 public:
     Mesher(const TopoDS_Shape& shape, double diagonal, const Resolution& first)
         : m_shape(shape)
         , m_diagonal(diagonal)
     {
+        // A mesh left from before would be kept where it is finer, and the same export would differ.
+        BRepTools::Clean(shape);
         IMeshTools_Parameters parameters = parametersOf(diagonal, first);
         // The triangles are the same, each face's from one thread.
         parameters.InParallel = hasManyFaces(shape);
         const BRepMesh_IncrementalMesh work(shape, parameters);
-        m_lost = unmeshedFaces(shape);
-        if (m_lost.empty())
+        lookForFaults();
+        if (isWhole())
             return;
         m_smallest = negligibleArea * trianglesArea(shape);
         sortOut();
-        if (!m_lost.empty())
+        if (!isWhole())
             TopExp::MapShapesAndAncestors(shape, TopAbs_EDGE, TopAbs_FACE, m_facesOfEdges);
     }
 
     const Unmeshed& result() const { return m_result; }
+    /// Those that were lost before and aren't any more have coarse triangles.
+    void countCoarser(std::size_t lostBefore) { m_result.coarser = lostBefore - std::min(lostBefore, m_result.lost); }
 
-    /// Until no face is lost.
+    /// Until no face is lost, at the price of gaps.
     void retry(const std::vector<Resolution>& resolutions)
     {
         for (const Resolution& resolution : resolutions) {
             if (m_lost.empty())
                 break;
-            clearAround(m_lost, m_facesOfEdges);
-            keepTriangles(m_shape);
-            const BRepMesh_IncrementalMesh work(m_shape, parametersOf(m_diagonal, resolution));
-            m_lost = unmeshedFaces(m_shape);
-            sortOut();
+            meshAgain(m_lost, resolution);
+        }
+    }
+
+    /// Until no face has gaps and none is lost.
+    void retryGaps(const std::vector<Resolution>& resolutions)
+    {
+        for (const Resolution& resolution : resolutions) {
+            if (isWhole())
+                break;
+            std::vector<TopoDS_Face> faces = m_withGaps;
+            faces.insert(faces.end(), m_lost.begin(), m_lost.end());
+            meshAgain(faces, resolution);
         }
     }
 
 private:
+    bool isWhole() const { return m_lost.empty() && m_withGaps.empty(); }
+
+    void meshAgain(const std::vector<TopoDS_Face>& faces, const Resolution& resolution)
+    {
+        clearAround(faces, m_facesOfEdges);
+        keepTriangles(m_shape);
+        const BRepMesh_IncrementalMesh work(m_shape, parametersOf(m_diagonal, resolution));
+        lookForFaults();
+        sortOut();
+    }
+
+    void lookForFaults()
+    {
+        m_lost = facesThat(m_shape, isUnmeshed);
+        m_withGaps = facesThat(m_shape, hasGap);
+    }
+
     void sortOut()
     {
+        m_result.gaps = m_withGaps.size();
         m_result.negligible = std::erase_if(m_lost, [&](const TopoDS_Face& face) { return areaOf(face) < m_smallest; });
         m_result.lost = m_lost.size();
     }
@@ -190,10 +223,24 @@ private:
     TopoDS_Shape m_shape;
     double m_diagonal;
     std::vector<TopoDS_Face> m_lost;
+    std::vector<TopoDS_Face> m_withGaps;
     FacesOfEdges m_facesOfEdges;
     double m_smallest = 0.0;
     Unmeshed m_result;
 };
+
+/// All that helps against lost faces.
+Unmeshed meshLost(Mesher& mesher, MeshQuality quality)
+{
+    const Resolution& first = resolutionOf(quality);
+    mesher.retry(otherAngles(first));
+    const std::size_t before = mesher.result().lost;
+    if (quality != MeshQuality::Coarse)
+        mesher.retry(otherAngles(coarse));
+    mesher.countCoarser(before);
+    mesher.retry(finer(first));
+    return mesher.result();
+}
 
 } // namespace
 
@@ -202,6 +249,7 @@ Unmeshed& Unmeshed::operator+=(const Unmeshed& other)
     lost += other.lost;
     coarser += other.coarser;
     negligible += other.negligible;
+    gaps += other.gaps;
     return *this;
 }
 
@@ -217,19 +265,15 @@ Unmeshed mesh(const TopoDS_Shape& shape, MeshQuality quality)
 
 Unmeshed mesh(const TopoDS_Shape& shape, MeshQuality quality, double diagonal)
 {
-    // A mesh left from before would be kept where it is finer, and the same export would differ.
-    BRepTools::Clean(shape);
-    const Resolution& first = resolutionOf(quality);
-    Mesher mesher(shape, diagonal, first);
-    mesher.retry(otherAngles(first));
-    const std::size_t before = mesher.result().lost;
-    if (quality != MeshQuality::Coarse)
-        mesher.retry(otherAngles(coarse));
-    const std::size_t coarser = before - std::min(before, mesher.result().lost);
-    mesher.retry(finer(first));
-    Unmeshed result = mesher.result();
-    result.coarser = coarser;
-    return result;
+    Mesher mesher(shape, diagonal, resolutionOf(quality));
+    const Unmeshed first = meshLost(mesher, quality);
+    if (first.lost > 0 || first.gaps == 0)
+        return first;
+    mesher.retryGaps(otherAngles(resolutionOf(quality)));
+    if (mesher.result().lost == 0 && mesher.result().gaps < first.gaps)
+        return mesher.result();
+    Mesher again(shape, diagonal, resolutionOf(quality));
+    return meshLost(again, quality);
 }
 
 } // namespace zn::zentrel

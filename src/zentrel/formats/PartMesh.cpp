@@ -274,6 +274,7 @@ PartMeshes meshesOf(
             remarks.push_back("The file " + quoted(file) + " was written with "
                 + (faces == 1 ? "1 face" : std::to_string(faces) + " faces") + what + ".");
     };
+    tell(unmeshed.gaps, " with gaps between the triangles, since the kernel doesn't fill its borders at any angle");
     tell(unmeshed.coarser, " at the coarse resolution only, since the kernel fails on a finer one");
     tell(unmeshed.negligible, " left out, each below a thousand-millionth of the surface, too small for a triangle");
     for (const auto& [part, mesh] : mesher.meshes)

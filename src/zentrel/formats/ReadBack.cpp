@@ -9,6 +9,7 @@
 #include <cmath>
 #include <fmt/format.h>
 #include <GProp_GProps.hxx>
+#include <map>
 #include <set>
 #include <ShapeAnalysis_ShapeTolerance.hxx>
 #include <sstream>
@@ -66,6 +67,20 @@ bool areSound(const std::vector<PlacedBody>& bodies)
     });
 }
 
+/// Around the boxes of the bodies, each turned as its body is: at most twice as long as the model's own diagonal.
+double roughDiagonal(const std::vector<PlacedBody>& bodies)
+{
+    std::map<const Body*, Bnd_Box> boxes;
+    Bnd_Box all;
+    for (const PlacedBody& placed : bodies) {
+        auto box = boxes.find(placed.body);
+        if (box == boxes.end())
+            box = boxes.emplace(placed.body, boundsOf(placed.body->shape)).first;
+        all.Add(box->second.Transformed(placed.placement));
+    }
+    return diagonalOf(all);
+}
+
 bool isLoose(const Body& body, double mostTolerance)
 {
     return ShapeAnalysis_ShapeTolerance().Tolerance(body.shape, 1) > mostTolerance;
@@ -75,8 +90,8 @@ bool isLoose(const Body& body, double mostTolerance)
 
 bool isDoubtful(const Model& model)
 {
-    const double mostTolerance = doubtfulTolerance * diagonalOf(boundsOf(model));
     const auto bodies = placedBodies(model);
+    const double mostTolerance = doubtfulTolerance * roughDiagonal(bodies);
     return std::any_of(bodies.begin(), bodies.end(), [&](const PlacedBody& placed) {
         return isLoose(*placed.body, mostTolerance);
     }) || !areSound(bodies);
