@@ -19,7 +19,7 @@ struct Unmeshed {
     std::size_t coarser = 0;    ///< which have triangles of coarse quality
     std::size_t negligible = 0; ///< of less than a thousand-millionth of the whole area: nobody can see them missing
 
-    std::size_t gaps = 0;       ///< which have triangles that leave gaps between them
+    std::size_t gaps = 0; ///< which have triangles that leave gaps between them
 
     Unmeshed& operator+=(const Unmeshed& other);
 };

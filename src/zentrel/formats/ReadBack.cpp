@@ -1,5 +1,6 @@
 #include "zentrel/formats/ReadBack.h"
 
+#include "platform/FileDescriptor.h"
 #include "zentrel/formats/CafModel.h"
 #include "zentrel/model/Bounds.h"
 
@@ -9,11 +10,13 @@
 #include <cmath>
 #include <fmt/format.h>
 #include <GProp_GProps.hxx>
+#include <IGESControl_Reader.hxx>
 #include <map>
 #include <set>
 #include <ShapeAnalysis_ShapeTolerance.hxx>
 #include <sstream>
 #include <STEPControl_Reader.hxx>
+#include <sys/mman.h>
 #include <TopExp_Explorer.hxx>
 
 namespace zn::zentrel {
@@ -28,17 +31,19 @@ constexpr double measureSlack = 1e-4;
 struct Measures {
     double volume = 0.0;
     double area = 0.0;
+    int solids = 0;
 };
 
 Measures measuresOf(const TopoDS_Shape& shape)
 {
     GProp_GProps area;
     BRepGProp::SurfaceProperties(shape, area);
-    Measures measures{0.0, area.Mass()};
+    Measures measures{.area = area.Mass()};
     for (TopExp_Explorer solids(shape, TopAbs_SOLID); solids.More(); solids.Next()) {
         GProp_GProps volume;
         BRepGProp::VolumeProperties(solids.Current(), volume);
         measures.volume += volume.Mass();
+        ++measures.solids;
     }
     return measures;
 }
@@ -86,6 +91,24 @@ bool isLoose(const Body& body, double mostTolerance)
     return ShapeAnalysis_ShapeTolerance().Tolerance(body.shape, 1) > mostTolerance;
 }
 
+/// Trimmed surfaces of IGES enclose nothing that could be measured.
+std::string faultOfLoaded(XSControl_Reader& reader, const Model& model, bool needsSolids)
+{
+    reader.TransferRoots();
+    const TopoDS_Shape found = reader.OneShape();
+    const TopoDS_Shape wanted = compoundOf(model);
+    if (found.IsNull() || placedFaces(found) < placedFaces(wanted))
+        return fmt::format("{} of {} faces", found.IsNull() ? 0 : placedFaces(found), placedFaces(wanted));
+    const Measures is = measuresOf(found);
+    const Measures shall = measuresOf(wanted);
+    if ((needsSolids || is.solids > 0) && !isNear(shall.volume, is.volume))
+        return fmt::format("a volume of {:.6g} mm^3 in place of {:.6g}", is.volume, shall.volume);
+    if (!isNear(shall.area, is.area))
+        return fmt::format("a surface of {:.6g} mm^2 in place of {:.6g}", is.area, shall.area);
+    return !BRepCheck_Analyzer(found).IsValid() && areSound(placedBodies(model)) ? "faults that the model doesn't have"
+                                                                                 : "";
+}
+
 } // namespace
 
 bool isDoubtful(const Model& model)
@@ -101,21 +124,18 @@ std::string faultOfStep(const std::string& text, const Model& model)
 {
     std::istringstream stream(text);
     STEPControl_Reader reader;
-    if (reader.ReadStream("", stream) != IFSelect_RetDone)
-        return "no data";
-    reader.TransferRoots();
-    const TopoDS_Shape found = reader.OneShape();
-    const TopoDS_Shape wanted = compoundOf(model);
-    if (found.IsNull() || placedFaces(found) < placedFaces(wanted))
-        return fmt::format("{} of {} faces", found.IsNull() ? 0 : placedFaces(found), placedFaces(wanted));
-    const Measures is = measuresOf(found);
-    const Measures shall = measuresOf(wanted);
-    if (!isNear(shall.volume, is.volume))
-        return fmt::format("a volume of {:.6g} mm^3 in place of {:.6g}", is.volume, shall.volume);
-    if (!isNear(shall.area, is.area))
-        return fmt::format("a surface of {:.6g} mm^2 in place of {:.6g}", is.area, shall.area);
-    return !BRepCheck_Analyzer(found).IsValid() && areSound(placedBodies(model)) ? "faults that the model doesn't have"
-                                                                                 : "";
+    return reader.ReadStream("", stream) == IFSelect_RetDone ? faultOfLoaded(reader, model, true) : "no data";
+}
+
+std::string faultOfIges(const std::string& text, const Model& model)
+{
+    // The kernel reads IGES by a file's name alone, and its processes write no files.
+    const zn::FileDescriptor memory(memfd_create("iges", MFD_CLOEXEC));
+    IGESControl_Reader reader;
+    const std::string path = "/proc/self/fd/" + std::to_string(memory.number());
+    return memory && memory.writeAll(text) && reader.ReadFile(path.c_str()) == IFSelect_RetDone
+        ? faultOfLoaded(reader, model, false)
+        : "no data";
 }
 
 } // namespace zn::zentrel

@@ -1,7 +1,8 @@
 #include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafModel.h"
+#include "zentrel/formats/ReadBack.h"
+#include "zentrel/formats/SureText.h"
 #include "zentrel/formats/Write.h"
-#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/WholeFile.h"
 
 #include <BRep_Builder.hxx>
@@ -35,13 +36,26 @@ TopoDS_Shape asNurbs(const TopoDS_Shape& shape)
     return convert.Shape();
 }
 
+using ShapeOfBody = TopoDS_Shape (*)(const Body& body);
+
+struct IgesWay {
+    ShapeOfBody shapeOf;
+    const char* words;
+};
+
+constexpr IgesWay igesWays[] = {
+    {[](const Body& body) { return body.shape.shape(); }, "its shape as it is"},
+    {[](const Body& body) { return asNurbs(body.shape); }, "its surfaces and curves turned into B-splines"},
+    {healed, "its shape healed"},
+};
+
 /// Faces and solids, edges, or both of one body.
-TopoDS_Shape written(const Body& body, const IgesOptions& options)
+TopoDS_Shape written(const Body& body, const IgesOptions& options, ShapeOfBody shapeOf)
 {
     const bool hasFaces = TopExp_Explorer(body.shape, TopAbs_FACE).More();
     if (!hasFaces && !options.freeCurves)
         return {};
-    const TopoDS_Shape shape = options.system == nurbsSystem ? asNurbs(body.shape) : body.shape.shape();
+    const TopoDS_Shape shape = options.system == nurbsSystem ? asNurbs(shapeOf(body)) : shapeOf(body);
     if (!hasFaces || !options.wireframe)
         return !hasFaces || options.solidAndSurface ? shape : TopoDS_Shape();
     const TopoDS_Shape edges = edgesOf(shape);
@@ -55,10 +69,11 @@ TopoDS_Shape written(const Body& body, const IgesOptions& options)
     return both;
 }
 
-std::string igesText(const Model& model, const std::filesystem::path& file, const IgesOptions& options)
+std::string igesText(
+    const Model& model, const std::filesystem::path& file, const IgesOptions& options, const IgesWay& way)
 {
     setPreferences(options);
-    const auto filter = [&](const Body& body) { return written(body, options); };
+    const auto filter = [&](const Body& body) { return written(body, options, way.shapeOf); };
     Handle(TDocStd_Document) document = cafDocumentOf(model, filter, options.flattenHierarchy);
     if (document.IsNull())
         throw DocumentError(ErrorKind::Unsupported,
@@ -79,8 +94,18 @@ Remarks writeIges(const Model& model, const std::filesystem::path& file, const I
 {
     requireSurfaces(model, "IGES", file);
     const KernelTask task{"writing", file, computingLimit(countFaces(model))};
-    writeWhole(file, runInChild(task, [&] { return igesText(model, file, options); }));
-    return {};
+    const auto make
+        = [&](const IgesWay& way) { return [&, &way = way] { return igesText(model, file, options, way); }; };
+    Remarks remarks;
+    if (!options.solidAndSurface || options.wireframe) { // curves are nothing to measure
+        writeWhole(file, runInChild(task, make(igesWays[0])));
+        return remarks;
+    }
+    std::vector<TextWay> ways;
+    for (const IgesWay& way : igesWays)
+        ways.push_back({way.words, make(way)});
+    writeWhole(file, textThatReadsBack(model, task, ways, faultOfIges, remarks));
+    return remarks;
 }
 
 } // namespace zn::zentrel

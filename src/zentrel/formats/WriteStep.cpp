@@ -1,8 +1,8 @@
 #include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/CafModel.h"
 #include "zentrel/formats/ReadBack.h"
+#include "zentrel/formats/SureText.h"
 #include "zentrel/formats/Write.h"
-#include "zentrel/kernel/KernelChild.h"
 #include "zentrel/model/WholeFile.h"
 
 #include <APIHeaderSection_MakeHeader.hxx>
@@ -11,7 +11,6 @@
 #include <Interface_Static.hxx>
 #include <netdb.h>
 #include <netinet/in.h>
-#include <span>
 #include <sstream>
 #include <STEPCAFControl_Controller.hxx>
 #include <STEPCAFControl_Writer.hxx>
@@ -63,16 +62,20 @@ std::string encoded(const std::string& utf8)
 /// Which tolerance of the model the file tells its readers, with the kernel's numbers, and what of the model it holds.
 struct StepWay {
     int precision;
-    bool splines;
+    TopoDS_Shape (*shapeOf)(const Body& body);
     const char* words;
 };
+
+TopoDS_Shape asItIs(const Body& body) { return body.shape.shape(); }
+TopoDS_Shape asSplines(const Body& body) { return BRepBuilderAPI_NurbsConvert(body.shape, Standard_True).Shape(); }
 
 /// The greatest tolerance comes first: readers that are told less take edges that are off by more for damage, mend them
 /// and change the body. But what is smaller than it may be lost.
 constexpr StepWay stepWays[] = {
-    {1, false, "the greatest tolerance of the model"},
-    {0, false, "the average tolerance of the model"},
-    {1, true, "its surfaces and curves turned into B-splines"},
+    {1, asItIs, "the greatest tolerance of the model"},
+    {0, asItIs, "the average tolerance of the model"},
+    {1, asSplines, "its surfaces and curves turned into B-splines"},
+    {1, healed, "its shape healed"},
 };
 
 void setPreferences(const StepOptions& options, const StepWay& way)
@@ -91,11 +94,7 @@ std::string stepText(
 {
     setPreferences(options, way);
     const bool curves = isCurvesOnly(options);
-    const auto filter = [&](const Body& body) {
-        if (curves)
-            return edgesOf(body.shape);
-        return way.splines ? BRepBuilderAPI_NurbsConvert(body.shape, Standard_True).Shape() : body.shape.shape();
-    };
+    const auto filter = [&](const Body& body) { return curves ? edgesOf(body.shape) : way.shapeOf(body); };
     Handle(TDocStd_Document) document = cafDocumentOf(model, filter);
     if (document.IsNull())
         throw DocumentError(
@@ -118,74 +117,23 @@ std::string stepText(
     return encoded(std::move(stream).str());
 }
 
-/// What a first try gave, and whether it should be looked at.
-struct FirstTry {
-    std::string text;
-    bool isDoubtful = false;
-};
-
-FirstTry tryFirst(
-    const Model& model, const std::filesystem::path& file, const StepOptions& options, const KernelTask& task)
-{
-    constexpr char doubt = '?';
-    constexpr char trust = '.';
-    FirstTry result{runInChild(task, [&] {
-        std::string text = stepText(model, file, options, stepWays[0]);
-        return text += !isCurvesOnly(options) && isDoubtful(model) ? doubt : trust;
-    })};
-    result.isDoubtful = result.text.back() == doubt;
-    result.text.pop_back();
-    return result;
-}
-
-/// As `faultOfStep`; what the kernel fails on is a fault as well.
-std::string checkedInChild(const std::string& text, const Model& model, const KernelTask& task)
-{
-    try {
-        return runInChild(task, [&] { return faultOfStep(text, model); });
-    } catch (const DocumentError& error) {
-        if (error.kind() != ErrorKind::Kernel)
-            throw;
-        return "a failure of the geometry kernel";
-    }
-}
-
-/// Writes the model in the other ways until one of them reads back as what it is; else the first text stays.
-Remarks betterText(std::string& text, const std::string& fault, const Model& model, const std::filesystem::path& file,
-    const StepOptions& options, const KernelTask& task)
-{
-    for (const StepWay& way : std::span(stepWays).subspan(1)) {
-        try {
-            std::string other = runInChild(task, [&] { return stepText(model, file, options, way); });
-            if (!checkedInChild(other, model, task).empty())
-                continue;
-            text = std::move(other);
-            return {"The file " + quoted(file) + " was written with " + way.words
-                + ", since otherwise it reads back with " + fault + "."};
-        } catch (const DocumentError& error) {
-            // The kernel may fail in one way and not in the next; the first text is there.
-            if (error.kind() != ErrorKind::Kernel)
-                throw;
-        }
-    }
-    return {"The file " + quoted(file) + " reads back with " + fault
-        + "; no other way of writing it was better. Look at it before you pass it on."};
-}
-
 } // namespace
 
 Remarks writeStep(const Model& model, const std::filesystem::path& file, const StepOptions& options)
 {
     requireSurfaces(model, "STEP", file);
     const KernelTask task{"writing", file, computingLimit(countFaces(model))};
-    FirstTry first = tryFirst(model, file, options, task);
+    const auto make
+        = [&](const StepWay& way) { return [&, &way = way] { return stepText(model, file, options, way); }; };
     Remarks remarks;
-    if (first.isDoubtful) {
-        const std::string fault = checkedInChild(first.text, model, task);
-        if (!fault.empty())
-            remarks = betterText(first.text, fault, model, file, options, task);
+    if (isCurvesOnly(options)) {
+        writeWhole(file, runInChild(task, make(stepWays[0])));
+        return remarks;
     }
-    writeWhole(file, first.text);
+    std::vector<TextWay> ways;
+    for (const StepWay& way : stepWays)
+        ways.push_back({way.words, make(way)});
+    writeWhole(file, textThatReadsBack(model, task, ways, faultOfStep, remarks));
     return remarks;
 }
 

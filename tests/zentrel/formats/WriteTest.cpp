@@ -202,7 +202,7 @@ TEST_F(WriteStep, bodiesOfOnePartKeepTheirNames)
     EXPECT_NEAR(boundsOf(bodies[1].shape).CornerMin().X(), 5, 1e-6);
 }
 
-TEST_F(WriteStep, whatGivesReasonToDoubtIsReadBack)
+TEST_F(WriteStep, whatGivesReasonToDoubtIsReadBackAsIsIges)
 {
     const ModelRef sound = modelOf({{u"K", box(10, 20, 30), {}, {}}});
     EXPECT_FALSE(isDoubtful(*sound));
@@ -226,6 +226,13 @@ TEST_F(WriteStep, whatGivesReasonToDoubtIsReadBack)
     EXPECT_THAT(writeStep(*hopeless, folder / "h.step"),
         ElementsAre(testing::AllOf(HasSubstr("h.step' reads back with"), HasSubstr("no other way"))));
     EXPECT_TRUE(fs::exists(folder / "h.step"));
+    EXPECT_THAT(writeIges(*sound, folder / "u.igs"), ::testing::IsEmpty());
+    EXPECT_THAT(writeIges(*hopeless, folder / "h.igs"),
+        ElementsAre(testing::AllOf(HasSubstr("h.igs' reads back with"), HasSubstr("no other way"))));
+    const std::string iges = readFile(folder / "u.igs");
+    EXPECT_EQ(faultOfIges(iges, *sound), "");
+    EXPECT_THAT(faultOfIges(iges, *modelOf({{u"K", box(5, 40, 30), {}, {}}})), HasSubstr("a surface of 2200"));
+    EXPECT_EQ(faultOfIges("S      1", *sound), "0 of 6 faces");
 
     const std::string text = readFile(folder / "u.step");
     EXPECT_EQ(faultOfStep(text, *sound), "");
