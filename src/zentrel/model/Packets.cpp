@@ -95,6 +95,18 @@ Json streamsJson(const std::map<std::string, Geometry>& streams)
     return json;
 }
 
+/// As it lies in memory, but for four bytes that have no meaning: equal models make equal packets, by which results
+/// are found again.
+std::string placementBytes(const gp_Trsf& placement)
+{
+    constexpr std::size_t behindForm = sizeof(double) + sizeof(gp_TrsfForm);
+    constexpr std::size_t meaningless = 2 * sizeof(double) - behindForm;
+    static_assert(sizeof(gp_Trsf) == 14 * sizeof(double));
+    std::string bytes(sizeof placement, '\0');
+    std::memcpy(bytes.data(), &placement, sizeof placement);
+    return bytes.replace(behindForm, meaningless, meaningless, '\0');
+}
+
 /// Every distinct model once, those that others stand on before them.
 std::size_t addModel(
     const Model& model, Json& models, ShapeStreams& shapes, std::map<const Model*, std::size_t>& places)
@@ -105,8 +117,7 @@ std::size_t addModel(
     for (const Body& body : model.bodies)
         json["bodies"].push_back(manifest::bodyJson(body, shapes));
     for (const Model::Child& child : model.children) {
-        std::string placement(sizeof child.placement, '\0');
-        std::memcpy(placement.data(), &child.placement, sizeof child.placement);
+        const std::string placement = placementBytes(child.placement);
         Json& entry
             = json["children"].emplace_back(Json{{"name", zn::toUtf8(child.name)}, {"placement", bytesJson(placement)},
                 {"inside", child.isInside}, {"model", addModel(*child.model, models, shapes, places)}});

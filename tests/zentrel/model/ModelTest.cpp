@@ -2,6 +2,9 @@
 #include "zentrel/model/Bounds.h"
 #include "zentrel/model/Build.h"
 #include "zentrel/model/Describe.h"
+#include "zentrel/model/Packets.h"
+
+#include <cstring>
 
 using namespace zn::zentrel;
 using namespace zn::zentrel::test;
@@ -121,4 +124,22 @@ TEST_F(Models, aDrawingHasItsViewsAtAStandardScale)
     // 10 + 14 mm on 237 mm and 10 + 16 mm on 335 mm.
     EXPECT_DOUBLE_EQ(drawing.sheets[1].scale, 5.0);
     EXPECT_EQ(drawing.sheets[1].views.size(), 4u);
+}
+
+TEST_F(Models, equalOnesMakeEqualPackets)
+{
+    const auto packet = [](int filling) {
+        // What lies between the values of a placement comes from wherever it is made.
+        alignas(gp_Trsf) std::array<unsigned char, sizeof(gp_Trsf)> storage;
+        std::memset(storage.data(), filling, storage.size());
+        auto* placement = new (storage.data()) gp_Trsf;
+        placement->SetTranslation(gp_Vec(1, 2, 3));
+        Model model;
+        Model::Child& child = model.children.emplace_back();
+        child.model = std::make_shared<Model>();
+        std::memcpy(static_cast<void*>(&child.placement), storage.data(), storage.size());
+        return packModel(model);
+    };
+    EXPECT_TRUE(packet(0x00) == packet(0xff));
+    EXPECT_EQ(unpackModel(packet(0xff))->children.at(0).placement.TranslationPart().Z(), 3);
 }
