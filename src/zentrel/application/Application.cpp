@@ -235,7 +235,7 @@ Value Application::readAhead(Arguments& arguments)
     for (const Text& path : arguments.texts(0))
         files.push_back(m_surroundings.files.toMachine(zn::canonicalPath(path)));
     if (m_surroundings.readAhead)
-        m_surroundings.readAhead(files);
+        m_surroundings.readAhead(files, m_lastMesh);
     return {};
 }
 

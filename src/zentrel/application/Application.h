@@ -62,6 +62,9 @@ public:
     /// Makes a document of a foreign file. It has no path until it is saved.
     Opened importDocument(const Text& path);
 
+    /// What the last output was made of: triangles of a quality, or none. The next files of a run will want the same.
+    void noteMesh(std::optional<MeshQuality> quality) { m_lastMesh = quality; }
+
     /// The open document behind this one; null behind the last.
     ModelDocRef documentAfter(const ModelDoc& document) const;
     /// A fresh empty folder for files of this process's own.
@@ -117,6 +120,7 @@ private:
     Value setTextList(Arguments& arguments);
 
     Surroundings m_surroundings;
+    std::optional<MeshQuality> m_lastMesh;
     Preferences m_preferences;
     Confinement m_confinement;
     int m_runningMacros = 0; ///< one within another

@@ -86,12 +86,14 @@ template <class Write> void writeModel(Save& save, bool oneFile, const Write& wr
 void saveStep(Save& save)
 {
     const StepOptions options = save.preferences().stepOptions();
+    save.document.application().noteMesh({});
     writeModel(save, true, [&](const Model& model, const auto& file) { return writeStep(model, file, options); });
 }
 
 void saveIges(Save& save)
 {
     const IgesOptions options = save.preferences().igesOptions();
+    save.document.application().noteMesh({});
     writeModel(save, save.preferences().toggle(preference::IgesComponentsIntoOneFile),
         [&](const Model& model, const auto& file) { return writeIges(model, file, options); });
 }
@@ -99,6 +101,7 @@ void saveIges(Save& save)
 void saveStl(Save& save)
 {
     const StlOptions options = save.preferences().stlOptions();
+    save.document.application().noteMesh(options.quality);
     writeModel(save, save.preferences().toggle(preference::StlComponentsIntoOneFile),
         [&](const Model& model, const auto& file) { return writeStl(model, file, options); });
 }
@@ -106,6 +109,7 @@ void saveStl(Save& save)
 void saveVrml(Save& save)
 {
     const VrmlOptions options = save.preferences().vrmlOptions();
+    save.document.application().noteMesh(options.quality);
     writeModel(save, save.preferences().toggle(preference::VrmlAllComponentsInSingleFile),
         [&](const Model& model, const auto& file) { return writeVrml(model, file, options); });
 }

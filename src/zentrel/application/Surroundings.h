@@ -2,9 +2,11 @@
 
 #include "platform/FileSystem.h"
 #include "zentrel/application/ScriptObject.h"
+#include "zentrel/formats/Mesh.h"
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 namespace zn {
 class Printers;
@@ -26,8 +28,10 @@ struct Surroundings {
     std::function<void()> exit;
     /// Output of `Debug.Print`; the log if it is empty.
     std::function<void(const std::string&)> print;
-    /// Has foreign files read that will be opened later, the first one first. Never waits. Empty where nobody can.
-    std::function<void(const std::vector<std::filesystem::path>& files)> readAhead = {};
+    /// Has foreign files read that will be opened later, the first one first, and meshed if a quality is given. Never
+    /// waits. Empty where nobody can.
+    std::function<void(const std::vector<std::filesystem::path>& files, std::optional<MeshQuality> mesh)> readAhead
+        = {};
     /// Runs the work of a macro that may reach `folders` only, with what the system itself can do to keep it there;
     /// just runs it if it is empty. Exceptions of the work are passed on.
     std::function<void(const std::vector<std::filesystem::path>& folders, const std::function<void()>& work)> confined

@@ -207,15 +207,12 @@ FileMesh meshOfFile(const Model& inside, MeshQuality quality, const std::filesys
 {
     std::string request(reinterpret_cast<const char*>(&quality), sizeof quality);
     request += packModel(inside);
-    const std::string name = kernelResultName("mesh", {request});
-    if (const auto kept = keptKernelResult(name))
-        return unpacked(*kept);
-    const std::string answer
-        = askKernelOrChild({"meshing the model for", file, computingLimit(countFaces(inside))}, answerMesh, request);
-    FileMesh mesh = unpacked(answer);
-    if (mesh.unmeshed.lost == 0)
-        keepKernelResult(name, answer);
-    return mesh;
+    return unpacked(keptResult(kernelResultName("mesh", {request}), [&] {
+        const KernelTask task{"meshing the model for", file, computingLimit(countFaces(inside))};
+        MadeResult made{askKernelOrChild(task, answerMesh, request)};
+        made.mayBeKept = unpacked(made.bytes).unmeshed.lost == 0;
+        return made;
+    }));
 }
 
 class Mesher {

@@ -1,5 +1,6 @@
 #include "zentrel/formats/ReadAhead.h"
 
+#include "zentrel/formats/PartMesh.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/kernel/KernelChild.h"
 #include "zentrel/kernel/KernelLimits.h"
@@ -44,18 +45,41 @@ void become(pid_t parent, const zn::FileDescriptor& queue)
     close_range(kept + 1, ~0U, 0);
 }
 
+/// Of a message: behind it stands the path.
+enum class Wanted : char { Read = 'r', CoarseMesh = 'c', FineMesh = 'f' };
+
+Wanted wantedFor(std::optional<MeshQuality> mesh)
+{
+    if (!mesh)
+        return Wanted::Read;
+    return *mesh == MeshQuality::Coarse ? Wanted::CoarseMesh : Wanted::FineMesh;
+}
+
+void make(Wanted wanted, const std::filesystem::path& file)
+{
+    const Document document = readForeign(file);
+    if (wanted == Wanted::Read)
+        return;
+    ModelLoader loader;
+    const auto* part = std::get_if<PartDocument>(&document);
+    const ModelRef model = part ? loader.load(*part, file) : loader.load(std::get<AssemblyDocument>(document), file);
+    Remarks remarks;
+    meshesOf(*model, wanted == Wanted::CoarseMesh ? MeshQuality::Coarse : MeshQuality::Fine, "", file, remarks);
+}
+
 /// Until the other end is gone.
 void readAll(const zn::FileDescriptor& queue)
 {
-    std::array<char, PATH_MAX> path{};
+    std::array<char, PATH_MAX> message{};
     for (;;) {
-        const ssize_t got = recv(queue.number(), path.data(), path.size(), 0);
+        const ssize_t got = recv(queue.number(), message.data(), message.size(), 0);
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
             return;
+        const std::string_view text(message.data(), static_cast<std::size_t>(got));
         try {
-            readForeign(std::string_view(path.data(), static_cast<std::size_t>(got)));
+            make(static_cast<Wanted>(text.front()), text.substr(1));
         } catch (const std::exception&) {
             continue; // whoever opens the file gets the sentence
         }
@@ -102,15 +126,15 @@ bool ReadAhead::isStarted()
     return !m_readers.empty();
 }
 
-void ReadAhead::expect(const std::vector<std::filesystem::path>& files)
+void ReadAhead::expect(const std::vector<std::filesystem::path>& files, std::optional<MeshQuality> mesh)
 {
     for (const std::filesystem::path& file : files) {
-        if (!canRead(file) || m_expected.contains(file) || file.native().size() >= PATH_MAX)
+        if (!canRead(file) || m_expected.contains(file) || file.native().size() + 1 >= PATH_MAX)
             continue;
         if (!isStarted())
             return;
-        const std::string& path = file.native();
-        if (send(m_queue.number(), path.data(), path.size(), MSG_DONTWAIT | MSG_NOSIGNAL) < 0)
+        const std::string message = static_cast<char>(wantedFor(mesh)) + file.native();
+        if (send(m_queue.number(), message.data(), message.size(), MSG_DONTWAIT | MSG_NOSIGNAL) < 0)
             return; // the queue is full, or all readers have gone
         m_expected.insert(file);
     }

@@ -1,16 +1,19 @@
 #pragma once
 
 #include "platform/FileDescriptor.h"
+#include "zentrel/formats/Mesh.h"
 
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <sys/types.h>
 #include <vector>
 
 namespace zn::zentrel {
 
-/// Reads foreign files that will be asked for later, in processes beside this one, so that what is made of them lies in
-/// the cache by then. Needs a cache (`setKernelCache`); without one the work would be for nobody.
+/// Reads foreign files that will be asked for later, in processes beside this one, and meshes them where that is what
+/// for, so that what is made of them lies in the cache by then. Needs a cache (`setKernelCache`); without one the work
+/// would be for nobody.
 ///
 /// A reader takes the next file when it is done with one, and ends with this object or with the thread that made it.
 /// What can't be read is told of when somebody opens it, not here.
@@ -25,9 +28,9 @@ public:
     ReadAhead& operator=(const ReadAhead&) = delete;
     ~ReadAhead();
 
-    /// Those that come next, the first one first; they are read in that order, each once. Files that no reader takes
-    /// are passed over. Never waits.
-    void expect(const std::vector<std::filesystem::path>& files);
+    /// Those that come next, the first one first; they are read in that order, each once, and meshed if a quality is
+    /// given. Files that no reader takes are passed over. Never waits.
+    void expect(const std::vector<std::filesystem::path>& files, std::optional<MeshQuality> mesh = {});
 
 private:
     bool isStarted();

@@ -45,7 +45,7 @@ std::string packedAnswer(const ForeignFile& made, ReadWay way)
 
 Document readInKernel(const std::filesystem::path& file, std::string_view reader, KernelCall read, Remarks* remarks)
 {
-    const std::string packet = keptOfFile(file, reader, [&]() -> MadeOfFile {
+    const std::string packet = keptOfFile(file, reader, [&]() -> MadeResult {
         std::string answer = answerFor(file, read);
         const bool standsAlone = answer.front() == '+';
         answer.erase(0, 1);

@@ -76,6 +76,18 @@ std::optional<zn::ContentCache::Turn> turnFor(const std::string& name)
     }
 }
 
+void keep(const std::string& name, std::string_view bytes)
+{
+    try {
+        cache->keep(name, bytes);
+    } catch (const std::system_error& error) {
+        if (tellFailure)
+            tellFailure("Nothing more is kept in the cache '" + cache->folder().string()
+                + "': " + error.code().message() + ".");
+        cache.reset();
+    }
+}
+
 } // namespace
 
 void setKernelCache(std::unique_ptr<zn::ContentCache> wanted, std::function<void(const std::string&)> told)
@@ -99,40 +111,33 @@ std::string kernelResultName(std::string_view maker, std::initializer_list<std::
     return hash.finish();
 }
 
-std::optional<std::string> keptKernelResult(const std::string& name)
-{
-    return isUsable() ? cache->find(name) : std::nullopt;
-}
-
-void keepKernelResult(const std::string& name, std::string_view bytes)
+std::string keptResult(const std::string& name, const std::function<MadeResult()>& make)
 {
     if (!isUsable())
-        return;
-    try {
-        cache->keep(name, bytes);
-    } catch (const std::system_error& error) {
-        if (tellFailure)
-            tellFailure("Nothing more is kept in the cache '" + cache->folder().string()
-                + "': " + error.code().message() + ".");
-        cache.reset();
-    }
+        return make().bytes;
+    if (auto kept = cache->find(name))
+        return *std::move(kept);
+    const auto turn = turnFor(name);
+    if (auto kept = cache->find(name))
+        return *std::move(kept);
+    MadeResult made = make();
+    if (made.mayBeKept)
+        keep(name, made.bytes);
+    return std::move(made.bytes);
 }
 
 std::string keptOfFile(
-    const std::filesystem::path& file, std::string_view maker, const std::function<MadeOfFile()>& make)
+    const std::filesystem::path& file, std::string_view maker, const std::function<MadeResult()>& make)
 {
     const auto content = isUsable() ? hashOf(file) : std::nullopt;
     if (!content)
         return make().bytes;
-    const std::string name = kernelResultName(maker, {*content});
-    const auto turn = turnFor(name);
-    if (auto kept = keptKernelResult(name))
-        return *std::move(kept);
-    MadeOfFile made = make();
-    // Whoever replaces the file between the two readings would leave a wrong result for good.
-    if (made.ofItAlone && hashOf(file) == content)
-        keepKernelResult(name, made.bytes);
-    return std::move(made.bytes);
+    return keptResult(kernelResultName(maker, {*content}), [&] {
+        MadeResult made = make();
+        // Whoever replaces the file between the two readings would leave a wrong result for good.
+        made.mayBeKept = made.mayBeKept && hashOf(file) == content;
+        return made;
+    });
 }
 
 } // namespace zn::zentrel

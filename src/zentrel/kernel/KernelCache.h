@@ -21,20 +21,17 @@ void setKernelCache(std::unique_ptr<zn::ContentCache> cache, std::function<void(
 /// program's file, since another build may make other results, and of all that it was made from.
 std::string kernelResultName(std::string_view maker, std::initializer_list<std::string_view> madeFrom);
 
-/// None if it isn't kept.
-std::optional<std::string> keptKernelResult(const std::string& name);
-void keepKernelResult(const std::string& name, std::string_view bytes);
-
-/// What was made of a file.
-struct MadeOfFile {
+struct MadeResult {
     std::string bytes;
-    /// Whether no other file had a part in it, so that it may be kept.
-    bool ofItAlone = true;
+    bool mayBeKept = true; ///< no failure, and nothing had a part in it that its name doesn't tell
 };
+
+/// What is kept under a name, or else what `make` makes. Who asks while another process makes it waits for that.
+std::string keptResult(const std::string& name, const std::function<MadeResult()>& make);
 
 /// What `make` makes of a file, or what it made of the same bytes before. It isn't kept when the file changes
 /// meanwhile.
 std::string keptOfFile(
-    const std::filesystem::path& file, std::string_view maker, const std::function<MadeOfFile()>& make);
+    const std::filesystem::path& file, std::string_view maker, const std::function<MadeResult()>& make);
 
 } // namespace zn::zentrel

@@ -166,9 +166,29 @@ TEST_F(Members, AreCalledByPlaceOrNameAndRefuseInWords)
 TEST_F(Documents, WhatIsToComeGoesToWhoeverReadsAhead)
 {
     EXPECT_EQ(shop.application->facilities(), std::vector<Text>{u"ReadAhead"});
-    shop.application->call(
-        u"ReadAhead", {Value::arrayOf({Value(shop.path("b.step")), Value(shop.path("sub/../a.step"))})});
+    const auto announce = [&] {
+        shop.application->call(
+            u"ReadAhead", {Value::arrayOf({Value(shop.path("b.step")), Value(shop.path("sub/../a.step"))})});
+    };
+    announce();
     EXPECT_EQ(shop.expected, (std::vector{shop.file("b.step"), shop.file("a.step")}));
+    EXPECT_EQ(shop.expectedMesh, std::nullopt);
+
+    // The files of a run want the same as those before.
+    shop.makePart("Bar.zenprt", {u"Default"});
+    const auto part = shop.open(shop.path("Bar.zenprt"), DocumentKind::Part);
+    const auto meshAfter = [&](const char* output) {
+        Value success;
+        callWithResults(*objectOf(*part, u"Extension"), u"SaveAs",
+            {Value(shop.path(output)), 0, SaveSilent, ObjectRef(), -1, -1}, &success);
+        EXPECT_TRUE(success.toBool()) << output;
+        announce();
+        return shop.expectedMesh;
+    };
+    EXPECT_EQ(meshAfter("Bar.stl"), MeshQuality::Coarse);
+    EXPECT_EQ(meshAfter("Bar.igs"), std::nullopt);
+    EXPECT_EQ(meshAfter("Bar.wrl"), MeshQuality::Coarse);
+    EXPECT_EQ(meshAfter("Bar.step"), std::nullopt);
 }
 
 } // namespace

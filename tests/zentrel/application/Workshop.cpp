@@ -27,7 +27,11 @@ Workshop::Workshop(std::function<bool()> stopRequested)
         .stopRequested = std::move(stopRequested),
         .exit = {},
         .print = [this](const std::string& line) { printed.push_back(line); },
-        .readAhead = [this](const std::vector<std::filesystem::path>& files) { expected = files; },
+        .readAhead =
+            [this](const std::vector<std::filesystem::path>& files, std::optional<MeshQuality> mesh) {
+                expected = files;
+                expectedMesh = mesh;
+            },
     });
 }
 

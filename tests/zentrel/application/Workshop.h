@@ -33,6 +33,7 @@ public:
     std::vector<std::string> log;
     std::vector<std::string> printed;
     std::vector<std::filesystem::path> expected; ///< what was to be read ahead
+    std::optional<MeshQuality> expectedMesh;     ///< and to be meshed
     std::shared_ptr<Application> application;
 };
 

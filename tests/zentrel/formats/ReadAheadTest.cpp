@@ -3,6 +3,7 @@
 #include "tests/zentrel/Documents.h"
 #include "zentrel/formats/CafTree.h"
 #include "zentrel/formats/Read.h"
+#include "zentrel/formats/Write.h"
 #include "zentrel/kernel/KernelCache.h"
 
 #include <thread>
@@ -44,6 +45,19 @@ TEST_F(Ahead, whatComesIsReadBesideAndFoundWhenItIsOpened)
     EXPECT_EQ(distinctBodies(readForeign(folder / "linkrods.step")).size(), 1U);
     EXPECT_EQ(blocks(), 2U);
     expectError(ErrorKind::Damaged, "is truncated", [&] { readForeign(folder / "bad.step"); });
+}
+
+TEST_F(Ahead, whatWillBeMeshedIsMeshedAsItsWriterWouldDo)
+{
+    ReadAhead readers(1);
+    readers.expect({folder / "screw.step"}, MeshQuality::Coarse);
+    waitForBlocks(2);
+    const fs::path file = folder / "screw.step";
+    const ModelRef model = ModelLoader().load(std::get<PartDocument>(readForeign(file)), file, u"Default");
+    writeStl(*model, folder / "screw.stl", {.quality = MeshQuality::Coarse});
+    EXPECT_EQ(blocks(), 2U);
+    writeStl(*model, folder / "screw.stl", {.quality = MeshQuality::Fine});
+    EXPECT_EQ(blocks(), 3U);
 }
 
 TEST_F(Ahead, readersEndWithWhoeverWantedThem)

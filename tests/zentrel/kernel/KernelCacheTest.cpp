@@ -21,7 +21,7 @@ struct Cache : FolderTest {
             [this](const std::string& line) { told.push_back(line); });
     }
     /// What the maker gives for the file now, and whether it was asked.
-    std::string made(const char* maker, MadeOfFile result)
+    std::string made(const char* maker, MadeResult result)
     {
         bool asked = false;
         const std::string bytes = keptOfFile(folder / "a.step", maker, [&] {
@@ -51,7 +51,7 @@ TEST_F(Cache, aResultOfOtherFilesOrOfAFileThatChangedMeanwhileIsNotKept)
 {
     EXPECT_EQ(made("step 1", {"a", false}), "a made");
     EXPECT_EQ(made("step 1", {"b", false}), "b made");
-    const auto change = [&]() -> MadeOfFile {
+    const auto change = [&]() -> MadeResult {
         zn::test::writeFile(folder / "a.step", "two");
         return {"of two"};
     };
@@ -59,7 +59,7 @@ TEST_F(Cache, aResultOfOtherFilesOrOfAFileThatChangedMeanwhileIsNotKept)
     zn::test::writeFile(folder / "a.step", "one");
     EXPECT_EQ(made("step 1", {"c"}), "c made");
     EXPECT_THROW(keptOfFile(folder / "a.step", "iges 1",
-                     []() -> MadeOfFile { throw DocumentError(ErrorKind::Damaged, "It is cut."); }),
+                     []() -> MadeResult { throw DocumentError(ErrorKind::Damaged, "It is cut."); }),
         DocumentError);
     EXPECT_EQ(made("iges 1", {"d"}), "d made");
 }
