@@ -152,8 +152,8 @@ struct Wanted {
     const Model& model;
     gp_Dir direction;
     gp_Dir up;
-    double tolerance;
-    bool hiddenLines;
+    double tolerance = 0.0;
+    bool hiddenLines = false;
     const std::filesystem::path& file;
 };
 
