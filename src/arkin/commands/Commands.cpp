@@ -28,6 +28,8 @@ const CommandRow commands[] = {
     {"vault", "refresh", "Read again what the latest versions of all documents say of themselves", vaultRefreshCommand},
     {"", "add", "Copy files or folders into the vault and check them in", addCommand},
     {"", "ls", "List a folder of the vault", listCommand},
+    {"", "find", "Find files by name, card, state, size and time", findCommand},
+    {"", "status", "Show what is checked out, and local copies that aren't the latest version", statusCommand},
     {"", "history", "List the versions of a file", historyCommand},
     {"", "references", "List what a file refers to and what refers to it", referencesCommand},
     {"", "get", "Bring a file to the local folder", getCommand},

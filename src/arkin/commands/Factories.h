@@ -18,6 +18,8 @@ MadeCommand vaultInfoCommand();
 MadeCommand vaultRefreshCommand();
 MadeCommand addCommand();
 MadeCommand listCommand();
+MadeCommand findCommand();
+MadeCommand statusCommand();
 MadeCommand historyCommand();
 MadeCommand referencesCommand();
 MadeCommand getCommand();

@@ -1,7 +1,7 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
 
-#include "arkin/store/GetFiles.h"
+#include "arkin/store/CopyOut.h"
 
 #include <iostream>
 
@@ -17,6 +17,8 @@ public:
         take.option("--version", m_version, "Version to bring; else the latest").range(1, INT32_MAX);
         take.flag("--references", m_references, "Bring the files that it refers to, too");
         take.flag("--discard", m_discard, "Overwrite local changes that the vault doesn't have");
+        take.option("--output", m_output, "Folder for copies of one's own, in place of the vault's local folder")
+            .shownAs("DIR");
     }
 
     int run(Session& session) override
@@ -26,10 +28,7 @@ public:
         std::vector<GetRequest> requests{{place, m_version}};
         if (m_references)
             requests = withReferences(vault, requests, true).files;
-        getFiles(vault, requests, m_discard ? LocalChanges::Discard : LocalChanges::Refuse);
-        std::vector<std::string> paths;
-        for (const auto& request : requests)
-            paths.push_back(session.shown(vault.pathOf(request.place)));
+        const std::vector<std::string> paths = m_output.empty() ? here(session, requests) : copies(session, requests);
         if (session.json())
             printJson(paths);
         else
@@ -39,6 +38,25 @@ public:
     }
 
 private:
+    std::vector<std::string> here(Session& session, const std::vector<GetRequest>& requests) const
+    {
+        Vault& vault = session.vault();
+        getFiles(vault, requests, m_discard ? LocalChanges::Discard : LocalChanges::Refuse);
+        std::vector<std::string> paths;
+        for (const auto& request : requests)
+            paths.push_back(session.shown(vault.pathOf(request.place)));
+        return paths;
+    }
+
+    std::vector<std::string> copies(Session& session, const std::vector<GetRequest>& requests) const
+    {
+        std::vector<std::string> paths;
+        for (const auto& path : copyOut(session.vault(), requests, m_output, m_discard))
+            paths.push_back(path.string());
+        return paths;
+    }
+
+    std::filesystem::path m_output;
     std::string m_file;
     std::int32_t m_version = 0;
     bool m_references = false;

@@ -68,9 +68,9 @@ std::int64_t sinceTime(const std::string& text, std::int64_t now)
     if (const auto date = dateOf(text))
         return *date;
     throw zn::StatusError(zn::E_INVALIDARG,
-        "--since takes today, yesterday, a time span such as 12h or 7d, or a date such as 2026-11-22 or "
-        "'2026-11-22 18:30', not '"
-            + text + "'.");
+        "'" + text
+            + "' is no time: give today, yesterday, a time span such as 12h or 7d, or a date such as 2026-11-22 or "
+              "'2026-11-22 18:30'.");
 }
 
 } // namespace zn::arkin
