@@ -5,6 +5,7 @@
 #include "arkin/store/AddFiles.h"
 #include "arkin/store/CheckIn.h"
 #include "arkin/store/Codes.h"
+#include "arkin/store/UpdateFile.h"
 #include "base/Paths.h"
 
 #include <algorithm>
@@ -24,6 +25,7 @@ public:
         take.option("PATH", m_paths, "Files, or folders with all that is in them").required();
         take.option("--to", m_to, "Folder of the vault; made if it is missing");
         take.option("-m,--comment", m_comment, "Comment of the first versions");
+        take.flag("--new-version", m_newVersion, "Make new versions of files that the vault has already");
         take.flag("--rename-safely", m_renameSafely,
             "Put '_' for characters in names that tasks can't work with: double quotes, angle brackets, control "
             "characters");
@@ -73,13 +75,32 @@ private:
     {
         auto outcomes = addFiles(session.vault(), requests);
         std::vector<Place> places;
-        for (const auto& outcome : outcomes)
-            if (outcome.status == zn::S_OK)
-                places.push_back(outcome.place);
+        for (std::size_t index = 0; index < outcomes.size(); ++index) {
+            if (outcomes[index].status == zn::S_OK)
+                places.push_back(outcomes[index].place);
+            else if (m_newVersion && outcomes[index].status == E_ARK_NAME_ALREADY_EXISTS)
+                update(session, requests[index], outcomes[index]);
+        }
         if (!places.empty())
             for (auto& each : checkIn(session.vault(), planCheckIn(session.vault(), places), zn::toText(m_comment)))
                 m_notes.push_back(std::move(each.note));
         std::move(outcomes.begin(), outcomes.end(), std::back_inserter(m_outcomes));
+    }
+
+    void update(Session& session, const AddRequest& request, AddOutcome& outcome)
+    {
+        const auto source = session.platform().files().toMachine(request.source);
+        outcome.path = session.vault().pathOf(outcome.place);
+        try {
+            if (!updateFile(session.vault(), outcome.place, source, zn::toText(m_comment)))
+                m_notes.push_back(
+                    session.shown(outcome.path) + " has that content already, so it gets no new version.");
+            outcome.status = zn::S_OK;
+            outcome.sentence.clear();
+        } catch (const zn::StatusError& error) {
+            outcome.status = error.status();
+            outcome.sentence = error.what();
+        }
     }
 
     int report(Session& session) const
@@ -109,6 +130,7 @@ private:
     std::vector<std::string> m_paths;
     std::string m_to;
     std::string m_comment = "Added";
+    bool m_newVersion = false;
     bool m_renameSafely = false;
     std::vector<AddOutcome> m_outcomes;
     std::vector<std::string> m_notes;

@@ -8,7 +8,11 @@ namespace {
 
 class List : public Command {
 public:
-    void declare(Arguments& take) override { take.option("FOLDER", m_folder, "Folder of the vault; else its root"); }
+    void declare(Arguments& take) override
+    {
+        take.option("FOLDER", m_folder, "Folder of the vault; else its root");
+        take.flag("-R,--recursive", m_recursive, "List the folders below it, too, as far as they may be read");
+    }
 
     int run(Session& session) override
     {
@@ -16,11 +20,7 @@ public:
         const auto folder = m_folder.empty() ? vault.folders().rootId() : session.folderAt(m_folder);
         vault.permissions().require(folder, Right::Read);
         std::vector<Entry> entries;
-        for (const auto child : vault.folders().children(folder))
-            entries.push_back({zn::toUtf8(zn::pathFileName(vault.folders().pathOf(child))), {}, {}, {}});
-        for (const auto& file : vault.files().inFolder(folder))
-            entries.push_back({zn::toUtf8(file.name), file, vault.files().version(file.id, file.latestVersion),
-                vault.files().checkOut(file.id)});
+        collect(vault, folder, "", entries);
         if (session.json())
             printJson(asJson(entries));
         else
@@ -36,6 +36,19 @@ private:
         std::optional<VersionRow> latest;
         std::optional<CheckOutRow> checkOut;
     };
+
+    void collect(Vault& vault, std::int32_t folder, const std::string& above, std::vector<Entry>& entries) const
+    {
+        for (const auto child : vault.folders().children(folder)) {
+            const std::string name = above + zn::toUtf8(zn::pathFileName(vault.folders().pathOf(child)));
+            entries.push_back({name, {}, {}, {}});
+            if (m_recursive && vault.permissions().allowed(child, Right::Read))
+                collect(vault, child, name + "/", entries);
+        }
+        for (const auto& file : vault.files().inFolder(folder))
+            entries.push_back({above + zn::toUtf8(file.name), file, vault.files().version(file.id, file.latestVersion),
+                vault.files().checkOut(file.id)});
+    }
 
     static Json asJson(const std::vector<Entry>& entries)
     {
@@ -59,6 +72,7 @@ private:
     }
 
     std::string m_folder;
+    bool m_recursive = false;
 };
 
 } // namespace
