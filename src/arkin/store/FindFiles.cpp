@@ -1,5 +1,7 @@
 #include "arkin/store/FindFiles.h"
 
+#include "base/Paths.h"
+
 #include <algorithm>
 #include <soci/soci.h>
 #include <unordered_map>

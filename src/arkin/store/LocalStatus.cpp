@@ -1,6 +1,7 @@
 #include "arkin/store/LocalStatus.h"
 
 #include "arkin/store/FindFiles.h"
+#include "base/Paths.h"
 
 namespace zn::arkin {
 
