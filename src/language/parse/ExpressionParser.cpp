@@ -152,7 +152,7 @@ ExprRef ExpressionParser::parsePrimary()
     if (token.kind == TokenKind::Literal)
         return parseLiteral();
     if (at(Symbol::Dot) || at(Symbol::Bang))
-        return withSubject(token.position);
+        return parsePostfixOnce(withSubject(token.position));
     if (at(Symbol::OpenParen)) {
         const Position position = next().position;
         ExprRef inner = parseExpression();
@@ -242,16 +242,24 @@ ExprRef ExpressionParser::parseTarget(Reach reach)
 {
     const Token& token = peek();
     if (at(Symbol::Dot) || at(Symbol::Bang))
-        return parsePostfix(withSubject(token.position), reach);
+        return parsePostfix(parsePostfixOnce(withSubject(token.position)), reach);
     if (token.kind == TokenKind::Identifier && !isReserved(token.word))
         return parsePostfix(parseNamed(), reach);
     fail(u"Expected: statement");
 }
 
+/// A dot behind a blank begins a member of the `With` block's object, as in `list.Add .Count`; behind a continued line
+/// it goes on with what stands before.
+bool ExpressionParser::atMember() const
+{
+    if (!at(Symbol::Dot) && !at(Symbol::Bang))
+        return false;
+    return m_withSlots.empty() || !peek().blankBefore || atContinuation();
+}
+
 ExprRef ExpressionParser::parsePostfix(ExprRef target, Reach reach)
 {
-    while (at(Symbol::Dot) || at(Symbol::Bang)
-        || (at(Symbol::OpenParen) && !(reach == Reach::BeforeArguments && peek().blankBefore)))
+    while (atMember() || (at(Symbol::OpenParen) && !(reach == Reach::BeforeArguments && peek().blankBefore)))
         target = parsePostfixOnce(std::move(target));
     return target;
 }

@@ -39,6 +39,7 @@ private:
     ExprRef parseNew();
     ExprRef parseTypeOf();
     ExprRef parsePostfix(ExprRef target, Reach reach);
+    bool atMember() const;
     ExprRef parseMember(ExprRef object);
     ExprRef applied(ExprRef target, Position position);
     ExprRef joined(Operator op, Position position, ExprRef left, ExprRef right);

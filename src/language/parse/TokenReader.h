@@ -50,6 +50,8 @@ protected:
         const TokenKind kind = peek().kind;
         return kind == TokenKind::EndOfLine || kind == TokenKind::EndOfSource || at(Symbol::Colon) || at(Word::Else);
     }
+    /// Whether the next token is the first of a line that continues the one before.
+    bool atContinuation() const { return m_at > 0 && m_tokens[m_at - 1].position.line < peek().position.line; }
     bool atLineEnd() const { return peek().kind == TokenKind::EndOfLine || peek().kind == TokenKind::EndOfSource; }
     bool atSourceEnd() const { return peek().kind == TokenKind::EndOfSource; }
     void skipLine();
