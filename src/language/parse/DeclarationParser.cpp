@@ -105,7 +105,7 @@ Text DeclarationParser::parseQualifiedName()
     return name;
 }
 
-void DeclarationParser::setNamedType(TypeClause& clause, const Text& name, Position position) const
+void DeclarationParser::setNamedType(TypeClause& clause, const Text& name, Position position)
 {
     const auto plain = std::ranges::find_if(plainTypes, [&](const NamedType& t) { return equalNoCase(t.name, name); });
     const int record = indexOf(m_module.recordNames, name);
@@ -124,7 +124,10 @@ void DeclarationParser::setNamedType(TypeClause& clause, const Text& name, Posit
     } else if (std::ranges::any_of(ownClasses, [&](TextView own) { return equalNoCase(own, name); })) {
         clause.type.base = ValueType::Dispatch;
     } else {
-        fail(position, u"User-defined type not defined: " + name);
+        // The declaration stands all the same: who lacks it would have one error after the other for the same reason.
+        if (m_unknownTypes.insert(foldCase(name)).second)
+            m_problems.push_back({position, u"User-defined type not defined: " + name});
+        clause.type.base = ValueType::Dispatch;
     }
 }
 

@@ -3,6 +3,8 @@
 #include "language/parse/ExpressionParser.h"
 #include "language/tree/Module.h"
 
+#include <set>
+
 namespace zn::language {
 
 class Library;
@@ -49,11 +51,14 @@ protected:
 
     const Library* m_library;
     Module& m_module;
+    std::vector<SyntaxProblem> m_problems;
 
 private:
     Text parseQualifiedName();
-    void setNamedType(TypeClause& clause, const Text& name, Position position) const;
+    void setNamedType(TypeClause& clause, const Text& name, Position position);
     Parameter parseParameter(Variable& variable);
+
+    std::set<Text> m_unknownTypes; ///< folded; each is a problem once
 };
 
 } // namespace zn::language

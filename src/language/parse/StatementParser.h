@@ -13,8 +13,6 @@ protected:
     /// The body up to its `End Sub` or `End Function`, which is taken.
     void parseBody(Procedure& procedure, Word kind);
 
-    std::vector<SyntaxProblem> m_problems;
-
 private:
     enum class LoopKind { For, Do };
     struct Loop {
