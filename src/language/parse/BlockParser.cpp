@@ -87,6 +87,10 @@ void StatementParser::parseBlock()
             next();
         if (atBlockEnd())
             break;
+        if (at(Word::Attribute)) {
+            skipLine(); // an exported module describes its procedures here
+            continue;
+        }
         try {
             parseLabels();
             if (atStatementEnd() || atBlockEnd())
