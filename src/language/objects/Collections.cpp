@@ -2,6 +2,7 @@
 #include "language/objects/OwnClasses.h"
 
 #include <algorithm>
+#include <memory>
 #include <unordered_map>
 
 namespace zn::language {
@@ -28,49 +29,60 @@ public:
             return add(ArgumentList(call, {u"Item", u"Key", u"Before", u"After"}));
         if (equalNoCase(call.name, u"Remove")) {
             const Item& item = at(ArgumentList(call, {u"Index"}).required(0));
-            m_items.erase(m_items.begin() + (&item - m_items.data()));
+            const auto place = placeOf(item);
+            m_byKey.erase(item.key);
+            m_items.erase(place);
             return {};
         }
         if (equalNoCase(call.name, u"_NewEnum")) {
             std::vector<Value> values;
-            for (const Item& item : m_items)
-                values.push_back(item.value);
+            for (const auto& item : m_items)
+                values.push_back(item->value);
             return Value::arrayOf(std::move(values));
         }
         raise(error::memberMissing);
     }
 
 private:
-    Item& at(const Value& index)
+    using Items = std::vector<std::unique_ptr<Item>>;
+
+    const Item& at(const Value& index) const
     {
         if (const auto* key = index.get<Text>()) {
-            const Text folded = foldCase(*key);
-            const auto hit = std::ranges::find(m_items, folded, &Item::key);
-            if (hit == m_items.end() || folded.empty())
+            const auto hit = m_byKey.find(foldCase(*key));
+            if (hit == m_byKey.end())
                 raise(error::invalidCall);
-            return *hit;
+            return *hit->second;
         }
         const std::int32_t number = longOf(index);
         if (number < 1 || static_cast<std::size_t>(number) > m_items.size())
             raise(error::subscript);
-        return m_items[static_cast<std::size_t>(number) - 1];
+        return *m_items[static_cast<std::size_t>(number) - 1];
+    }
+
+    Items::iterator placeOf(const Item& item)
+    {
+        return std::ranges::find_if(m_items, [&](const auto& other) { return other.get() == &item; });
     }
 
     Value add(const ArgumentList& given)
     {
-        Item item{foldCase(given.text(1, {})), given.required(0)};
-        if (!item.key.empty() && std::ranges::find(m_items, item.key, &Item::key) != m_items.end())
+        auto item = std::make_unique<Item>(Item{foldCase(given.text(1, {})), given.required(0)});
+        if (m_byKey.contains(item->key))
             raise(error::keyInUse);
         auto place = m_items.end();
         if (given.has(2))
-            place = m_items.begin() + (&at(given.required(2)) - m_items.data());
+            place = placeOf(at(given.required(2)));
         else if (given.has(3))
-            place = m_items.begin() + (&at(given.required(3)) - m_items.data()) + 1;
+            place = placeOf(at(given.required(3))) + 1;
+        if (!item->key.empty())
+            m_byKey.emplace(item->key, item.get());
         m_items.insert(place, std::move(item));
         return {};
     }
 
-    std::vector<Item> m_items;
+    Items m_items;
+    std::unordered_map<Text, const Item*> m_byKey; ///< those that have a key
 };
 
 /// Values by key, in the order in which the keys came.
