@@ -1,6 +1,6 @@
 ' A type that nobody knows is told once, where it stands first, and hides no other error.
 Dim first As Widget
-Type Crate
+Type Chest
     Inside As New Widget
 End Type
 Function Make(ByVal one As Widget, ParamArray others()) As Widget
@@ -8,7 +8,7 @@ Function Make(ByVal one As Widget, ParamArray others()) As Widget
     Set Make = New Widget
 End Function
 Sub main()
-    Dim crate As Crate, other As gadget
+    Dim chest As Chest, other As gadget
     For i = 1 To 2
 End Sub
 Sub Last(given As GADGET)
