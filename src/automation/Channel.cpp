@@ -9,6 +9,7 @@
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -110,9 +111,13 @@ bool Channel::sendAtOnce(const std::string& line)
 {
     // Whoever sends a call may hold it for a moment longer than the peer needs to begin with it.
     constexpr std::chrono::seconds longestTurn{1};
-    const std::unique_lock turn(m_sending, longestTurn);
-    if (!turn)
-        return false;
+    const Moment deadline = std::chrono::steady_clock::now() + longestTurn;
+    std::unique_lock turn(m_sending, std::defer_lock);
+    while (!turn.try_lock()) {
+        if (hasPassed(deadline))
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
     // So few bytes go out whole or not at all.
     const std::string framed = line + '\n';
     return ::send(m_socket.number(), framed.data(), framed.size(), MSG_NOSIGNAL | MSG_DONTWAIT)

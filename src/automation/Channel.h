@@ -68,7 +68,7 @@ private:
     /// Signals the peer's death even if one of its children still holds the socket.
     FileDescriptor m_peerProcess;
     FileDescriptor m_cancelled;
-    std::timed_mutex m_sending; ///< held while a message goes out
+    std::mutex m_sending; ///< held while a message goes out
     std::string m_buffer;
     std::size_t m_taken = 0;   ///< bytes of the buffer that were given out
     std::size_t m_scanned = 0; ///< bytes without a line feed behind those
