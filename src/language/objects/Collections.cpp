@@ -2,51 +2,12 @@
 #include "language/objects/OwnClasses.h"
 
 #include <algorithm>
-#include <iterator>
 #include <memory>
-#include <new>
 #include <unordered_map>
 
 namespace zn::language {
 
 namespace {
-
-/// Lets go of values, each of which may be the last to hold an object that holds further ones, and so on: a chain of
-/// some hundred thousand objects would have as many destructors on the stack.
-class Releaser {
-public:
-    /// `take` moves the values of one item to the end of a list.
-    template <class Items, class Take> static void release(Items& items, Take take) noexcept
-    {
-        try {
-            std::vector<Value> values;
-            for (auto& item : items)
-                take(item, values);
-            release(std::move(values));
-        } catch (const std::bad_alloc&) {
-            items.clear(); // one inside the other, as far as the stack goes
-        }
-    }
-
-private:
-    static void release(std::vector<Value> values)
-    {
-        if (waiting) {
-            std::ranges::move(values, std::back_inserter(*waiting));
-            return;
-        }
-        waiting = &values;
-        while (!values.empty()) {
-            const Value last = std::move(values.back());
-            values.pop_back();
-        }
-        waiting = nullptr;
-    }
-
-    static thread_local std::vector<Value>* waiting; ///< of the outermost release on this thread
-};
-
-thread_local std::vector<Value>* Releaser::waiting = nullptr;
 
 struct Item {
     Text key; ///< folded; empty for none
@@ -56,14 +17,6 @@ struct Item {
 /// Elements in an order, some of which have a key.
 class Collection : public DispatchObject {
 public:
-    Collection() = default;
-    Collection(const Collection&) = delete;
-    Collection& operator=(const Collection&) = delete;
-    ~Collection() override
-    {
-        Releaser::release(m_items, [](auto& item, auto& values) { values.push_back(std::move(item->value)); });
-    }
-
     Text typeName() const override { return u"Collection"; }
 
     Value invoke(MemberCall& call) override
@@ -135,17 +88,6 @@ private:
 /// Values by key, in the order in which the keys came.
 class Dictionary : public DispatchObject {
 public:
-    Dictionary() = default;
-    Dictionary(const Dictionary&) = delete;
-    Dictionary& operator=(const Dictionary&) = delete;
-    ~Dictionary() override
-    {
-        Releaser::release(m_items, [](Entry& entry, auto& values) {
-            values.push_back(std::move(entry.key));
-            values.push_back(std::move(entry.value));
-        });
-    }
-
     Text typeName() const override { return u"Dictionary"; }
 
     Value invoke(MemberCall& call) override
