@@ -15,6 +15,7 @@ from ground import BIN, Ground, Outcome
 
 FEW = 10
 STUCK = "no end within a minute"
+MANY = 20  # files of the added folder
 FULL = 1_000_000  # each operation, each call, each kind of failure
 
 STATE = (
@@ -36,8 +37,11 @@ STATE = (
 # it has several steps and failed between them. {in}, {view}, {home}, {backup} and {restored} are places of the vault's
 # disk; "!" begins what a shell does.
 OPERATIONS = (
-    ("add", (), "add {in}/one.txt --to Parts", ("checkin Parts/one.txt -m Added",)),
-    ("add a folder", (), "add {in}/many --to Parts", ("add {in}/many --to Parts", "checkin -m Added Parts/many/*")),
+    # A commit may have reached the disk though its sync failed. The copies are away then, and can be got again.
+    ("add", (), "add {in}/one.txt --to Parts", ("get Parts/one.txt", "checkin Parts/one.txt -m Added",)),
+    ("add a folder", (), "add {in}/many --to Parts",
+     ("add {in}/many --to Parts", *(f"get Parts/many/m{number}.txt" for number in range(MANY)),
+      "checkin -m Added Parts/many/*")),
     ("check out", (), "checkout Parts/a.txt", ()),
     ("check in", ("checkout Parts/a.txt", "!echo changed > {view}/Parts/a.txt"), "checkin Parts/a.txt -m new", ()),
     # The changes were to be dropped, so the copy may go.
@@ -45,7 +49,8 @@ OPERATIONS = (
      ("!rm -f {view}/Parts/a.txt", "get Parts/a.txt")),
     ("get", ("!rm -f {view}/Parts/a.txt",), "get Parts/a.txt", ()),
     ("get an old version", (), "get Parts/b.txt --version 1", ()),
-    ("card", (), "card Parts/a.txt --set Description=Angle", ()),
+    ("card", (), "card Parts/a.txt --set Description=Angle",
+     ("undo Parts/a.txt", "card Parts/a.txt --set Description=Angle")),
     ("new variable", (), "variable add Weight", ()),
     ("delete", (), "delete Parts/a.txt", ("!rm -f {view}/Parts/a.txt",)),
     ("restore", ("delete Parts/a.txt",), "restore Parts/a.txt", ("get Parts/a.txt",)),
@@ -76,7 +81,7 @@ class Work(Ground):
                        "backup": self.disk / "backup", "restored": self.disk / "restored"}
         source = self.places["in"]
         (source / "many").mkdir(parents=True)
-        for number in range(20):
+        for number in range(MANY):
             (source / "many" / f"m{number}.txt").write_text(f"one of many, number {number}\n")
         for name in ("a.txt", "b.txt", "one.txt"):
             (source / name).write_text(f"first version of {name}\n")
@@ -95,7 +100,7 @@ class Work(Ground):
         """Exit code and output of a command of the table."""
         words = [word.format(**self.places) for word in line.split(" ")]
         if words[-1].endswith("/*"):
-            words[-1:] = sorted(map(str, (self.places["view"] / words[-1][:-2]).iterdir()))
+            words[-1:] = [words[-1][:-1] + path.name for path in sorted((self.places["in"] / "many").iterdir())]
         plain = dict(self.environment)
         if fault:
             self.environment.update(LD_PRELOAD=str(BIN / "libfail_shim.so"), FAIL_ROOT=str(self.disk), FAIL_AT=fault,

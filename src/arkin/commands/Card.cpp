@@ -48,9 +48,9 @@ private:
             writes.push_back({place.fileId, variable->id, configuration, zn::Value(value)});
         }
         const bool wasCheckedOut = vault.files().checkOut(place.fileId).has_value();
-        if (!wasCheckedOut)
-            checkOut(vault, place);
         try {
+            if (!wasCheckedOut)
+                checkOut(vault, place);
             for (const auto& outcome : writeCards(vault, writes))
                 zn::checkStatus(outcome.status, outcome.sentence.c_str());
             if (!wasCheckedOut) {
@@ -68,7 +68,8 @@ private:
     static void giveBack(Vault& vault, const Place& place)
     {
         try {
-            undoCheckOut(vault, place.fileId);
+            if (vault.files().checkOut(place.fileId))
+                undoCheckOut(vault, place.fileId);
         } catch (...) {
             printNote("The file stays checked out; 'arkin undo' gives it back.");
         }

@@ -94,7 +94,16 @@ void Transaction::undo() noexcept
 
 void Transaction::commit()
 {
-    m_database.session().commit();
+    try {
+        m_database.session().commit();
+    } catch (const soci::soci_error& error) {
+        if (zn::isSqliteDiskFull(error))
+            throw;
+        // What was written before the failing sync is found and taken for whole by whoever opens the database next.
+        throw zn::StatusError(E_ARK_DATABASE,
+            "The vault's database reported a failure: " + error.get_error_message()
+                + ". The change may have reached the disk all the same, so look before you repeat it.");
+    }
     m_open = m_database.m_inTransaction = false;
 }
 
