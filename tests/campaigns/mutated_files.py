@@ -2,8 +2,8 @@
 
 One to three numbers, references, bytes or blocks of a file are changed, in containers within their entries. The process
 lives, takes no more memory than its limits, leaves no process behind, and says of each file what came of it: a whole
-output, or an error number with a sentence. STEP and IGES outputs are read back too; those that a reader refuses, since
-they hold the faults of changed geometry, are counted.
+output, or an error number with a sentence. STEP and IGES outputs are read back too; a remark must have told of those
+that a reader refuses, since they hold the faults of changed geometry.
 """
 
 import shutil
@@ -152,8 +152,8 @@ def outputsOf(path):
     return sorted(path.parent.glob(f"{path.stem} - *{path.suffix}")) or [path]
 
 
-def problemsOf(lines):
-    """A line for each promise that the record of one file breaks, and how many limits it met."""
+def problemsOf(lines, output):
+    """A line for each promise that the record of one file and what the process printed break."""
     problems = []
     failures = sum(int(line.split()[1]) != 0 for line in lines if line.split()[0] in ("opened", "saved", "read"))
     told = [line for line in lines if line.startswith("told ")]
@@ -167,6 +167,8 @@ def problemsOf(lines):
             problems += [f"{one.name}: {fault}" for one in outputsOf(path) if (fault := unsoundOutput(one))]
         if word == "saved" and number != "0" and path.exists():
             problems.append(f"{path.name} is there after a failure")
+        if word == "read" and number != "0" and f"{path}' reads back with" not in output:
+            problems.append(f"{path.name} is refused by a reader, and nothing was told: {told}")
     return problems
 
 
@@ -199,7 +201,7 @@ class Batch:
         self.log.unlink(missing_ok=True)
         macro = self.shop.folder / "macro.bas"
         macro.write_text(macroOf(self.files, self.log))
-        process = self.shop.start("zentrel", "run-macro", macro)
+        process = self.shop.start("zentrel", "run-macro", macro, text=True, errors="replace")
         problems = []
         with Watch(process) as watch:
             try:
@@ -219,7 +221,7 @@ class Batch:
             problems.append(f"the CAD process ended with {process.returncode} at {unfinished}: {output[-300:]}")
         for file, lines in records.items():
             if file != unfinished:
-                problems += [f"{file}: {problem}" for problem in problemsOf(lines)]
+                problems += [f"{file}: {problem}" for problem in problemsOf(lines, output)]
         self.saved = sum(line.startswith("saved 0 ") for lines in records.values() for line in lines)
         self.refused = sum(line.startswith("read ") and not line.startswith("read 0 ")
                            for lines in records.values() for line in lines)
@@ -244,5 +246,5 @@ def run(count, chance):
                 shutil.copytree(shop.work, kept)
                 shutil.copy(batch.log, kept)
                 outcome.failures += [f"{problem} ({kept})" for problem in problems]
-        outcome.more = f"{saved} outputs, {refused} of them with faults that readers refuse, {limits} limits met, {memory >> 20} MB at most"
+        outcome.more = f"{saved} outputs, {refused} of them told to be faulty, {limits} limits met, {memory >> 20} MB at most"
     return outcome

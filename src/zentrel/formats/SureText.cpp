@@ -2,6 +2,7 @@
 
 #include "contracts/documents/DocumentError.h"
 #include "zentrel/formats/ReadBack.h"
+#include "zentrel/formats/TextNumbers.h"
 
 #include <BRepBuilderAPI_Copy.hxx>
 #include <ShapeFix_Shape.hxx>
@@ -24,12 +25,15 @@ FirstTry tryFirst(const Model& model, const KernelTask& task, const TextWay& way
     FirstTry result{runInChild(task, [&] { return way.make() + (isDoubtful(model) ? doubt : trust); })};
     result.isDoubtful = result.text.back() == doubt;
     result.text.pop_back();
+    result.isDoubtful |= numbersOf(result.text) != TextNumbers::Plain;
     return result;
 }
 
 /// What the kernel fails on is a fault as well.
 std::string faultInChild(const std::string& text, const Model& model, const KernelTask& task, FaultOfText faultOf)
 {
+    if (numbersOf(text) == TextNumbers::None)
+        return "numbers that are none";
     try {
         return runInChild(task, [&] { return faultOf(text, model); });
     } catch (const DocumentError& error) {
@@ -62,6 +66,7 @@ std::string textThatReadsBack(
                 throw;
         }
     }
+    first.text = requireNumbers(std::move(first.text), task.file);
     remarks.push_back("The file " + quoted(task.file) + " reads back with " + fault
         + "; no other way of writing it was better. Look at it before you pass it on.");
     return std::move(first.text);

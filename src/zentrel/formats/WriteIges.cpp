@@ -2,6 +2,7 @@
 #include "zentrel/formats/CafModel.h"
 #include "zentrel/formats/ReadBack.h"
 #include "zentrel/formats/SureText.h"
+#include "zentrel/formats/TextNumbers.h"
 #include "zentrel/formats/Write.h"
 #include "zentrel/model/WholeFile.h"
 
@@ -98,7 +99,7 @@ Remarks writeIges(const Model& model, const std::filesystem::path& file, const I
         = [&](const IgesWay& way) { return [&, &way = way] { return igesText(model, file, options, way); }; };
     Remarks remarks;
     if (!options.solidAndSurface || options.wireframe) { // curves are nothing to measure
-        writeWhole(file, runInChild(task, make(igesWays[0])));
+        writeWhole(file, requireNumbers(runInChild(task, make(igesWays[0])), file));
         return remarks;
     }
     std::vector<TextWay> ways;

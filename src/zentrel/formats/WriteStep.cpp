@@ -2,6 +2,7 @@
 #include "zentrel/formats/CafModel.h"
 #include "zentrel/formats/ReadBack.h"
 #include "zentrel/formats/SureText.h"
+#include "zentrel/formats/TextNumbers.h"
 #include "zentrel/formats/Write.h"
 #include "zentrel/model/WholeFile.h"
 
@@ -127,7 +128,7 @@ Remarks writeStep(const Model& model, const std::filesystem::path& file, const S
         = [&](const StepWay& way) { return [&, &way = way] { return stepText(model, file, options, way); }; };
     Remarks remarks;
     if (isCurvesOnly(options)) {
-        writeWhole(file, runInChild(task, make(stepWays[0])));
+        writeWhole(file, requireNumbers(runInChild(task, make(stepWays[0])), file));
         return remarks;
     }
     std::vector<TextWay> ways;

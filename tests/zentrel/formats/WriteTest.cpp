@@ -2,6 +2,7 @@
 #include "tests/zentrel/Documents.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/formats/ReadBack.h"
+#include "zentrel/formats/TextNumbers.h"
 #include "zentrel/model/Bounds.h"
 
 #include <BRep_Builder.hxx>
@@ -200,6 +201,23 @@ TEST_F(WriteStep, bodiesOfOnePartKeepTheirNames)
     EXPECT_EQ(bodies[1].color, (Color{0, 0, 1}));
     EXPECT_EQ(bodies[1].faceColors.size(), 1u);
     EXPECT_NEAR(boundsOf(bodies[1].shape).CornerMin().X(), 5, 1e-6);
+}
+
+TEST_F(WriteStep, numbersThatAreNoneAreRefusedAndHugeOnesDoubted)
+{
+    const std::pair<const char*, TextNumbers> texts[] = {{"(1.,           INF,60.)", TextNumbers::None},
+        {"',          -NAN);", TextNumbers::None}, {"'INF',(0.,   1.)", TextNumbers::Plain},
+        {"-4.58E+115,", TextNumbers::Huge}, {"1.E+08,1.E-115", TextNumbers::Plain}};
+    for (const auto& [text, numbers] : texts)
+        EXPECT_EQ(numbersOf(text), numbers) << text;
+
+    const TopoDS_Shape endless = box(10, 20, 30);
+    BRep_Builder().UpdateVertex(TopoDS::Vertex(TopExp_Explorer(endless, TopAbs_VERTEX).Current()),
+        gp_Pnt(0, std::numeric_limits<double>::infinity(), 0), 1e-7);
+    const ModelRef model = modelOf({{u"K", endless, {}, {}}});
+    EXPECT_THAT([&] { writeStep(*model, folder / "n.step"); },
+        ThrowsMessage<DocumentError>(HasSubstr("n.step' can't be written: points of the model lie beyond")));
+    EXPECT_FALSE(fs::exists(folder / "n.step"));
 }
 
 TEST_F(WriteStep, whatGivesReasonToDoubtIsReadBackAsIsIges)
