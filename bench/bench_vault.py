@@ -35,7 +35,7 @@ class BenchVault:
 
     def timed_run(self, task, *files):
         """Runs a task and returns the moments of its start, of "Adding files to vault..." and of its end."""
-        identifier = self.ask("task", "launch", task, *files)["run"]
+        identifier = self.ask("task", "launch", task, *files, "--defaults")["run"]
         worker = subprocess.Popen([str(BIN / "arkin"), "task", "run", str(identifier)], env=self.environment,
                                   text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         begin = adding = None

@@ -28,7 +28,7 @@ def main():
     vault.run("arkin", "add", parts)
     vault.run("arkin", "task", "create", "STL", "--kind", "convert", "--set", "FileFormat=STL (*.stl)",
               "--set", r"OutputPath=<VaultPath>\Out\<Filename>", "--set", "OutputConfs=4", "--set", "FileConfs=4")
-    identifier = vault.ask("task", "launch", "STL", vault.root / "Parts")["run"]
+    identifier = vault.ask("task", "launch", "STL", vault.root / "Parts", "--defaults")["run"]
     worker = subprocess.Popen([str(BIN / "arkin"), "task", "run", str(identifier)], env=vault.environment, text=True,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
     early = late = None

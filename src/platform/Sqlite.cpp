@@ -2,6 +2,7 @@
 
 #include "base/Status.h"
 #include "platform/PrivateFiles.h"
+#include "platform/SqliteRowSums.h"
 
 #include <map>
 #include <soci/soci.h>
@@ -88,6 +89,7 @@ void openDatabase(soci::session& session, const std::string& connection, const S
     auto* longestWait = reinterpret_cast<void*>(static_cast<std::intptr_t>(setting.longestWait.count()));
     sqlite_api::sqlite3_extended_result_codes(backend->conn_, 1);
     sqlite_api::sqlite3_busy_handler(backend->conn_, waitWhileBusy, longestWait);
+    addRowSumFunction(backend->conn_);
     enterWriteAheadLog(session, longestWait);
     // With FULL the log is synced at each commit.
     session << (setting.syncCommits ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = NORMAL");
@@ -127,7 +129,7 @@ namespace {
 /// The columns of tables and indexes, as they are understood: their texts differ between versions of SQLite.
 constexpr const char* columnsOfAll
     = "SELECT m.name, m.type || ' ' || m.tbl_name || ' ' || COALESCE((SELECT GROUP_CONCAT(c.name || ' ' || c.type || "
-      "c.\"notnull\" || COALESCE(c.dflt_value, '') || c.pk) FROM pragma_table_info(m.name) c), '') || "
+      "c.\"notnull\" || COALESCE(c.dflt_value, '') || c.pk) FROM pragma_table_info(m.name) c WHERE c.name <> 'row_sum'), '') || "
       "COALESCE((SELECT GROUP_CONCAT(i.name || i.\"desc\" || i.coll) FROM pragma_index_info(m.name) n "
       "JOIN pragma_index_xinfo(m.name) i ON i.seqno = n.seqno), '') FROM sqlite_master m WHERE m.sql IS NOT NULL";
 

@@ -8,7 +8,7 @@ all, the next backup and the next restore do their work, and what is restored eq
 import shutil
 import sqlite3
 
-from ground import BIN, Ground, Outcome
+from ground import BIN, Ground, Outcome, changeable
 
 FEW = 8
 FULL = 2000
@@ -48,7 +48,7 @@ class Work(Ground):
             if state < KEPT:
                 self.must("arkin", "vault", "backup", self.backup)
         # What only the oldest copy has is to be removed by the next backup.
-        with sqlite3.connect(self.home / "vault.sqlite") as database:
+        with changeable(self.home / "vault.sqlite") as database:
             database.execute("UPDATE versions SET content = (SELECT content FROM versions v JOIN files f ON "
                              "f.id = v.file_id WHERE f.name = 'f1-1.txt'), content_size = (SELECT content_size FROM "
                              "versions v JOIN files f ON f.id = v.file_id WHERE f.name = 'f1-1.txt') WHERE file_id = "

@@ -8,11 +8,10 @@ task converts or prints the part. Nothing outside the vault may change, and a ru
 import json
 import os
 import re
-import sqlite3
 import zipfile
 from pathlib import Path
 
-from ground import SOURCE, Ground, Outcome
+from ground import SOURCE, Ground, Outcome, changeable
 
 FEW = 12
 FULL = 1000
@@ -107,7 +106,7 @@ class Plant(Ground):
         there = self.vault / folder / name
         there.parent.mkdir()
         here.rename(there)
-        with sqlite3.connect(self.home / "vault.sqlite") as database:
+        with changeable(self.home / "vault.sqlite") as database:
             for table, column, old, new in (("files", "name", here.name, name), ("folders", "name", here.parent.name, folder)):
                 database.execute(f"UPDATE {table} SET {column} = ? WHERE {column} = ?", (new, old))
             database.execute("UPDATE file_folders SET name_key = ? WHERE name_key = ?", (name.lower(), here.name.lower()))

@@ -2,8 +2,10 @@
 
 #include "arkin/store/Codes.h"
 #include "platform/Sqlite.h"
+#include "platform/SqliteRowSums.h"
 
 #include <algorithm>
+#include <set>
 #include <soci/soci.h>
 
 namespace zn::arkin {
@@ -40,6 +42,8 @@ void applySchema(Database& database, const SchemaArea& area)
     for (const SchemaStep& step : area.steps.subspan(static_cast<std::size_t>(reached))) {
         for (const char* statement : step.statements)
             database.session() << statement;
+        for (const char* table : step.summed)
+            zn::sqliteSumRows(database.session(), table);
     }
     database.session() << "UPDATE schema_steps SET step = :s WHERE area = :a", soci::use(last), soci::use(name);
     transaction.commit();
@@ -73,6 +77,18 @@ std::vector<std::string> changedTables(Database& database, const SchemaArea& are
     for (const SchemaStep& step : area.steps)
         statements.insert(statements.end(), step.statements.begin(), step.statements.end());
     return zn::sqliteChangedTables(database.session(), statements);
+}
+
+std::vector<std::string> changedRows(Database& database, const SchemaArea& area)
+{
+    std::set<std::string> tables;
+    for (const SchemaStep& step : area.steps)
+        tables.insert(step.summed.begin(), step.summed.end());
+    std::vector<std::string> problems;
+    for (const std::string& table : tables)
+        for (std::string& problem : zn::sqliteChangedRows(database.session(), table))
+            problems.push_back(std::move(problem));
+    return problems;
 }
 
 } // namespace zn::arkin

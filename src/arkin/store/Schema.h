@@ -12,6 +12,8 @@ namespace zn::arkin {
 /// they were released; a change of tables is a new step at the end.
 struct SchemaStep {
     std::span<const char* const> statements;
+    /// Tables whose rows get a checksum (`zn::sqliteSumRows`), or a new one after the statements gave them columns.
+    std::span<const char* const> summed = {};
 };
 
 /// The tables of one area of the host ("vault", "tasks"), step by step.
@@ -30,6 +32,9 @@ std::vector<std::string> missingTables(Database& database, const SchemaArea& are
 /// Tables and indexes of the area whose columns aren't those that its steps make, as damage leaves them. For a database
 /// that went all steps.
 std::vector<std::string> changedTables(Database& database, const SchemaArea& area);
+
+/// A sentence for each row of the area's summed tables that isn't as it was written.
+std::vector<std::string> changedRows(Database& database, const SchemaArea& area);
 
 /// Tables of the vault: folders, files, versions, cards, references, rights.
 extern const SchemaArea vaultSchema;

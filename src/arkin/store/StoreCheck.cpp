@@ -101,6 +101,8 @@ public:
             m_report.problems = zn::sqliteProblems(m_session);
             if (!hasAllTables())
                 return std::move(m_report); // nothing else can be read
+            for (std::string& problem : changedRows(m_store.database(), vaultSchema))
+                m_report.problems.push_back(std::move(problem));
             for (const Rule& rule : rules)
                 apply(rule);
             checkNameKeys();

@@ -45,6 +45,28 @@ TEST(Database, UncommittedWorkAndItsIdsAreUndone)
     EXPECT_THROW(Transaction(database, Transaction::Kind::Read), zn::StatusError);
 }
 
+TEST(Database, SumsOfRowsComeWithAStepAndKeepOtherProgramsFromWriting)
+{
+    const char* const summed[] = {"counters"};
+    const SchemaStep steps[] = {{counterTable}, {counterColumn, summed}};
+    TemporaryFolder folder;
+    const std::string connection = zn::sqliteConnection(folder / "counters.db");
+    Database database(connection);
+    applySchema(database, {"counters", std::span(steps).first(1)});
+    const SchemaArea area{"counters", steps};
+    applySchema(database, area);
+    database.session() << "UPDATE counters SET note = 'other' WHERE id = 1";
+    database.session() << "INSERT INTO counters (id, n) VALUES (2, -5), (3, 3)";
+    EXPECT_THAT(changedRows(database, area), ::testing::IsEmpty());
+    soci::session stranger(connection);
+    EXPECT_THROW(stranger << "UPDATE counters SET n = 8 WHERE id = 3", soci::soci_error);
+    stranger << "DROP TRIGGER row_sum_changed_counters";
+    stranger << "UPDATE counters SET n = 8 WHERE id = 3";
+    EXPECT_THAT(changedRows(database, area),
+        ::testing::ElementsAre(::testing::StartsWith("The database doesn't keep the sums of its table counters"),
+            ::testing::StartsWith("The table counters isn't as it was written in its row 3 (id 3).")));
+}
+
 TEST(Database, WritersOfSeveralProcessesTakeTurnsFromTheFirstMomentOn)
 {
     TemporaryFolder folder;

@@ -163,6 +163,12 @@ TEST_F(StoreCheckTest, SaysInWordsWhatIsWrong)
             "A file refers to version 9 of the file number 1, which doesn't exist."},
         {"UPDATE file_folders SET name_key = 'ONE' WHERE file_id = 1",
             "The file \"one\" can't be found under its name."},
+        {"UPDATE versions SET row_sum = row_sum + 1 WHERE file_id = 2",
+            "The table versions isn't as it was written in its row 3 (file_id 2). Look at it, and bring the database "
+            "back from a backup."},
+        {"DROP TRIGGER row_sum_changed_folders",
+            "The database doesn't keep the sums of its table folders as it should. Bring the database back from a "
+            "backup."},
     };
     soci::session& session = test.store.database().session();
     session << "PRAGMA foreign_keys = OFF";
