@@ -7,6 +7,7 @@
 #include "tests/support/Failures.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <soci/soci.h>
 
