@@ -124,7 +124,12 @@ CurrencyValue asCurrency(const Value& value)
 
 } // namespace
 
-Value::Value(const Value& other) = default;
+/// A text is copied by itself: where it finds no memory, the variant's own copying would destroy what it hasn't made
+/// yet, since libstdc++ takes variants of such types for never empty.
+Value::Value(const Value& other)
+    : m_storage(other.get<Text>() ? Storage(Text(*other.get<Text>())) : other.m_storage)
+{
+}
 Value& Value::operator=(const Value& other) = default;
 bool Value::operator==(const Value& other) const = default;
 

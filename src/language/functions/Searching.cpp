@@ -53,6 +53,14 @@ Value lastPositionIn(RunContext& context, std::span<Value> a)
     return std::int32_t(hit == Text::npos ? 0 : hit + 1);
 }
 
+/// No text grows beyond what all texts may have, which is far below what a machine has.
+void appendWithinLimit(Text& text, zn::TextView more)
+{
+    if (more.size() > longestText - text.size())
+        raise(error::outOfTextSpace);
+    text += more;
+}
+
 Value replaced(RunContext& context, std::span<Value> a)
 {
     const Text original = textOf(a[0]);
@@ -68,10 +76,12 @@ Value replaced(RunContext& context, std::span<Value> a)
         const std::size_t hit = s.text.find(s.wanted, at);
         if (hit == Text::npos)
             break;
-        out.append(original, at, hit - at).append(with);
+        appendWithinLimit(out, zn::TextView(original).substr(at, hit - at));
+        appendWithinLimit(out, with);
         at = hit + s.wanted.size();
     }
-    return out.append(original, at);
+    appendWithinLimit(out, zn::TextView(original).substr(at));
+    return out;
 }
 
 Value compared(RunContext& context, std::span<Value> a)
@@ -118,8 +128,8 @@ Value joined(RunContext&, std::span<Value> a)
     bool first = true;
     for (const Value& element : listOf(a[0]).elements) {
         if (!first)
-            out += separator;
-        out += textOf(element);
+            appendWithinLimit(out, separator);
+        appendWithinLimit(out, textOf(element));
         first = false;
     }
     return out;
