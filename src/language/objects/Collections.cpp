@@ -1,4 +1,5 @@
 #include "language/objects/Arguments.h"
+#include "language/objects/HeldItems.h"
 #include "language/objects/OwnClasses.h"
 
 #include <algorithm>
@@ -24,19 +25,19 @@ public:
         if (call.name.empty() || equalNoCase(call.name, u"Item"))
             return at(ArgumentList(call, {u"Index"}).required(0)).value;
         if (equalNoCase(call.name, u"Count"))
-            return static_cast<std::int32_t>(m_items.size());
+            return static_cast<std::int32_t>(m_items->size());
         if (equalNoCase(call.name, u"Add"))
             return add(ArgumentList(call, {u"Item", u"Key", u"Before", u"After"}));
         if (equalNoCase(call.name, u"Remove")) {
             const Item& item = at(ArgumentList(call, {u"Index"}).required(0));
             const auto place = placeOf(item);
             m_byKey.erase(item.key);
-            m_items.erase(place);
+            m_items->erase(place);
             return {};
         }
         if (equalNoCase(call.name, u"_NewEnum")) {
             std::vector<Value> values;
-            for (const auto& item : m_items)
+            for (const auto& item : *m_items)
                 values.push_back(item->value);
             return Value::arrayOf(std::move(values));
         }
@@ -55,14 +56,14 @@ private:
             return *hit->second;
         }
         const std::int32_t number = longOf(index);
-        if (number < 1 || static_cast<std::size_t>(number) > m_items.size())
+        if (number < 1 || static_cast<std::size_t>(number) > m_items->size())
             raise(error::subscript);
-        return *m_items[static_cast<std::size_t>(number) - 1];
+        return *(*m_items)[static_cast<std::size_t>(number) - 1];
     }
 
     Items::iterator placeOf(const Item& item)
     {
-        return std::ranges::find_if(m_items, [&](const auto& other) { return other.get() == &item; });
+        return std::ranges::find_if(*m_items, [&](const auto& other) { return other.get() == &item; });
     }
 
     Value add(const ArgumentList& given)
@@ -70,18 +71,18 @@ private:
         auto item = std::make_unique<Item>(Item{foldCase(given.text(1, {})), given.required(0)});
         if (m_byKey.contains(item->key))
             raise(error::keyInUse);
-        auto place = m_items.end();
+        auto place = m_items->end();
         if (given.has(2))
             place = placeOf(at(given.required(2)));
         else if (given.has(3))
             place = placeOf(at(given.required(3))) + 1;
         if (!item->key.empty())
             m_byKey.emplace(item->key, item.get());
-        m_items.insert(place, std::move(item));
+        m_items->insert(place, std::move(item));
         return {};
     }
 
-    Items m_items;
+    HeldItems<Items> m_items;
     std::unordered_map<Text, const Item*> m_byKey; ///< those that have a key
 };
 
@@ -96,7 +97,7 @@ public:
         if (call.name.empty() || equalNoCase(call.name, u"Item"))
             return writes ? put(call) : item(ArgumentList(call, {u"Key"}).required(0));
         if (equalNoCase(call.name, u"Count"))
-            return static_cast<std::int32_t>(m_items.size());
+            return static_cast<std::int32_t>(m_items->size());
         if (equalNoCase(call.name, u"Exists"))
             return Value(m_places.contains(keyText(ArgumentList(call, {u"Key"}).required(0))));
         if (equalNoCase(call.name, u"Add"))
@@ -104,7 +105,7 @@ public:
         if (equalNoCase(call.name, u"Remove"))
             return remove(keyText(ArgumentList(call, {u"Key"}).required(0)));
         if (equalNoCase(call.name, u"RemoveAll")) {
-            m_items.clear();
+            m_items->clear();
             m_places.clear();
             return {};
         }
@@ -137,20 +138,20 @@ private:
 
     std::size_t placeOf(const Value& key)
     {
-        const auto [hit, added] = m_places.emplace(keyText(key), m_items.size());
+        const auto [hit, added] = m_places.emplace(keyText(key), m_items->size());
         if (added)
-            m_items.push_back({key, {}});
+            m_items->push_back({key, {}});
         return hit->second;
     }
 
     /// Asking for a key that isn't there puts it there.
-    Value item(const Value& key) { return m_items[placeOf(key)].value; }
+    Value item(const Value& key) { return (*m_items)[placeOf(key)].value; }
 
     Value put(const MemberCall& call)
     {
         if (call.arguments.size() != 2)
             raise(error::argumentCount);
-        m_items[placeOf(call.arguments[0])].value = call.arguments[1];
+        (*m_items)[placeOf(call.arguments[0])].value = call.arguments[1];
         return {};
     }
 
@@ -158,7 +159,7 @@ private:
     {
         if (m_places.contains(keyText(given.required(0))))
             raise(error::keyInUse);
-        m_items[placeOf(given.required(0))].value = given.required(1);
+        (*m_items)[placeOf(given.required(0))].value = given.required(1);
         return {};
     }
 
@@ -168,7 +169,7 @@ private:
         if (hit == m_places.end())
             raise(error::invalidCall);
         const std::size_t place = hit->second;
-        m_items.erase(m_items.begin() + static_cast<std::ptrdiff_t>(place));
+        m_items->erase(m_items->begin() + static_cast<std::ptrdiff_t>(place));
         m_places.erase(hit);
         for (auto& [other, index] : m_places)
             index -= index > place ? 1 : 0;
@@ -179,7 +180,7 @@ private:
     {
         if (call.use == MemberUse::Call)
             return std::int32_t(m_ignoreCase ? 1 : 0);
-        if (!m_items.empty())
+        if (!m_items->empty())
             raise(error::invalidCall);
         m_ignoreCase = longOf(call.arguments.back()) == 1;
         return {};
@@ -188,12 +189,12 @@ private:
     Value list(Value Entry::*part) const
     {
         std::vector<Value> values;
-        for (const Entry& entry : m_items)
+        for (const Entry& entry : *m_items)
             values.push_back(entry.*part);
         return Value::arrayOf(std::move(values));
     }
 
-    std::vector<Entry> m_items;
+    HeldItems<std::vector<Entry>> m_items;
     std::unordered_map<Text, std::size_t> m_places;
     bool m_ignoreCase = false;
 };
