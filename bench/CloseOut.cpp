@@ -53,7 +53,7 @@ void copyAndHash(const TestVault& test, const std::filesystem::path& target)
     std::filesystem::create_directories(target);
     for (int i = 0; i < outputs; ++i) {
         const std::string content = readFile(test.local(outputName(i)));
-        Sha256 hash;
+        zn::Sha256 hash;
         hash.update(content);
         benchmark::DoNotOptimize(hash.finish());
         std::ofstream(target / std::to_string(i), std::ios::binary) << content;
