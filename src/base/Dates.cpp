@@ -1,5 +1,7 @@
 #include "base/Dates.h"
 
+#include "base/DateText.h"
+
 #include <chrono>
 #include <cmath>
 #include <ctime>
@@ -188,8 +190,10 @@ Text dateText(double days)
 bool parseDate(TextView text, double& days)
 {
     const Text trimmed = trim(text);
-    if (parseIso(trimmed, days))
+    thread_local const DateOrder order = localDateOrder();
+    if (parseIso(trimmed, days) || readDateText(trimmed, order, days))
         return true;
+    // What a locale writes in other signs.
     double date = 0;
     double time = 0;
     if (parseLocal(localeFormats().time(), trimmed, time)) {
@@ -202,7 +206,8 @@ bool parseDate(TextView text, double& days)
         || (hasTime && !parseLocal(localeFormats().time(), trimmed.substr(blank + 1), time)))
         return false;
     days = date + (hasTime ? time - double(unixEpochDays) : 0.0);
-    return true;
+    CalendarTime fields;
+    return breakDown(days, fields);
 }
 
 } // namespace zn

@@ -27,7 +27,8 @@ double dayCountFromUnix(std::int64_t seconds);
 /// The platform's conversion of a date to text in the user's default locale: date and time,
 /// without the part that is zero ("3/5/2018 2:07:09 PM", "3/5/2018", "2:07:09 PM").
 Text dateText(double days);
-/// Reads a date, a time or both: ISO forms and the forms that `dateText` writes. False if it isn't one.
+/// Reads a date, a time or both: ISO forms, the forms that `dateText` writes, and what people write (`readDateText`).
+/// False if it isn't one.
 bool parseDate(TextView text, double& days);
 
 } // namespace zn

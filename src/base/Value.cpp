@@ -103,7 +103,11 @@ DateValue asDate(const Value& value)
         if (parseDate(*text, days))
             return {days};
     }
-    return {asDouble(value)};
+    const double days = asDouble(value);
+    CalendarTime fields;
+    if (!breakDown(days, fields)) // only the years 100 to 9999 are dates
+        overflow();
+    return {days};
 }
 
 float asFloat32(const Value& value)

@@ -1,6 +1,6 @@
 #include "language/text/Lexer.h"
 
-#include "base/Dates.h"
+#include "base/DateText.h"
 
 #include <charconv>
 #include <limits>
@@ -21,6 +21,9 @@ bool isLetter(char16_t unit)
 bool isLineEnd(char16_t unit) { return unit == u'\r' || unit == u'\n'; }
 
 bool isBlank(char16_t unit) { return unit == u' ' || unit == u'\t' || unit == u'\f' || unit == 0xA0; }
+
+/// A date in a source is read alike on every machine.
+bool readDateLiteral(TextView text, double& days) { return readDateText(text, DateOrder::MonthDayYear, days); }
 
 class Lexer {
 public:
@@ -339,8 +342,7 @@ private:
     bool isDateLiteral() const
     {
         double days = 0;
-        const TextView text = dateBetweenMarks();
-        return !text.empty() && isDigit(trim(text).empty() ? u'\0' : trim(text).front()) && parseDate(text, days);
+        return readDateLiteral(dateBetweenMarks(), days);
     }
 
     void date()
@@ -348,7 +350,7 @@ private:
         start();
         const TextView text = dateBetweenMarks();
         double days = 0;
-        parseDate(text, days);
+        readDateLiteral(text, days);
         m_at += text.size() + 2;
         literal(DateValue{days});
     }
