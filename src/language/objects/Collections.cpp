@@ -1,6 +1,7 @@
 #include "language/objects/Arguments.h"
 #include "language/objects/HeldItems.h"
 #include "language/objects/OwnClasses.h"
+#include "language/objects/Walk.h"
 
 #include <algorithm>
 #include <memory>
@@ -16,7 +17,7 @@ struct Item {
 };
 
 /// Elements in an order, some of which have a key.
-class Collection : public DispatchObject {
+class Collection : public DispatchObject, public std::enable_shared_from_this<Collection> {
 public:
     Text typeName() const override { return u"Collection"; }
 
@@ -31,21 +32,54 @@ public:
         if (equalNoCase(call.name, u"Remove")) {
             const Item& item = at(ArgumentList(call, {u"Index"}).required(0));
             const auto place = placeOf(item);
+            move(place, -1);
             m_byKey.erase(item.key);
             m_items->erase(place);
             return {};
         }
-        if (equalNoCase(call.name, u"_NewEnum")) {
-            std::vector<Value> values;
-            for (const auto& item : *m_items)
-                values.push_back(item->value);
-            return Value::arrayOf(std::move(values));
-        }
+        if (equalNoCase(call.name, u"_NewEnum"))
+            return walk();
         raise(error::memberMissing);
     }
 
 private:
     using Items = std::vector<std::unique_ptr<Item>>;
+
+    /// Stands before an item and stays there, whatever comes or goes before it.
+    struct Place : Walk {
+        explicit Place(std::shared_ptr<const Collection> walked)
+            : collection(std::move(walked))
+        {
+        }
+
+        bool next(Value& element) override
+        {
+            if (at >= collection->m_items->size())
+                return false;
+            element = (*collection->m_items)[at++]->value;
+            return true;
+        }
+
+        std::shared_ptr<const Collection> collection;
+        std::size_t at = 0;
+    };
+
+    Value walk()
+    {
+        std::erase_if(m_walks, [](const auto& other) { return other.expired(); });
+        const auto place = std::make_shared<Place>(shared_from_this());
+        m_walks.push_back(place);
+        return Value(ObjectRef(place));
+    }
+
+    /// Before an item is taken from a place (-1) or put to it (1).
+    void move(Items::const_iterator place, int by)
+    {
+        const auto index = static_cast<std::size_t>(place - m_items->cbegin());
+        for (const auto& held : m_walks)
+            if (const auto walk = held.lock(); walk && index < walk->at)
+                walk->at += static_cast<std::size_t>(by);
+    }
 
     const Item& at(const Value& index) const
     {
@@ -78,12 +112,14 @@ private:
             place = placeOf(at(given.required(3))) + 1;
         if (!item->key.empty())
             m_byKey.emplace(item->key, item.get());
+        move(place, 1);
         m_items->insert(place, std::move(item));
         return {};
     }
 
     HeldItems<Items> m_items;
     std::unordered_map<Text, const Item*> m_byKey; ///< those that have a key
+    std::vector<std::weak_ptr<Place>> m_walks;
 };
 
 /// Values by key, in the order in which the keys came.

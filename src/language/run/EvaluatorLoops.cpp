@@ -1,19 +1,29 @@
+#include "language/objects/Walk.h"
 #include "language/run/Evaluator.h"
 
 namespace zn::language {
 
 namespace {
 
-/// How far a `For Each` has come.
-class Cursor : public Object {
+/// How far a `For Each` over an array has come.
+class Cursor : public Walk {
 public:
     explicit Cursor(ArrayRef walked)
-        : array(std::move(walked))
+        : m_array(std::move(walked))
     {
     }
 
-    ArrayRef array;
-    std::size_t next = 0;
+    bool next(Value& element) override
+    {
+        if (!m_array || m_next >= m_array->elements.size())
+            return false;
+        element = m_array->elements[m_next++];
+        return true;
+    }
+
+private:
+    ArrayRef m_array;
+    std::size_t m_next = 0;
 };
 
 /// Adds to a counter in place where both are of one whole type and fit; the common case of every loop.
@@ -90,6 +100,10 @@ void Evaluator::step(const ForEachStep& s)
             raise(error::objectNotSet);
         MemberCall call{u"_NewEnum", MemberUse::Call, {}, {}};
         walked = invoke(*object, call);
+        if (const auto* given = walked.get<ObjectRef>(); given && query<Walk>(*given)) {
+            localSlot(s.cursorSlot).own = walked;
+            return;
+        }
     }
     if (!walked.isArray())
         raise(error::typeMismatch);
@@ -102,10 +116,9 @@ void Evaluator::step(const ForEachNextStep& s)
     const auto* held = localSlot(loop->cursorSlot).own.get<ObjectRef>();
     if (!held)
         raise(error::loopNotInitialized);
-    auto& cursor = static_cast<Cursor&>(**held);
-    if (!cursor.array || cursor.next >= cursor.array->elements.size())
+    Value element;
+    if (!static_cast<Walk&>(**held).next(element))
         return jump(s.exit);
-    const Value element = cursor.array->elements[cursor.next++];
     put(*loop->variable, element, isObject(element));
 }
 
