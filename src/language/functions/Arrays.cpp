@@ -7,7 +7,7 @@ namespace zn::language {
 
 namespace {
 
-const ValueArray::Bound& boundOf(std::span<Value> a)
+const ValueArray::Bound& boundOf(Given a)
 {
     const auto* array = a[0].get<ArrayRef>();
     if (!array)
@@ -18,28 +18,28 @@ const ValueArray::Bound& boundOf(std::span<Value> a)
     return (*array)->bounds[dimension - 1];
 }
 
-Value lowerBound(RunContext&, std::span<Value> a) { return boundOf(a).lower; }
+Value lowerBound(RunContext&, Given a) { return boundOf(a).lower; }
 
-Value upperBound(RunContext&, std::span<Value> a)
+Value upperBound(RunContext&, Given a)
 {
     const ValueArray::Bound& bound = boundOf(a);
     return static_cast<std::int32_t>(std::int64_t(bound.lower) + bound.count - 1);
 }
 
-Value arrayOf(RunContext& context, std::span<Value> a)
+Value arrayOf(RunContext& context, Given a)
 {
     std::vector<Value> elements;
     elements.reserve(a.size());
-    for (Value& value : a)
-        elements.push_back(ownedValue(std::move(value)));
+    for (std::size_t i = 0; i < a.size(); ++i)
+        elements.push_back(ownedValue(a.take(i)));
     Value out = Value::arrayOf(std::move(elements));
     (*out.get<ArrayRef>())->bounds[0].lower = context.arrayBase;
     return out;
 }
 
-Value either(RunContext&, std::span<Value> a) { return a[truthOf(a[0]) ? 1 : 2]; }
+Value either(RunContext&, Given a) { return a[truthOf(a[0]) ? 1 : 2]; }
 
-Value chosen(RunContext&, std::span<Value> a)
+Value chosen(RunContext&, Given a)
 {
     const std::int32_t index = longOf(a[0]);
     if (index < 1 || static_cast<std::size_t>(index) >= a.size())
@@ -47,7 +47,7 @@ Value chosen(RunContext&, std::span<Value> a)
     return a[static_cast<std::size_t>(index)];
 }
 
-Value switched(RunContext&, std::span<Value> a)
+Value switched(RunContext&, Given a)
 {
     if (a.size() % 2 != 0)
         raise(error::invalidCall);

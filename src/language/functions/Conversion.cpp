@@ -9,21 +9,21 @@ namespace zn::language {
 
 namespace {
 
-template <ValueType Type> Value convert(RunContext&, std::span<Value> a) { return coerce(a[0], Type); }
+template <ValueType Type> Value convert(RunContext&, Given a) { return coerce(a[0], Type); }
 
 /// A date may be a text, a number or a date; nothing else reads as one.
-Value toDate(RunContext&, std::span<Value> a) { return coerce(a[0], ValueType::Date); }
+Value toDate(RunContext&, Given a) { return coerce(a[0], ValueType::Date); }
 
-Value asItIs(RunContext&, std::span<Value> a) { return a[0]; }
+Value asItIs(RunContext&, Given a) { return a[0]; }
 
-Value errorValue(RunContext&, std::span<Value> a)
+Value errorValue(RunContext&, Given a)
 {
     // An error value carries its number in the lower half, as automation does.
     return ErrorValue{static_cast<Status>(0x800A0000U | static_cast<std::uint32_t>(longOf(a[0]) & 0xFFFF))};
 }
 
 /// The number at the beginning of a text. Blanks inside are skipped, anything else ends it.
-Value leadingNumber(RunContext&, std::span<Value> a)
+Value leadingNumber(RunContext&, Given a)
 {
     std::string digits;
     for (const char16_t unit : textOf(a[0])) {
@@ -51,7 +51,7 @@ Value leadingNumber(RunContext&, std::span<Value> a)
 }
 
 /// A number as text with room for its sign.
-Value numberWithSign(RunContext&, std::span<Value> a)
+Value numberWithSign(RunContext&, Given a)
 {
     if (isNull(a[0]))
         return a[0];
@@ -69,7 +69,7 @@ std::uint64_t bitsOf(const Value& value)
                                             : static_cast<std::uint32_t>(longOf(value));
 }
 
-template <int Base> Value inBase(RunContext&, std::span<Value> a)
+template <int Base> Value inBase(RunContext&, Given a)
 {
     if (isNull(a[0]))
         return a[0];

@@ -17,37 +17,37 @@ double daysOf(const Value& value) { return coerce(value, ValueType::Date).get<Da
 
 double wholeSeconds(double days) { return std::floor(days * 86400.0) / 86400.0; }
 
-Value now(RunContext& context, std::span<Value>) { return DateValue{wholeSeconds(context.host.now())}; }
+Value now(RunContext& context, Given) { return DateValue{wholeSeconds(context.host.now())}; }
 
-Value today(RunContext& context, std::span<Value>) { return DateValue{std::floor(context.host.now())}; }
+Value today(RunContext& context, Given) { return DateValue{std::floor(context.host.now())}; }
 
-Value timeOfDay(RunContext& context, std::span<Value>)
+Value timeOfDay(RunContext& context, Given)
 {
     const double days = wholeSeconds(context.host.now());
     return DateValue{days - std::floor(days)};
 }
 
-Value secondsToday(RunContext& context, std::span<Value>)
+Value secondsToday(RunContext& context, Given)
 {
     const double days = context.host.now();
     return static_cast<float>((days - std::floor(days)) * 86400.0);
 }
 
-template <int CalendarTime::*Field> Value field(RunContext&, std::span<Value> a)
+template <int CalendarTime::*Field> Value field(RunContext&, Given a)
 {
     if (isNull(a[0]))
         return a[0];
     return std::int16_t(calendarOf(daysOf(a[0])).*Field);
 }
 
-Value weekday(RunContext&, std::span<Value> a)
+Value weekday(RunContext&, Given a)
 {
     if (isNull(a[0]))
         return a[0];
     return std::int16_t(weekdayOf(daysOf(a[0]), longAt(a, 1, 1)));
 }
 
-Value dateSerial(RunContext&, std::span<Value> a)
+Value dateSerial(RunContext&, Given a)
 {
     std::int32_t year = longOf(a[0]);
     if (year >= 0 && year < 100)
@@ -55,21 +55,21 @@ Value dateSerial(RunContext&, std::span<Value> a)
     return DateValue{normalizedDate(year, longOf(a[1]), longOf(a[2]))};
 }
 
-Value timeSerial(RunContext&, std::span<Value> a)
+Value timeSerial(RunContext&, Given a)
 {
     const double seconds = longOf(a[0]) * 3600.0 + longOf(a[1]) * 60.0 + longOf(a[2]);
     return DateValue{seconds / 86400.0};
 }
 
-Value dateOnly(RunContext&, std::span<Value> a) { return DateValue{std::trunc(daysOf(a[0]))}; }
+Value dateOnly(RunContext&, Given a) { return DateValue{std::trunc(daysOf(a[0]))}; }
 
-Value timeOnly(RunContext&, std::span<Value> a)
+Value timeOnly(RunContext&, Given a)
 {
     const double days = daysOf(a[0]);
     return DateValue{std::fabs(days - std::trunc(days))};
 }
 
-Interval intervalAt(std::span<Value> a)
+Interval intervalAt(Given a)
 {
     Interval interval;
     if (!readInterval(textOf(a[0]), interval))
@@ -77,23 +77,23 @@ Interval intervalAt(std::span<Value> a)
     return interval;
 }
 
-Value dateAdd(RunContext&, std::span<Value> a)
+Value dateAdd(RunContext&, Given a)
 {
     return DateValue{addedInterval(intervalAt(a), numberOf(a[1]), daysOf(a[2]))};
 }
 
-Value dateDifference(RunContext&, std::span<Value> a)
+Value dateDifference(RunContext&, Given a)
 {
     const double count = countedIntervals(intervalAt(a), daysOf(a[1]), daysOf(a[2]), longAt(a, 3, 1));
     return coerce(Value(count), ValueType::Int32);
 }
 
-Value datePart(RunContext&, std::span<Value> a)
+Value datePart(RunContext&, Given a)
 {
     return std::int16_t(intervalPart(intervalAt(a), daysOf(a[1]), longAt(a, 2, 1), longAt(a, 3, 1)));
 }
 
-Value monthName(RunContext&, std::span<Value> a)
+Value monthName(RunContext&, Given a)
 {
     const std::int32_t month = longOf(a[0]);
     if (month < 1 || month > 12)
@@ -101,7 +101,7 @@ Value monthName(RunContext&, std::span<Value> a)
     return nameOfMonth(month, isGiven(a, 1) && truthOf(a[1]));
 }
 
-Value weekdayName(RunContext&, std::span<Value> a)
+Value weekdayName(RunContext&, Given a)
 {
     const std::int32_t day = longOf(a[0]);
     if (day < 1 || day > 7)

@@ -10,28 +10,28 @@ namespace zn::language {
 
 namespace {
 
-NumberedFile& fileAt(RunContext& context, std::span<Value> a, std::size_t index = 0)
+NumberedFile& fileAt(RunContext& context, Given a, std::size_t index = 0)
 {
     return context.opened.file(longOf(a[index]));
 }
 
-Value freeFile(RunContext& context, std::span<Value>) { return std::int16_t(context.opened.freeNumber()); }
+Value freeFile(RunContext& context, Given) { return std::int16_t(context.opened.freeNumber()); }
 
-Value atEnd(RunContext& context, std::span<Value> a) { return Value(fileAt(context, a).atEnd()); }
+Value atEnd(RunContext& context, Given a) { return Value(fileAt(context, a).atEnd()); }
 
-Value length(RunContext& context, std::span<Value> a) { return static_cast<std::int32_t>(fileAt(context, a).size()); }
+Value length(RunContext& context, Given a) { return static_cast<std::int32_t>(fileAt(context, a).size()); }
 
-Value location(RunContext& context, std::span<Value> a)
+Value location(RunContext& context, Given a)
 {
     return static_cast<std::int32_t>(fileAt(context, a).position());
 }
 
-Value position(RunContext& context, std::span<Value> a)
+Value position(RunContext& context, Given a)
 {
     return static_cast<std::int32_t>(fileAt(context, a).position() + 1);
 }
 
-Value read(RunContext& context, std::span<Value> a) { return fileAt(context, a, 1).readUnits(countAt(a, 0, 0)); }
+Value read(RunContext& context, Given a) { return fileAt(context, a, 1).readUnits(countAt(a, 0, 0)); }
 
 FileFacts factsOf(RunContext& context, const Text& path)
 {
@@ -41,22 +41,22 @@ FileFacts factsOf(RunContext& context, const Text& path)
     return facts;
 }
 
-Value fileLength(RunContext& context, std::span<Value> a)
+Value fileLength(RunContext& context, Given a)
 {
     return static_cast<std::int32_t>(factsOf(context, context.pathOf(a[0])).size);
 }
 
-Value fileTime(RunContext& context, std::span<Value> a)
+Value fileTime(RunContext& context, Given a)
 {
     return DateValue{factsOf(context, context.pathOf(a[0])).modified};
 }
 
-Value attributes(RunContext& context, std::span<Value> a)
+Value attributes(RunContext& context, Given a)
 {
     return static_cast<std::int16_t>(factsOf(context, context.pathOf(a[0])).attributes);
 }
 
-Value setAttributes(RunContext& context, std::span<Value> a)
+Value setAttributes(RunContext& context, Given a)
 {
     const Text path = context.pathOf(a[0]);
     const auto wanted = static_cast<std::uint32_t>(longOf(a[1]));
@@ -64,7 +64,7 @@ Value setAttributes(RunContext& context, std::span<Value> a)
     return {};
 }
 
-Value kill(RunContext& context, std::span<Value> a)
+Value kill(RunContext& context, Given a)
 {
     const Text path = context.pathOf(a[0]);
     if (context.opened.isOpen(path))
@@ -73,30 +73,30 @@ Value kill(RunContext& context, std::span<Value> a)
     return {};
 }
 
-Value makeFolder(RunContext& context, std::span<Value> a)
+Value makeFolder(RunContext& context, Given a)
 {
     const Text path = context.pathOf(a[0]);
     withFileErrors(FileOperation::CreateFolder, [&] { context.files.createFolder(withoutTrailingSeparators(path)); });
     return {};
 }
 
-Value removeFolder(RunContext& context, std::span<Value> a)
+Value removeFolder(RunContext& context, Given a)
 {
     const Text path = context.pathOf(a[0]);
     withFileErrors(FileOperation::Other, [&] { context.files.removeFolder(withoutTrailingSeparators(path)); });
     return {};
 }
 
-Value changeFolder(RunContext& context, std::span<Value> a)
+Value changeFolder(RunContext& context, Given a)
 {
     const Text path = context.pathOf(a[0]);
     withFileErrors(FileOperation::Other, [&] { context.files.setCurrentFolder(path); });
     return {};
 }
 
-Value currentFolder(RunContext& context, std::span<Value>) { return context.files.currentFolder(); }
+Value currentFolder(RunContext& context, Given) { return context.files.currentFolder(); }
 
-Value copyFile(RunContext& context, std::span<Value> a)
+Value copyFile(RunContext& context, Given a)
 {
     const Text from = context.pathOf(a[0]);
     const Text to = context.pathOf(a[1]);
@@ -128,7 +128,7 @@ std::vector<Text> matchesOf(RunContext& context, const Text& pattern, std::uint3
     return names;
 }
 
-Value dir(RunContext& context, std::span<Value> a)
+Value dir(RunContext& context, Given a)
 {
     if (isGiven(a, 0)) {
         const Text pattern = context.pathOf(a[0]);

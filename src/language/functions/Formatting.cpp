@@ -61,7 +61,7 @@ Text formattedNumber(const Value& value, TextView pattern)
     return isNumber ? formatNumber(numberOf(value), pattern) : formatString(textOf(value), pattern);
 }
 
-Value format(RunContext&, std::span<Value> a)
+Value format(RunContext&, Given a)
 {
     const Value value = plainValue(a[0]);
     const Text pattern = textAt(a, 1);
@@ -77,7 +77,7 @@ Value format(RunContext&, std::span<Value> a)
     return isDatePattern(pattern) ? formattedDate(value, pattern) : formattedNumber(value, pattern);
 }
 
-Text decimalNumber(std::span<Value> a, double number)
+Text decimalNumber(Given a, double number)
 {
     const std::int32_t decimals = longAt(a, 1, -1);
     const std::int32_t grouped = longAt(a, 4, -2);
@@ -90,11 +90,11 @@ Text decimalNumber(std::span<Value> a, double number)
     return out;
 }
 
-Value formatNumberFunction(RunContext&, std::span<Value> a) { return decimalNumber(a, numberOf(a[0])); }
+Value formatNumberFunction(RunContext&, Given a) { return decimalNumber(a, numberOf(a[0])); }
 
-Value formatPercent(RunContext&, std::span<Value> a) { return decimalNumber(a, numberOf(a[0]) * 100) + u"%"; }
+Value formatPercent(RunContext&, Given a) { return decimalNumber(a, numberOf(a[0]) * 100) + u"%"; }
 
-Value formatDateTime(RunContext&, std::span<Value> a)
+Value formatDateTime(RunContext&, Given a)
 {
     static constexpr TextView patterns[] = {u"c", u"dddd, mmmm d, yyyy", u"m/d/yyyy", u"h:nn:ss AM/PM", u"hh:nn"};
     const std::size_t kind = countAt(a, 1, 0);

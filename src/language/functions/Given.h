@@ -1,31 +1,30 @@
 #pragma once
 
+#include "language/functions/Intrinsic.h"
 #include "language/values/Conversions.h"
-
-#include <span>
 
 namespace zn::language {
 
 // Reading the arguments of the language's functions. An argument may be absent or marked as left out.
 
-inline bool isGiven(std::span<Value> arguments, std::size_t index)
+inline bool isGiven(Given arguments, std::size_t index)
 {
     return index < arguments.size() && !isMissingArgument(arguments[index]);
 }
 
-inline Text textAt(std::span<Value> arguments, std::size_t index, TextView otherwise = {})
+inline Text textAt(Given arguments, std::size_t index, TextView otherwise = {})
 {
     return isGiven(arguments, index) ? textOf(arguments[index]) : Text(otherwise);
 }
 
-inline std::int32_t longAt(std::span<Value> arguments, std::size_t index, std::int32_t otherwise)
+inline std::int32_t longAt(Given arguments, std::size_t index, std::int32_t otherwise)
 {
     return isGiven(arguments, index) ? longOf(arguments[index]) : otherwise;
 }
 
 /// A length, count or position that must not be below `least`. Raises 5.
 inline std::size_t countAt(
-    std::span<Value> arguments, std::size_t index, std::int32_t otherwise, std::int32_t least = 0)
+    Given arguments, std::size_t index, std::int32_t otherwise, std::int32_t least = 0)
 {
     const std::int32_t number = longAt(arguments, index, otherwise);
     if (number < least)
@@ -34,7 +33,7 @@ inline std::size_t countAt(
 }
 
 /// Text comparison by the argument that functions take for it: 1 ignores case, 0 doesn't, none goes by the module.
-inline bool ignoresCase(std::span<Value> arguments, std::size_t index, bool otherwise)
+inline bool ignoresCase(Given arguments, std::size_t index, bool otherwise)
 {
     const std::int32_t mode = longAt(arguments, index, -1);
     return mode < 0 ? otherwise : mode == 1;

@@ -7,33 +7,33 @@ namespace zn::language {
 
 namespace {
 
-Value isNullValue(RunContext&, std::span<Value> a) { return Value(isNull(a[0])); }
+Value isNullValue(RunContext&, Given a) { return Value(isNull(a[0])); }
 
-Value isEmptyValue(RunContext&, std::span<Value> a) { return Value(a[0].isEmpty()); }
+Value isEmptyValue(RunContext&, Given a) { return Value(a[0].isEmpty()); }
 
-Value isNumericValue(RunContext&, std::span<Value> a)
+Value isNumericValue(RunContext&, Given a)
 {
     return Value(isNumeric(isObject(a[0]) ? plainValue(a[0]) : a[0]));
 }
 
-Value isObjectValue(RunContext&, std::span<Value> a) { return Value(isObject(a[0])); }
+Value isObjectValue(RunContext&, Given a) { return Value(isObject(a[0])); }
 
-Value isArrayValue(RunContext&, std::span<Value> a) { return Value(a[0].isArray()); }
+Value isArrayValue(RunContext&, Given a) { return Value(a[0].isArray()); }
 
-Value isErrorValue(RunContext&, std::span<Value> a) { return Value(a[0].type() == ValueType::Error); }
+Value isErrorValue(RunContext&, Given a) { return Value(a[0].type() == ValueType::Error); }
 
-Value isMissingValue(RunContext&, std::span<Value> a) { return Value(isMissingArgument(a[0])); }
+Value isMissingValue(RunContext&, Given a) { return Value(isMissingArgument(a[0])); }
 
-Value isDateValue(RunContext&, std::span<Value> a)
+Value isDateValue(RunContext&, Given a)
 {
     double days = 0;
     const auto* text = a[0].get<Text>();
     return Value(a[0].type() == ValueType::Date || (text && parseDate(*text, days)));
 }
 
-Value typeName(RunContext&, std::span<Value> a) { return typeNameOf(a[0]); }
+Value typeName(RunContext&, Given a) { return typeNameOf(a[0]); }
 
-Value typeNumber(RunContext&, std::span<Value> a) { return std::int16_t(a[0].type()); }
+Value typeNumber(RunContext&, Given a) { return std::int16_t(a[0].type()); }
 
 constexpr ValueType truth = ValueType::Boolean;
 

@@ -7,22 +7,22 @@ namespace zn::language {
 
 namespace {
 
-Value messageBox(RunContext& context, std::span<Value> a)
+Value messageBox(RunContext& context, Given a)
 {
     return context.host.messageBox({textOf(a[0]), textAt(a, 2), longAt(a, 1, 0)});
 }
 
-Value createObject(RunContext& context, std::span<Value> a) { return context.createObject(textOf(a[0])); }
+Value createObject(RunContext& context, Given a) { return context.createObject(textOf(a[0])); }
 
 /// Only what runs already could be got by name; that is the host's to say.
-Value getObject(RunContext& context, std::span<Value> a)
+Value getObject(RunContext& context, Given a)
 {
     if (!isGiven(a, 1) || !textAt(a, 0).empty())
         raise(error::cannotCreateObject);
     return context.createObject(textOf(a[1]));
 }
 
-Value callByName(RunContext&, std::span<Value> a)
+Value callByName(RunContext&, Given a)
 {
     constexpr std::int32_t method = 1, get = 2, let = 4, set = 8;
     const DispatchRef object = objectOf(a[0]);
@@ -34,30 +34,31 @@ Value callByName(RunContext&, std::span<Value> a)
         call.use = kind == set ? MemberUse::PutObject : MemberUse::Put;
     else if ((kind & (method | get)) == 0)
         raise(error::invalidCall);
-    call.arguments.assign(a.begin() + 3, a.end());
+    for (std::size_t i = 3; i < a.size(); ++i)
+        call.arguments.push_back(a[i]);
     return object->invoke(call);
 }
 
-Value doEvents(RunContext& context, std::span<Value>)
+Value doEvents(RunContext& context, Given)
 {
     context.checkpoint();
     return std::int16_t(0);
 }
 
-Value pointerTo(RunContext& context, std::span<Value> a) { return context.pointers.pointerTo(textOf(a[0])); }
+Value pointerTo(RunContext& context, Given a) { return context.pointers.pointerTo(textOf(a[0])); }
 
-Value environment(RunContext& context, std::span<Value> a) { return context.host.environment(textOf(a[0])); }
+Value environment(RunContext& context, Given a) { return context.host.environment(textOf(a[0])); }
 
-Value errorMessage(RunContext& context, std::span<Value> a)
+Value errorMessage(RunContext& context, Given a)
 {
     if (!isGiven(a, 0))
         return context.err->error().description;
     return Text(errorText(longOf(a[0])));
 }
 
-Value errorLine(RunContext& context, std::span<Value>) { return context.err->line; }
+Value errorLine(RunContext& context, Given) { return context.err->line; }
 
-Value nothing(RunContext&, std::span<Value>) { return {}; }
+Value nothing(RunContext&, Given) { return {}; }
 
 constexpr ValueType any = ValueType::Variant;
 

@@ -9,6 +9,33 @@ namespace zn::language {
 
 class RunContext;
 
+/// The arguments of a call. Those that are variables are lent and not copied, so that a scan over a long text takes
+/// as long as the text is.
+class Given {
+public:
+    struct Entry {
+        const Value* value = nullptr;
+        Value* own = nullptr; ///< the same, if it is nobody else's
+    };
+
+    explicit Given(std::span<const Entry> entries)
+        : m_entries(entries)
+    {
+    }
+
+    std::size_t size() const { return m_entries.size(); }
+    const Value& operator[](std::size_t index) const { return *m_entries[index].value; }
+    /// Moved out if nobody else has it.
+    Value take(std::size_t index) const
+    {
+        const Entry& entry = m_entries[index];
+        return entry.own ? std::move(*entry.own) : *entry.value;
+    }
+
+private:
+    std::span<const Entry> m_entries;
+};
+
 /// A function of the language itself.
 struct Intrinsic {
     TextView name;
@@ -16,7 +43,7 @@ struct Intrinsic {
     int most;  ///< -1: any
     ValueType result;
     /// Arguments that the call leaves out are `missingArgument()`, and those behind the last given one are absent.
-    Value (*run)(RunContext& context, std::span<Value> arguments);
+    Value (*run)(RunContext& context, Given arguments);
     /// Names for `name:=value`, parted by blanks; empty if the function takes none.
     TextView parameters = {};
 };

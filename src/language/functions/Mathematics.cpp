@@ -21,7 +21,7 @@ template <class Work> Value ofNumber(const Value& given, Work&& work)
     return keepsType ? coerce(Value(result), type) : coerce(Value(result), ValueType::Float64);
 }
 
-template <double (*Function)(double)> Value computed(RunContext&, std::span<Value> a)
+template <double (*Function)(double)> Value computed(RunContext&, Given a)
 {
     const double result = Function(numberOf(a[0]));
     if (!std::isfinite(result))
@@ -49,29 +49,29 @@ double logarithm(double x)
     return std::log(x);
 }
 
-Value absolute(RunContext&, std::span<Value> a)
+Value absolute(RunContext&, Given a)
 {
     return ofNumber(a[0], [](double x) { return std::fabs(x); });
 }
 
-Value wholeBelow(RunContext&, std::span<Value> a)
+Value wholeBelow(RunContext&, Given a)
 {
     return ofNumber(a[0], [](double x) { return std::floor(x); });
 }
 
-Value wholeTowardsZero(RunContext&, std::span<Value> a)
+Value wholeTowardsZero(RunContext&, Given a)
 {
     return ofNumber(a[0], [](double x) { return std::trunc(x); });
 }
 
-Value sign(RunContext&, std::span<Value> a)
+Value sign(RunContext&, Given a)
 {
     const double number = numberOf(a[0]);
     return std::int16_t(number < 0 ? -1 : number > 0);
 }
 
 /// Halves go to the even neighbour. A scaled 0.5 that only looks like one for want of binary digits counts as one.
-Value rounded(RunContext&, std::span<Value> a)
+Value rounded(RunContext&, Given a)
 {
     const std::size_t digits = countAt(a, 1, 0);
     return ofNumber(a[0], [&](double x) {
@@ -93,7 +93,7 @@ void advance(RunContext& context)
 }
 
 /// Below 0 begins the row that the number stands for, 0 gives the last number again.
-Value random(RunContext& context, std::span<Value> a)
+Value random(RunContext& context, Given a)
 {
     const double which = isGiven(a, 0) ? numberOf(a[0]) : 1;
     if (which < 0)
@@ -103,14 +103,14 @@ Value random(RunContext& context, std::span<Value> a)
     return static_cast<float>(context.randomState) / static_cast<float>(randomModulus);
 }
 
-Value randomize(RunContext& context, std::span<Value> a)
+Value randomize(RunContext& context, Given a)
 {
     const double seed = isGiven(a, 0) ? numberOf(a[0]) : context.host.now() * 86400000.0;
     context.randomState = static_cast<std::uint32_t>(std::fmod(std::fabs(seed), randomModulus));
     return {};
 }
 
-Value colour(RunContext&, std::span<Value> a)
+Value colour(RunContext&, Given a)
 {
     std::int32_t out = 0;
     for (std::size_t i = 0; i < 3; ++i)

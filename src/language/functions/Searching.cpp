@@ -8,20 +8,37 @@ namespace zn::language {
 
 namespace {
 
-/// Both in the form in which they compare unit by unit.
-struct Searched {
-    Searched(Text inText, Text forText, bool ignoreCase)
-        : text(ignoreCase ? foldCase(inText) : std::move(inText))
-        , wanted(ignoreCase ? foldCase(forText) : std::move(forText))
+/// Both in the form in which they compare unit by unit; refers to the two values.
+class Searched {
+public:
+    Searched(const Value& inText, const Value& forText, bool ignoreCase)
+        : text(comparable(inText, m_textScratch, ignoreCase))
+        , wanted(comparable(forText, m_wantedScratch, ignoreCase))
     {
     }
+    Searched(const Searched&) = delete;
+    Searched& operator=(const Searched&) = delete;
 
-    Text text;
-    Text wanted;
+private:
+    static TextView comparable(const Value& value, Text& scratch, bool ignoreCase)
+    {
+        const TextView text = viewOf(value, scratch);
+        if (!ignoreCase)
+            return text;
+        scratch = foldCase(text);
+        return scratch;
+    }
+
+    Text m_textScratch;
+    Text m_wantedScratch;
+
+public:
+    const TextView text;
+    const TextView wanted;
 };
 
 /// `InStr([start,] text, wanted [, compare])`: a third argument makes the first one the start.
-Value positionIn(RunContext& context, std::span<Value> a)
+Value positionIn(RunContext& context, Given a)
 {
     const bool hasStart = a.size() > 2;
     const std::size_t start = hasStart ? countAt(a, 0, 1, 1) : 1;
@@ -29,18 +46,18 @@ Value positionIn(RunContext& context, std::span<Value> a)
     const Value& wanted = a[hasStart ? 2 : 1];
     if (isNull(text) || isNull(wanted))
         return NullValue{};
-    const Searched s(textOf(text), textOf(wanted), ignoresCase(a, 3, context.ignoreCase));
+    const Searched s(text, wanted, ignoresCase(a, 3, context.ignoreCase));
     if (s.text.empty() || start > s.text.size())
         return std::int32_t(0);
     const std::size_t hit = s.text.find(s.wanted, start - 1);
     return std::int32_t(hit == Text::npos ? 0 : hit + 1);
 }
 
-Value lastPositionIn(RunContext& context, std::span<Value> a)
+Value lastPositionIn(RunContext& context, Given a)
 {
     if (isNull(a[0]) || isNull(a[1]))
         return NullValue{};
-    const Searched s(textOf(a[0]), textOf(a[1]), ignoresCase(a, 3, context.ignoreCase));
+    const Searched s(a[0], a[1], ignoresCase(a, 3, context.ignoreCase));
     const std::int32_t start = longAt(a, 2, -1);
     if (start == 0 || start < -1)
         raise(error::invalidCall);
@@ -61,11 +78,11 @@ void appendWithinLimit(Text& text, zn::TextView more)
     text += more;
 }
 
-Value replaced(RunContext& context, std::span<Value> a)
+Value replaced(RunContext& context, Given a)
 {
     const Text original = textOf(a[0]);
     const Text with = textOf(a[2]);
-    const Searched s(original, textOf(a[1]), ignoresCase(a, 5, context.ignoreCase));
+    const Searched s(a[0], a[1], ignoresCase(a, 5, context.ignoreCase));
     const std::size_t start = countAt(a, 3, 1, 1) - 1;
     const std::int32_t most = longAt(a, 4, -1);
     if (start >= original.size())
@@ -84,19 +101,20 @@ Value replaced(RunContext& context, std::span<Value> a)
     return out;
 }
 
-Value compared(RunContext& context, std::span<Value> a)
+Value compared(RunContext& context, Given a)
 {
     if (isNull(a[0]) || isNull(a[1]))
         return NullValue{};
-    const Searched s(textOf(a[0]), textOf(a[1]), ignoresCase(a, 2, context.ignoreCase));
+    const Searched s(a[0], a[1], ignoresCase(a, 2, context.ignoreCase));
     const int order = s.text.compare(s.wanted);
     return std::int16_t(order < 0 ? -1 : order > 0);
 }
 
-Value splitText(RunContext& context, std::span<Value> a)
+Value splitText(RunContext& context, Given a)
 {
     const Text original = textOf(a[0]);
-    const Searched s(original, textAt(a, 1, u" "), ignoresCase(a, 3, context.ignoreCase));
+    const Value separator(textAt(a, 1, u" "));
+    const Searched s(a[0], separator, ignoresCase(a, 3, context.ignoreCase));
     const std::int32_t most = longAt(a, 2, -1);
     std::vector<Value> parts;
     std::size_t at = 0;
@@ -121,7 +139,7 @@ const ValueArray& listOf(const Value& value)
     return **array;
 }
 
-Value joined(RunContext&, std::span<Value> a)
+Value joined(RunContext&, Given a)
 {
     const Text separator = textAt(a, 1, u" ");
     Text out;
@@ -135,14 +153,14 @@ Value joined(RunContext&, std::span<Value> a)
     return out;
 }
 
-Value filtered(RunContext& context, std::span<Value> a)
+Value filtered(RunContext& context, Given a)
 {
-    const Text wanted = textOf(a[1]);
+    const Value wanted(textOf(a[1]));
     const bool include = !isGiven(a, 2) || truthOf(a[2]);
     const bool ignoreCase = ignoresCase(a, 3, context.ignoreCase);
     std::vector<Value> kept;
     for (const Value& element : listOf(a[0]).elements) {
-        const Searched s(textOf(element), wanted, ignoreCase);
+        const Searched s(element, wanted, ignoreCase);
         if ((s.text.find(s.wanted) != Text::npos) == include)
             kept.push_back(element);
     }

@@ -14,53 +14,56 @@ template <class Work> Value ofText(const Value& value, Work&& work)
 {
     if (isNull(value))
         return value;
-    return Value(work(textOf(value)));
+    Text scratch;
+    return Value(Text(work(viewOf(value, scratch))));
 }
 
-Value left(RunContext&, std::span<Value> a)
+Value left(RunContext&, Given a)
 {
     const std::size_t count = countAt(a, 1, 0);
-    return ofText(a[0], [&](const Text& text) { return text.substr(0, count); });
+    return ofText(a[0], [&](TextView text) { return text.substr(0, count); });
 }
 
-Value right(RunContext&, std::span<Value> a)
+Value right(RunContext&, Given a)
 {
     const std::size_t count = countAt(a, 1, 0);
-    return ofText(a[0], [&](const Text& text) { return text.substr(text.size() - std::min(count, text.size())); });
+    return ofText(a[0], [&](TextView text) { return text.substr(text.size() - std::min(count, text.size())); });
 }
 
-Value mid(RunContext&, std::span<Value> a)
+Value mid(RunContext&, Given a)
 {
     const std::size_t start = countAt(a, 1, 0, 1) - 1;
     const std::size_t count = isGiven(a, 2) ? countAt(a, 2, 0) : Text::npos;
-    return ofText(a[0], [&](const Text& text) { return start < text.size() ? text.substr(start, count) : Text(); });
+    return ofText(a[0], [&](TextView text) { return start < text.size() ? text.substr(start, count) : TextView(); });
 }
 
-Value len(RunContext&, std::span<Value> a)
+Value len(RunContext&, Given a)
 {
     if (isNull(a[0]))
         return a[0];
-    return std::int32_t(textOf(a[0]).size());
+    Text scratch;
+    return std::int32_t(viewOf(a[0], scratch).size());
 }
 
-Value lenBytes(RunContext&, std::span<Value> a)
+Value lenBytes(RunContext&, Given a)
 {
     if (isNull(a[0]))
         return a[0];
-    return std::int32_t(textOf(a[0]).size() * 2);
+    Text scratch;
+    return std::int32_t(viewOf(a[0], scratch).size() * 2);
 }
 
-Value upper(RunContext&, std::span<Value> a)
+Value upper(RunContext&, Given a)
 {
-    return ofText(a[0], [](const Text& text) { return toUpper(text); });
+    return ofText(a[0], [](TextView text) { return toUpper(text); });
 }
 
-Value lower(RunContext&, std::span<Value> a)
+Value lower(RunContext&, Given a)
 {
-    return ofText(a[0], [](const Text& text) { return toLower(text); });
+    return ofText(a[0], [](TextView text) { return toLower(text); });
 }
 
-Text withoutBlanks(const Text& text, bool atFront, bool atBack)
+TextView withoutBlanks(TextView text, bool atFront, bool atBack)
 {
     std::size_t first = atFront ? text.find_first_not_of(u' ') : 0;
     std::size_t last = atBack ? text.find_last_not_of(u' ') : text.size() - 1;
@@ -69,22 +72,22 @@ Text withoutBlanks(const Text& text, bool atFront, bool atBack)
     return text.substr(first, last - first + 1);
 }
 
-Value trimBoth(RunContext&, std::span<Value> a)
+Value trimBoth(RunContext&, Given a)
 {
-    return ofText(a[0], [](const Text& text) { return withoutBlanks(text, true, true); });
+    return ofText(a[0], [](TextView text) { return withoutBlanks(text, true, true); });
 }
 
-Value trimLeft(RunContext&, std::span<Value> a)
+Value trimLeft(RunContext&, Given a)
 {
-    return ofText(a[0], [](const Text& text) { return withoutBlanks(text, true, false); });
+    return ofText(a[0], [](TextView text) { return withoutBlanks(text, true, false); });
 }
 
-Value trimRight(RunContext&, std::span<Value> a)
+Value trimRight(RunContext&, Given a)
 {
-    return ofText(a[0], [](const Text& text) { return withoutBlanks(text, false, true); });
+    return ofText(a[0], [](TextView text) { return withoutBlanks(text, false, true); });
 }
 
-std::size_t lengthAt(std::span<Value> a)
+std::size_t lengthAt(Given a)
 {
     const std::size_t count = countAt(a, 0, 0);
     if (count > longestText)
@@ -92,9 +95,9 @@ std::size_t lengthAt(std::span<Value> a)
     return count;
 }
 
-Value space(RunContext&, std::span<Value> a) { return Text(lengthAt(a), u' '); }
+Value space(RunContext&, Given a) { return Text(lengthAt(a), u' '); }
 
-Value repeated(RunContext&, std::span<Value> a)
+Value repeated(RunContext&, Given a)
 {
     const std::size_t count = lengthAt(a);
     if (isNull(a[1]))
@@ -107,14 +110,14 @@ Value repeated(RunContext&, std::span<Value> a)
     return Text(count, fromCodePage(std::string(1, static_cast<char>(longOf(a[1]) & 0xFF))).front());
 }
 
-Value reversed(RunContext&, std::span<Value> a)
+Value reversed(RunContext&, Given a)
 {
     Text text = textOf(a[0]);
     std::ranges::reverse(text);
     return text;
 }
 
-Value character(RunContext&, std::span<Value> a)
+Value character(RunContext&, Given a)
 {
     const std::int32_t code = longOf(a[0]);
     if (code < 0 || code > 255)
@@ -122,7 +125,7 @@ Value character(RunContext&, std::span<Value> a)
     return fromCodePage(std::string(1, static_cast<char>(code)));
 }
 
-Value wideCharacter(RunContext&, std::span<Value> a)
+Value wideCharacter(RunContext&, Given a)
 {
     const std::int32_t code = longOf(a[0]);
     if (code < -32768 || code > 65535)
@@ -130,17 +133,19 @@ Value wideCharacter(RunContext&, std::span<Value> a)
     return Text(1, static_cast<char16_t>(code & 0xFFFF));
 }
 
-Value code(RunContext&, std::span<Value> a)
+Value code(RunContext&, Given a)
 {
-    const Text text = textOf(a[0]);
+    Text scratch;
+    const TextView text = viewOf(a[0], scratch);
     if (text.empty())
         raise(error::invalidCall);
     return std::int16_t(static_cast<unsigned char>(toCodePage(text.substr(0, 1)).front()));
 }
 
-Value wideCode(RunContext&, std::span<Value> a)
+Value wideCode(RunContext&, Given a)
 {
-    const Text text = textOf(a[0]);
+    Text scratch;
+    const TextView text = viewOf(a[0], scratch);
     if (text.empty())
         raise(error::invalidCall);
     return std::int16_t(text.front());
@@ -158,7 +163,7 @@ Text properCase(const Text& text)
     return out;
 }
 
-Value converted(RunContext&, std::span<Value> a)
+Value converted(RunContext&, Given a)
 {
     const std::int32_t conversion = longOf(a[1]);
     if (isNull(a[0]))

@@ -1,6 +1,9 @@
 #include "language/functions/Intrinsic.h"
 #include "language/Library.h"
+#include "language/resolve/Changes.h"
 #include "language/resolve/Resolver.h"
+
+#include <algorithm>
 
 namespace zn::language {
 
@@ -122,7 +125,7 @@ void Resolver::callDeclared(Expr& expr, int index, Arguments& arguments)
 
 void Resolver::callIntrinsic(Expr& expr, const Intrinsic& intrinsic, Arguments& arguments)
 {
-    IntrinsicCall call{&intrinsic, {}};
+    IntrinsicCall call{&intrinsic, {}, false};
     bool isNamed = false;
     for (const Argument& argument : arguments)
         isNamed = isNamed || !argument.name.empty();
@@ -142,6 +145,8 @@ void Resolver::callIntrinsic(Expr& expr, const Intrinsic& intrinsic, Arguments& 
         fail(expr.position, u"Argument not optional");
     if (intrinsic.most >= 0 && count > intrinsic.most)
         fail(expr.position, u"Wrong number of arguments or invalid property assignment");
+    call.lends
+        = std::ranges::all_of(call.arguments, [](const ExprRef& given) { return !given || changesNothing(*given); });
     expr.type.base = intrinsic.result;
     expr.node = std::move(call);
 }

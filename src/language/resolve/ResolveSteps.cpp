@@ -1,3 +1,4 @@
+#include "language/resolve/Changes.h"
 #include "language/resolve/Resolver.h"
 
 namespace zn::language {
@@ -82,6 +83,7 @@ void Resolver::resolveStep(Step& step)
                 if (isFixedArray(*s.target))
                     fail(s.target->position, u"Can't assign to an array");
                 resolve(s.value);
+                s.grows = growsItself(*s.target, *s.value);
             },
             [this](SetStep& s) {
                 resolveTarget(s.target);

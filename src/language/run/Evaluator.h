@@ -44,7 +44,7 @@ private:
     Operand elementOperand(const Expr& expr, const Element& element);
     Operand fieldOperand(const Expr& expr, const Field& field);
     Value evaluateBinary(const Expr& expr, const Binary& binary);
-    Value evaluateConcatenation(const Concatenation& run);
+    Value joined(std::span<const ExprRef> parts);
     Value evaluateTypeOf(const TypeOf& test);
     Slot& localSlot(int slot) { return m_frame->slot(slot); }
     void createIfNew(Value& value, const Type& type, const Variable& variable);
@@ -69,6 +69,7 @@ private:
     void jump(int target) { m_frame->next = target; }
     void printLines(const Text& text);
     void step(const LetStep& s);
+    void grow(const LetStep& s);
     void step(const SetStep& s);
     void step(const CallStep& s);
     void step(const JumpStep& s);

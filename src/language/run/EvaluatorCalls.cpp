@@ -154,19 +154,31 @@ Value Evaluator::callIntrinsic(const IntrinsicCall& call)
 {
     constexpr std::size_t few = 6;
     Value fixed[few];
+    Given::Entry fixedEntries[few];
     std::vector<Value> many;
+    std::vector<Given::Entry> manyEntries;
     const std::size_t count = call.arguments.size();
-    if (count > few)
+    if (count > few) {
         many.resize(count);
-    const std::span<Value> values(count > few ? many.data() : fixed, count);
+        manyEntries.resize(count);
+    }
+    Value* const values = count > few ? many.data() : fixed;
+    Given::Entry* const entries = count > few ? manyEntries.data() : fixedEntries;
     Position position;
     for (std::size_t i = 0; i < count; ++i) {
-        values[i] = call.arguments[i] ? evaluate(*call.arguments[i]) : missingArgument();
-        position = i == 0 && call.arguments[i] ? call.arguments[i]->position : position;
+        const ExprRef& argument = call.arguments[i];
+        entries[i] = {&values[i], &values[i]};
+        if (!argument)
+            values[i] = missingArgument();
+        else if (!call.lends)
+            values[i] = evaluate(*argument);
+        else if (const Value& value = peek(*argument, values[i]); &value != &values[i])
+            entries[i] = {&value, nullptr};
+        position = i == 0 && argument ? argument->position : position;
     }
     if (position.line > 0)
         m_position = position;
-    return call.intrinsic->run(m_context, values);
+    return call.intrinsic->run(m_context, Given({entries, count}));
 }
 
 Value Evaluator::callDeclared(const DeclaredFunctionCall& call)

@@ -108,7 +108,7 @@ Value Evaluator::evaluate(const Expr& expr)
     case indexIn<Binary>():
         return evaluateBinary(expr, as<Binary>(expr));
     case indexIn<Concatenation>():
-        return evaluateConcatenation(as<Concatenation>(expr));
+        return joined(as<Concatenation>(expr).parts);
     case indexIn<Parenthesised>():
         return letValue(*as<Parenthesised>(expr).inner);
     case indexIn<NewObject>():
@@ -135,11 +135,12 @@ Value Evaluator::evaluateBinary(const Expr& expr, const Binary& binary)
     return applyBinary(binary.op, left, right, binary.rules);
 }
 
-Value Evaluator::evaluateConcatenation(const Concatenation& run)
+/// Null if all parts are.
+Value Evaluator::joined(std::span<const ExprRef> parts)
 {
     Text text;
     bool allNull = true;
-    for (const ExprRef& part : run.parts) {
+    for (const ExprRef& part : parts) {
         Value scratch;
         const Value& value = peek(*part, scratch);
         m_position = part->position;

@@ -78,7 +78,28 @@ std::int32_t Evaluator::lineNumberAt(const Frame& frame) const
     return number;
 }
 
-void Evaluator::step(const LetStep& s) { put(*s.target, letValue(*s.value), false); }
+void Evaluator::step(const LetStep& s)
+{
+    if (s.grows)
+        return grow(s);
+    put(*s.target, letValue(*s.value), false);
+}
+
+/// The other parts are put together first: they may hold the text that grows.
+void Evaluator::grow(const LetStep& s)
+{
+    const auto& run = std::get<Concatenation>(s.value->node);
+    Text* const text = operand(*s.target).at->get<Text>();
+    if (!text) // a number, say
+        return put(*s.target, letValue(*s.value), false);
+    const Value more = joined(std::span(run.parts).subspan(1));
+    const auto* added = more.get<Text>();
+    if (!added)
+        return;
+    if (text->size() + added->size() > longestText)
+        raise(error::outOfTextSpace);
+    *text += *added;
+}
 
 void Evaluator::step(const SetStep& s)
 {
@@ -209,8 +230,6 @@ void Evaluator::step(const EraseStep& s)
 
 void Evaluator::step(const MidStep& s)
 {
-    Operand place = operand(*s.target);
-    Text text = textOf(place.value());
     const std::int32_t start = longOf(evaluate(*s.start));
     const Text inserted = textOf(evaluate(*s.value));
     std::size_t count = inserted.size();
@@ -220,12 +239,19 @@ void Evaluator::step(const MidStep& s)
             raise(error::invalidCall);
         count = std::min(count, static_cast<std::size_t>(length));
     }
+    Operand place = operand(*s.target);
+    Text converted;
+    Text* inPlace = place.at ? place.at->get<Text>() : nullptr;
+    if (!inPlace)
+        converted = textOf(place.value());
+    Text& text = inPlace ? *inPlace : converted;
     if (start < 1 || static_cast<std::size_t>(start) > text.size())
         raise(error::invalidCall);
     const auto at = static_cast<std::size_t>(start) - 1;
     count = std::min(count, text.size() - at);
     text.replace(at, count, inserted, 0, count);
-    put(*s.target, std::move(text), false);
+    if (!inPlace)
+        put(*s.target, std::move(converted), false);
 }
 
 void Evaluator::step(const JustifyStep& s)

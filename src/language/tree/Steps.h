@@ -10,6 +10,7 @@ namespace zn::language {
 struct LetStep {
     ExprRef target;
     ExprRef value;
+    bool grows = false; ///< `s = s & …`, whose further parts change nothing
 };
 struct SetStep {
     ExprRef target;

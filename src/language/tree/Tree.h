@@ -72,6 +72,7 @@ struct DeclaredFunctionCall {
 struct IntrinsicCall {
     const Intrinsic* intrinsic;
     std::vector<ExprRef> arguments;
+    bool lends = false; ///< no argument changes what another one is (`changesNothing`)
 };
 /// A global name of the application's library.
 struct HostCall {

@@ -121,6 +121,14 @@ Text textOf(const Value& value)
     return *coerce(value, ValueType::String).get<Text>();
 }
 
+TextView viewOf(const Value& value, Text& scratch)
+{
+    if (const auto* text = value.get<Text>())
+        return *text;
+    scratch = textOf(value);
+    return scratch;
+}
+
 double numberOf(const Value& value)
 {
     if (const auto* number = value.get<double>())

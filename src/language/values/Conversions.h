@@ -16,6 +16,8 @@ Value plainValue(const Value& value);
 Value coerce(const Value& value, ValueType type);
 
 Text textOf(const Value& value);
+/// The text that a value holds, or else `scratch` with what it becomes as one.
+TextView viewOf(const Value& value, Text& scratch);
 double numberOf(const Value& value);
 std::int32_t longOf(const Value& value);
 bool truthOf(const Value& value);
