@@ -125,7 +125,8 @@ bool takeTime(Pieces& pieces, CalendarTime& time)
     }
     if (first != 0 && end != pieces.size())
         return false;
-    pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(first), pieces.begin() + static_cast<std::ptrdiff_t>(end));
+    pieces.erase(
+        pieces.begin() + static_cast<std::ptrdiff_t>(first), pieces.begin() + static_cast<std::ptrdiff_t>(end));
     return time.hour < 24 && time.minute < 60 && time.second < 60;
 }
 
@@ -140,9 +141,10 @@ int thisYear()
 bool isDayOf(int day, int month, int year)
 {
     const auto m = static_cast<unsigned>(month);
-    return day >= 1 && std::chrono::year_month_day(std::chrono::year(year), std::chrono::month(m),
-                           std::chrono::day(static_cast<unsigned>(day)))
-                           .ok();
+    return day >= 1
+        && std::chrono::year_month_day(
+            std::chrono::year(year), std::chrono::month(m), std::chrono::day(static_cast<unsigned>(day)))
+               .ok();
 }
 
 /// False for what is no year.
@@ -227,7 +229,8 @@ bool readDay(Pieces pieces, DateOrder order, CalendarTime& time)
 DateOrder localDateOrder()
 {
     UErrorCode error = U_ZERO_ERROR;
-    const std::unique_ptr<icu::DateTimePatternGenerator> generator(icu::DateTimePatternGenerator::createInstance(error));
+    const std::unique_ptr<icu::DateTimePatternGenerator> generator(
+        icu::DateTimePatternGenerator::createInstance(error));
     if (U_FAILURE(error))
         return DateOrder::MonthDayYear;
     const icu::UnicodeString pattern = generator->getBestPattern(u"yMd", error);

@@ -77,10 +77,7 @@ Interval intervalAt(Given a)
     return interval;
 }
 
-Value dateAdd(RunContext&, Given a)
-{
-    return DateValue{addedInterval(intervalAt(a), numberOf(a[1]), daysOf(a[2]))};
-}
+Value dateAdd(RunContext&, Given a) { return DateValue{addedInterval(intervalAt(a), numberOf(a[1]), daysOf(a[2]))}; }
 
 Value dateDifference(RunContext&, Given a)
 {

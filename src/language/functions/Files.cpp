@@ -21,15 +21,9 @@ Value atEnd(RunContext& context, Given a) { return Value(fileAt(context, a).atEn
 
 Value length(RunContext& context, Given a) { return static_cast<std::int32_t>(fileAt(context, a).size()); }
 
-Value location(RunContext& context, Given a)
-{
-    return static_cast<std::int32_t>(fileAt(context, a).position());
-}
+Value location(RunContext& context, Given a) { return static_cast<std::int32_t>(fileAt(context, a).position()); }
 
-Value position(RunContext& context, Given a)
-{
-    return static_cast<std::int32_t>(fileAt(context, a).position() + 1);
-}
+Value position(RunContext& context, Given a) { return static_cast<std::int32_t>(fileAt(context, a).position() + 1); }
 
 Value read(RunContext& context, Given a) { return fileAt(context, a, 1).readUnits(countAt(a, 0, 0)); }
 
@@ -46,10 +40,7 @@ Value fileLength(RunContext& context, Given a)
     return static_cast<std::int32_t>(factsOf(context, context.pathOf(a[0])).size);
 }
 
-Value fileTime(RunContext& context, Given a)
-{
-    return DateValue{factsOf(context, context.pathOf(a[0])).modified};
-}
+Value fileTime(RunContext& context, Given a) { return DateValue{factsOf(context, context.pathOf(a[0])).modified}; }
 
 Value attributes(RunContext& context, Given a)
 {

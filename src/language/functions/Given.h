@@ -23,8 +23,7 @@ inline std::int32_t longAt(Given arguments, std::size_t index, std::int32_t othe
 }
 
 /// A length, count or position that must not be below `least`. Raises 5.
-inline std::size_t countAt(
-    Given arguments, std::size_t index, std::int32_t otherwise, std::int32_t least = 0)
+inline std::size_t countAt(Given arguments, std::size_t index, std::int32_t otherwise, std::int32_t least = 0)
 {
     const std::int32_t number = longAt(arguments, index, otherwise);
     if (number < least)

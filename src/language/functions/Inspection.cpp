@@ -11,10 +11,7 @@ Value isNullValue(RunContext&, Given a) { return Value(isNull(a[0])); }
 
 Value isEmptyValue(RunContext&, Given a) { return Value(a[0].isEmpty()); }
 
-Value isNumericValue(RunContext&, Given a)
-{
-    return Value(isNumeric(isObject(a[0]) ? plainValue(a[0]) : a[0]));
-}
+Value isNumericValue(RunContext&, Given a) { return Value(isNumeric(isObject(a[0]) ? plainValue(a[0]) : a[0])); }
 
 Value isObjectValue(RunContext&, Given a) { return Value(isObject(a[0])); }
 

@@ -1,4 +1,5 @@
 #include "language/run/Evaluator.h"
+#include "language/values/QuickOperators.h"
 #include "language/values/Record.h"
 
 #include <array>
@@ -132,6 +133,9 @@ Value Evaluator::evaluateBinary(const Expr& expr, const Binary& binary)
     const Value& left = peek(*binary.left, leftScratch);
     const Value& right = peek(*binary.right, rightScratch);
     m_position = expr.position;
+    Value result;
+    if (applyQuickly(binary.op, left, right, result))
+        return result;
     return applyBinary(binary.op, left, right, binary.rules);
 }
 

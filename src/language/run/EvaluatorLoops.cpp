@@ -42,6 +42,11 @@ template <class Integer> bool advanced(Value& counter, const Value& step)
 
 bool Evaluator::loopGoesOn(const Value& counter, const Value& limit, const Value& step) const
 {
+    const auto* number = counter.get<std::int32_t>();
+    const auto* last = limit.get<std::int32_t>();
+    const auto* by = step.get<std::int32_t>();
+    if (number && last && by)
+        return *by < 0 ? *number >= *last : *number <= *last;
     const bool down = compareValues(step, Value(std::int16_t(0)), {}) < 0;
     const int order = compareValues(counter, limit, {});
     return down ? order >= 0 : order <= 0;
@@ -77,6 +82,15 @@ void Evaluator::step(const ForNextStep& s)
     const Value& step = localSlot(loop->stepSlot).own;
     if (step.isEmpty())
         raise(error::loopNotInitialized);
+    // A counter that is a variable, which needs no place to be found and kept.
+    if (const auto* local = std::get_if<LocalVariable>(&loop->counter->node)) {
+        Value& counter = *localSlot(local->slot).at;
+        if (advanced<std::int32_t>(counter, step) || advanced<std::int16_t>(counter, step)) {
+            if (loopGoesOn(counter, limit, step))
+                jump(s.begin + 1);
+            return;
+        }
+    }
     Operand counter = operand(*loop->counter);
     if (!counter.isPlace())
         raise(error::typeMismatch);

@@ -61,6 +61,14 @@ Value Evaluator::letValue(const Expr& expr)
 
 void Evaluator::put(const Expr& target, Value value, bool isSet)
 {
+    // The common case.
+    if (const auto* local = std::get_if<LocalVariable>(&target.node); local && !isSet) {
+        const Slot& slot = localSlot(local->slot);
+        if (!slot.type->isObject()) {
+            m_position = target.position;
+            return assign(*slot.at, *slot.type, std::move(value));
+        }
+    }
     if (const auto* member = std::get_if<Member>(&target.node)) {
         const DispatchRef object = objectOfMember(member->object);
         m_position = target.position;
