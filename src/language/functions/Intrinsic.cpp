@@ -14,7 +14,8 @@ const Table& table()
         Table names;
         for (const auto list :
             {textFunctions(), searchFunctions(), arrayFunctions(), conversionFunctions(), inspectionFunctions(),
-                mathFunctions(), dateFunctions(), formatFunctions(), fileFunctions(), interactionFunctions()})
+                mathFunctions(), financialFunctions(), dateFunctions(), formatFunctions(), fileFunctions(),
+                interactionFunctions()})
             for (const Intrinsic& intrinsic : list)
                 names.emplace(foldCase(intrinsic.name), &intrinsic);
         return names;

@@ -60,6 +60,7 @@ std::span<const Intrinsic> arrayFunctions();
 std::span<const Intrinsic> conversionFunctions();
 std::span<const Intrinsic> inspectionFunctions();
 std::span<const Intrinsic> mathFunctions();
+std::span<const Intrinsic> financialFunctions();
 std::span<const Intrinsic> dateFunctions();
 std::span<const Intrinsic> formatFunctions();
 std::span<const Intrinsic> fileFunctions();
