@@ -165,41 +165,4 @@ bool isDatePattern(TextView pattern)
     return found;
 }
 
-Text formatString(const Text& text, TextView pattern)
-{
-    const auto isPlace = [](char16_t unit) { return unit == u'@' || unit == u'&'; };
-    const auto places = static_cast<std::size_t>(std::ranges::count_if(pattern, isPlace));
-    const bool fromLeft = pattern.find(u'!') != TextView::npos;
-    Text shown = text;
-    if (pattern.find(u'<') != TextView::npos)
-        shown = toLower(shown);
-    else if (pattern.find(u'>') != TextView::npos)
-        shown = toUpper(shown);
-    // Places fill from the right unless the pattern says otherwise; text without a place follows the last one.
-    const std::size_t missing = places > shown.size() ? places - shown.size() : 0;
-    std::size_t next = 0;
-    std::size_t place = 0;
-    Text out;
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        const char16_t unit = pattern[i];
-        if (unit == u'<' || unit == u'>' || unit == u'!')
-            continue;
-        if (unit == u'\\' && i + 1 < pattern.size()) {
-            out.push_back(pattern[++i]);
-        } else if (!isPlace(unit)) {
-            out.push_back(unit);
-        } else {
-            ++place;
-            const bool empty = fromLeft ? next >= shown.size() : place <= missing;
-            if (!empty)
-                out.push_back(shown[next++]);
-            else if (unit == u'@')
-                out.push_back(u' ');
-            if (place == places)
-                out.append(shown, next);
-        }
-    }
-    return places == 0 && out.empty() ? shown : out;
-}
-
 } // namespace zn::language

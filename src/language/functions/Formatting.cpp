@@ -58,7 +58,16 @@ Text formattedDate(const Value& value, TextView pattern)
 Text formattedNumber(const Value& value, TextView pattern)
 {
     const bool isNumber = isNumeric(value) || value.type() == ValueType::Date;
-    return isNumber ? formatNumber(numberOf(value), pattern) : formatString(textOf(value), pattern);
+    return isNumber ? formatNumber(numberOf(value), pattern) : textOf(value);
+}
+
+/// Null has the fourth part of a number's pattern and the second of a text's; elsewhere it shows as nothing.
+Text formattedNull(TextView pattern)
+{
+    const std::vector<TextView> sections = sectionsOf(pattern);
+    if (isTextPattern(sections[0]))
+        return sections.size() > 1 ? formatString({}, pattern) : Text();
+    return sections.size() > 3 ? formatNumber(0, sections[3]) : Text();
 }
 
 Value format(RunContext&, Given a)
@@ -66,15 +75,19 @@ Value format(RunContext&, Given a)
     const Value value = plainValue(a[0]);
     const Text pattern = textAt(a, 1);
     if (isNull(value))
-        return Text();
+        return formattedNull(pattern);
     if (pattern.empty() || equalNoCase(pattern, u"General Number"))
         return textOf(value);
     for (const NamedPattern& named : namedPatterns)
         if (equalNoCase(named.name, pattern))
             return named.isDate ? formattedDate(value, named.pattern) : formattedNumber(value, named.pattern);
-    if (pattern.find_first_of(u"@&<>!") != Text::npos && value.type() == ValueType::String)
+    const bool isText = value.type() == ValueType::String;
+    if (isTextPattern(pattern) || (isText && pattern.find_first_of(u"<>!") != Text::npos))
         return formatString(textOf(value), pattern);
-    return isDatePattern(pattern) ? formattedDate(value, pattern) : formattedNumber(value, pattern);
+    if (isDatePattern(pattern))
+        return formattedDate(value, pattern);
+    const bool isOnlyText = isText && !isNumeric(value) && pattern.find_first_of(u"0#") == Text::npos;
+    return isOnlyText ? formatString(textOf(value), pattern) : formattedNumber(value, pattern);
 }
 
 Text decimalNumber(Given a, double number)
@@ -92,7 +105,21 @@ Text decimalNumber(Given a, double number)
 
 Value formatNumberFunction(RunContext&, Given a) { return decimalNumber(a, numberOf(a[0])); }
 
-Value formatPercent(RunContext&, Given a) { return decimalNumber(a, numberOf(a[0]) * 100) + u"%"; }
+Value formatCurrency(RunContext&, Given a)
+{
+    Text out = decimalNumber(a, numberOf(a[0]));
+    // Unlike other numbers, an amount below zero stands in parentheses unless the call says no.
+    if (out.front() == u'-' && longAt(a, 3, -2) == -2)
+        return u"($" + out.substr(1) + u")";
+    const bool marked = out.front() == u'-' || out.front() == u'(';
+    return out.insert(marked ? 1 : 0, 1, u'$');
+}
+
+Value formatPercent(RunContext&, Given a)
+{
+    Text out = decimalNumber(a, numberOf(a[0]) * 100);
+    return out.insert(out.size() - (out.back() == u')' ? 1 : 0), 1, u'%');
+}
 
 Value formatDateTime(RunContext&, Given a)
 {
@@ -104,11 +131,14 @@ Value formatDateTime(RunContext&, Given a)
 }
 
 constexpr ValueType text = ValueType::String;
+constexpr TextView numberParameters
+    = u"Expression NumDigitsAfterDecimal IncludeLeadingDigit UseParensForNegativeNumbers GroupDigits";
 
 constexpr Intrinsic functions[] = {
     {u"Format", 1, 4, text, format, u"Expression Format FirstDayOfWeek FirstWeekOfYear"},
-    {u"FormatNumber", 1, 5, text, formatNumberFunction},
-    {u"FormatPercent", 1, 5, text, formatPercent},
+    {u"FormatCurrency", 1, 5, text, formatCurrency, numberParameters},
+    {u"FormatNumber", 1, 5, text, formatNumberFunction, numberParameters},
+    {u"FormatPercent", 1, 5, text, formatPercent, numberParameters},
     {u"FormatDateTime", 1, 2, text, formatDateTime, u"Date NamedFormat"},
 };
 

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <fmt/format.h>
+#include <utility>
 
 namespace zn::language {
 
@@ -10,7 +11,8 @@ namespace {
 /// What a pattern says about the digits.
 struct NumberShape {
     int wholeZeros = 0; ///< least digits before the point
-    int decimals = 0;   ///< most digits behind it
+    std::size_t wholePlaces = 0;
+    int decimals = 0; ///< most digits behind it
     int leastDecimals = 0;
     bool grouped = false;
     int scale = 0; ///< trailing commas, each a division by 1000
@@ -67,8 +69,9 @@ NumberShape readShape(TextView pattern)
                 ++shape.decimals;
                 if (unit == u'0')
                     shape.leastDecimals = shape.decimals;
-            } else if (sawZero) {
-                ++shape.wholeZeros;
+            } else {
+                ++shape.wholePlaces;
+                shape.wholeZeros += sawZero ? 1 : 0;
             }
         } else if (unit == u'.') {
             shape.point = true;
@@ -103,18 +106,48 @@ std::string decimalDigits(double number, int decimals)
     return fmt::format("{:.{}f}", number, decimals);
 }
 
+/// Rounds to so many significant digits, halves upwards, by the 15 digits that people see; the exponent is that of the
+/// first digit.
+std::string significantDigits(double number, int count, int& exponent)
+{
+    const std::string shown = fmt::format("{:.14e}", number);
+    exponent = std::stoi(shown.substr(shown.find('e') + 1));
+    std::string digits = shown.substr(0, 1) + shown.substr(2, 14);
+    const auto kept = static_cast<std::size_t>(count);
+    if (kept >= digits.size()) {
+        digits.append(kept - digits.size(), '0');
+        return digits;
+    }
+    const bool up = digits[kept] >= '5';
+    digits.resize(kept);
+    if (!up)
+        return digits;
+    for (std::size_t i = kept; i-- > 0; digits[i] = '0') {
+        if (digits[i] != '9') {
+            ++digits[i];
+            return digits;
+        }
+    }
+    ++exponent;
+    digits.front() = '1';
+    return digits;
+}
+
 Digits digitsOf(double number, const NumberShape& shape)
 {
     Digits out;
     if (shape.exponent && number > 0) {
-        const int wanted = std::max(shape.wholeZeros, 1);
-        out.exponent = static_cast<int>(std::floor(std::log10(number))) - wanted + 1;
-        number /= std::pow(10.0, out.exponent);
+        const int whole = std::max(shape.wholeZeros, 1);
+        const std::string digits = significantDigits(number, whole + shape.decimals, out.exponent);
+        out.exponent -= whole - 1;
+        out.whole = digits.substr(0, static_cast<std::size_t>(whole));
+        out.decimals = digits.substr(static_cast<std::size_t>(whole));
+    } else {
+        const std::string text = decimalDigits(number, shape.decimals);
+        const std::size_t point = text.find('.');
+        out.whole = text.substr(0, point);
+        out.decimals = point == std::string::npos ? "" : text.substr(point + 1);
     }
-    const std::string text = decimalDigits(number, shape.decimals);
-    const std::size_t point = text.find('.');
-    out.whole = text.substr(0, point);
-    out.decimals = point == std::string::npos ? "" : text.substr(point + 1);
     while (static_cast<int>(out.decimals.size()) > shape.leastDecimals && out.decimals.ends_with('0'))
         out.decimals.pop_back();
     if (out.whole == "0")
@@ -135,44 +168,93 @@ std::string groupedDigits(const std::string& whole)
     return out;
 }
 
-/// Fills the pattern: the whole digits stand where the first placeholder does, literal text stays in its place.
-Text filled(TextView pattern, const Digits& digits, const NumberShape& shape)
-{
-    Text out;
-    bool wholeDone = false;
-    bool decimalsDone = false;
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        const std::size_t start = i;
-        const char16_t unit = pattern[i];
-        if (skipLiteral(pattern, i)) {
-            const std::size_t end = std::min(i + (unit == u'\\' ? 1 : 0), pattern.size());
-            out.append(pattern.substr(start + 1, end - start - 1));
-        } else if (isExponent(pattern, i)) {
-            const std::string exponent = fmt::format("{:0{}}", std::abs(digits.exponent), shape.exponentDigits);
-            out.push_back(unit);
-            if (digits.exponent < 0 || shape.exponentPlus)
-                out.push_back(digits.exponent < 0 ? u'-' : u'+');
-            out.append(exponent.begin(), exponent.end());
-            for (i += 2; i < pattern.size() && isPlaceholder(pattern[i]);)
-                ++i;
-            --i;
-        } else if (isPlaceholder(unit) || unit == u'.') {
-            if (!wholeDone) {
-                const std::string whole = shape.grouped ? groupedDigits(digits.whole) : digits.whole;
-                out.append(whole.begin(), whole.end());
-                wholeDone = true;
-            }
-            if (unit == u'.' && !decimalsDone) {
-                out.push_back(u'.');
-                out.append(digits.decimals.begin(), digits.decimals.end());
-                decimalsDone = true;
-            }
-        } else if (unit != u',') {
-            out.push_back(unit);
-        }
+/// Fills a pattern: each placeholder takes one digit, the first of them also those that no other is left for. So
+/// literal text between placeholders stays between the digits ("000-0000").
+class PatternFiller {
+public:
+    PatternFiller(TextView pattern, const Digits& digits, const NumberShape& shape)
+        : m_pattern(pattern)
+        , m_digits(digits)
+        , m_shape(shape)
+        , m_placesLeft(shape.wholePlaces)
+    {
     }
-    return out;
-}
+
+    Text run()
+    {
+        for (std::size_t i = 0; i < m_pattern.size(); ++i) {
+            const std::size_t start = i;
+            const char16_t unit = m_pattern[i];
+            if (skipLiteral(m_pattern, i)) {
+                const std::size_t end = std::min(i + (unit == u'\\' ? 1 : 0), m_pattern.size());
+                if (end > start + 1)
+                    m_out.append(m_pattern.substr(start + 1, end - start - 1));
+            } else if (isExponent(m_pattern, i)) {
+                exponent(unit);
+                for (i += 2; i < m_pattern.size() && isPlaceholder(m_pattern[i]);)
+                    ++i;
+                --i;
+            } else if (isPlaceholder(unit)) {
+                placeholder();
+            } else if (unit == u'.') {
+                point();
+            } else if (unit != u',') {
+                m_out.push_back(unit);
+            }
+        }
+        return std::move(m_out);
+    }
+
+private:
+    void wholeDigit()
+    {
+        m_out.push_back(static_cast<unsigned char>(m_digits.whole[m_next]));
+        const std::size_t behind = m_digits.whole.size() - ++m_next;
+        if (m_shape.grouped && behind > 0 && behind % 3 == 0)
+            m_out.push_back(u',');
+    }
+
+    void placeholder()
+    {
+        if (m_behindPoint) {
+            if (m_nextDecimal < m_digits.decimals.size())
+                m_out.push_back(static_cast<unsigned char>(m_digits.decimals[m_nextDecimal++]));
+            return;
+        }
+        --m_placesLeft;
+        while (m_digits.whole.size() - m_next > m_placesLeft)
+            wholeDigit();
+    }
+
+    void point()
+    {
+        if (std::exchange(m_behindPoint, true))
+            return;
+        while (m_next < m_digits.whole.size()) // a pattern without a placeholder before its point
+            wholeDigit();
+        m_out.push_back(u'.');
+    }
+
+    void exponent(char16_t mark)
+    {
+        const std::string digits = fmt::format("{:0{}}", std::abs(m_digits.exponent), m_shape.exponentDigits);
+        m_out.push_back(mark);
+        if (m_digits.exponent < 0 || m_shape.exponentPlus)
+            m_out.push_back(m_digits.exponent < 0 ? u'-' : u'+');
+        m_out.append(digits.begin(), digits.end());
+    }
+
+    TextView m_pattern;
+    const Digits& m_digits;
+    const NumberShape& m_shape;
+    std::size_t m_placesLeft; ///< before the point
+    std::size_t m_next = 0;
+    std::size_t m_nextDecimal = 0;
+    bool m_behindPoint = false;
+    Text m_out;
+};
+
+} // namespace
 
 std::vector<TextView> sectionsOf(TextView pattern)
 {
@@ -187,8 +269,6 @@ std::vector<TextView> sectionsOf(TextView pattern)
     sections.push_back(pattern.substr(start));
     return sections;
 }
-
-} // namespace
 
 Text fixedNumber(double number, int decimals, bool grouped)
 {
@@ -221,7 +301,7 @@ Text formatNumber(double number, TextView pattern)
     const bool vanishes
         = (digits.whole + digits.decimals).find_first_of("123456789") == std::string::npos && shape.hasDigits;
     const bool minus = number < 0 && section == 0 && !vanishes;
-    return (minus ? u"-" : u"") + filled(chosen, digits, shape);
+    return (minus ? u"-" : u"") + PatternFiller(chosen, digits, shape).run();
 }
 
 } // namespace zn::language
