@@ -67,6 +67,8 @@ constexpr auto numbers = std::to_array<NamedNumber>({
     {u"vbUpperCase", 1},
     {u"vbLowerCase", 2},
     {u"vbProperCase", 3},
+    {u"vbUnicode", 64},
+    {u"vbFromUnicode", 128},
     {u"vbEmpty", 0},
     {u"vbNull", 1},
     {u"vbInteger", 2},

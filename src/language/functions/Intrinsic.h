@@ -55,6 +55,7 @@ const Intrinsic* findIntrinsic(TextView name);
 std::optional<Value> languageConstant(TextView name);
 
 std::span<const Intrinsic> textFunctions();
+std::span<const Intrinsic> byteFunctions();
 std::span<const Intrinsic> searchFunctions();
 std::span<const Intrinsic> arrayFunctions();
 std::span<const Intrinsic> conversionFunctions();

@@ -3,7 +3,6 @@
 #include "language/run/RunContext.h"
 
 #include <algorithm>
-#include <unicode/uchar.h>
 
 namespace zn::language {
 
@@ -43,14 +42,6 @@ Value len(RunContext&, Given a)
         return a[0];
     Text scratch;
     return std::int32_t(viewOf(a[0], scratch).size());
-}
-
-Value lenBytes(RunContext&, Given a)
-{
-    if (isNull(a[0]))
-        return a[0];
-    Text scratch;
-    return std::int32_t(viewOf(a[0], scratch).size() * 2);
 }
 
 Value upper(RunContext&, Given a)
@@ -151,35 +142,6 @@ Value wideCode(RunContext&, Given a)
     return std::int16_t(text.front());
 }
 
-Text properCase(const Text& text)
-{
-    Text out = toLower(text);
-    bool wordStarts = true;
-    for (char16_t& unit : out) {
-        if (wordStarts && u_isalpha(unit))
-            unit = static_cast<char16_t>(u_toupper(unit));
-        wordStarts = !u_isalnum(unit) && unit != u'\'';
-    }
-    return out;
-}
-
-Value converted(RunContext&, Given a)
-{
-    const std::int32_t conversion = longOf(a[1]);
-    if (isNull(a[0]))
-        return a[0];
-    switch (conversion) {
-    case 1:
-        return toUpper(textOf(a[0]));
-    case 2:
-        return toLower(textOf(a[0]));
-    case 3:
-        return properCase(textOf(a[0]));
-    default:
-        raise(error::invalidCall, u"StrConv knows the conversions 1 to 3 only");
-    }
-}
-
 constexpr ValueType text = ValueType::String;
 constexpr ValueType any = ValueType::Variant;
 
@@ -188,7 +150,6 @@ constexpr Intrinsic functions[] = {
     {u"Right", 2, 2, any, right, u"String Length"},
     {u"Mid", 2, 3, any, mid, u"String Start Length"},
     {u"Len", 1, 1, ValueType::Int32, len},
-    {u"LenB", 1, 1, ValueType::Int32, lenBytes},
     {u"UCase", 1, 1, any, upper},
     {u"LCase", 1, 1, any, lower},
     {u"Trim", 1, 1, any, trimBoth},
@@ -201,7 +162,6 @@ constexpr Intrinsic functions[] = {
     {u"ChrW", 1, 1, text, wideCharacter},
     {u"Asc", 1, 1, ValueType::Int16, code},
     {u"AscW", 1, 1, ValueType::Int16, wideCode},
-    {u"StrConv", 2, 3, any, converted, u"String Conversion LCID"},
 };
 
 } // namespace

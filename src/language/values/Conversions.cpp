@@ -34,6 +34,17 @@ Value coerceText(const Text& text, ValueType type)
     return changed(Value(text), type);
 }
 
+/// A byte array holds the bytes of a text's units, the lower one first; an odd last byte is a unit of its own.
+Text textOfByteArray(const ValueArray& array)
+{
+    Text text((array.elements.size() + 1) / 2, u'\0');
+    for (std::size_t i = 0; i < array.elements.size(); ++i) {
+        const unsigned byte = *array.elements[i].get<std::uint8_t>();
+        text[i / 2] = static_cast<char16_t>(text[i / 2] | byte << (i % 2 * 8));
+    }
+    return text;
+}
+
 std::u16string_view scalarName(ValueType type)
 {
     switch (type) {
@@ -99,8 +110,12 @@ Value coerce(const Value& value, ValueType type)
         return value;
     if (type == ValueType::Dispatch)
         raise(error::objectRequired);
-    if (value.isArray())
+    if (value.isArray()) {
+        const auto* array = value.get<ArrayRef>();
+        if (type == ValueType::String && array && *array && (*array)->elementType == ValueType::UInt8)
+            return textOfByteArray(**array);
         raise(error::typeMismatch);
+    }
     if (from == ValueType::Dispatch)
         return coerce(plainValue(value), type);
     if (from == ValueType::Null)

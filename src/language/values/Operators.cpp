@@ -352,6 +352,9 @@ Meeting meetingOf(const Value& left, const Value& right, OperatorRules rules)
     return rules.widens() && !textIsVariant ? Meeting::AsTexts : Meeting::AsNumbers;
 }
 
+/// An array of bytes counts as the text that it makes. Raises 13 for any other array.
+Value textForBytes(const Value& value) { return value.isArray() ? Value(textOf(value)) : value; }
+
 } // namespace
 
 int compareValues(const Value& left, const Value& right, OperatorRules rules)
@@ -389,7 +392,7 @@ Value applyBinary(Operator op, const Value& left, const Value& right, OperatorRu
     if (op == Operator::Is)
         return sameObject(left, right);
     if (left.isArray() || right.isArray())
-        raise(error::typeMismatch);
+        return applyBinary(op, textForBytes(left), textForBytes(right), rules);
     if (isObject(left) || isObject(right))
         return applyPlain(op, plainValue(left), plainValue(right), rules);
     return applyPlain(op, left, right, rules);
