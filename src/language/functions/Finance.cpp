@@ -144,8 +144,8 @@ Value rateOf(RunContext&, Given a)
     const double due = dueAt(a, 4);
     if (periods <= 0)
         raise(error::invalidCall);
-    return rateWhere(numberAt(a, 5, 0.1),
-        [&](double rate) { return futureValue(rate, periods, payment, present, due) - future; });
+    return rateWhere(
+        numberAt(a, 5, 0.1), [&](double rate) { return futureValue(rate, periods, payment, present, due) - future; });
 }
 
 using Flows = std::vector<double>;

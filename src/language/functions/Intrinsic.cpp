@@ -12,10 +12,9 @@ const Table& table()
 {
     static const Table all = [] {
         Table names;
-        for (const auto list :
-            {textFunctions(), byteFunctions(), searchFunctions(), arrayFunctions(), conversionFunctions(),
-                inspectionFunctions(), mathFunctions(), financialFunctions(), dateFunctions(), formatFunctions(),
-                fileFunctions(), interactionFunctions()})
+        for (const auto list : {textFunctions(), byteFunctions(), searchFunctions(), arrayFunctions(),
+                 conversionFunctions(), inspectionFunctions(), mathFunctions(), financialFunctions(), dateFunctions(),
+                 formatFunctions(), fileFunctions(), interactionFunctions()})
             for (const Intrinsic& intrinsic : list)
                 names.emplace(foldCase(intrinsic.name), &intrinsic);
         return names;

@@ -1,5 +1,6 @@
 #include "language/values/Conversions.h"
 
+#include "language/values/NumberTexts.h"
 #include "language/values/Record.h"
 
 namespace zn::language {
@@ -28,6 +29,13 @@ bool withoutGrouping(const Text& text, double& number)
 
 Value coerceText(const Text& text, ValueType type)
 {
+    std::int64_t whole = 0;
+    if (type != ValueType::Date && readRadixNumber(text, whole))
+        return changed(Value(whole), type);
+    if (type == ValueType::Int64 && readWholeNumber(text, whole))
+        return whole;
+    if (type == ValueType::Currency && readTenThousandths(text, whole))
+        return CurrencyValue{whole};
     double number = 0;
     if (type != ValueType::Date && withoutGrouping(text, number))
         return changed(Value(number), type);
@@ -122,6 +130,8 @@ Value coerce(const Value& value, ValueType type)
         raise(error::invalidNull);
     if (type == ValueType::String && from == ValueType::Boolean)
         return Text(value.get<BooleanValue>()->bits ? u"True" : u"False");
+    if (type == ValueType::String && from == ValueType::Currency)
+        return textOfTenThousandths(value.get<CurrencyValue>()->tenThousandths);
     if (type == ValueType::UInt8 && from == ValueType::Boolean)
         return std::uint8_t(value.get<BooleanValue>()->bits ? 255 : 0);
     if (from == ValueType::String && type != ValueType::String)
@@ -209,8 +219,10 @@ bool isNumeric(const Value& value)
         return true;
     case ValueType::String: {
         double number = 0;
+        std::int64_t whole = 0;
         const Text& text = *value.get<Text>();
-        return parseNumber(text, number) || (!trim(text).empty() && withoutGrouping(text, number));
+        return readRadixNumber(text, whole) || parseNumber(text, number)
+            || (!trim(text).empty() && withoutGrouping(text, number));
     }
     default:
         return false;
