@@ -102,7 +102,7 @@ Value plainValue(const Value& value)
     if (!object)
         raise(error::typeMismatch);
     try {
-        const Value result = object->call({});
+        Value result = object->call({});
         if (isObject(result))
             raise(error::typeMismatch);
         return result;
