@@ -129,7 +129,8 @@ namespace {
 /// The columns of tables and indexes, as they are understood: their texts differ between versions of SQLite.
 constexpr const char* columnsOfAll
     = "SELECT m.name, m.type || ' ' || m.tbl_name || ' ' || COALESCE((SELECT GROUP_CONCAT(c.name || ' ' || c.type || "
-      "c.\"notnull\" || COALESCE(c.dflt_value, '') || c.pk) FROM pragma_table_info(m.name) c WHERE c.name <> 'row_sum'), '') || "
+      "c.\"notnull\" || COALESCE(c.dflt_value, '') || c.pk) FROM pragma_table_info(m.name) c WHERE c.name <> "
+      "'row_sum'), '') || "
       "COALESCE((SELECT GROUP_CONCAT(i.name || i.\"desc\" || i.coll) FROM pragma_index_info(m.name) n "
       "JOIN pragma_index_xinfo(m.name) i ON i.seqno = n.seqno), '') FROM sqlite_master m WHERE m.sql IS NOT NULL";
 

@@ -58,8 +58,8 @@ std::vector<std::string> textsOf(soci::session& session, const std::string& sql)
 
 std::vector<std::string> summedColumns(soci::session& session, const std::string& table)
 {
-    return textsOf(
-        session, fmt::format("SELECT name FROM pragma_table_info('{}') WHERE name <> '{}' ORDER BY cid", table, column));
+    return textsOf(session,
+        fmt::format("SELECT name FROM pragma_table_info('{}') WHERE name <> '{}' ORDER BY cid", table, column));
 }
 
 /// Name to statement.

@@ -14,7 +14,8 @@ class session;
 /// unnoticed. Other servers have checksums of their own, so nothing happens there.
 namespace zn {
 
-/// Gives a connection the function `row_sum(value, …)`: the first 60 bits of the SHA-256 of all values with their types.
+/// Gives a connection the function `row_sum(value, …)`: the first 60 bits of the SHA-256 of all values with their
+/// types.
 void addRowSumFunction(sqlite3* connection);
 
 /// Adds the column `row_sum` to the table where it lacks, sums its rows and has triggers sum what comes. After columns

@@ -29,7 +29,9 @@ public:
     Value take(std::size_t index) const
     {
         const Entry& entry = m_entries[index];
-        return entry.own ? std::move(*entry.own) : *entry.value;
+        if (!entry.own)
+            return *entry.value;
+        return std::move(*entry.own);
     }
 
 private:

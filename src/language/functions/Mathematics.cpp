@@ -12,7 +12,7 @@ namespace {
 /// A number stays of its type; a text becomes a Double.
 template <class Work> Value ofNumber(const Value& given, Work&& work)
 {
-    const Value value = plainValue(given);
+    Value value = plainValue(given);
     if (isNull(value))
         return value;
     const double result = work(numberOf(value));

@@ -17,8 +17,8 @@ struct TextWay {
 /// How the shape that a text gives differs from the model, as the end of a sentence; empty if it doesn't.
 using FaultOfText = std::string (*)(const std::string& text, const Model& model);
 
-/// The text that the first way makes. Where the model (`isDoubtful`) or a number of the text gives reason to doubt, it is
-/// read back, and if it has a fault the other ways are tried until one reads back as what the model is; remarks tell
+/// The text that the first way makes. Where the model (`isDoubtful`) or a number of the text gives reason to doubt, it
+/// is read back, and if it has a fault the other ways are tried until one reads back as what the model is; remarks tell
 /// which, or that none was better, and then the first text stays. Each way and each reading has a process of the
 /// kernel's of its own. Raises what the first way raises, and `Kernel` for a text with numbers that are none.
 std::string textThatReadsBack(const Model& model, const KernelTask& task, const std::vector<TextWay>& ways,
