@@ -13,6 +13,9 @@ DispatchRef createOwnObject(TextView className, FileAccess& files)
         return makeDictionary();
     if (equalNoCase(className, u"FileSystemObject"))
         return makeFileSystemObject(files);
+    for (const TextView name : {u"RegExp", u"VBScript.RegExp", u"VBScript_RegExp_55.RegExp"})
+        if (equalNoCase(className, name))
+            return makeRegExp();
     return nullptr;
 }
 
