@@ -1,5 +1,6 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
+#include "arkin/store/FolderListing.h"
 #include "base/Paths.h"
 
 namespace zn::arkin {
@@ -32,42 +33,44 @@ private:
     /// A folder has but its name.
     struct Entry {
         std::string name;
-        std::optional<FileRow> file;
-        std::optional<VersionRow> latest;
-        std::optional<CheckOutRow> checkOut;
+        std::optional<ListedFile> file;
     };
 
     void collect(Vault& vault, std::int32_t folder, const std::string& above, std::vector<Entry>& entries) const
     {
         for (const auto child : vault.folders().children(folder)) {
             const std::string name = above + zn::toUtf8(zn::pathFileName(vault.folders().pathOf(child)));
-            entries.push_back({name, {}, {}, {}});
+            entries.push_back({name, {}});
             if (m_recursive && vault.permissions().allowed(child, Right::Read))
                 collect(vault, child, name + "/", entries);
         }
-        for (const auto& file : vault.files().inFolder(folder))
-            entries.push_back({above + zn::toUtf8(file.name), file, vault.files().version(file.id, file.latestVersion),
-                vault.files().checkOut(file.id)});
+        for (auto& file : listFolder(vault, folder)) {
+            std::string name = above + file.name;
+            entries.push_back({std::move(name), std::move(file)});
+        }
     }
 
     static Json asJson(const std::vector<Entry>& entries)
     {
         auto list = Json::array();
-        for (const auto& [name, file, latest, checkOut] : entries)
+        for (const auto& [name, file] : entries) {
+            const bool isOut = file && !file->checkedOutBy.empty();
             list.push_back({{"name", name}, {"kind", file ? "file" : "folder"},
-                {"version", file ? Json(file->latestVersion) : nullptr},
-                {"changed", jsonTime(latest ? latest->madeAt : 0)},
-                {"size", latest ? Json(latest->content.size) : nullptr},
-                {"checkedOutBy", checkOut ? Json(checkOut->user) : nullptr}});
+                {"version", file ? Json(file->latestVersion) : nullptr}, {"changed", jsonTime(file ? file->madeAt : 0)},
+                {"size", file && file->size ? Json(*file->size) : nullptr},
+                {"state", file ? Json(file->state) : nullptr},
+                {"checkedOutBy", isOut ? Json(file->checkedOutBy) : nullptr},
+                {"checkedOutOn", isOut ? Json(file->machine) : nullptr}});
+        }
         return list;
     }
 
     static void print(const std::vector<Entry>& entries)
     {
         std::vector<std::vector<std::string>> rows{{"NAME", "VERSION", "SIZE", "CHECKED OUT BY"}};
-        for (const auto& [name, file, latest, checkOut] : entries)
+        for (const auto& [name, file] : entries)
             rows.push_back({file ? name : name + "/", file ? std::to_string(file->latestVersion) : "",
-                latest ? shownCount(latest->content.size) : "", checkOut ? checkOut->user : ""});
+                file && file->size ? shownCount(*file->size) : "", file ? file->checkedOutBy : ""});
         printTable(rows, "The folder is empty.");
     }
 
