@@ -33,6 +33,12 @@ struct MessageBox {
     std::int32_t buttons = 0; ///< as the macro gives them: buttons, icon and default in one number
 };
 
+struct InputBox {
+    Text prompt;
+    Text title;
+    Text defaultAnswer;
+};
+
 /// What a running macro needs from the application around it. All calls come on the thread that runs the macro.
 /// A failure is raised as a `StatusError`, which the macro can handle: the statuses of automation turn into the
 /// language's numbers (`DISP_E_MEMBERNOTFOUND` 438, `DISP_E_TYPEMISMATCH` 13 …), any other is the number itself.
@@ -55,6 +61,8 @@ public:
     virtual void debugPrint(const Text& line) = 0;
     /// The answer: 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No.
     virtual std::int32_t messageBox(const MessageBox& box) = 0;
+    /// What a person types, or the default answer where nobody can: that is what it answers by itself.
+    virtual Text inputBox(const InputBox& box) { return box.defaultAnswer; }
     /// Asked every few hundred statements: true ends the macro, which can't handle that. Must be quick.
     virtual bool stopRequested() { return false; }
     /// Local time as a day count, with fractions of a second.

@@ -12,6 +12,11 @@ Value messageBox(RunContext& context, Given a)
     return context.host.messageBox({textOf(a[0]), textAt(a, 2), longAt(a, 1, 0)});
 }
 
+Value inputBox(RunContext& context, Given a)
+{
+    return context.host.inputBox({textOf(a[0]), textAt(a, 1), textAt(a, 2)});
+}
+
 Value createObject(RunContext& context, Given a) { return context.createObject(textOf(a[0])); }
 
 /// Only what runs already could be got by name; that is the host's to say.
@@ -65,6 +70,7 @@ constexpr ValueType any = ValueType::Variant;
 // "Beep" does nothing: nobody hears a worker.
 constexpr Intrinsic functions[] = {
     {u"MsgBox", 1, 5, ValueType::Int32, messageBox, u"Prompt Buttons Title HelpFile Context"},
+    {u"InputBox", 1, 7, ValueType::String, inputBox, u"Prompt Title Default XPos YPos HelpFile Context"},
     {u"CreateObject", 1, 2, any, createObject},
     {u"GetObject", 0, 2, any, getObject, u"PathName Class"},
     {u"CallByName", 3, -1, any, callByName},

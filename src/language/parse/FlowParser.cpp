@@ -169,7 +169,7 @@ void StatementParser::parseExit(Position position)
 void StatementParser::parseOn(Position position)
 {
     if (!accept(Word::Error))
-        fail(u"Expected: Error");
+        return parseChoice(position);
     if (accept(Word::Resume)) {
         expect(Word::Next, u"Next");
         emit(position, OnErrorStep{ErrorMode::ResumeNext, -1});
@@ -187,6 +187,30 @@ void StatementParser::parseOn(Position position)
     } else {
         parseLabelUse(emit(position, OnErrorStep{ErrorMode::Handler, -1}));
     }
+}
+
+/// Each entry of a GoSub has a second step, which leads from its return behind the list.
+void StatementParser::parseChoice(Position position)
+{
+    ExprRef number = parseExpression();
+    const bool returns = accept(Word::GoSub);
+    if (!returns)
+        expect(Word::GoTo, u"GoTo or GoSub");
+    const auto choice = static_cast<std::size_t>(emit(position, ChooseStep{std::move(number), returns ? 2 : 1, 0}));
+    std::vector<int> ways;
+    int count = 0;
+    do {
+        ++count;
+        if (!returns) {
+            parseLabelUse(emit(position, JumpStep{-1}));
+            continue;
+        }
+        parseLabelUse(emit(position, GoSubStep{-1}));
+        ways.push_back(emit(position, JumpStep{-1}));
+    } while (accept(Symbol::Comma));
+    std::get<ChooseStep>(m_procedure->steps[choice].node).count = count;
+    for (const int way : ways)
+        setTarget(way, nextStep());
 }
 
 void StatementParser::parseResume(Position position)

@@ -49,6 +49,7 @@ private:
     void parseWith(Position position);
     void parseExit(Position position);
     void parseOn(Position position);
+    void parseChoice(Position position);
     void parseResume(Position position);
     void parseLabelUse(int step);
 

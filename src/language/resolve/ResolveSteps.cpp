@@ -117,7 +117,8 @@ void Resolver::resolveStep(Step& step)
                 m_procedure->locals[static_cast<std::size_t>(s.slot)].type = s.subject->type;
                 m_procedure->locals[static_cast<std::size_t>(s.slot)].type.createsItself = false;
             },
-            [this](RaiseStep& s) { resolve(s.number); }, [this](ReDimStep& s) { resolveReDim(s); },
+            [this](RaiseStep& s) { resolve(s.number); }, [this](ChooseStep& s) { resolve(s.number); },
+            [this](ReDimStep& s) { resolveReDim(s); },
             [this](EraseStep& s) {
                 resolveTarget(s.variable);
                 s.fixed = isFixedArray(*s.variable);

@@ -86,6 +86,7 @@ private:
     void step(const ResumeStep& s);
     void step(const RaiseStep& s);
     void step(const GoSubStep& s);
+    void step(const ChooseStep& s);
     void step(const ReturnStep& s);
     void step(const ExitStep& s);
     void step(const EndStep& s);

@@ -196,6 +196,16 @@ void Evaluator::step(const GoSubStep& s)
     jump(s.target);
 }
 
+void Evaluator::step(const ChooseStep& s)
+{
+    constexpr std::int32_t largest = 255;
+    const std::int32_t number = longOf(evaluate(*s.number));
+    if (number < 0 || number > largest)
+        raise(error::invalidCall);
+    const int entry = number >= 1 && number <= s.count ? number - 1 : s.count;
+    jump(m_frame->current + 1 + entry * s.stride);
+}
+
 void Evaluator::step(const ReturnStep&)
 {
     if (m_frame->returns.empty())

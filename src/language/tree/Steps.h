@@ -90,6 +90,13 @@ struct RaiseStep {
 struct GoSubStep {
     int target;
 };
+/// `On number GoTo …` and `On number GoSub …`: goes on with the step of the list behind it that the number tells, or
+/// behind the list.
+struct ChooseStep {
+    ExprRef number;
+    int stride; ///< steps of one entry
+    int count;  ///< of entries
+};
 struct ReturnStep { };
 struct ExitStep { };
 /// `End` and `Stop`: the macro is over.
@@ -167,8 +174,8 @@ struct RenameStep {
 
 using StepNode = std::variant<LetStep, SetStep, CallStep, JumpStep, JumpUnlessStep, ForStep, ForNextStep, ForEachStep,
     ForEachNextStep, SelectStep, CaseStep, WithStep, ClearSlotStep, OnErrorStep, ResumeStep, RaiseStep, GoSubStep,
-    ReturnStep, ExitStep, EndStep, ReDimStep, EraseStep, MidStep, JustifyStep, PrintStep, OpenStep, CloseStep,
-    WriteStep, InputStep, LineInputStep, SeekStep, RenameStep>;
+    ChooseStep, ReturnStep, ExitStep, EndStep, ReDimStep, EraseStep, MidStep, JustifyStep, PrintStep, OpenStep,
+    CloseStep, WriteStep, InputStep, LineInputStep, SeekStep, RenameStep>;
 
 struct Step {
     Position position;

@@ -42,6 +42,13 @@ std::int32_t MacroHost::messageBox(const zn::language::MessageBox& box)
     return answer;
 }
 
+Text MacroHost::inputBox(const zn::language::InputBox& box)
+{
+    m_application.report(fmt::format("Question '{}': {} (answered with '{}')", zn::toUtf8(box.title),
+        zn::toUtf8(box.prompt), zn::toUtf8(box.defaultAnswer)));
+    return box.defaultAnswer;
+}
+
 bool MacroHost::stopRequested()
 {
     const auto& asked = m_application.surroundings().stopRequested;

@@ -20,6 +20,7 @@ public:
     void debugPrint(const Text& line) override;
     /// Nobody sits at the screen: the box goes to the log, and its default button is the answer.
     std::int32_t messageBox(const zn::language::MessageBox& box) override;
+    Text inputBox(const zn::language::InputBox& box) override;
     bool stopRequested() override;
 
 private:
