@@ -4,6 +4,7 @@
 #include "arkin/store/CopyOut.h"
 
 #include <iostream>
+#include <set>
 
 namespace zn::arkin {
 
@@ -13,7 +14,7 @@ class Get : public Command {
 public:
     void declare(Arguments& take) override
     {
-        take.option("FILE", m_file, "File of the vault").required();
+        take.option("FILE", m_files, "Files of the vault, or folders: all that is in them").required();
         take.option("--version", m_version, "Version to bring; else the latest").range(1, INT32_MAX);
         take.flag("--references", m_references, "Bring the files that it refers to, too");
         take.flag("--discard", m_discard, "Overwrite local changes that the vault doesn't have");
@@ -24,8 +25,16 @@ public:
     int run(Session& session) override
     {
         auto& vault = session.vault();
-        const auto place = session.fileAt(m_file);
-        std::vector<GetRequest> requests{{place, m_version}};
+        std::vector<GetRequest> requests;
+        for (const auto& file : m_files) {
+            if (const auto folder = vault.findFolder(session.vaultPathOf(file)))
+                addFolder(vault, *folder, requests);
+            else
+                requests.push_back({session.fileAt(file), m_version});
+        }
+        removeRepeated(requests);
+        if (m_version > 0 && requests.size() != 1)
+            throw zn::StatusError(zn::E_INVALIDARG, "Versions are each file's own: use --version with one file.");
         if (m_references)
             requests = withReferences(vault, requests, true).files;
         const std::vector<std::string> paths = m_output.empty() ? here(session, requests) : copies(session, requests);
@@ -38,6 +47,25 @@ public:
     }
 
 private:
+    /// What the user may read of a folder and those in it, each file in its latest version.
+    static void addFolder(Vault& vault, std::int32_t folder, std::vector<GetRequest>& requests)
+    {
+        for (const auto& file : vault.files().inFolder(folder))
+            requests.push_back({{file.id, folder}, 0});
+        for (const auto child : vault.folders().children(folder))
+            if (vault.permissions().allowed(child, Right::Read))
+                addFolder(vault, child, requests);
+    }
+
+    /// A folder and a file of it may both be named.
+    static void removeRepeated(std::vector<GetRequest>& requests)
+    {
+        std::set<std::pair<std::int32_t, std::int32_t>> known;
+        std::erase_if(requests, [&](const GetRequest& request) {
+            return !known.emplace(request.place.fileId, request.place.folderId).second;
+        });
+    }
+
     std::vector<std::string> here(Session& session, const std::vector<GetRequest>& requests) const
     {
         Vault& vault = session.vault();
@@ -57,7 +85,7 @@ private:
     }
 
     std::filesystem::path m_output;
-    std::string m_file;
+    std::vector<std::string> m_files;
     std::int32_t m_version = 0;
     bool m_references = false;
     bool m_discard = false;
