@@ -50,7 +50,9 @@ private:
     /// What the user may read of a folder and those in it, each file in its latest version.
     static void addFolder(Vault& vault, std::int32_t folder, std::vector<GetRequest>& requests)
     {
-        for (const auto& file : vault.files().inFolder(folder))
+        const auto files = vault.files().inFolder(folder);
+        requests.reserve(requests.size() + files.size());
+        for (const auto& file : files)
             requests.push_back({{file.id, folder}, 0});
         for (const auto child : vault.folders().children(folder))
             if (vault.permissions().allowed(child, Right::Read))
@@ -71,6 +73,7 @@ private:
         Vault& vault = session.vault();
         getFiles(vault, requests, m_discard ? LocalChanges::Discard : LocalChanges::Refuse);
         std::vector<std::string> paths;
+        paths.reserve(requests.size());
         for (const auto& request : requests)
             paths.push_back(session.shown(vault.pathOf(request.place)));
         return paths;
