@@ -203,6 +203,15 @@ std::int32_t saveError(ErrorKind kind)
 
 } // namespace
 
+std::vector<Text> savedExtensions(DocumentKind kind)
+{
+    std::vector<Text> extensions;
+    for (const SaveFormat& format : saveFormats)
+        if ((format.kinds & (1 << static_cast<int>(kind))) != 0)
+            extensions.emplace_back(format.extension);
+    return extensions;
+}
+
 SaveOutcome saveDocument(ModelDoc& document, const SaveRequest& request)
 {
     Application& application = document.application();

@@ -22,4 +22,7 @@ struct SaveOutcome {
 /// the file from being written. A failure's sentence goes to the application's report.
 SaveOutcome saveDocument(ModelDoc& document, const SaveRequest& request);
 
+/// The extensions as which such a document can be saved, with their dots and in small letters.
+std::vector<Text> savedExtensions(DocumentKind kind);
+
 } // namespace zn::zentrel

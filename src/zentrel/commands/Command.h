@@ -28,6 +28,7 @@ Subcommand importCommand();
 Subcommand assembleCommand();
 Subcommand drawCommand();
 Subcommand infoCommand();
+Subcommand pictureCommand();
 Subcommand runMacroCommand(const Common& common);
 Subcommand checkMacroCommand();
 Subcommand registerCommand(const Common& common);

@@ -30,7 +30,7 @@ int main(int count, char** arguments)
     program.common()
         .option("--home", common.home, "Folder of registry and runtime files (default: ARKIN_HOME, or the desktop's)")
         .shownAs("DIR");
-    for (const auto& command : {importCommand(), assembleCommand(), drawCommand(), infoCommand(),
+    for (const auto& command : {importCommand(), assembleCommand(), drawCommand(), infoCommand(), pictureCommand(),
              runMacroCommand(common), checkMacroCommand(), registerCommand(common), unregisterCommand(common)}) {
         auto guarded = command;
         guarded.run = [command] { return runCommand(command); };

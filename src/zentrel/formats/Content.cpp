@@ -100,6 +100,8 @@ bool isIgesHead(std::string_view head)
     return line.size() > igesMarkColumn && std::string_view("SCB").find(line[igesMarkColumn]) != std::string_view::npos;
 }
 
+constexpr const char* unknown = "what it holds isn't known";
+
 std::string contentText(const std::string& head)
 {
     const std::string_view text = withoutBlanks(head);
@@ -107,7 +109,7 @@ std::string contentText(const std::string& head)
         if (text.starts_with(signature.bytes) || head.starts_with(signature.bytes))
             return std::string("it looks like ") + signature.text;
     }
-    return isIgesHead(head) ? "it looks like an IGES file" : "what it holds isn't known";
+    return isIgesHead(head) ? "it looks like an IGES file" : unknown;
 }
 
 [[noreturn]] void raiseOther(const std::filesystem::path& file, const char* format, const std::string& head)
@@ -144,6 +146,27 @@ void checkIgesContent(const std::filesystem::path& file)
     const std::string line = sample.tail.substr(start == std::string::npos ? 0 : start + 1);
     if (line.size() <= igesMarkColumn || line[igesMarkColumn] != 'T')
         raiseTruncated(file, "IGES");
+}
+
+void checkStlContent(const std::filesystem::path& file)
+{
+    constexpr std::size_t header = 80;
+    constexpr std::uintmax_t bytesOfTriangle = 50;
+    const Sample sample = sampleOf(file);
+    std::uint32_t triangles = 0;
+    if (sample.head.size() >= header + sizeof triangles) {
+        std::memcpy(&triangles, sample.head.data() + header, sizeof triangles);
+        if (std::filesystem::file_size(file) == header + sizeof triangles + bytesOfTriangle * triangles)
+            return;
+    }
+    if (withoutBlanks(sample.head).starts_with("solid")) {
+        if (sample.tail.find("endsolid") == std::string::npos)
+            raiseTruncated(file, "STL");
+        return;
+    }
+    if (contentText(sample.head) == unknown && std::filesystem::file_size(file) < header + bytesOfTriangle * triangles)
+        raiseTruncated(file, "STL");
+    raiseOther(file, "STL", sample.head);
 }
 
 } // namespace zn::zentrel

@@ -99,6 +99,25 @@ void PdfCanvas::addPage(std::size_t content)
     cairo_show_page(m_pages);
 }
 
+std::vector<std::uint8_t> PdfCanvas::pixels(std::size_t content, int width, int height)
+{
+    const Content& page = m_contents[content];
+    std::vector<std::uint8_t> bytes(4 * static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    cairo_surface_t* const image
+        = cairo_image_surface_create_for_data(bytes.data(), CAIRO_FORMAT_ARGB32, width, height, 4 * width);
+    cairo_t* const pen = cairo_create(image);
+    cairo_set_source_rgb(pen, 1.0, 1.0, 1.0);
+    cairo_paint(pen);
+    cairo_scale(pen, width / page.width, height / page.height);
+    cairo_set_source_surface(pen, page.surface, 0.0, 0.0);
+    cairo_paint(pen);
+    noteStatus(cairo_status(pen));
+    cairo_destroy(pen);
+    cairo_surface_flush(image);
+    cairo_surface_destroy(image);
+    return bytes;
+}
+
 void PdfCanvas::drawStroke(const Stroke& stroke, const Ink& ink)
 {
     const Pen pen = penOf(stroke, ink);

@@ -28,6 +28,8 @@ public:
     std::size_t endPage();
     /// Adds a page with the content of that number, which is stored once for all its pages.
     void addPage(std::size_t content);
+    /// The content on white, in so many pixels of four bytes (blue, green, red, alpha), row by row from above.
+    std::vector<std::uint8_t> pixels(std::size_t content, int width, int height);
 
     /// With its lower left corner at `corner`.
     void drawPicture(const SheetPicture& picture, const Ink& ink, Point2 corner = {});

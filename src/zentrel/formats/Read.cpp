@@ -18,6 +18,7 @@ constexpr Reader readers[] = {
     {u".stp", readStep},
     {u".iges", readIges},
     {u".igs", readIges},
+    {u".stl", readStl},
 };
 
 const Reader* readerOf(const std::filesystem::path& file)
@@ -34,12 +35,21 @@ const Reader* readerOf(const std::filesystem::path& file)
 
 bool canRead(const std::filesystem::path& file) { return readerOf(file) != nullptr; }
 
+std::vector<Text> readExtensions()
+{
+    std::vector<Text> extensions;
+    for (const Reader& reader : readers)
+        extensions.emplace_back(reader.extension);
+    return extensions;
+}
+
 Document readForeign(const std::filesystem::path& file, Remarks* remarks)
 {
     const Reader* reader = readerOf(file);
     if (!reader)
         throw DocumentError(ErrorKind::Unsupported,
-            "The file " + quoted(file) + " can't be read: only STEP (.step, .stp) and IGES (.igs, .iges) can be.");
+            "The file " + quoted(file)
+                + " can't be read: only STEP (.step, .stp), IGES (.igs, .iges) and STL (.stl) can be.");
     return reader->read(file, remarks);
 }
 

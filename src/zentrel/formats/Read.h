@@ -6,8 +6,11 @@
 /// Readers of foreign files. They run the kernel in a child process, so that its crash costs the file only.
 namespace zn::zentrel {
 
-/// Whether a reader takes the extension (".step", ".stp", ".igs", ".iges", without regard to case).
+/// Whether a reader takes the extension (".step", ".stp", ".igs", ".iges", ".stl", without regard to case).
 bool canRead(const std::filesystem::path& file);
+
+/// These extensions.
+std::vector<Text> readExtensions();
 
 /// Reads a foreign file by its extension with one configuration "Default": a part, or an assembly of virtual components
 /// where the file has levels. Instances share their document.
@@ -18,6 +21,8 @@ Document readForeign(const std::filesystem::path& file, Remarks* remarks = nullp
 
 Document readStep(const std::filesystem::path& file, Remarks* remarks = nullptr);
 Document readIges(const std::filesystem::path& file, Remarks* remarks = nullptr);
+/// The triangles, whose numbers count as mm, as a part of one body that has no surfaces.
+Document readStl(const std::filesystem::path& file, Remarks* remarks = nullptr);
 
 /// An assembly with all that it refers to as one part: each placed body is a body at its place. A part stays as it is.
 /// `file` is the document's path. Raises what loading the components raises, and `Kernel`.

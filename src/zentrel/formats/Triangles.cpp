@@ -15,17 +15,19 @@ constexpr std::size_t bytesOfTriangle = 50;
 ModelTriangles::ModelTriangles(const Model& model, PartMeshes meshes)
     : m_meshes(std::move(meshes))
 {
-    add(model, gp_Trsf());
+    add(model, gp_Trsf(), {}, {});
 }
 
-void ModelTriangles::add(const Model& model, const gp_Trsf& placement)
+void ModelTriangles::add(const Model& model, const gp_Trsf& placement, const std::optional<Color>& placing,
+    const std::optional<Color>& inherited)
 {
+    const std::optional<Color> color = placing ? placing : model.color ? model.color : inherited;
     for (const TriangleSet& set : m_meshes.at(&model)) {
-        m_placed.push_back({&set, placement});
+        m_placed.push_back({&set, placement, set.color ? set.color : color});
         m_count += set.triangles.size();
     }
     for (const Model::Child& child : model.children)
-        add(*child.model, placement * child.placement);
+        add(*child.model, placement * child.placement, child.color, color);
 }
 
 void ModelTriangles::forEach(const Use& use) const
@@ -35,7 +37,7 @@ void ModelTriangles::forEach(const Use& use) const
         points = placed.set->points;
         for (gp_XYZ& point : points)
             placed.placement.Transforms(point);
-        use(*placed.set, points);
+        use(*placed.set, points, placed.color);
     }
 }
 

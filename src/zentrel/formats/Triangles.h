@@ -14,16 +14,20 @@ public:
 
     std::size_t count() const { return m_count; }
 
-    using Use = std::function<void(const TriangleSet& set, const std::vector<gp_XYZ>& points)>;
-    /// Gives each set at each place, in the order of the bodies, with its points there.
+    using Use = std::function<void(
+        const TriangleSet& set, const std::vector<gp_XYZ>& points, const std::optional<Color>& color)>;
+    /// Gives each set at each place, in the order of the bodies, with its points there, and its colour or that of what
+    /// places it.
     void forEach(const Use& use) const;
 
 private:
     struct Placed {
-        const TriangleSet* set;
+        const TriangleSet* set = nullptr;
         gp_Trsf placement;
+        std::optional<Color> color;
     };
-    void add(const Model& model, const gp_Trsf& placement);
+    void add(const Model& model, const gp_Trsf& placement, const std::optional<Color>& placing,
+        const std::optional<Color>& inherited);
 
     PartMeshes m_meshes;
     std::vector<Placed> m_placed;

@@ -25,7 +25,7 @@ struct Scaling {
 gp_XYZ shiftToPositive(const ModelTriangles& triangles)
 {
     gp_XYZ lowest(0.0, 0.0, 0.0);
-    triangles.forEach([&](const TriangleSet&, const std::vector<gp_XYZ>& points) {
+    triangles.forEach([&](const TriangleSet&, const std::vector<gp_XYZ>& points, const auto&) {
         for (const gp_XYZ& point : points) {
             for (int axis = 1; axis <= 3; ++axis)
                 lowest.SetCoord(axis, std::min(lowest.Coord(axis), point.Coord(axis)));
@@ -105,7 +105,7 @@ public:
         if (!m_options.keepPosition)
             m_scaling.shift = shiftToPositive(triangles);
         m_block = m_options.binary ? binaryHead(triangles.count(), m_file.target()) : "solid model\n";
-        triangles.forEach([&](const TriangleSet& set, const std::vector<gp_XYZ>& points) {
+        triangles.forEach([&](const TriangleSet& set, const std::vector<gp_XYZ>& points, const auto&) {
             requirePlace(points, m_file.target());
             for (const auto& triangle : set.triangles)
                 add(facetOf(triangle, points, m_scaling));

@@ -98,6 +98,11 @@ TEST_F(Read, badFilesGiveASentenceAndAKind)
         {"lostProduct.step", withoutRecord(screw, "#6 = "), ErrorKind::Incomplete, "1 of its 1 solids"},
         {"lostSurface.iges", replaced(hammer, "144,5,1,0,7;", "144,9,1,0,7;"), ErrorKind::Incomplete, "faces"},
         {"crash.step", withoutRecord(screw, "#15 = "), ErrorKind::Kernel, "crashed"},
+        {"cut.stl", std::string(80, 'x') + std::string("\x02\0\0\0", 4) + std::string(50, '\1'), ErrorKind::Damaged,
+            "truncated"},
+        {"cutText.stl", "solid a\n facet normal 0 0 1\n", ErrorKind::Damaged, "truncated"},
+        {"noFacets.stl", "solid a\nendsolid a\n", ErrorKind::Damaged, "well-formed"},
+        {"step.stl", screw, ErrorKind::Damaged, "looks like a STEP file"},
         {"other.sldx", screw, ErrorKind::Unsupported, "only STEP"},
     };
     for (const Case& bad : cases) {

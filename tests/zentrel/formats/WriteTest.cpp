@@ -139,6 +139,21 @@ TEST_F(WriteStl, unitsPositionsAndForms)
     EXPECT_THAT(text, HasSubstr("vertex 1.000000e+01 2.000000e+01 3.000000e+01"));
 }
 
+TEST_F(WriteStl, isReadAgainAsItsTriangles)
+{
+    for (const bool binary : {true, false}) {
+        const fs::path file = folder / "Kiste.stl";
+        writeStl(*assemblyModel(), file, {.binary = binary, .keepPosition = true});
+        const fs::path again = folder / "again.stl";
+        ModelLoader loader;
+        writeStl(*loader.load(std::get<PartDocument>(readForeign(file)), file), again, {.keepPosition = true});
+        const StlFile stl = readBinaryStl(again);
+        EXPECT_NEAR(stl.low[0], -200, 1e-4);
+        EXPECT_NEAR(stl.high[2], 30, 1e-4);
+        EXPECT_NEAR(stl.volume, 2 * 6000 + 4.0 / 3 * M_PI * 125, 50);
+    }
+}
+
 TEST_F(WriteStl, resolutionFollowsTheModelsSize)
 {
     const auto facets = [&](double radius, MeshQuality quality) {
