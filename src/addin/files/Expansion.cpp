@@ -97,12 +97,18 @@ void FileLogic::AddFolderFiles(IArkFolder& folder, SelectionRecords& selection)
 void FileLogic::AnnounceOutputs(const ObjectRef& task, const SelectionRecords& selection)
 {
     m_runPaths = query<IArkRunPaths>(task);
-    if (!m_runPaths || m_taskKind != TaskKind::Conversion)
-        return;
+    if (m_runPaths && m_taskKind == TaskKind::Conversion)
+        checkStatus(m_runPaths->AnnounceOutputs(ForeseeOutputs(task, selection)));
+}
+
+std::vector<ArkOutputNames> FileLogic::ForeseeOutputs(const ObjectRef& task, const SelectionRecords& selection) const
+{
+    if (m_taskKind != TaskKind::Conversion)
+        return {};
     const OutputPlan plan{
         {readText(task, u"OutputPath").value_or(Text()), readText(task, u"OutputPath2").value_or(Text())},
         readText(task, u"FileFormat").value_or(Text()), withoutTrailingSeparators(m_vaultRoot)};
-    checkStatus(m_runPaths->AnnounceOutputs(outputNames(plan, selection)));
+    return outputNames(plan, selection);
 }
 
 bool FileLogic::PullsReferencedVersions(const ObjectRef& task)

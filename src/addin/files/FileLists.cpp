@@ -9,7 +9,6 @@ namespace zn {
 
 namespace {
 
-constexpr const char16_t* selectionVariable = u"__selection_list";
 constexpr const char16_t* outputVariable = u"__output_list";
 
 void appendElement(pugi::xml_node& parent, const char* name, TextView text)

@@ -80,6 +80,9 @@ public:
     /// they refer to are brought to the disk and the latest versions are learned.
     void ExpandSelection(IArkVault& vault, const ObjectRef& task, const ArkSelection& items,
         SelectionRecords& selection, bool fetchFiles);
+    /// The names that the outputs of these inputs will have, as far as the task tells; none for another task than a
+    /// conversion.
+    std::vector<ArkOutputNames> ForeseeOutputs(const ObjectRef& task, const SelectionRecords& selection) const;
     /// Fills `latestVersion` of each record that the vault has, by one query.
     void FillLatestVersions(IArkVault& vault, std::vector<OutputRecord>& records);
 

@@ -6,17 +6,6 @@ namespace zn {
 
 namespace {
 
-/// The extension in a label such as "STL (*.stl)", with its dot; empty where there are several.
-Text extensionOf(const Text& label)
-{
-    const std::size_t begin = label.find(u"(*.");
-    const std::size_t end = label.find(u')', begin == Text::npos ? 0 : begin);
-    if (begin == Text::npos || end == Text::npos)
-        return {};
-    const Text extension = label.substr(begin + 2, end - begin - 2);
-    return extension.find(u';') == Text::npos ? extension : Text();
-}
-
 /// The beginning of the pattern's paths; empty if it can't be told.
 Text beginningOf(const Text& pattern, const OutputPlan& plan, const OutputRecord& input)
 {
@@ -37,9 +26,23 @@ Text beginningOf(const Text& pattern, const OutputPlan& plan, const OutputRecord
 
 } // namespace
 
+std::vector<Text> extensionsOf(TextView label)
+{
+    std::vector<Text> extensions;
+    const std::size_t begin = label.find(u"(*.");
+    const std::size_t end = label.find(u')', begin == Text::npos ? 0 : begin);
+    if (begin == Text::npos || end == Text::npos)
+        return extensions;
+    for (const Text& pattern : split(Text(label.substr(begin + 1, end - begin - 1)), u';'))
+        if (const Text one(trim(pattern)); one.starts_with(u"*."))
+            extensions.push_back(one.substr(1));
+    return extensions;
+}
+
 std::vector<ArkOutputNames> outputNames(const OutputPlan& plan, const SelectionRecords& inputs)
 {
-    const Text ending = extensionOf(plan.formatLabel);
+    const std::vector<Text> extensions = extensionsOf(plan.formatLabel);
+    const Text ending = extensions.size() == 1 ? extensions.front() : Text();
     std::vector<ArkOutputNames> names;
     for (const Text& pattern : plan.patterns) {
         if (pattern.empty())

@@ -17,4 +17,7 @@ struct OutputPlan {
 /// folder behind such a token says nothing.
 std::vector<ArkOutputNames> outputNames(const OutputPlan& plan, const SelectionRecords& inputs);
 
+/// The extensions in the label of a format such as "Viewpane (*.vprt; *.vasm; *.vdrw)", with their dots.
+std::vector<Text> extensionsOf(TextView label);
+
 } // namespace zn

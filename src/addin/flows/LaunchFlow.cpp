@@ -25,7 +25,7 @@ void cancelLaunch(ArkCmd& cmd, const Text& why)
     cmd.text = why;
 }
 
-void settleSelection(Launch& launch, const Text& taskName)
+void askSelection(Launch& launch, const Text& taskName)
 {
     if (!launch.selection.empty())
         return;
@@ -107,7 +107,7 @@ void launchTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, A
     checkStatus(instance->GetTaskName(taskName));
 
     Launch launch{context, vault, instance, cmd, selection};
-    settleSelection(launch, taskName);
+    askSelection(launch, taskName);
     if (context.kind == TaskKind::Conversion && !launch.canAsk()) {
         if (cmd.cancel == 0)
             requireNoQuestion(launch);
@@ -121,6 +121,18 @@ void launchTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, A
     }
     if (cmd.cancel == 0)
         writeSelection(launch);
+}
+
+void settleSelection(TaskContext& context, const std::shared_ptr<IArkVault>& vault,
+    const std::shared_ptr<IArkTaskInstance>& instance, const ArkSelection& selection)
+{
+    if (!vault || !instance)
+        throw StatusError(E_POINTER);
+    context.kind = readKind(instance, true);
+    ArkCmd none;
+    ArkSelection files = selection;
+    Launch launch{context, vault, instance, none, files};
+    writeSelection(launch);
 }
 
 Status launchButton(TaskContext& context, ArkCmd& cmd)

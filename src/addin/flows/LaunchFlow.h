@@ -11,6 +11,10 @@ namespace zn {
 void launchTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, ArkCmd& cmd, ArkSelection& selection,
     const ObjectRef& self);
 
+/// What command 44 does last, for a run whose settings stand already: writes `__selection_list`. Failures are raised.
+void settleSelection(TaskContext& context, const std::shared_ptr<IArkVault>& vault,
+    const std::shared_ptr<IArkTaskInstance>& instance, const ArkSelection& selection);
+
 /// Command 45, OK of the launch page: what the user changed goes to the run and not to the task. 1 when the page
 /// refused its values; failures are raised.
 Status launchButton(TaskContext& context, ArkCmd& cmd);

@@ -36,14 +36,6 @@ constexpr std::uint64_t formerMacros[] = {
     0xea9e58bc96ce3b96, // printing, up to 0.9.0
 };
 
-bool isOwnMacro(const Text& script)
-{
-    const Text text = withoutLineEnds(script);
-    return text == withoutLineEnds(defaultMacro(TaskKind::Conversion))
-        || text == withoutLineEnds(defaultMacro(TaskKind::Printing))
-        || std::ranges::find(formerMacros, numberOf(text)) != std::end(formerMacros);
-}
-
 /// The last folder of an output path above everything that a file may decide; empty if the path names none.
 Text folderOfTask(Text path, const Text& vaultRoot, const Text& fileFolder)
 {
@@ -63,6 +55,14 @@ Text folderOfTask(Text path, const Text& vaultRoot, const Text& fileFolder)
 }
 
 } // namespace
+
+bool isOwnMacro(const Text& script)
+{
+    const Text text = withoutLineEnds(script);
+    return text == withoutLineEnds(defaultMacro(TaskKind::Conversion))
+        || text == withoutLineEnds(defaultMacro(TaskKind::Printing))
+        || std::ranges::find(formerMacros, numberOf(text)) != std::end(formerMacros);
+}
 
 bool confinesMacro(Registry& registry, const Text& script)
 {

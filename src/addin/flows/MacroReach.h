@@ -10,6 +10,9 @@ namespace zn {
 
 class Registry;
 
+/// Whether the script is the product's own macro, of this version or an earlier one, and not one that somebody wrote.
+bool isOwnMacro(const Text& script);
+
 /// Whether a run of this script confines its macros to the task's folders. The names and card values of files get into
 /// a macro's text as they are, and those who write them are not those who wrote the macro. So the product's own
 /// conversion and print macros are confined; a script that an administrator wrote, also one that began as one of

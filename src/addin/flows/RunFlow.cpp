@@ -203,6 +203,7 @@ void runMacro(Run& run, OutputRecord& record, const Text& revision)
 {
     TaskContext& context = run.context;
     const Text macro = context.macroBuilder.Build(revision);
+    run.messages.tellMacro(record, macro);
     if (run.confined)
         context.session.ConfineMacros(reachableFolders(*run.vault, run.instance, record.path, run.logPath));
     try {
@@ -312,6 +313,8 @@ BodyEnd runAllFiles(Run& run, const Text& script)
         return endEarly(run, *end, context.session.GetLastError());
     run.total = static_cast<std::int32_t>(run.items.size()) + (context.kind == TaskKind::Printing ? 0 : 1);
     const Text revision = context.session.GetRevisionText();
+    if (run.messages.keepsAudit())
+        run.messages.tellApplication(context.session.DescribeApplication());
     for (std::int32_t index = 0; index < static_cast<std::int32_t>(run.items.size()); ++index) {
         if (const BodyEnd end = runFile(run, index, revision))
             return end;

@@ -10,6 +10,7 @@ RunMessages::RunMessages(
     , m_vault(vault)
     , m_run(query<IArkRunMessages>(instance))
     , m_results(query<IArkRunResults>(instance))
+    , m_audit(query<IArkRunAudit>(instance))
 {
 }
 
@@ -55,6 +56,18 @@ void RunMessages::tellResults(std::vector<ArkFileResult> results)
             result.sentence = said->second;
     }
     m_results->SetFileResults(results);
+}
+
+void RunMessages::tellApplication(const ArkApplication& application)
+{
+    if (m_audit)
+        m_audit->NoteApplication(application);
+}
+
+void RunMessages::tellMacro(const OutputRecord& record, const Text& macro)
+{
+    if (m_audit)
+        m_audit->NoteMacro({record.path, record.docId, effectiveVersion(record), record.selConfiguration, macro});
 }
 
 Text RunMessages::currentSentence() const

@@ -27,6 +27,11 @@ public:
     /// behind what the macro has logged.
     void tellResults(std::vector<ArkFileResult> results);
 
+    /// With what the run does its work, and the macro that comes next, for those who ask later.
+    bool keepsAudit() const { return m_audit != nullptr; }
+    void tellApplication(const ArkApplication& application);
+    void tellMacro(const OutputRecord& record, const Text& macro);
+
     /// The sentence of the failure now being handled: its own, or else what the host knows of its status. To be called
     /// inside a `catch` block, before anything else is asked of the host.
     Text currentSentence() const;
@@ -36,6 +41,7 @@ private:
     std::shared_ptr<IArkVault> m_vault;
     std::shared_ptr<IArkRunMessages> m_run;    ///< null where the host takes none
     std::shared_ptr<IArkRunResults> m_results; ///< likewise
+    std::shared_ptr<IArkRunAudit> m_audit;     ///< likewise
     std::map<Text, Text> m_sentences;          ///< by folded path
     bool m_logIsOpen = false;
 };

@@ -1,6 +1,7 @@
 #include "addin/flows/ZNTaskAddIn.h"
 
 #include "addin/flows/DetailsFlow.h"
+#include "addin/flows/Foresight.h"
 #include "addin/flows/LaunchFlow.h"
 #include "addin/flows/RunFlow.h"
 #include "addin/flows/SetupFlow.h"
@@ -121,6 +122,31 @@ Status CZNTaskAddIn::GetVariables(std::vector<ArkTaskVariable>& variables)
         for (const TaskVariable& row : taskVariables())
             all.push_back({Text(row.name), row.type, hasCrLf(row)});
         variables = std::move(all);
+        return S_OK;
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+Status CZNTaskAddIn::SettleSelection(
+    const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, Text& sentence)
+{
+    try {
+        settleSelection(m_context, query<IArkVault>(vault), query<IArkTaskInstance>(run), selection);
+        return S_OK;
+    } catch (const StatusError& error) {
+        sentence = toText(error.what());
+        return error.status();
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+Status CZNTaskAddIn::ForeseeRun(
+    const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, ArkForesight& foresight)
+{
+    try {
+        foresight = foreseeRun(m_context, query<IArkVault>(vault), query<IArkTaskInstance>(run), selection);
         return S_OK;
     } catch (...) {
         return currentExceptionStatus();

@@ -36,7 +36,10 @@ struct TaskContext {
 
 /// The one object that the vault host creates from this module: says who it is and which commands it wants, and
 /// routes every command to its flow. Used by one thread at a time. No exception leaves it.
-class CZNTaskAddIn : public IArkAddIn5, public IArkTaskVariables, public std::enable_shared_from_this<CZNTaskAddIn> {
+class CZNTaskAddIn : public IArkAddIn5,
+                     public IArkTaskVariables,
+                     public IArkTaskLaunch,
+                     public std::enable_shared_from_this<CZNTaskAddIn> {
 public:
     /// `platform` outlives the object. Without `windows` the commands that need a page answer `E_NOTIMPL`.
     explicit CZNTaskAddIn(const Platform& platform, PagesSource windows = {});
@@ -51,6 +54,10 @@ public:
 
     Status GetVariables(std::vector<ArkTaskVariable>& variables) override;
     Status SettleVariables(const ObjectRef& vault, const ObjectRef& task, Text& sentence) override;
+    Status SettleSelection(
+        const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, Text& sentence) override;
+    Status ForeseeRun(
+        const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, ArkForesight& foresight) override;
 
 private:
     Status Answer(ArkCmd& cmd, ArkSelection& selection);

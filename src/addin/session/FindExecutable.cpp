@@ -75,6 +75,8 @@ bool isOlderThan213(const std::optional<FileVersion>& version)
 
 } // namespace
 
+Text releaseProgId(std::int32_t year) { return formatText("%s.%d", Text(plainProgId), year - firstYear); }
+
 Text resolveProgId(const Platform& platform, TextView name)
 {
     for (const RegistryView view : views) {

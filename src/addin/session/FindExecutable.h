@@ -11,6 +11,11 @@ namespace zn {
 /// Registry key of the user with the settings that support staff steer this add-in by.
 inline constexpr TextView addInKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise\\ZNTaskAddIn";
 
+/// The program identifier of whatever release is the machine's default.
+inline constexpr TextView plainProgId = u"Zentrel.Application";
+/// That of the release of a year such as 2018.
+Text releaseProgId(std::int32_t year);
+
 /// The class id that a program identifier stands for, in its text form. Raises `REGDB_E_CLASSNOTREG`.
 Text resolveProgId(const Platform& platform, TextView name);
 

@@ -12,8 +12,6 @@ namespace zn {
 
 namespace {
 
-constexpr TextView plainProgId = u"Zentrel.Application";
-constexpr std::int32_t firstYear = 1992;
 constexpr int showMinimized = 6;
 constexpr std::uint32_t forcedExitCode = 255;
 
@@ -73,7 +71,7 @@ Text ZNManager::resolveClass()
     if (m_requestedYear == 0)
         return resolveProgId(m_platform, plainProgId);
     try {
-        return resolveProgId(m_platform, formatText("%s.%d", Text(plainProgId), m_requestedYear - firstYear));
+        return resolveProgId(m_platform, releaseProgId(m_requestedYear));
     } catch (const StatusError&) {
         Text classId = resolveProgId(m_platform, plainProgId);
         m_requestedYear = 0;

@@ -169,6 +169,18 @@ Text ZNManager::GetRevisionText() const
     return ZnApplication(m_app).GetBuildNumbers()[0];
 }
 
+ArkApplication ZNManager::DescribeApplication() const
+{
+    if (!m_app)
+        throw StatusError(E_POINTER, "The CAD application has not been started.");
+    const CallGuard::Scope guarded(m_guard);
+    const ZnApplication application(m_app);
+    Text build;
+    for (const Text& number : application.GetBuildNumbers())
+        build += (build.empty() || number.empty() ? u"" : u" ") + number;
+    return {u"ZENTREL", application.RevisionNumber(), build};
+}
+
 Text ZNManager::textOf(const NumberedText& text) const
 {
     return productText(m_platform.registry, m_platform.files, text);

@@ -8,7 +8,7 @@
 #include "addin/session/StartupSettings.h"
 #include "addin/session/Watcher.h"
 #include "addin/session/ZnApplication.h"
-#include "contracts/host/Codes.h"
+#include "contracts/host/ArkTask.h"
 #include "platform/Platform.h"
 
 #include <map>
@@ -88,6 +88,9 @@ public:
     DispatchRef GetApplication() const { return m_app; }
     /// The first of the application's build numbers, such as "zn2018". Raises its failure.
     Text GetRevisionText() const;
+    /// The application's name, release and build numbers, for those who ask later with what a run was done. Raises its
+    /// failure.
+    ArkApplication DescribeApplication() const;
     /// What the application has said of its last work, such as why a file doesn't open; nothing if it can't be asked.
     std::vector<Text> TakeMessages() const;
     /// The text of the last failure, without any " 0": a release of 0 is the default one and has no year to show.

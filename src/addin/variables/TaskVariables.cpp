@@ -26,7 +26,7 @@ constexpr TaskVariable ownVariables[] = {
     {scriptVariable, String, ScriptPage, none, none}, // a missing one ends the run
     {u"__zn_version", Integer, ScriptPage, 0, 0},
     {menuDisplayVariable, Boolean, MenuCommandPage, none, none}, // depends on the kind
-    {u"__selection_list", String, RunFlows, none, none},
+    {selectionVariable, String, RunFlows, none, none},
     {u"__output_list", String, RunFlows, none, none},
     {u"FileFormat", String, ConversionPage, none, none}, // a missing one ends the run
     {u"OutputPath", String, OutputPage, none, TextView(u"<Path>\\<Filename>_<Extension>_<Configuration>")},

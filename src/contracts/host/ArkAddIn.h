@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Object.h"
+#include "contracts/host/ArkTask.h"
 #include "contracts/host/Codes.h"
 #include "contracts/host/Records.h"
 
@@ -31,6 +32,27 @@ public:
     /// After variables of a definition were written: refuses a value that no page would store, and writes the variables
     /// that follow from others. A failure may leave a sentence.
     virtual Status SettleVariables(const ObjectRef& vault, const ObjectRef& task, Text& sentence) = 0;
+};
+
+/// What can be told of a run before anybody has worked on it.
+struct ArkForesight {
+    std::vector<Text> obstacles;         ///< why it can't give what it should, a sentence each with what to do
+    std::vector<ArkOutputNames> outputs; ///< what it is going to write, as far as that can be told
+};
+
+/// What an add-in's object may be, too: what a host wants of a launch beside the commands, with nobody to ask.
+class IArkTaskLaunch {
+public:
+    virtual ~IArkTaskLaunch() = default;
+    /// Writes to the run what a launch settles of its files, and nothing else: its settings stand already. A failure
+    /// may leave a sentence.
+    virtual Status SettleSelection(
+        const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, Text& sentence)
+        = 0;
+    /// Looks at a run whose settings stand, without starting anything. Writes nothing.
+    virtual Status ForeseeRun(
+        const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, ArkForesight& foresight)
+        = 0;
 };
 
 } // namespace zn

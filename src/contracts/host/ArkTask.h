@@ -12,6 +12,7 @@ namespace zn {
 // The variables of a task that the host knows, too.
 inline constexpr TextView kindVariable = u"__type";                   ///< a `TaskKind`
 inline constexpr TextView scriptVariable = u"__script";               ///< the macro template
+inline constexpr TextView selectionVariable = u"__selection_list";    ///< of a run: what was settled of its files
 inline constexpr TextView menuDisplayVariable = u"__menucmd_display"; ///< whether the task stands in a file's menu
 
 /// A task's definition, while an administrator sets it up.
@@ -76,6 +77,32 @@ public:
     virtual ~IArkRunResults() = default;
     /// Of the whole run; replaces what was told before.
     virtual Status SetFileResults(const std::vector<ArkFileResult>& results) = 0;
+};
+
+/// The CAD application that does a run's work, as it tells itself.
+struct ArkApplication {
+    Text name;
+    Text version; ///< such as "26.0.0"
+    Text build;   ///< of its releases and corrections, such as "zn2018 d180943"
+};
+
+/// The macro that a run carries out on one of its files.
+struct ArkRunMacro {
+    Text path; ///< local path of the file
+    std::int32_t fileId = 0;
+    std::int32_t version = 0;
+    Text configuration; ///< configuration or sheet that was asked for; may be empty
+    Text text;          ///< as it is handed to the CAD application
+};
+
+/// What a run's object may be, too: where an add-in tells with what it does the work, for those who ask later.
+class IArkRunAudit {
+public:
+    virtual ~IArkRunAudit() = default;
+    /// Once it is ready for the run's first file.
+    virtual Status NoteApplication(const ArkApplication& application) = 0;
+    /// Before it is carried out.
+    virtual Status NoteMacro(const ArkRunMacro& macro) = 0;
 };
 
 /// The names that outputs of a run will have: all paths that begin and end like this, without regard to case. An empty

@@ -167,6 +167,8 @@ TEST(GermanTest, HoldsNoTextThatNobodyAsksFor)
     }
     std::string superfluous;
     for (const TextKey& key : germanEntries()) {
+        if (std::get<0>(key) == u"Arkin")
+            continue; // the host's windows, which have a list of their texts
         if (!askedByWindows().contains(key) && !inCode.contains(std::get<int>(key)))
             superfluous += shown(key) + '\n';
     }
