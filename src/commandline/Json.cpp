@@ -122,4 +122,9 @@ std::string Json::text() const
     return JsonWriter::of(*this).dump(2, ' ', false, JsonWriter::Out::error_handler_t::replace);
 }
 
+std::string Json::line() const
+{
+    return JsonWriter::of(*this).dump(-1, ' ', false, JsonWriter::Out::error_handler_t::replace);
+}
+
 } // namespace zn::commandline

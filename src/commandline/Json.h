@@ -52,6 +52,8 @@ public:
 
     /// The document as text, indented by two blanks, without a line feed at its end.
     std::string text() const;
+    /// The same in one line.
+    std::string line() const;
 
 private:
     struct Integer {

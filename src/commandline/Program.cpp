@@ -2,8 +2,10 @@
 
 #include "base/Version.h"
 #include "commandline/Completion.h"
+#include "commandline/Failure.h"
 #include "commandline/Manual.h"
 
+#include <algorithm>
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <map>
@@ -53,12 +55,20 @@ struct Program::Parts {
 
     int refuse(const std::string& sentence) const
     {
-        std::cerr << app.get_name() << ": " << sentence << "\nTry '" << chosenWords(app) << " --help'.\n";
+        const std::string help = "Try '" + chosenWords(app) + " --help'.";
+        tellFailure(app.get_name(),
+            sentence
+                + (!json                          ? "\n"
+                        : sentence.ends_with('.') ? " "
+                                                  : ". ")
+                + help,
+            wrongUse, json);
         return wrongUse;
     }
 
     CLI::App app;
     std::string footer;
+    bool json = false; ///< also of a command line that can't be read any further
     std::map<std::string, CLI::App*> groups{{"", &app}};
     std::vector<Declared> declared;
 };
@@ -103,12 +113,15 @@ void Program::add(Subcommand subcommand)
 
 int Program::run(int count, char** arguments)
 {
+    m_parts->json = std::find(arguments, arguments + count, std::string_view("--json")) != arguments + count;
     const int code = parseAndRun(count, arguments);
     // What was printed may still be on its way: a full device or a closed one shows by now only.
     if (std::cout.flush())
         return code;
-    std::cerr << m_parts->app.get_name() << ": The output could not be written whole; is its device full?\n";
-    return code == done ? failed : code;
+    const int told = code == done ? failed : code;
+    tellFailure(
+        m_parts->app.get_name(), "The output could not be written whole; is its device full?", told, m_parts->json);
+    return told;
 }
 
 int Program::parseAndRun(int count, char** arguments)

@@ -7,6 +7,7 @@
 #include "arkin/store/Codes.h"
 #include "arkin/store/UpdateFile.h"
 #include "base/Paths.h"
+#include "commandline/Failure.h"
 
 #include <algorithm>
 #include <iostream>
@@ -115,10 +116,10 @@ private:
             if (added && !session.json())
                 std::cout << path << "\n";
             else if (!added)
-                std::cerr << "arkin: " << path << ": " << outcome.sentence
-                          << (outcome.status == E_ARK_BAD_NAME ? " 'arkin add --rename-safely' does that by itself."
-                                                               : "")
-                          << "\n";
+                commandline::tellFailure("arkin",
+                    path + ": " + outcome.sentence
+                        + (outcome.status == E_ARK_BAD_NAME ? " 'arkin add --rename-safely' does that by itself." : ""),
+                    commandFailed, session.json());
         }
         for (const auto& note : m_notes)
             printNote(note);

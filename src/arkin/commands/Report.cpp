@@ -1,4 +1,5 @@
 #include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/OutputPicture.h"
 #include "arkin/commands/frame/ReportPage.h"
 #include "arkin/commands/frame/SinceTime.h"
 #include "arkin/commands/frame/TaskText.h"
@@ -32,6 +33,7 @@ public:
         const auto now = session.platform().clock().now();
         const auto since = sinceTime(m_since, now);
         auto json = Json::array();
+        OutputPictures pictures(session);
         std::vector<ReportedRun> reported;
         std::vector<RunFileResult> all;
         std::vector<RunInfo> list = runs.list(zn::toText(m_task));
@@ -43,7 +45,7 @@ public:
                 json.push_back(toJson(session, run));
             const auto results = runs.results(run.id);
             all.insert(all.end(), results.begin(), results.end());
-            reported.push_back(reportedRun(session, runs, run, results));
+            reported.push_back(reportedRun(session, runs, run, results, pictures));
         }
         const auto heading = headingOf(since, reported.size(), all);
         if (!m_page.empty())
@@ -56,8 +58,8 @@ public:
     }
 
 private:
-    ReportedRun reportedRun(
-        Session& session, RunStore& runs, const RunInfo& run, const std::vector<RunFileResult>& results) const
+    ReportedRun reportedRun(Session& session, RunStore& runs, const RunInfo& run,
+        const std::vector<RunFileResult>& results, OutputPictures& pictures) const
     {
         const auto now = session.platform().clock().now();
         ReportedRun reported;
@@ -67,9 +69,14 @@ private:
         reported.details = zn::toUtf8(run.userName) + ", " + shownTime(run.startedAt) + " to " + shownTime(run.endedAt)
             + (run.resultText.empty() ? "" : ". " + zn::toUtf8(run.resultText));
         for (const RunFileResult& result : results) {
-            if (!m_failed || isLacking(result))
-                reported.files.push_back(reportedFile(session, result));
+            if (m_failed && !isLacking(result))
+                continue;
+            reported.files.push_back(reportedFile(session, result));
+            if (!m_page.empty())
+                reported.files.back().picture = pictures.of(run, result);
         }
+        if (!run.launchNote.empty())
+            reported.messages.push_back(zn::toUtf8(run.launchNote));
         // A file that has a sentence needs no other one: the last is the reason, and the log has all.
         for (const RunMessage& message : runs.messages(run.id)) {
             const bool isSaid = std::any_of(results.begin(), results.end(), [&](const RunFileResult& result) {

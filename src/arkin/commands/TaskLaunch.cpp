@@ -1,6 +1,8 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
 
+#include "arkin/commands/frame/LaunchItem.h"
+#include "arkin/commands/frame/OrAnyway.h"
 #include "arkin/commands/frame/RunHere.h"
 #include "arkin/commands/frame/TaskText.h"
 #include "arkin/tasks/LaunchFlow.h"
@@ -22,6 +24,7 @@ public:
         take.option("--configuration", m_configuration, "Configuration or sheet of the files");
         take.flag("--no-dialog", m_noDialog, "Ask nobody: fail if something is left to the user");
         take.flag("--defaults", m_defaults, "Show no dialog: take what it would show first, and say what that is");
+        take.flag("--anyway", m_anyway, "Launch it although it can't go well");
         take.flag("--wait", m_wait, "Carry the run out here and wait for its end");
     }
 
@@ -30,10 +33,12 @@ public:
         const auto task = TaskStore(session.store().database(), session.vault().info().id).get(zn::toText(m_name));
         zn::ArkSelection selection;
         for (const auto& path : m_paths)
-            selection.push_back(itemAt(session, path));
+            selection.push_back(launchItem(session, path, m_version, zn::toText(m_configuration), !m_anyway));
         auto& desktop = session.desktop(!m_noDialog && !m_defaults);
         LaunchFlow flow(session.taskHost(), task, std::move(selection));
-        const auto launched = launch(desktop, flow);
+        if (m_anyway)
+            flow.launchAnyway();
+        const auto launched = orAnyway([&] { return launch(desktop, flow); });
         if (m_wait) {
             if (!session.json())
                 std::cout << launched.id << std::endl;
@@ -75,34 +80,13 @@ private:
         }
     }
 
-    zn::ArkSelItem itemAt(Session& session, const std::string& machinePath) const
-    {
-        auto& vault = session.vault();
-        const auto path = session.vaultPathOf(machinePath);
-        zn::ArkSelItem item;
-        item.version = m_version > 0 ? m_version : -1;
-        item.configuration = zn::toText(m_configuration);
-        if (const auto place = vault.find(path)) {
-            vault.version(place->fileId, m_version);
-            item.fileId = place->fileId;
-            item.folderId = place->folderId;
-            item.path = vault.pathOf(*place);
-        } else if (const auto folder = vault.findFolder(path)) {
-            item.itemType = zn::ArkItemType::Folder;
-            item.folderId = *folder;
-            item.path = path;
-        } else {
-            session.fileAt(machinePath); // says what is the matter
-        }
-        return item;
-    }
-
     std::string m_name;
     std::vector<std::string> m_paths;
     std::int32_t m_version = 0;
     std::string m_configuration;
     bool m_noDialog = false;
     bool m_defaults = false;
+    bool m_anyway = false;
     bool m_wait = false;
 };
 

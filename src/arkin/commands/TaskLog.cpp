@@ -2,7 +2,7 @@
 #include "arkin/commands/frame/Output.h"
 
 #include "arkin/commands/frame/TaskText.h"
-#include "arkin/store/GetFiles.h"
+#include "arkin/tasks/RunLog.h"
 
 #include <iostream>
 
@@ -25,7 +25,8 @@ public:
         RunStore runs(session.store().database(), session.vault().info().id);
         const auto run = runs.get(zn::toText(m_id));
         const auto path = logPath(session, run);
-        const auto text = path.empty() ? std::optional<std::string>() : read(session, path);
+        const auto text = path.empty() ? std::optional<std::string>()
+                                       : readRunLog(session.vault(), session.platform().files(), path);
         const auto messages = runs.messages(run.id);
         if (session.json()) {
             auto list = Json::array();
@@ -57,24 +58,6 @@ private:
         std::erase_if(
             messages, [&](const RunMessage& message) { return stands(message.path) && stands(message.sentence); });
         return messages;
-    }
-
-    /// The local file, or else the vault's latest version of it. Logs are written in the single-byte code page.
-    static std::optional<std::string> read(Session& session, const zn::Text& path)
-    {
-        auto& files = session.platform().files();
-        if (!files.fileExists(path)) {
-            const auto place = session.vault().find(path);
-            if (!place)
-                return {};
-            const GetRequest request[] = {{*place, 0}};
-            getFiles(session.vault(), request);
-        }
-        const auto bytes = files.readBytes(path);
-        if (!bytes)
-            throw zn::StatusError(
-                zn::E_FAIL, "The log " + session.shown(path) + " can't be read: " + zn::toUtf8(bytes.reason) + ".");
-        return zn::toUtf8(zn::fromReadableCodePage(*bytes));
     }
 
     std::string m_id;

@@ -2,6 +2,7 @@
 #include "arkin/commands/frame/Output.h"
 
 #include "arkin/commands/frame/Assignment.h"
+#include "arkin/tasks/Notice.h"
 #include "arkin/tasks/VariableRules.h"
 #include "contracts/host/ArkTask.h"
 
@@ -19,12 +20,17 @@ public:
         take.option("SETTING", m_settings, "VARIABLE=VALUE");
         take.option("--file-limit", m_fileLimit, "Longest time for one file, such as 90s, 10m or 2h; 0 for none")
             .shownAs("TIME");
+        take.option("--when-failed", m_whenFailed,
+                "Who is told of runs with failures: a command with its full path, mail:ADDRESS, or '' for nobody")
+            .shownAs("WHOM");
+        take.option("--when-ended", m_whenEnded, "Who is told of all runs that have ended; likewise").shownAs("WHOM");
     }
 
     int run(Session& session) override
     {
-        if (m_settings.empty() && !m_fileLimit)
-            throw zn::commandline::WrongUse("There is nothing to set: name a VARIABLE=VALUE or --file-limit.");
+        const int hostSettings = (m_fileLimit ? 1 : 0) + (m_whenFailed ? 1 : 0) + (m_whenEnded ? 1 : 0);
+        if (m_settings.empty() && hostSettings == 0)
+            throw zn::commandline::WrongUse("There is nothing to set: name a VARIABLE=VALUE or an option.");
         std::optional<std::int32_t> fileLimit;
         if (m_fileLimit)
             fileLimit = parseFileLimit(zn::toText(*m_fileLimit));
@@ -39,10 +45,18 @@ public:
             task.variables[name] = parseVariable(name, value, rules.known());
         }
         rules.settle(task);
+        for (const auto& [wanted, notice] :
+            {std::pair(&m_whenFailed, &task.notices.failed), std::pair(&m_whenEnded, &task.notices.ended)}) {
+            if (!*wanted)
+                continue;
+            requireNotice(**wanted);
+            *notice = **wanted;
+        }
         const auto user = zn::toText(session.vault().caller().user);
-        tasks.change(task.id, {task.variables, {}, user, session.platform().clock().now(), fileLimit});
+        tasks.change(task.id, {task.variables, {}, user, session.platform().clock().now(), fileLimit, task.notices});
         if (session.json())
-            printJson({{"task", zn::toUtf8(task.name)}, {"set", m_settings.size() + (fileLimit ? 1 : 0)}});
+            printJson(
+                {{"task", zn::toUtf8(task.name)}, {"set", m_settings.size() + static_cast<std::size_t>(hostSettings)}});
         else
             std::cout << "Task '" << zn::toUtf8(task.name) << "' is changed.\n";
         return commandDone;
@@ -52,6 +66,8 @@ private:
     std::string m_name;
     std::vector<std::string> m_settings;
     std::optional<std::string> m_fileLimit;
+    std::optional<std::string> m_whenFailed;
+    std::optional<std::string> m_whenEnded;
 };
 
 } // namespace

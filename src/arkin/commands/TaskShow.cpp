@@ -32,13 +32,18 @@ public:
         }
         if (task.fileLimit > 0)
             rows.push_back({"longest time for one file", zn::toUtf8(zn::durationText(task.fileLimit))});
+        if (!task.notices.failed.empty())
+            rows.push_back({"told of failures", task.notices.failed});
+        if (!task.notices.ended.empty())
+            rows.push_back({"told of every end", task.notices.ended});
         auto menu = Json::array();
         for (const auto& entry : task.menu) {
             menu.push_back({{"text", zn::toUtf8(entry.menuText)}, {"description", zn::toUtf8(entry.statusText)}});
             rows.push_back({"menu entry", zn::toUtf8(entry.menuText)});
         }
         if (session.json())
-            printJson({{"fileLimit", task.fileLimit}, {"task", zn::toUtf8(task.name)}, {"kind", kindWord(task.kind())},
+            printJson({{"fileLimit", task.fileLimit}, {"whenFailed", task.notices.failed},
+                {"whenEnded", task.notices.ended}, {"task", zn::toUtf8(task.name)}, {"kind", kindWord(task.kind())},
                 {"addIn", zn::toUtf8(task.addIn)}, {"createdBy", zn::toUtf8(task.createdBy)},
                 {"created", jsonTime(task.createdAt)}, {"variables", variables}, {"menu", menu}});
         else

@@ -3,6 +3,7 @@
 
 #include "arkin/commands/frame/ProgressLine.h"
 #include "arkin/store/StoreCheck.h"
+#include "arkin/tasks/RunAudit.h"
 
 #include <iostream>
 
@@ -17,8 +18,10 @@ public:
     int run(Session& session) override
     {
         ProgressLine progress(!session.json());
-        const auto report = checkStore(session.store(),
+        auto report = checkStore(session.store(),
             [&](std::int64_t done, std::int64_t total) { progress.show(done, total, "contents read"); });
+        for (std::string& problem : auditProblems(session.store().database()))
+            report.problems.push_back(std::move(problem));
         progress.clear();
         if (session.json())
             printJson(toJson(report));

@@ -3,7 +3,9 @@
 
 #include "arkin/commands/frame/Interrupt.h"
 #include "arkin/commands/frame/ProgressLine.h"
+#include "arkin/commands/frame/SendNotice.h"
 #include "arkin/commands/frame/TaskText.h"
+#include "arkin/tasks/LaunchFlow.h"
 #include "arkin/tasks/RoomWait.h"
 #include "arkin/tasks/RunPrune.h"
 #include "arkin/tasks/RunStore.h"
@@ -19,7 +21,8 @@ class WorkerCommand : public Command {
 public:
     void declare(Arguments& take) override
     {
-        take.flag("--once", m_once, "End when no run waits any more; the exit code tells whether all went well");
+        take.flag("--once", m_once,
+            "End when no run waits and none is due any more; the exit code tells whether all went well");
     }
 
     int run(Session& session) override
@@ -50,8 +53,25 @@ public:
                 pruneOnceADay(session, room);
             },
             [&](const RunInfo& run, const std::string& sentence) { told(run, sentence); },
+            [&](const ScheduledRun& due) {
+                if (due.run.ended())
+                    told(due.run, endLine(session, due.run));
+                else if (!session.json())
+                    std::cout << "Schedule " << due.schedule.id << " launches run " << due.run.id << " of '"
+                              << zn::toUtf8(due.run.taskName) << "'." << std::endl;
+                if (!due.run.ended())
+                    printNote(due.sentence);
+            },
         };
-        const auto tally = Worker(session.taskHost(), listener, interrupt.flag()).work(m_once);
+        // The windows' library is loaded when the first schedule is due, and not by a worker that has none.
+        const auto launch = [&](LaunchFlow& flow) {
+            std::string taken;
+            auto run = session.desktop(false).launchWithDefaults(flow, taken);
+            printNote(taken);
+            return run;
+        };
+        const auto tally
+            = Worker(session.taskHost(), listener, interrupt.flag(), {launch, noticeSender(session)}).work(m_once);
         if (session.json())
             printJson(ended);
         return exitCode(tally);

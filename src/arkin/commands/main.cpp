@@ -1,9 +1,8 @@
 #include "arkin/commands/Commands.h"
 
 #include "arkin/store/Codes.h"
+#include "commandline/Failure.h"
 #include "commandline/Program.h"
-
-#include <iostream>
 
 namespace {
 
@@ -26,7 +25,8 @@ int runCommand(zn::arkin::Command& command, const zn::arkin::CommonOptions& opti
     } catch (const zn::commandline::WrongUse&) {
         throw;
     } catch (...) {
-        std::cerr << "arkin: " << zn::arkin::currentFailure().sentence << "\n";
+        zn::commandline::tellFailure(
+            "arkin", zn::arkin::currentFailure().sentence, zn::arkin::commandFailed, options.json);
         return zn::arkin::commandFailed;
     }
 }

@@ -57,6 +57,13 @@ std::int32_t Database::allocateIds(const std::string& sequence, std::int32_t cou
     return static_cast<std::int32_t>(next);
 }
 
+std::int64_t Database::turn()
+{
+    long long turn = 0;
+    session() << "SELECT turn FROM write_turn", soci::into(turn);
+    return turn;
+}
+
 Transaction::Transaction(Database& database, Kind kind)
     : m_database(database)
 {

@@ -36,6 +36,9 @@ public:
     /// Only inside a write transaction; numbers of a transaction that is rolled back are given again.
     std::int32_t allocateIds(const std::string& sequence, std::int32_t count = 1);
 
+    /// How many write transactions there were: as long as it stays, nothing has changed.
+    std::int64_t turn();
+
     /// From now on each write transaction begins with this, and isn't begun if it raises: whoever has lost the right to
     /// write, as a worker whose run went to another one, writes nothing, wherever he is. An empty function ends it.
     void fenceWrites(std::function<void()> fence) { m_fence = std::move(fence); }

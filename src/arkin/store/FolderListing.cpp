@@ -27,4 +27,35 @@ std::vector<ListedFile> listFolder(Vault& vault, std::int32_t folderId)
     return files;
 }
 
+std::unordered_map<std::int32_t, std::string> cardTextsOf(Vault& vault, std::int32_t folderId)
+{
+    std::int32_t fileId = 0;
+    std::string value;
+    soci::statement statement = (vault.database().session().prepare
+            << "SELECT c.file_id, c.value_text FROM file_folders p JOIN files f ON f.id = p.file_id "
+               "JOIN card_values c ON c.file_id = f.id AND c.version = f.latest_version WHERE p.folder_id = :d",
+        soci::use(folderId), soci::into(fileId), soci::into(value));
+    statement.execute();
+    std::unordered_map<std::int32_t, std::string> texts;
+    while (statement.fetch())
+        texts[fileId] += zn::toUtf8(zn::foldCase(zn::toText(value))) + '\n';
+    return texts;
+}
+
+std::unordered_map<std::int32_t, std::string> cardColumnOf(Vault& vault, std::int32_t folderId, std::int32_t variableId)
+{
+    std::int32_t fileId = 0;
+    std::string value;
+    soci::statement statement = (vault.database().session().prepare
+            << "SELECT c.file_id, c.value_text FROM file_folders p JOIN files f ON f.id = p.file_id "
+               "JOIN card_values c ON c.file_id = f.id AND c.version = f.latest_version AND c.variable_id = :v "
+               "AND c.configuration = '@' WHERE p.folder_id = :d",
+        soci::use(variableId), soci::use(folderId), soci::into(fileId), soci::into(value));
+    statement.execute();
+    std::unordered_map<std::int32_t, std::string> values;
+    while (statement.fetch())
+        values[fileId] = value;
+    return values;
+}
+
 } // namespace zn::arkin

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace zn::arkin {
@@ -22,5 +23,12 @@ struct ListedFile {
 
 /// The files of a folder in the order of their names, by one query for all of them. Asks for no right.
 std::vector<ListedFile> listFolder(Vault& vault, std::int32_t folderId);
+
+/// The values on the cards of a folder's files in their latest versions, one behind the other, folded for searches.
+std::unordered_map<std::int32_t, std::string> cardTextsOf(Vault& vault, std::int32_t folderId);
+
+/// The files' own values of one card variable, in their latest versions, by file.
+std::unordered_map<std::int32_t, std::string> cardColumnOf(
+    Vault& vault, std::int32_t folderId, std::int32_t variableId);
 
 } // namespace zn::arkin

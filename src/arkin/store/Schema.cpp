@@ -49,6 +49,11 @@ void applySchema(Database& database, const SchemaArea& area)
     transaction.commit();
 }
 
+bool isUpToDate(Database& database, const SchemaArea& area)
+{
+    return stepOf(database, area.name) == static_cast<int>(area.steps.size());
+}
+
 std::vector<std::string> missingTables(Database& database, const SchemaArea& area)
 {
     std::vector<std::string> missing;

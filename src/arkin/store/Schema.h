@@ -26,6 +26,9 @@ struct SchemaArea {
 /// Raises `StatusError` E_ARK_DATABASE if the database was written by a newer program.
 void applySchema(Database& database, const SchemaArea& area);
 
+/// Whether the database has gone all of the area's steps.
+bool isUpToDate(Database& database, const SchemaArea& area);
+
 /// Tables that the area's steps have made, as far as the database has gone them, and that aren't there.
 std::vector<std::string> missingTables(Database& database, const SchemaArea& area);
 

@@ -1,6 +1,7 @@
 #include "arkin/tasks/LaunchFlow.h"
 
 #include "arkin/tasks/AddInModule.h"
+#include "arkin/tasks/LaunchCheck.h"
 
 namespace zn::arkin {
 
@@ -78,9 +79,12 @@ bool LaunchFlow::accept()
 
 RunInfo LaunchFlow::enqueue()
 {
+    if (!m_anyway)
+        requireCanRun(m_host, m_addIn ? m_addIn : loadAddIn(m_host.registry, m_host.files, m_task.addIn), m_instance,
+            m_selection, m_task.name);
     RunStore runs(m_host.database, m_host.vaultId);
-    const auto id
-        = runs.enqueue(m_task, {m_guid, m_host.userName, m_selection, m_instance->ownVariables()}, m_host.clock.now());
+    const NewRun run{m_guid, m_host.userName, m_selection, m_instance->ownVariables(), 0, m_alongside};
+    const auto id = runs.enqueue(m_task, run, m_host.clock.now());
     return runs.get(id);
 }
 

@@ -38,7 +38,11 @@ public:
 
     /// Lets the page write its values to the run. False if it refuses them; it has told the user why.
     bool accept();
-    /// Puts the run into the queue.
+    /// From now on `enqueue` queues a run that can't go well, too; see LaunchCheck.h.
+    void launchAnyway() { m_anyway = true; }
+    /// What `enqueue` writes in the run's own transaction, see `NewRun::alongside`.
+    void writeAlongside(std::function<void(std::int32_t)> write) { m_alongside = std::move(write); }
+    /// Puts the run into the queue. Raises `CannotRun` if it can be told that it can't go well.
     RunInfo enqueue();
 
     /// Lets the add-in go, with the pages that it owns: before their parent window is destroyed. Nothing but
@@ -56,9 +60,11 @@ private:
     std::shared_ptr<LaunchInstance> m_instance;
     std::int32_t m_window = 0;
     bool m_attended = false;
+    bool m_anyway = false;
     std::int32_t m_pageWindow = 0;
     zn::Text m_text;
     zn::Text m_unspoken;
+    std::function<void(std::int32_t)> m_alongside;
 };
 
 } // namespace zn::arkin

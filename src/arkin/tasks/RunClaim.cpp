@@ -128,7 +128,12 @@ RunClaim RunClaim::mark(RunStore& store, std::int32_t runId, const ProcessMark& 
     session << "DELETE FROM task_run_paths WHERE run_id = :id", use(runId);
     session << "DELETE FROM task_run_results WHERE run_id = :id", use(runId);
     giveBackOfRuns(store.database(), runId);
-    return {store, store.get(runId)};
+    const auto taken = store.get(runId);
+    session << "INSERT INTO task_run_works (run_id, claim, machine, process, begun_at, add_in, add_in_version, "
+               "application_name, application_version, application_build, macros) "
+               "VALUES (:id, :claim, :machine, :process, :at, '', 0, '', '', '', 0)",
+        use(runId), use(taken.claim), use(host), use(owner.process), use(at);
+    return {store, taken};
 }
 
 bool RunClaim::cancelRequested(Database& database) const

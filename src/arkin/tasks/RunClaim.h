@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arkin/tasks/RunStore.h"
+#include "contracts/host/ArkTask.h"
 
 #include <optional>
 #include <span>
@@ -40,6 +41,11 @@ public:
     void writeOutputs(std::int32_t expected, std::int32_t missing) const;
     /// Replaces what was written before.
     void writeResults(const std::vector<zn::ArkFileResult>& results) const;
+    // RunAudit.cpp has these.
+    void writeAddIn(const zn::ArkAddInInfo& addIn) const;
+    void writeApplication(const zn::ArkApplication& application) const;
+    /// Adds them to those that stand there.
+    void writeMacros(const std::vector<zn::ArkRunMacro>& macros) const;
     /// How many workers a run may cost.
     static constexpr std::int32_t mostLosses = 3;
     /// Ends the run: state, code, text and documents together.

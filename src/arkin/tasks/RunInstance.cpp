@@ -126,6 +126,7 @@ Status RunInstance::SetStatus(
 {
     try {
         flushProgress();
+        flushMacros();
         if (state == TaskRunState::Suspended) {
             const TaskRunState from[] = {TaskRunState::Running, TaskRunState::SuspendRequested};
             m_suspended = m_suspendSeen = true;
@@ -198,6 +199,46 @@ Status RunInstance::SetFileResults(const std::vector<zn::ArkFileResult>& results
         return zn::S_OK;
     } catch (...) {
         return failed();
+    }
+}
+
+Status RunInstance::NoteApplication(const zn::ArkApplication& application)
+{
+    try {
+        m_room.patiently([&] { m_claim.writeApplication(application); });
+        return zn::S_OK;
+    } catch (...) {
+        return failed();
+    }
+}
+
+Status RunInstance::NoteMacro(const zn::ArkRunMacro& macro)
+{
+    try {
+        m_macros.push_back(macro);
+        if (std::chrono::steady_clock::now() - m_macrosWritten >= progressInterval)
+            flushMacros();
+        return zn::S_OK;
+    } catch (...) {
+        return failed();
+    }
+}
+
+void RunInstance::flushMacros()
+{
+    if (m_macros.empty())
+        return;
+    m_room.patiently([&] { m_claim.writeMacros(m_macros); });
+    m_macros.clear();
+    m_macrosWritten = std::chrono::steady_clock::now();
+}
+
+void RunInstance::close()
+{
+    try {
+        flushMacros();
+    } catch (...) {
+        failed();
     }
 }
 

@@ -29,6 +29,7 @@ using RunWatcher = std::function<void(const RunProgress&)>;
 class RunInstance final : public zn::IArkTaskInstance,
                           public zn::IArkRunMessages,
                           public zn::IArkRunResults,
+                          public zn::IArkRunAudit,
                           public zn::IArkRunPaths,
                           public zn::IArkRunControl {
 public:
@@ -39,6 +40,9 @@ public:
     /// The first failure of a write, with its sentence; empty while all went well. An add-in may pass a failed
     /// status over, the host may not.
     const std::string& failure() const { return m_failure; }
+    /// To be called when the add-in has ended: writes what it has told and isn't in the database yet. What fails is
+    /// `failure`.
+    void close();
     /// What the run keeps for itself; a vault acts for it.
     RunPaths& paths() { return m_paths; }
 
@@ -55,6 +59,8 @@ public:
     zn::Status AddMessage(zn::TextView path, zn::TextView sentence) override;
     zn::Status SetOutputs(std::int32_t expected, std::int32_t missing) override;
     zn::Status SetFileResults(const std::vector<zn::ArkFileResult>& results) override;
+    zn::Status NoteApplication(const zn::ArkApplication& application) override;
+    zn::Status NoteMacro(const zn::ArkRunMacro& macro) override;
     zn::Status AnnounceOutputs(const std::vector<zn::ArkOutputNames>& names) override;
     zn::Status ReserveOutput(zn::TextView path) override;
     zn::Status SetStopHandler(std::function<void()> stop) override;
@@ -65,6 +71,7 @@ private:
     zn::Status showProgress(bool mustBeKept);
     zn::TaskRunState changeState(std::span<const zn::TaskRunState> from, zn::TaskRunState to);
     void flushProgress();
+    void flushMacros();
     zn::TaskRunState currentState();
     void tell() const;
     void tellWaiting(const std::string& sentence);
@@ -82,6 +89,8 @@ private:
     bool m_suspendSeen = false;     ///< the add-in knows of the request
     bool m_progressPending = false; ///< the database is behind
     std::chrono::steady_clock::time_point m_progressWritten{};
+    std::vector<zn::ArkRunMacro> m_macros; ///< that aren't in the database yet
+    std::chrono::steady_clock::time_point m_macrosWritten{};
     std::string m_failure;
 };
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int defaultDays = 90;
 constexpr const char* children[] = {"task_run_variables", "task_run_items", "task_run_documents", "task_run_messages",
-    "task_run_paths", "task_run_results"};
+    "task_run_paths", "task_run_results", "task_run_audits", "task_run_works", "task_run_macros"};
 
 } // namespace
 
@@ -40,6 +40,8 @@ int pruneRuns(Database& database, std::int32_t vaultId, std::int64_t before)
         session << fmt::format("DELETE FROM {} WHERE run_id IN (SELECT id {})", table, old), soci::use(vaultId),
             soci::use(time);
     session << "DELETE " + old, soci::use(vaultId), soci::use(time);
+    session << "DELETE FROM task_texts WHERE hash NOT IN (SELECT template_hash FROM task_run_audits) AND hash NOT IN "
+               "(SELECT settings_hash FROM task_run_audits)";
     transaction.commit();
     return count;
 }

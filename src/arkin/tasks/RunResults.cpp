@@ -85,4 +85,45 @@ zn::Text outcomeText(zn::FileOutcome outcome)
     return u"outcome " + zn::numberText(static_cast<std::int32_t>(outcome));
 }
 
+std::unordered_map<std::int32_t, std::int32_t> RunStore::versionsWithOutputs(zn::TextView taskName)
+{
+    const std::string name = zn::toUtf8(taskName);
+    const auto unchanged = static_cast<std::int32_t>(zn::FileOutcome::Unchanged); // the last of the good ones
+    std::int32_t file = 0, version = 0;
+    soci::statement select = (m_database.session().prepare
+            << "SELECT x.source_id, MAX(x.source_version) FROM task_run_results x JOIN task_runs r ON r.id = x.run_id "
+               "WHERE r.vault_id = :vault AND r.task_name = :task AND x.outcome <= :good GROUP BY x.source_id",
+        use(m_vaultId), use(name), use(unchanged), into(file), into(version));
+    select.execute();
+    std::unordered_map<std::int32_t, std::int32_t> versions;
+    while (select.fetch())
+        versions[file] = version;
+    return versions;
+}
+
+std::vector<RunOfFile> RunStore::runsOf(std::int32_t fileId)
+{
+    std::vector<RunOfFile> runs;
+    RunOfFile run;
+    std::string name;
+    std::int32_t outcome = 0, isOutput = 0;
+    long long launchedAt = 0;
+    soci::statement select = (m_database.session().prepare
+            << "SELECT DISTINCT r.id, r.task_name, r.launched_at, x.output_id = :made, x.outcome FROM task_run_results "
+               "x "
+               "JOIN task_runs r ON r.id = x.run_id WHERE r.vault_id = :vault AND (x.source_id = :read OR "
+               "x.output_id = :output) ORDER BY r.id DESC, 4 DESC, 5",
+        use(fileId), use(m_vaultId), use(fileId), use(fileId), into(run.runId), into(name), into(launchedAt),
+        into(isOutput), into(outcome));
+    select.execute();
+    while (select.fetch()) {
+        run.taskName = zn::toText(name);
+        run.launchedAt = launchedAt;
+        run.isOutput = isOutput != 0;
+        run.outcome = static_cast<zn::FileOutcome>(outcome);
+        runs.push_back(run);
+    }
+    return runs;
+}
+
 } // namespace zn::arkin

@@ -22,6 +22,7 @@ void type_conversion<zn::arkin::RunInfo>::from_base(const values& row, indicator
     run.resultCode = row.get<int>("result_code");
     run.resultText = text("result_text");
     run.launchedAt = row.get<long long>("launched_at");
+    run.launchNote = text("launch_note");
     run.startedAt = row.get<long long>("started_at");
     run.endedAt = row.get<long long>("ended_at");
     run.outputsExpected = row.get<int>("outputs_expected");

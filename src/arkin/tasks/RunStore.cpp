@@ -1,5 +1,6 @@
 #include "arkin/tasks/RunStore.h"
 
+#include "arkin/tasks/RunAudit.h"
 #include "arkin/tasks/RunRow.h"
 #include "arkin/tasks/TaskSchema.h"
 
@@ -64,19 +65,47 @@ std::int32_t RunStore::enqueue(const TaskDefinition& task, const NewRun& run, st
     const auto user = toUtf8(run.userName);
     const auto at = static_cast<long long>(now);
     const auto queued = static_cast<std::int32_t>(zn::TaskRunState::Queued);
+    const std::int32_t isTold = task.notices.any() ? 1 : 0;
     m_database.session() << "INSERT INTO task_runs (id, vault_id, guid, task_name, add_in, user_name, state, claim, "
                             "owner_host, owner_process, owner_mark, heartbeat_at, progress_total, progress_position, "
-                            "progress_text, result_code, result_text, launched_at, started_at, ended_at, file_limit) "
+                            "progress_text, result_code, result_text, launched_at, started_at, ended_at, file_limit, "
+                            "notice_failed, notice_ended, notice_due) "
                             "VALUES (:id, :vault, :guid, :name, :addin, :user, :state, 0, '', 0, 0, 0, 0, 0, '', 0, "
-                            "'', :at, 0, 0, :limit)",
-        use(id), use(m_vaultId), use(guid), use(name), use(addIn), use(user), use(queued), use(at), use(task.fileLimit);
+                            "'', :at, 0, 0, :limit, :failed, :ended, :told)",
+        use(id), use(m_vaultId), use(guid), use(name), use(addIn), use(user), use(queued), use(at), use(task.fileLimit),
+        use(task.notices.failed), use(task.notices.ended), use(isTold);
     auto inherited = task.variables;
     for (const auto& own : run.ownVariables)
         inherited.erase(own.first);
     insertVariables(m_database.session(), id, inherited, 0);
     insertVariables(m_database.session(), id, run.ownVariables, 1);
     insertSelection(m_database.session(), id, run.selection);
+    writeLaunch(m_database, id, task, run, now);
+    if (run.alongside)
+        run.alongside(id);
     transaction.commit();
+    return id;
+}
+
+std::int32_t RunStore::storeFailed(
+    const TaskDefinition& task, zn::TextView userName, const std::string& sentence, std::int64_t now)
+{
+    const auto id = m_database.allocateIds("task_runs");
+    const NewRun run{newGuid(), zn::Text(userName), {}, {}};
+    const auto guid = toUtf8(run.guid), name = toUtf8(task.name), user = toUtf8(userName);
+    const auto at = static_cast<long long>(now);
+    const auto state = static_cast<std::int32_t>(zn::TaskRunState::FinishedWithErrors);
+    const auto code = static_cast<std::int32_t>(zn::E_ABORT);
+    const std::int32_t isTold = task.notices.any() ? 1 : 0;
+    m_database.session() << "INSERT INTO task_runs (id, vault_id, guid, task_name, add_in, user_name, state, claim, "
+                            "owner_host, owner_process, owner_mark, heartbeat_at, progress_total, progress_position, "
+                            "progress_text, result_code, result_text, launched_at, started_at, ended_at, "
+                            "notice_failed, notice_ended, notice_due) "
+                            "VALUES (:id, :vault, :guid, :name, '', :user, :state, 0, '', 0, 0, 0, 0, 0, '', :code, "
+                            ":text, :at, 0, :ended_at, :failed, :ended, :told)",
+        use(id), use(m_vaultId), use(guid), use(name), use(user), use(state), use(code), use(sentence), use(at),
+        use(at), use(task.notices.failed), use(task.notices.ended), use(isTold);
+    writeLaunch(m_database, id, task, run, now);
     return id;
 }
 
@@ -117,6 +146,23 @@ std::vector<RunInfo> RunStore::list(zn::TextView taskName)
         if (taskName.empty() || zn::equalNoCase(run.taskName, taskName))
             runs.push_back(run);
     return runs;
+}
+
+std::vector<RunInfo> RunStore::listChanged(std::int32_t above, std::int64_t endedSince)
+{
+    const auto since = static_cast<long long>(endedSince);
+    const soci::rowset<RunInfo> rows = (m_database.session().prepare
+            << selectRuns
+            << "vault_id = :vault AND (id > :above OR ended_at = 0 OR ended_at >= :since) ORDER BY id DESC",
+        use(m_vaultId), use(above), use(since));
+    return {rows.begin(), rows.end()};
+}
+
+std::int64_t RunStore::count()
+{
+    long long count = 0;
+    m_database.session() << "SELECT COUNT(*) FROM task_runs WHERE vault_id = :vault", use(m_vaultId), into(count);
+    return count;
 }
 
 Variables RunStore::variables(std::int32_t runId)

@@ -4,6 +4,9 @@
 #include "arkin/tasks/TaskStore.h"
 #include "contracts/host/Records.h"
 
+#include <functional>
+#include <unordered_map>
+
 namespace zn::arkin {
 
 /// One run of a task as the database has it. Times are Unix seconds, 0 for not yet.
@@ -23,6 +26,7 @@ struct RunInfo {
     zn::Status resultCode = 0;
     zn::Text resultText;
     std::int64_t launchedAt = 0;
+    zn::Text launchNote; ///< what a launch by itself had to leave out
     std::int64_t startedAt = 0;
     std::int64_t endedAt = 0;
     std::int32_t outputsExpected = 0; ///< as its add-in counts them; 0 if it doesn't
@@ -56,7 +60,10 @@ struct NewRun {
     zn::Text guid;
     zn::Text userName;
     zn::ArkSelection selection;
-    Variables ownVariables; ///< what the launch wrote; they win over the definition's
+    Variables ownVariables;   ///< what the launch wrote; they win over the definition's
+    std::int32_t againOf = 0; ///< the run that this one does again, 0 for none
+    /// Writes more in the same transaction, of the run with this number; neither is kept if it raises.
+    std::function<void(std::int32_t)> alongside{};
 };
 
 /// What a run says about one file; the path is empty for the run as a whole.
@@ -68,6 +75,15 @@ struct RunMessage {
 /// What became of one output of a run.
 struct RunFileResult : zn::ArkFileResult {
     std::int32_t outputVersion = 0; ///< that the run has made, 0 if it is outside the vault
+};
+
+/// What a run did with a file.
+struct RunOfFile {
+    std::int32_t runId = 0;
+    zn::Text taskName;
+    std::int64_t launchedAt = 0;
+    bool isOutput = false; ///< the run made it; else it read it
+    zn::FileOutcome outcome = zn::FileOutcome::Made;
 };
 
 /// "made", "replaced", "unchanged", "skipped" or "failed".
@@ -82,12 +98,19 @@ public:
     /// Puts a run into the queue, with the variables that the task has at this moment. Returns its number.
     std::int32_t enqueue(const TaskDefinition& task, const NewRun& run, std::int64_t now);
 
+    /// Stores a run that ended before it began, so that whoever looks at runs finds why. Inside a write transaction.
+    std::int32_t storeFailed(
+        const TaskDefinition& task, zn::TextView userName, const std::string& sentence, std::int64_t now);
+
     /// `idOrGuid` is the run's number or identifier; the identifier's braces may be left out, its case doesn't count.
     /// Raises `StatusError` E_INVALIDARG with a sentence if there is no such run.
     RunInfo get(zn::TextView idOrGuid);
     RunInfo get(std::int32_t id);
     /// The newest first; those of one task only if `taskName` isn't empty.
     std::vector<RunInfo> list(zn::TextView taskName = {});
+    /// Of these, those above a number, those that haven't ended, and those that ended at a time or later.
+    std::vector<RunInfo> listChanged(std::int32_t above, std::int64_t endedSince);
+    std::int64_t count();
     Variables variables(std::int32_t runId);
     zn::ArkSelection selection(std::int32_t runId);
     std::vector<zn::ArkTaskResultDoc> documents(std::int32_t runId);
@@ -95,6 +118,12 @@ public:
     std::vector<RunMessage> messages(std::int32_t runId);
     /// In the order of the files; none of a run whose add-in doesn't tell.
     std::vector<RunFileResult> results(std::int32_t runId);
+
+    /// The files of which a run of the task has made an output, or found it as it should be, with the newest version of
+    /// each for which that holds.
+    std::unordered_map<std::int32_t, std::int32_t> versionsWithOutputs(zn::TextView taskName);
+    /// The runs that read the file or made it, the newest first; each once for each way and outcome.
+    std::vector<RunOfFile> runsOf(std::int32_t fileId);
 
     Database& database() { return m_database; }
     std::int32_t vaultId() const { return m_vaultId; }

@@ -47,6 +47,22 @@ RunInfo TaskRunner::run(const RunClaim& claim)
 
 namespace {
 
+/// An add-in tells the commands that it wants with its name; whoever asks for the name alone hears them, too.
+class UnheardCommands final : public zn::IArkCmdMgr {
+public:
+    Status AddHook(std::int32_t, std::int32_t) override { return zn::S_OK; }
+};
+
+zn::ArkAddInInfo infoOf(zn::IArkAddIn5& addIn, const zn::Text& programId)
+{
+    zn::ArkAddInInfo info;
+    UnheardCommands commands;
+    // One that doesn't tell is known by the name under which it was found.
+    if (zn::failed(addIn.GetAddInInfo(&info, &commands)) || info.name.empty())
+        info.name = programId;
+    return info;
+}
+
 /// What the vault does meanwhile, it does for the run.
 class ActingFor {
 public:
@@ -75,12 +91,14 @@ Status TaskRunner::callAddIn(const RunClaim& claim, const std::shared_ptr<RunIns
 {
     auto selection = claim.store().selection(claim.run().id);
     const auto addIn = loadAddIn(m_host.registry, m_host.files, claim.run().addIn);
+    m_room.patiently([&] { claim.writeAddIn(infoOf(*addIn, claim.run().addIn)); });
     zn::ArkCmd cmd;
     cmd.command = zn::TaskCmdRun;
     cmd.vault = m_host.vault;
     cmd.taskObject = instance;
     const ActingFor acting(m_host.opened, instance->paths());
     const Status code = addIn->OnCmd(&cmd, &selection);
+    instance->close();
     giveBackTheRest(claim);
     return code;
 }

@@ -142,6 +142,97 @@ const char* const resultsStep[] = {
         PRIMARY KEY (run_id, position)))",
 };
 
+// What stays of a run as it was: who launched it from where and with what, what did its work, and each file's macro;
+// see RunAudit.h. `asked` names the settings that the launch wrote itself. Runs from before have no settings and no
+// template.
+const char* const auditStep[] = {
+    R"(CREATE TABLE task_texts (
+        hash CHAR(64) NOT NULL PRIMARY KEY,
+        packed TEXT NOT NULL))",
+    R"(CREATE TABLE task_run_audits (
+        run_id INTEGER NOT NULL PRIMARY KEY REFERENCES task_runs (id),
+        guid CHAR(38) NOT NULL,
+        task_name VARCHAR(260) NOT NULL,
+        user_name VARCHAR(260) NOT NULL,
+        machine VARCHAR(260) NOT NULL,
+        process INTEGER NOT NULL,
+        launched_at BIGINT NOT NULL,
+        template_hash VARCHAR(64) NOT NULL,
+        settings_hash VARCHAR(64) NOT NULL,
+        asked TEXT NOT NULL,
+        again_of INTEGER NOT NULL))",
+    "INSERT INTO task_run_audits (run_id, guid, task_name, user_name, machine, process, launched_at, template_hash, "
+    "settings_hash, asked, again_of) SELECT id, guid, task_name, user_name, '', 0, launched_at, '', '', '', 0 "
+    "FROM task_runs",
+    R"(CREATE TABLE task_run_works (
+        run_id INTEGER NOT NULL REFERENCES task_runs (id),
+        claim INTEGER NOT NULL,
+        machine VARCHAR(260) NOT NULL,
+        process INTEGER NOT NULL,
+        begun_at BIGINT NOT NULL,
+        add_in VARCHAR(1000) NOT NULL,
+        add_in_version INTEGER NOT NULL,
+        application_name VARCHAR(260) NOT NULL,
+        application_version VARCHAR(260) NOT NULL,
+        application_build VARCHAR(260) NOT NULL,
+        macros INTEGER NOT NULL,
+        PRIMARY KEY (run_id, claim)))",
+    R"(CREATE TABLE task_run_macros (
+        run_id INTEGER NOT NULL REFERENCES task_runs (id),
+        claim INTEGER NOT NULL,
+        position INTEGER NOT NULL,
+        path VARCHAR(4000) NOT NULL,
+        file_id INTEGER NOT NULL,
+        version INTEGER NOT NULL,
+        configuration VARCHAR(260) NOT NULL,
+        hash CHAR(64) NOT NULL,
+        packed TEXT NOT NULL,
+        PRIMARY KEY (run_id, claim, position)))",
+};
+const char* const auditTables[] = {"task_texts", "task_run_audits", "task_run_works", "task_run_macros"};
+
+// When a task is launched by itself. `minute` is that of the day in `zone`, `days` has a bit for each day of the week,
+// Sunday's the lowest. `next_at` is when it is due; what came of the last time stands behind it.
+const char* const schedulesStep[] = {
+    R"(CREATE TABLE task_schedules (
+        id INTEGER NOT NULL PRIMARY KEY,
+        vault_id INTEGER NOT NULL REFERENCES vaults (id),
+        task_name VARCHAR(260) NOT NULL,
+        user_name VARCHAR(260) NOT NULL,
+        minute INTEGER NOT NULL,
+        days INTEGER NOT NULL,
+        zone VARCHAR(260) NOT NULL,
+        created_at BIGINT NOT NULL,
+        next_at BIGINT NOT NULL,
+        last_due BIGINT NOT NULL,
+        last_at BIGINT NOT NULL,
+        last_run INTEGER NOT NULL,
+        last_sentence TEXT NOT NULL))",
+    R"(CREATE TABLE task_schedule_items (
+        schedule_id INTEGER NOT NULL REFERENCES task_schedules (id),
+        position INTEGER NOT NULL,
+        file_id INTEGER NOT NULL,
+        folder_id INTEGER NOT NULL,
+        path VARCHAR(4000) NOT NULL,
+        item_type INTEGER NOT NULL,
+        PRIMARY KEY (schedule_id, position)))",
+    // What of a schedule its launch had to leave out.
+    "ALTER TABLE task_runs ADD COLUMN launch_note TEXT NOT NULL DEFAULT ''",
+    // Who is told of a run's end; a run has that of its launch. `notice_due` until somebody has begun to tell.
+    "ALTER TABLE tasks ADD COLUMN notice_failed VARCHAR(4000) NOT NULL DEFAULT ''",
+    "ALTER TABLE tasks ADD COLUMN notice_ended VARCHAR(4000) NOT NULL DEFAULT ''",
+    "ALTER TABLE task_runs ADD COLUMN notice_failed VARCHAR(4000) NOT NULL DEFAULT ''",
+    "ALTER TABLE task_runs ADD COLUMN notice_ended VARCHAR(4000) NOT NULL DEFAULT ''",
+    "ALTER TABLE task_runs ADD COLUMN notice_due INTEGER NOT NULL DEFAULT 0",
+    "CREATE INDEX task_runs_by_notice ON task_runs (notice_due)",
+};
+
+// Which runs read a file, and which made it.
+const char* const resultsByFileStep[] = {
+    "CREATE INDEX task_run_results_by_source ON task_run_results (source_id)",
+    "CREATE INDEX task_run_results_by_output ON task_run_results (output_id)",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {revisionStep},
@@ -149,6 +240,9 @@ const SchemaStep steps[] = {
     {pathsStep},
     {fileLimitStep},
     {resultsStep},
+    {auditStep, auditTables},
+    {schedulesStep},
+    {resultsByFileStep},
 };
 
 } // namespace

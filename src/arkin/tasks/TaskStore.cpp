@@ -48,9 +48,11 @@ std::int32_t TaskStore::create(const TaskDefinition& task)
     const auto user = toUtf8(task.createdBy);
     const auto created = static_cast<long long>(task.createdAt);
     m_database.session()
-        << "INSERT INTO tasks (id, vault_id, name, name_key, add_in, created_by, created_at, file_limit) "
-           "VALUES (:id, :vault, :name, :key, :addin, :user, :at, :limit)",
-        use(id), use(m_vaultId), use(name), use(key), use(addIn), use(user), use(created), use(task.fileLimit);
+        << "INSERT INTO tasks (id, vault_id, name, name_key, add_in, created_by, created_at, file_limit, "
+           "notice_failed, "
+           "notice_ended) VALUES (:id, :vault, :name, :key, :addin, :user, :at, :limit, :failed, :ended)",
+        use(id), use(m_vaultId), use(name), use(key), use(addIn), use(user), use(created), use(task.fileLimit),
+        use(task.notices.failed), use(task.notices.ended);
     writeVariables(id, task.variables);
     writeMenu(id, task.menu);
     transaction.commit();
@@ -63,10 +65,12 @@ std::optional<TaskDefinition> TaskStore::find(TextView name)
     const auto key = toUtf8(zn::foldCase(name));
     std::string foundName, addIn, user, changedBy;
     long long created = 0, changed = 0;
-    m_database.session() << "SELECT id, name, add_in, created_by, created_at, revision, changed_by, changed_at, "
-                            "file_limit FROM tasks WHERE vault_id = :vault AND name_key = :key",
+    m_database.session()
+        << "SELECT id, name, add_in, created_by, created_at, revision, changed_by, changed_at, "
+           "file_limit, notice_failed, notice_ended FROM tasks WHERE vault_id = :vault AND name_key = :key",
         use(m_vaultId), use(key), into(task.id), into(foundName), into(addIn), into(user), into(created),
-        into(task.revision), into(changedBy), into(changed), into(task.fileLimit);
+        into(task.revision), into(changedBy), into(changed), into(task.fileLimit), into(task.notices.failed),
+        into(task.notices.ended);
     if (!m_database.session().got_data())
         return {};
     task.name = toText(foundName);
@@ -136,6 +140,9 @@ std::optional<TaskConflict> TaskStore::change(
         writeMenu(taskId, *change.menu);
     if (change.fileLimit)
         session << "UPDATE tasks SET file_limit = :limit WHERE id = :id", use(*change.fileLimit), use(taskId);
+    if (change.notices)
+        session << "UPDATE tasks SET notice_failed = :failed, notice_ended = :ended WHERE id = :id",
+            use(change.notices->failed), use(change.notices->ended), use(taskId);
     user = toUtf8(change.user);
     at = change.at;
     session << "UPDATE tasks SET revision = revision + 1, changed_by = :user, changed_at = :at WHERE id = :id",
@@ -209,6 +216,15 @@ std::vector<MenuEntry> TaskStore::readMenu(std::int32_t taskId)
         entry.statusText = toText(statusText);
         entries.push_back(entry);
     }
+    return entries;
+}
+
+std::vector<TaskMenuEntry> TaskStore::menuEntries()
+{
+    std::vector<TaskMenuEntry> entries;
+    for (const TaskDefinition& task : list())
+        for (const MenuEntry& entry : readMenu(task.id))
+            entries.push_back({entry, task.name});
     return entries;
 }
 

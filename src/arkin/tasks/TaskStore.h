@@ -21,6 +21,18 @@ struct MenuEntry {
     bool operator==(const MenuEntry&) const = default;
 };
 
+/// A menu entry with the task that has it.
+struct TaskMenuEntry : MenuEntry {
+    zn::Text taskName;
+};
+
+/// Who is told when a run has ended: a command line, or "mail:ADDRESS"; empty for nobody. See Notice.h.
+struct Notices {
+    std::string failed; ///< of runs with failures
+    std::string ended;  ///< of all runs
+    bool any() const { return !failed.empty() || !ended.empty(); }
+};
+
 struct TaskDefinition {
     std::int32_t id = 0;
     zn::Text name;
@@ -31,6 +43,7 @@ struct TaskDefinition {
     zn::Text changedBy;        ///< empty before the first change
     std::int64_t changedAt = 0;
     std::int32_t fileLimit = 0; ///< longest time for one file in seconds, 0 for none
+    Notices notices;
     Variables variables;
     std::vector<MenuEntry> menu;
 
@@ -45,6 +58,7 @@ struct TaskChange {
     zn::Text user;
     std::int64_t at = 0;
     std::optional<std::int32_t> fileLimit{};
+    std::optional<Notices> notices{};
 };
 
 /// The last change of a definition that somebody else made in the meantime.
@@ -69,6 +83,8 @@ public:
     TaskDefinition get(zn::TextView name);
     /// All tasks in the order of their names, without variables and menu but with `__type`.
     std::vector<TaskDefinition> list();
+    /// The menu entries of all tasks, in the order of the tasks' names.
+    std::vector<TaskMenuEntry> menuEntries();
     /// Makes the change. With a `revision`, only if the definition still has that one: else nothing is written and
     /// the conflict is returned. Raises `StatusError` E_INVALIDARG with a sentence if the task is gone. Runs that were
     /// launched before keep what they took over.

@@ -12,10 +12,11 @@ constexpr std::chrono::milliseconds lookInterval{1000};
 
 } // namespace
 
-Worker::Worker(TaskHost host, Listener listener, const std::atomic<bool>& interrupted)
+Worker::Worker(TaskHost host, Listener listener, const std::atomic<bool>& interrupted, WorkerHelpers helpers)
     : m_host(std::move(host))
     , m_listener(std::move(listener))
     , m_interrupted(interrupted)
+    , m_helpers(std::move(helpers))
 {
 }
 
@@ -25,6 +26,11 @@ Worker::Tally Worker::work(bool untilEmpty)
     RunStore store(m_host.database, m_host.vaultId);
     RoomWait room(m_host.clock, &m_interrupted);
     while (!m_interrupted) {
+        // What ended without a worker, such as a run that was cancelled in the queue, is told of here, too.
+        if (m_helpers.tell)
+            room.patiently([&] { sendNotices(m_host, m_helpers.tell); });
+        if (m_helpers.launch && launchOne(room, tally))
+            continue;
         std::optional<RunClaim> claim;
         room.patiently([&] { claim = RunClaim::takeNext(store, thisProcess(), m_host.clock.now()); });
         if (claim)
@@ -35,6 +41,18 @@ Worker::Tally Worker::work(bool untilEmpty)
             m_host.clock.sleep(lookInterval);
     }
     return tally;
+}
+
+/// What is due goes into the queue behind what waits there. Whether there may be more.
+bool Worker::launchOne(RoomWait& room, Tally& tally)
+{
+    std::optional<ScheduledRun> launched;
+    room.patiently([&] { launched = launchWhatIsDue(m_host, m_helpers.launch); });
+    if (!launched)
+        return false;
+    tally.others += launched->run.ended() ? 1 : 0;
+    m_listener.scheduled(*launched);
+    return true;
 }
 
 void Worker::runOne(const RunClaim& claim, Tally& tally)

@@ -51,7 +51,8 @@ void tell(int report, const Report& content)
 
 /// The program's side, between fork and exec: only calls that are allowed there while other threads of the starter
 /// hold locks. Reports a failure to `report`, which the exec closes.
-[[noreturn]] void becomeProgram(char* const* arguments, char* const* environment, pid_t parent, int report)
+[[noreturn]] void becomeProgram(
+    char* const* arguments, char* const* environment, const ChildStreams& streams, pid_t parent, int report)
 {
     const auto fail = [report] {
         tell(report, {0, errno});
@@ -62,7 +63,9 @@ void tell(int report, const Report& content)
         fail();
     ::setpgid(0, 0);
     const int nothing = ::open("/dev/null", O_RDWR);
-    if (nothing < 0 || ::dup2(nothing, STDIN_FILENO) < 0 || ::dup2(nothing, STDOUT_FILENO) < 0)
+    if (nothing < 0 || ::dup2(streams.input < 0 ? nothing : streams.input, STDIN_FILENO) < 0
+        || ::dup2(streams.output < 0 ? nothing : streams.output, STDOUT_FILENO) < 0
+        || (streams.output >= 0 && ::dup2(streams.output, STDERR_FILENO) < 0))
         fail();
     // Marked instead of closed, so that the report of a failed exec still gets out.
     if (::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC) != 0)
@@ -76,14 +79,15 @@ void tell(int report, const Report& content)
 }
 
 /// The guard's side: starts the program and stays with it. As restricted as `becomeProgram`.
-[[noreturn]] void becomeGuard(char* const* arguments, char* const* environment, pid_t parent, int report)
+[[noreturn]] void becomeGuard(
+    char* const* arguments, char* const* environment, const ChildStreams& streams, pid_t parent, int report)
 {
     if (!prepareGuard(parent))
         ::_exit(127);
     const pid_t self = ::getpid();
     const pid_t program = ::fork();
     if (program == 0)
-        becomeProgram(arguments, environment, self, report);
+        becomeProgram(arguments, environment, streams, self, report);
     tell(report, {program, program < 0 ? errno : 0});
     if (program < 0)
         ::_exit(127);
@@ -109,8 +113,8 @@ Report readReport(int report)
 
 } // namespace
 
-std::optional<StartedChild> startChild(
-    const std::vector<std::string>& arguments, const std::vector<std::string>& moreEnvironment)
+std::optional<StartedChild> startChild(const std::vector<std::string>& arguments,
+    const std::vector<std::string>& moreEnvironment, const ChildStreams& streams)
 {
     const std::vector<std::string> environment = environmentWith(moreEnvironment);
     const std::vector<char*> argumentPointers = pointersTo(arguments);
@@ -123,7 +127,7 @@ std::optional<StartedChild> startChild(
     const pid_t parent = ::getpid();
     const pid_t guard = ::fork();
     if (guard == 0)
-        becomeGuard(argumentPointers.data(), environmentPointers.data(), parent, writer.number());
+        becomeGuard(argumentPointers.data(), environmentPointers.data(), streams, parent, writer.number());
     if (guard < 0)
         return std::nullopt;
     writer.close();

@@ -1,6 +1,7 @@
 #include "arkin/commands/frame/FileByFile.h"
 
 #include "arkin/commands/frame/Output.h"
+#include "commandline/Failure.h"
 
 #include <iostream>
 
@@ -18,7 +19,7 @@ void FileByFile::work(const std::function<Place()>& where)
             std::cout << path << " " << m_action.done << ".\n";
     } catch (const zn::StatusError&) {
         m_failed = true;
-        std::cerr << "arkin: " << currentFailure().sentence << "\n";
+        commandline::tellFailure("arkin", currentFailure().sentence, commandFailed, m_session.json());
     }
 }
 

@@ -14,6 +14,9 @@ h1 { font-size: 1.4em; } h2 { font-size: 1.15em; margin: 1.6em 0 .2em; }
 p { margin: .2em 0; } .details { opacity: .75; }
 table { border-collapse: collapse; width: 100%; margin: .6em 0; }
 td, th { text-align: left; vertical-align: top; padding: .25em .6em .25em 0; border-bottom: 1px solid #8884; }
+img { max-width: 160px; max-height: 120px; background: #fff; border: 1px solid #8884; }
+svg.icon { width: 48px; height: 36px; } svg.icon rect { fill: none; stroke: #888; }
+svg.icon text { font: 11px sans-serif; text-anchor: middle; fill: #888; }
 td { overflow-wrap: anywhere; } td.seconds { text-align: right; white-space: nowrap; }
 )";
 
@@ -44,8 +47,9 @@ std::string escaped(const std::string& text)
 std::string rowOf(const ReportedFile& file)
 {
     const bool bad = file.outcome == "failed" || file.outcome == "skipped";
-    return fmt::format("<tr><td class=\"{}\">{}</td><td>{}</td><td>{}</td><td class=\"seconds\">{:.1f}</td></tr>\n",
-        bad ? "bad" : "good", escaped(file.outcome), escaped(file.source),
+    return fmt::format(
+        "<tr><td>{}</td><td class=\"{}\">{}</td><td>{}</td><td>{}</td><td class=\"seconds\">{:.1f}</td></tr>\n",
+        file.picture, bad ? "bad" : "good", escaped(file.outcome), escaped(file.source),
         escaped(file.sentence.empty() ? file.output : file.sentence), file.seconds);
 }
 
@@ -57,7 +61,7 @@ std::string sectionOf(const ReportedRun& run)
         text += "<p>" + escaped(message) + "</p>\n";
     if (run.files.empty())
         return text;
-    text += "<table><tr><th>Result</th><th>File</th><th>What changed, or why not</th><th>Seconds</th></tr>\n";
+    text += "<table><tr><th></th><th>Result</th><th>File</th><th>What changed, or why not</th><th>Seconds</th></tr>\n";
     for (const ReportedFile& file : run.files)
         text += rowOf(file);
     return text + "</table>\n";

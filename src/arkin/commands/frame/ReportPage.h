@@ -11,6 +11,7 @@ struct ReportedFile {
     std::string source;  ///< with the configuration or sheet
     std::string output;  ///< with its version; may be empty
     std::string sentence;
+    std::string picture; ///< an element of HTML; may be empty
     double seconds = 0.0;
 };
 

@@ -3,6 +3,7 @@
 #include "arkin/commands/frame/Command.h"
 #include "arkin/commands/frame/Interrupt.h"
 #include "arkin/commands/frame/ProgressLine.h"
+#include "arkin/commands/frame/SendNotice.h"
 #include "arkin/commands/frame/TaskText.h"
 #include "arkin/tasks/TaskRunner.h"
 
@@ -48,6 +49,7 @@ int runHere(Session& session, const RunClaim& claim)
     };
     const auto run = TaskRunner(session.taskHost(), watcher, &interrupt.flag()).run(claim);
     line.clear();
+    sendNotices(session.taskHost(), noticeSender(session));
     return printEnd(session, run);
 }
 

@@ -114,7 +114,7 @@ Text Session::pathOf(const std::string& machinePath)
 
 Text Session::vaultPathOf(const std::string& machinePath)
 {
-    const auto path = pathOf(machinePath);
+    auto path = pathOf(machinePath);
     if (vault().local().relativePath(path) || std::filesystem::path(machinePath).is_absolute())
         return path;
     return pathOf((std::filesystem::path(shown(vault().info().root)) / machinePath).string());

@@ -1,5 +1,7 @@
 #include "arkin/commands/frame/TaskText.h"
 
+#include "arkin/tasks/RunLog.h"
+
 #include "base/Format.h"
 #include "base/Paths.h"
 
@@ -79,7 +81,8 @@ Json toJson(Session& session, const RunInfo& run)
             {{"position", run.progressPosition}, {"total", run.progressTotal},
                 {"text", shownProgress(session, run.progressText)}}},
         {"code", run.resultCode}, {"text", zn::toUtf8(run.resultText)}, {"launched", jsonTime(run.launchedAt)},
-        {"started", jsonTime(run.startedAt)}, {"ended", jsonTime(run.endedAt)}, {"documents", documents},
+        {"launchNote", zn::toUtf8(run.launchNote)}, {"started", jsonTime(run.startedAt)},
+        {"ended", jsonTime(run.endedAt)}, {"documents", documents},
         {"outputs", {{"expected", run.outputsExpected}, {"missing", run.outputsMissing}}}, {"messages", messages},
         {"results", results}, {"log", log.empty() ? Json(nullptr) : Json(session.shown(log))}};
 }
@@ -99,6 +102,8 @@ void printRun(Session& session, const RunInfo& run)
         std::to_string(run.progressPosition) + "/" + std::to_string(run.progressTotal) + " "
             + shownProgress(session, run.progressText));
     line("launched", shownTime(run.launchedAt));
+    if (!run.launchNote.empty())
+        line("left out", zn::toUtf8(run.launchNote));
     line("started", shownTime(run.startedAt));
     line("ended", shownTime(run.endedAt));
     if (run.ended()) {
@@ -180,12 +185,7 @@ std::string shownProgress(Session& session, const zn::Text& text)
 zn::Text logPath(Session& session, const RunInfo& run)
 {
     RunStore runs(session.store().database(), session.vault().info().id);
-    const auto variables = runs.variables(run.id);
-    const auto folder = variables.find(u"ErrorLogPath");
-    if (folder == variables.end())
-        return {};
-    const auto root = zn::withoutTrailingSeparators(session.vault().info().root);
-    return zn::pathAppend(zn::pathAppend(root, folder->second.toText()), run.guid) + u".log";
+    return runLogPath(runs, run, session.vault().info().root);
 }
 
 } // namespace zn::arkin
