@@ -2,7 +2,7 @@
 
 #include "arkin/desktop/FileModel.h"
 #include "arkin/desktop/FolderModel.h"
-#include "arkin/desktop/Texts.h"
+#include "arkin/desktop/frame/Texts.h"
 #include "qtglue/PageInput.h"
 
 #include <algorithm>

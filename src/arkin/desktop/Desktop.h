@@ -13,10 +13,11 @@ class LaunchFlow;
 class TaskDetails;
 class TaskSetup;
 struct RunInfo;
+struct TaskHost;
 
 /// The vault host's windows. They live in a library of their own, which the program loads when it first needs one, so
-/// that a worker never loads a toolkit; this header is all that the program sees of it. One desktop a process, on the
-/// thread that made it. Failures are `StatusError`s with a sentence.
+/// that a worker loads no toolkit before it has to launch a schedule; this header is all that the program sees of it.
+/// One desktop a process, on the thread that made it. Failures are `StatusError`s with a sentence.
 class Desktop : public VaultDesktop {
 public:
     /// Whether a person can be asked. If not, windows are made where nobody sees them, and no dialog opens.
@@ -37,6 +38,12 @@ public:
     virtual RunInfo launchWithDefaults(LaunchFlow& launch, std::string& taken) = 0;
     /// Shows the add-in's page about a run until it is closed.
     virtual void showDetails(TaskDetails& details) = 0;
+    /// Shows the window of the opened vault until it is closed. It begins in the folder; 0 for that of the last time.
+    /// Pictures of files are kept in the home's `cacheFolder`.
+    virtual void showExplorer(const TaskHost& tasks, std::int32_t folderId, const std::filesystem::path& cacheFolder)
+        = 0;
+    /// Shows the runs of the opened vault until the window is closed. It begins with the run; 0 for none.
+    virtual void showMonitor(const TaskHost& tasks, std::int32_t runId, const std::filesystem::path& cacheFolder) = 0;
 };
 
 /// What a desktop is made with.

@@ -1,6 +1,7 @@
 #include "arkin/desktop/DetailsWindow.h"
 
-#include "arkin/desktop/Texts.h"
+#include "arkin/desktop/frame/Texts.h"
+#include "arkin/desktop/monitor/RunTexts.h"
 #include "arkin/tasks/TaskDetails.h"
 
 #include <ctime>
@@ -16,18 +17,6 @@ namespace zn::arkin {
 namespace {
 
 constexpr int shownLines = 6;
-
-QString stateOf(const RunInfo& run)
-{
-    const auto now = std::time(nullptr);
-    RunInfo whole = run;
-    whole.outputsMissing = 0;
-    const auto state = stateText(whole, now);
-    const auto words = QCoreApplication::translate("RunState", zn::toUtf8(state).c_str());
-    if (stateText(run, now) == state)
-        return words;
-    return own("%1, %2 of %3 failed").arg(words).arg(run.outputsMissing).arg(run.outputsExpected);
-}
 
 } // namespace
 
@@ -77,7 +66,7 @@ void DetailsWindow::open()
     m_area = makeArea(page.title, page.window);
     content().insertWidget(1, m_area, 1); // between heading and messages
     orderTabs();
-    const auto state = stateOf(m_details.run());
+    const auto state = runStateText(m_details.run(), std::time(nullptr));
     m_heading->setText(page.title.empty() ? state : QStringLiteral("%1 (%2)").arg(shown(page.title), state));
     showMessages();
     m_area->takeFocus();

@@ -1,6 +1,6 @@
 #include "arkin/desktop/FileFilter.h"
 
-#include "arkin/desktop/Texts.h"
+#include "arkin/desktop/frame/Texts.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "arkin/desktop/FolderModel.h"
 
-#include "arkin/desktop/Texts.h"
+#include "arkin/desktop/frame/Texts.h"
 #include "base/Paths.h"
 #include "base/Status.h"
 

@@ -3,16 +3,20 @@
 #include "arkin/desktop/Application.h"
 #include "arkin/desktop/BrowseDialog.h"
 #include "arkin/desktop/DetailsWindow.h"
+#include "arkin/desktop/explorer/ExplorerWindow.h"
+#include "arkin/desktop/frame/Texts.h"
 #include "arkin/desktop/LaunchDialog.h"
+#include "arkin/desktop/monitor/MonitorWindow.h"
 #include "arkin/desktop/OpenQuestions.h"
 #include "arkin/desktop/PropertyDialog.h"
-#include "arkin/desktop/Texts.h"
 #include "arkin/desktop/UnseenDialogs.h"
 #include "arkin/tasks/Launch.h"
 #include "arkin/tasks/LaunchFlow.h"
+#include "arkin/tasks/TaskDetails.h"
 #include "arkin/tasks/TaskSetup.h"
 
 #include <QApplication>
+#include <QEventLoop>
 
 namespace zn::arkin {
 
@@ -20,6 +24,27 @@ namespace {
 
 /// What an add-in told nobody, by its own account and in dialogs that opened all the same.
 std::string told(const zn::Text& unspoken, UnseenDialogs& unseen) { return zn::toUtf8(unspoken) + unseen.take(); }
+
+DailyHost dailyHost(Desktop& desktop, const TaskHost& tasks, const std::filesystem::path& cacheFolder)
+{
+    return {tasks, cacheFolder,
+        [&desktop, tasks](const TaskDefinition& task, zn::ArkSelection selection) {
+            LaunchFlow flow(tasks, task, std::move(selection));
+            return desktop.launchTask(flow);
+        },
+        [&desktop, tasks](std::int32_t runId) {
+            TaskDetails details(tasks, runId);
+            desktop.showDetails(details);
+        }};
+}
+
+template <class Window> void untilClosed(Window& window)
+{
+    QEventLoop loop;
+    window.whenClosed = [&] { loop.quit(); };
+    window.show();
+    loop.exec();
+}
 
 } // namespace
 
@@ -106,6 +131,22 @@ RunInfo HostDesktop::launchWithDefaults(LaunchFlow& launch, std::string& taken)
 }
 
 void HostDesktop::showDetails(TaskDetails& details) { DetailsWindow(details).exec(); }
+
+void HostDesktop::showExplorer(const TaskHost& tasks, std::int32_t folderId, const std::filesystem::path& cacheFolder)
+{
+    const DailyHost host = dailyHost(*this, tasks, cacheFolder);
+    ExplorerWindow window(host, folderId);
+    untilClosed(window);
+}
+
+void HostDesktop::showMonitor(const TaskHost& tasks, std::int32_t runId, const std::filesystem::path& cacheFolder)
+{
+    const DailyHost host = dailyHost(*this, tasks, cacheFolder);
+    MonitorWindow window(host);
+    if (runId != 0)
+        window.choose(runId);
+    untilClosed(window);
+}
 
 std::vector<zn::Text> HostDesktop::pickFiles(
     zn::IArkVault& vault, std::int32_t window, bool several, zn::TextView title, zn::TextView filter)

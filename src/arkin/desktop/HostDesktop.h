@@ -2,7 +2,7 @@
 
 #include "arkin/desktop/Desktop.h"
 #include "arkin/desktop/Display.h"
-#include "arkin/desktop/Translation.h"
+#include "arkin/desktop/frame/Translation.h"
 
 namespace zn::arkin {
 
@@ -22,6 +22,8 @@ public:
     std::optional<RunInfo> launchTask(LaunchFlow& launch) override;
     RunInfo launchWithDefaults(LaunchFlow& launch, std::string& taken) override;
     void showDetails(TaskDetails& details) override;
+    void showExplorer(const TaskHost& tasks, std::int32_t folderId, const std::filesystem::path& cacheFolder) override;
+    void showMonitor(const TaskHost& tasks, std::int32_t runId, const std::filesystem::path& cacheFolder) override;
 
     std::vector<zn::Text> pickFiles(
         zn::IArkVault& vault, std::int32_t window, bool several, zn::TextView title, zn::TextView filter) override;

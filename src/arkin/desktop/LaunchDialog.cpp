@@ -1,6 +1,6 @@
 #include "arkin/desktop/LaunchDialog.h"
 
-#include "arkin/desktop/Texts.h"
+#include "arkin/desktop/frame/Texts.h"
 #include "arkin/tasks/LaunchFlow.h"
 
 #include <QDialogButtonBox>

@@ -1,6 +1,6 @@
 #include "arkin/desktop/PageArea.h"
 
-#include "arkin/desktop/Texts.h"
+#include "arkin/desktop/frame/Texts.h"
 #include "base/Status.h"
 #include "contracts/host/PageMessage.h"
 

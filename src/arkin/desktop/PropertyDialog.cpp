@@ -1,6 +1,6 @@
 #include "arkin/desktop/PropertyDialog.h"
 
-#include "arkin/desktop/Texts.h"
+#include "arkin/desktop/frame/Texts.h"
 #include "arkin/tasks/TaskSetup.h"
 
 #include <QDateTime>

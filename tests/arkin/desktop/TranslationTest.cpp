@@ -45,6 +45,7 @@ TEST_F(TranslationTest, EveryTextOfTheWindowsHasAGermanOne)
     } places[] = {
         {"desktop", R"(\bown\()", "Desktop", {"&Refresh", "All files"}},
         {"desktop", R"(\blabel(?:led|For)\(\w+, )", "Desktop", {"&Folders of the vault:", "S&how:"}},
+        {"desktop/explorer", R"(\{"\w+",)", "Desktop", {"Check &In …"}},
         {"reftree", R"("RefTree", )", "RefTree", {"State", "Latest"}},
     };
     for (const auto& place : places) {

@@ -13,6 +13,9 @@ using zn::typed;
 /// A text of the host's windows in the language of the desktop.
 inline QString own(const char* english) { return QCoreApplication::translate("Desktop", english); }
 
+/// Gives a window that size, in units of its font's letters and lines, as far as its screen has room.
+void resizeByFont(QWidget& window, int letters, int lines);
+
 /// Shows what the exception now being handled means, in a message box over the window. To be called inside a `catch`
 /// block only.
 void tellCurrentFailure(QWidget* parent) noexcept;

@@ -1,10 +1,21 @@
-#include "arkin/desktop/Texts.h"
+#include "arkin/desktop/frame/Texts.h"
 
 #include "arkin/store/Codes.h"
+
+#include <QFontMetrics>
+#include <QScreen>
+#include <QWidget>
 
 namespace zn::arkin {
 
 void tell(QWidget* parent, const QString& sentence) { zn::showSentence(parent, QStringLiteral("ARKIN"), sentence); }
+
+void resizeByFont(QWidget& window, int letters, int lines)
+{
+    const QFontMetrics font = window.fontMetrics();
+    window.resize(QSize(letters * font.averageCharWidth(), lines * font.lineSpacing())
+                      .boundedTo(window.screen()->availableSize()));
+}
 
 void tellCurrentFailure(QWidget* parent) noexcept
 {
