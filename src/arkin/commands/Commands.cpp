@@ -39,6 +39,8 @@ const CommandRow commands[] = {
     {"", "checkout", "Take files for writing", checkOutCommand},
     {"", "checkin", "Make new versions of the local copies", checkInCommand},
     {"", "undo", "Give check-outs up", undoCommand},
+    {"", "mv", "Move files and folders of the vault", moveCommand},
+    {"", "rename", "Give a file or folder another name", renameCommand},
     {"", "delete", "Remove files from their folders; their versions stay", deleteCommand},
     {"", "restore", "Bring a deleted file back, or make an older version the newest", restoreCommand},
     {"right", "list", "List what users may do in which folders", rightListCommand},

@@ -29,6 +29,8 @@ MadeCommand getCommand();
 MadeCommand checkOutCommand();
 MadeCommand checkInCommand();
 MadeCommand undoCommand();
+MadeCommand moveCommand();
+MadeCommand renameCommand();
 MadeCommand deleteCommand();
 MadeCommand restoreCommand();
 MadeCommand rightListCommand();

@@ -1,6 +1,8 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
 
+#include "arkin/store/MoveFiles.h"
+
 namespace zn::arkin {
 
 namespace {
@@ -12,18 +14,31 @@ public:
     int run(Session& session) override
     {
         const auto place = session.fileAt(m_file);
-        auto versions = Json::array();
+        auto entries = Json::array();
         std::vector<std::vector<std::string>> rows{{"VERSION", "TIME", "USER", "REVISION", "STATE", "SIZE", "COMMENT"}};
+        const auto moves = movesOf(session.vault(), place.fileId);
+        auto move = moves.begin();
+        const auto addMovesUntil = [&](std::int64_t time) {
+            for (; move != moves.end() && move->movedAt < time; ++move) {
+                const auto from = zn::toUtf8(move->from), to = zn::toUtf8(move->to);
+                entries.push_back({{"version", nullptr}, {"time", jsonTime(move->movedAt)}, {"user", move->user},
+                    {"movedFrom", from}, {"movedTo", to}});
+                rows.push_back(
+                    {"-", shownTime(move->movedAt), move->user, "", "", "", "Moved from " + from + " to " + to});
+            }
+        };
         for (const auto& row : session.vault().files().history(place.fileId)) {
-            versions.push_back({{"version", row.version}, {"time", jsonTime(row.madeAt)},
-                {"user", zn::toUtf8(row.user)}, {"revision", zn::toUtf8(row.revision)},
-                {"state", zn::toUtf8(row.state)}, {"size", row.content.size}, {"comment", zn::toUtf8(row.comment)}});
+            addMovesUntil(row.madeAt);
+            entries.push_back({{"version", row.version}, {"time", jsonTime(row.madeAt)}, {"user", zn::toUtf8(row.user)},
+                {"revision", zn::toUtf8(row.revision)}, {"state", zn::toUtf8(row.state)}, {"size", row.content.size},
+                {"comment", zn::toUtf8(row.comment)}});
             rows.push_back({std::to_string(row.version), shownTime(row.madeAt), zn::toUtf8(row.user),
                 zn::toUtf8(row.revision), zn::toUtf8(row.state),
                 shownCount(static_cast<std::int64_t>(row.content.size)), zn::toUtf8(row.comment)});
         }
+        addMovesUntil(INT64_MAX);
         if (session.json())
-            printJson(versions);
+            printJson(entries);
         else
             printTable(rows, "The file has no version yet: it was never checked in.");
         return commandDone;

@@ -45,6 +45,7 @@ const Row rows[] = {
     {E_ARK_DISK_FULL, {"E_ARK_DISK_FULL", "The disk is full."}},
     {zn::E_ARK_NO_DESKTOP, {"E_ARK_NO_DESKTOP", "There is no window here in which the vault could ask."}},
     {E_ARK_LOCAL_FILE_FAILED, {"E_ARK_LOCAL_FILE_FAILED", "The local copy of the file could not be read or written."}},
+    {E_ARK_REFERENCED, {"E_ARK_REFERENCED", "Other files refer to the file by its path."}},
     {E_ARK_RUN_TAKEN_OVER, {"E_ARK_RUN_TAKEN_OVER", "Another worker has taken the run over."}},
     {E_ARK_RUNS_CROSS,
         {"E_ARK_RUNS_CROSS",

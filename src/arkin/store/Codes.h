@@ -23,6 +23,8 @@ inline constexpr zn::Status E_ARK_BAD_NAME = zn::statusCode(0x80040309);
 inline constexpr zn::Status E_ARK_ARCHIVE = zn::statusCode(0x8004030A);
 inline constexpr zn::Status E_ARK_DISK_FULL = zn::statusCode(0x8004030B);
 inline constexpr zn::Status E_ARK_LOCAL_FILE_FAILED = zn::statusCode(0x8004030C);
+/// A file whose move or new name would break references that stand in documents.
+inline constexpr zn::Status E_ARK_REFERENCED = zn::statusCode(0x8004030D);
 /// What every write of a worker answers when another worker has taken its run over in the meantime.
 inline constexpr zn::Status E_ARK_RUN_TAKEN_OVER = zn::statusCode(0x80040320);
 /// Two runs that are at work each wait for what the other keeps.

@@ -102,7 +102,18 @@ std::int32_t Folders::ensure(TextView relativePath)
         const auto next = child(folder, part);
         folder = next ? *next : makeChild(folder, part);
     }
-    return folder;
+    if (isThere(folder))
+        return folder;
+    // Somebody has moved it since it was read.
+    forget();
+    return ensure(relativePath);
+}
+
+bool Folders::isThere(std::int32_t folderId)
+{
+    int count = 0;
+    m_database.session() << "SELECT COUNT(*) FROM folders WHERE id = :i", soci::use(folderId), soci::into(count);
+    return count != 0;
 }
 
 Text Folders::pathOf(std::int32_t folderId)

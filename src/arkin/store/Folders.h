@@ -10,7 +10,8 @@
 
 namespace zn::arkin {
 
-/// The folders of one vault. A folder is never renamed or removed, so what was read once stays true and is kept.
+/// The folders of one vault. A folder that moves or gets another name gets another number, too, so what was read once
+/// of a number stays true and is kept.
 class Folders {
 public:
     Folders(Database& database, std::int32_t vaultId, std::int32_t rootId)
@@ -26,7 +27,8 @@ public:
     std::optional<std::int32_t> find(zn::TextView relativePath);
     /// The deepest folder of the path that exists.
     std::int32_t findNearest(zn::TextView relativePath);
-    /// The folder at the path; makes what is missing. Inside a write transaction; `forget` after it was rolled back.
+    /// The folder at the path, which is there until the transaction ends; makes what is missing. Inside a write
+    /// transaction; `forget` after it was rolled back.
     std::int32_t ensure(zn::TextView relativePath);
     /// Path below the root without separators around it. Raises E_ARK_NOT_IN_VAULT for an unknown folder.
     zn::Text pathOf(std::int32_t folderId);
@@ -44,6 +46,7 @@ private:
         zn::Text name;
     };
 
+    bool isThere(std::int32_t folderId);
     std::optional<std::int32_t> child(std::int32_t parentId, zn::TextView name);
     std::int32_t makeChild(std::int32_t parentId, zn::TextView name);
     const Folder& row(std::int32_t folderId);

@@ -148,6 +148,60 @@ void Outlines::connect(std::span<const Place> arrived)
     }
 }
 
+/// A reference as it is kept.
+struct Outlines::Standing {
+    FileVersion file;
+    std::int32_t position = 0;
+    std::string path;
+    std::int32_t toFileId = 0;
+};
+
+/// The references of a file's latest version, or those of others' latest versions to it.
+std::vector<Outlines::Standing> Outlines::standing(std::int32_t fileId, bool asTarget)
+{
+    Standing row;
+    std::vector<Standing> rows;
+    soci::statement statement = (m_vault.database().session().prepare
+            << "SELECT r.file_id, r.version, r.position, r.path, r.to_file_id FROM document_references r "
+               "JOIN files ON files.id = r.file_id AND files.latest_version = r.version AND files.deleted_at = 0 WHERE "
+            << (asTarget ? "r.to_file_id" : "r.file_id") << " = :f",
+        soci::use(fileId), soci::into(row.file.fileId), soci::into(row.file.version), soci::into(row.position),
+        soci::into(row.path), soci::into(row.toFileId));
+    statement.execute();
+    while (statement.fetch())
+        rows.push_back(row);
+    return rows;
+}
+
+std::vector<BrokenReference> Outlines::follow(std::span<const std::int32_t> moved)
+{
+    std::vector<BrokenReference> broken;
+    soci::session& session = m_vault.database().session();
+    std::set<std::pair<std::int32_t, std::int32_t>> seen;
+    for (const std::int32_t fileId : moved) {
+        std::vector<Standing> rows = standing(fileId, false);
+        for (Standing& row : standing(fileId, true))
+            rows.push_back(std::move(row));
+        for (const Standing& row : rows) {
+            const auto folders = m_vault.files().foldersOf(row.file.fileId);
+            if (folders.empty() || !seen.emplace(row.file.fileId, row.position).second)
+                continue;
+            const Place found = target(folders.front(), row.path);
+            if (found.fileId == row.toFileId || found.fileId == row.file.fileId)
+                continue;
+            if (row.toFileId != 0)
+                broken.push_back({row.file.fileId, row.toFileId, row.path});
+            session << "UPDATE document_references SET to_file_id = :t WHERE file_id = :f AND version = :v AND "
+                       "position = :p",
+                soci::use(found.fileId), soci::use(row.file.fileId), soci::use(row.file.version),
+                soci::use(row.position);
+            if (found.fileId != 0)
+                refer(row.file, found);
+        }
+    }
+    return broken;
+}
+
 void Outlines::disconnect(Database& database, std::int32_t fileId)
 {
     database.session() << "UPDATE document_references SET to_file_id = 0 WHERE to_file_id = :t", soci::use(fileId);

@@ -15,6 +15,13 @@ struct KnownOutline {
     std::string problem; ///< a sentence, if the content tells nothing although its name promises it
 };
 
+/// A reference that stands in the latest version of a document and doesn't lead to its file any more.
+struct BrokenReference {
+    std::int32_t fileId = 0; ///< the document
+    std::int32_t toFileId = 0;
+    std::string path; ///< as it stands in the document
+};
+
 /// What documents say of themselves: a drawing's sheets, the configurations of parts and assemblies, and the files to
 /// which they refer. It is kept with each version, so that lists and selections know it without opening a file.
 class Outlines {
@@ -34,6 +41,9 @@ public:
     void keep(const KnownOutline& known, std::int32_t base);
     /// Completes references of latest versions that have been waiting for these new files.
     void connect(std::span<const Place> arrived);
+    /// Follows the references of latest versions anew from and to files that have moved. Those that lead to another
+    /// file now are returned; they wait, or mean that file. What refers to them in the vault stays.
+    std::vector<BrokenReference> follow(std::span<const std::int32_t> moved);
     /// Lets references wait again, for a file that leaves the vault or is deleted: another may come in its place.
     static void disconnect(Database& database, std::int32_t fileId);
 
@@ -41,6 +51,8 @@ public:
     std::vector<zn::Text> parts(const FileVersion& file);
 
 private:
+    struct Standing;
+    std::vector<Standing> standing(std::int32_t fileId, bool asTarget);
     Place target(std::int32_t folderId, const std::string& path);
     void forget(const FileVersion& file);
     void refer(const FileVersion& file, const Place& target);

@@ -148,6 +148,19 @@ const char* const fifthStep[] = {
     "ALTER TABLE versions ADD COLUMN run_id INTEGER NOT NULL DEFAULT 0",
 };
 
+const char* const seventhStep[] = {
+    // Where files were before. Paths below the vault's root; `position` counts a file's moves from 0.
+    R"(CREATE TABLE file_moves (
+        file_id INTEGER NOT NULL REFERENCES files (id),
+        position INTEGER NOT NULL,
+        moved_at BIGINT NOT NULL,
+        user_name VARCHAR(260) NOT NULL,
+        from_path VARCHAR(4000) NOT NULL,
+        to_path VARCHAR(4000) NOT NULL,
+        PRIMARY KEY (file_id, position)))",
+};
+const char* const seventhSums[] = {"file_moves"};
+
 /// What was damaged in a local copy's row is made anew by the next get, so that table has no sums.
 const char* const summedTables[] = {"vaults", "folders", "files", "file_folders", "versions", "check_outs", "variables",
     "card_values", "file_references", "permissions", "users", "document_parts", "document_references", "deleted_places",
@@ -160,6 +173,7 @@ const SchemaStep steps[] = {
     {fourthStep},
     {fifthStep},
     {{}, summedTables},
+    {seventhStep, seventhSums},
 };
 
 } // namespace

@@ -1,38 +1,27 @@
 #pragma once
 
-#include "arkin/desktop/explorer/CardColumns.h"
-#include "arkin/desktop/explorer/VisitedFolders.h"
 #include "arkin/desktop/pictures/DailyHost.h"
 #include "arkin/store/Vault.h"
 
+#include <QKeySequence>
 #include <QMainWindow>
-#include <vector>
 
 class QAction;
 class QLabel;
-class QLineEdit;
-class QMenu;
 class QTabWidget;
 class QToolBar;
-class QTreeView;
 
 namespace zn::arkin {
 
-class FileDetails;
-class FileFilterBox;
-class FileTable;
-class FolderTree;
-class PictureMaker;
-class PicturePane;
+class FolderPage;
 class RunsView;
 struct FileWork;
 
-/// The window of a vault, for people who know file managers: its folders, the files of one with what is known of them,
-/// what can be done with the chosen ones, the menu entries of the tasks, and the runs. It shows the vault as it was
-/// read; F5 reads again.
+/// The window of a vault, for people who know file managers: folders, each in a tab, what can be done with the chosen
+/// files, the menu entries of the tasks, and the runs. It shows the vault as it was read; F5 reads again.
 class ExplorerWindow : public QMainWindow {
 public:
-    /// Begins in the folder; 0 for the one that was open when such a window was closed last, or the vault's root.
+    /// Begins in the folder; 0 for those that were open when such a window was closed last, or the vault's root.
     /// `host` outlives the window.
     ExplorerWindow(const DailyHost& host, std::int32_t folderId);
     ~ExplorerWindow() override;
@@ -48,57 +37,41 @@ private:
     void makeActions();
     QAction* addAction(QToolBar& bar, const char* name, const QString& text, QKeySequence key, Work work);
     void addFileAction(QToolBar& bar, const FileWork& work);
-    void makeSearch();
-    void makeViews();
+    void addKey(const char* name, QKeySequence key, Work work);
+    void makePages();
     void makeRuns();
-    void connectViews();
-    void enableDragging();
+    void restoreState(std::int32_t folderId);
+    FolderPage* addPage(std::int32_t folderId);
+    /// The page in front; the one that was there last while the runs are.
+    FolderPage& page() const { return *m_page; }
+    std::vector<FolderPage*> folderPages() const;
+    void choosePage();
+    void showPage();
+    void newTab();
+    void closeTab(int index);
+    void closeCurrentTab();
     void addFiles();
-    void import(const QList<QUrl>& urls);
-    void enterFolder();
     void goBack();
     void goForward();
     void goToParent();
+    /// Reads the vault again, on each page when it is seen.
     void refresh();
-    /// Does what changes the list, and lets the chosen files be the chosen ones again.
-    void keepChoice(const std::function<void()>& work);
-    void showPath();
-    void search();
-    void filter();
-    void noteChoice();
-    void showPicture();
-    std::vector<Place> chosenPlaces() const;
-    void showMenu(QMenu& menu, const QPoint& at);
-    void showFileMenu(const QPoint& at);
-    void showFolderMenu(const QPoint& at);
+    void focusSearch();
     void showTaskMenu();
     void launch(const zn::Text& task, zn::ArkSelection selection);
     void showRun(std::int32_t runId);
-    zn::ArkSelection chosenFiles() const;
-    zn::ArkSelection chosenFolder() const;
-    void restoreState();
 
     const DailyHost& m_host;
     Vault& m_vault;
-    FileTable* m_files;
-    FolderTree* m_folders;
-    CardColumns m_cardColumns;
-    QTreeView* m_list;
-    FileDetails* m_details;
-    PicturePane* m_picture;
-    PictureMaker* m_pictures;
-    QLineEdit* m_search;
-    FileFilterBox* m_filter;
-    QToolBar* m_path;
     QLabel* m_count;
-    QTabWidget* m_pages; ///< files, and runs
+    QTabWidget* m_pages; ///< folders, and at the end the runs
+    FolderPage* m_page = nullptr;
     RunsView* m_runs;
     QAction* m_tasks = nullptr;
     QAction* m_back = nullptr;
     QAction* m_forward = nullptr;
     QAction* m_up = nullptr;
     QList<QAction*> m_fileActions; ///< need a chosen file
-    VisitedFolders m_visited;
 };
 
 } // namespace zn::arkin

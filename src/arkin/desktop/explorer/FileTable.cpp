@@ -196,6 +196,7 @@ QMimeData* FileTable::mimeData(const QModelIndexList& indexes) const
             fileIds.push_back(file(index.row()).fileId);
     auto* const data = new QMimeData;
     data->setUrls(urlsOf(fileIds));
+    data->setData(markFormat, mark);
     return data;
 }
 

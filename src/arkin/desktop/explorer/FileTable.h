@@ -45,6 +45,9 @@ public:
 
     /// The machine's paths of files that are dragged out.
     std::function<QList<QUrl>(const std::vector<std::int32_t>& fileIds)> urlsOf;
+    /// Goes with what is dragged out, for those that know whose files they are.
+    static constexpr const char* markFormat = "application/x-arkin-files";
+    QByteArray mark;
     /// Files of this machine were dropped on the list.
     std::function<void(const QList<QUrl>& urls)> dropped;
 

@@ -1,5 +1,6 @@
 #include "arkin/desktop/explorer/FileWork.h"
 
+#include "arkin/desktop/explorer/FolderWork.h"
 #include "arkin/desktop/frame/Texts.h"
 #include "arkin/desktop/monitor/OpenFile.h"
 #include "arkin/store/CheckIn.h"
@@ -110,6 +111,15 @@ void copyPath(Vault& vault, QWidget*, const Places& places)
     QApplication::clipboard()->setText(paths.join('\n'));
 }
 
+void rename(Vault& vault, QWidget* window, const Places& places)
+{
+    for (const Place& place : places)
+        if (!renameFile(vault, window, place))
+            return;
+}
+
+void moveElsewhere(Vault& vault, QWidget* window, const Places& places) { moveFiles(vault, window, places); }
+
 constexpr FileWork works[] = {
     {"get", "&Get", Qt::CTRL | Qt::Key_G, true, false, get},
     {"checkOut", "Check &Out", Qt::CTRL | Qt::Key_E, true, true, takeOut},
@@ -117,6 +127,8 @@ constexpr FileWork works[] = {
     {"undo", "Undo Check-Out …", Qt::Key_unknown, true, true, giveUp},
     {"open", "O&pen", Qt::Key_Return, true, false, openOutside},
     {"copyPath", "Copy Path", Qt::CTRL | Qt::SHIFT | Qt::Key_C, false, false, copyPath},
+    {"rename", "Rena&me …", Qt::Key_F2, false, true, rename},
+    {"move", "Mo&ve …", Qt::Key_unknown, false, true, moveElsewhere},
     {"delete", "&Delete …", Qt::Key_Delete, false, true, remove},
 };
 

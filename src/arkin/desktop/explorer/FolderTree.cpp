@@ -1,10 +1,14 @@
 #include "arkin/desktop/explorer/FolderTree.h"
 
+#include "arkin/desktop/explorer/FileTable.h"
 #include "arkin/desktop/frame/Texts.h"
 #include "base/Paths.h"
 
 #include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QStyle>
+#include <QTreeWidgetItemIterator>
 
 namespace zn::arkin {
 
@@ -25,9 +29,15 @@ FolderTree::FolderTree(Vault& vault, QWidget* parent)
     setUniformRowHeights(true);
     connect(
         this, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) { inSlot(this, [&] { fetch(*item); }); });
-    auto* const root = addFolder(nullptr, vault.folders().rootId(), shown(vault.info().name));
-    root->setExpanded(true);
-    setCurrentItem(root);
+    setAcceptDrops(true);
+    begin();
+    setCurrentItem(topLevelItem(0));
+}
+
+void FolderTree::begin()
+{
+    addFolder(nullptr, m_vault.folders().rootId(), shown(m_vault.info().name))->setExpanded(true);
+    fetch(*topLevelItem(0)); // the signal of the opening may be blocked
 }
 
 QTreeWidgetItem* FolderTree::addFolder(QTreeWidgetItem* above, std::int32_t folderId, const QString& name)
@@ -50,11 +60,59 @@ void FolderTree::fetch(QTreeWidgetItem& item)
     item.setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicatorWhenChildless);
 }
 
+std::int32_t FolderTree::folderOf(const QTreeWidgetItem& item) { return item.data(0, folderRole).toInt(); }
+
+void FolderTree::readAgain()
+{
+    std::vector<std::int32_t> opened, current;
+    for (QTreeWidgetItemIterator at(this); *at; ++at)
+        if ((*at)->isExpanded())
+            opened.push_back(folderOf(**at));
+    for (const auto* item = currentItem(); item; item = item->parent())
+        current.push_back(folderOf(*item));
+    clear();
+    m_vault.folders().forget();
+    begin();
+    for (const std::int32_t folderId : opened)
+        if (QTreeWidgetItem* const item = itemOf(folderId)) {
+            fetch(*item);
+            item->setExpanded(true);
+        }
+    for (const std::int32_t folderId : current)
+        if (setCurrentFolder(folderId))
+            return;
+}
+
+/// Files that are dragged from elsewhere are added by the list.
+bool FolderTree::isFromHere(const QDropEvent& event) const
+{
+    return !accepted.isEmpty() && event.mimeData()->data(FileTable::markFormat) == accepted;
+}
+
+void FolderTree::dragEnterEvent(QDragEnterEvent* event) { event->setAccepted(isFromHere(*event)); }
+
+void FolderTree::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setAccepted(isFromHere(*event) && itemAt(event->position().toPoint()));
+}
+
+void FolderTree::dropEvent(QDropEvent* event)
+{
+    const auto* const item = itemAt(event->position().toPoint());
+    if (!item || !isFromHere(*event))
+        return;
+    // The list that the files come from has nothing to remove.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    dropped(folderOf(*item));
+}
+
 QTreeWidgetItem* FolderTree::itemOf(std::int32_t folderId)
 {
     if (folderId == m_vault.folders().rootId())
         return topLevelItem(0);
-    QTreeWidgetItem* const above = itemOf(m_vault.folders().parentOf(folderId));
+    QTreeWidgetItem* above = nullptr;
+    zn::guarded([&] { above = itemOf(m_vault.folders().parentOf(folderId)); }, [] {}); // the folder may have gone
     if (!above)
         return nullptr;
     fetch(*above);
@@ -67,17 +125,19 @@ QTreeWidgetItem* FolderTree::itemOf(std::int32_t folderId)
 std::int32_t FolderTree::currentFolder() const
 {
     const QTreeWidgetItem* item = currentItem();
-    return item ? item->data(0, folderRole).toInt() : 0;
+    return item ? folderOf(*item) : 0;
 }
 
-void FolderTree::setCurrentFolder(std::int32_t folderId)
+bool FolderTree::setCurrentFolder(std::int32_t folderId)
 {
-    if (QTreeWidgetItem* item = itemOf(folderId)) {
-        for (QTreeWidgetItem* above = item->parent(); above; above = above->parent())
-            above->setExpanded(true);
-        setCurrentItem(item);
-        scrollToItem(item);
-    }
+    QTreeWidgetItem* const item = itemOf(folderId);
+    if (!item)
+        return false;
+    for (QTreeWidgetItem* above = item->parent(); above; above = above->parent())
+        above->setExpanded(true);
+    setCurrentItem(item);
+    scrollToItem(item);
+    return true;
 }
 
 } // namespace zn::arkin

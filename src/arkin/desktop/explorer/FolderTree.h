@@ -2,6 +2,7 @@
 
 #include "arkin/store/Vault.h"
 
+#include <functional>
 #include <QTreeWidget>
 
 namespace zn::arkin {
@@ -12,10 +13,25 @@ public:
     explicit FolderTree(Vault& vault, QWidget* parent = nullptr);
 
     std::int32_t currentFolder() const;
-    /// Opens what lies above it and makes it the current one.
-    void setCurrentFolder(std::int32_t folderId);
+    /// Opens what lies above it and makes it the current one. False if the vault doesn't show it (any more).
+    bool setCurrentFolder(std::int32_t folderId);
+    static std::int32_t folderOf(const QTreeWidgetItem& item);
+    /// Shows the vault's folders as they are now. What was open stays open; the current folder, or where it was the
+    /// nearest above it that is still there, is the current one.
+    void readAgain();
+
+    /// Files with this mark in what is dragged may be dropped on a folder.
+    QByteArray accepted;
+    std::function<void(std::int32_t folderId)> dropped;
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
+    void begin();
+    bool isFromHere(const QDropEvent& event) const;
     QTreeWidgetItem* addFolder(QTreeWidgetItem* above, std::int32_t folderId, const QString& name);
     void fetch(QTreeWidgetItem& item);
     QTreeWidgetItem* itemOf(std::int32_t folderId);

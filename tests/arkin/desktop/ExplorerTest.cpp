@@ -1,0 +1,107 @@
+#include "tests/arkin/desktop/DailyFixture.h"
+
+#include <QAction>
+#include <QDropEvent>
+#include <QInputDialog>
+#include <QMimeData>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QTreeWidget>
+
+namespace zn::arkin::test {
+
+using ExplorerTest = DailyWindowsTest;
+
+TEST_F(ExplorerTest, FilesAndFoldersGetOtherPlacesAndNames)
+{
+    const auto answerName = [](const char* name) {
+        return [name](QWidget& dialog) {
+            static_cast<QInputDialog&>(dialog).setTextValue(name);
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        };
+    };
+    const Answers answers(
+        {answerName("Screws"), answerName("bolt M8.step"), answerName("Fixings"), [](QWidget& dialog) {
+             auto& folders = *find<QTreeWidget>(dialog, "folders");
+             folders.setCurrentItem(folders.findItems("Fixings", Qt::MatchRecursive).front());
+             QTest::keyClick(&dialog, Qt::Key_Return);
+         }});
+    inExplorer([&](QWidget& window) {
+        auto& folders = *find<QTreeWidget>(window, "folders");
+        auto& list = *find<QTreeView>(window, "files");
+        chooseEntry(folders, "newFolder", {5, 5});
+        EXPECT_EQ(folders.currentItem()->text(0), "Screws");
+        EXPECT_EQ(find<QTabWidget>(window, "pages")->tabText(0), "Screws");
+        find<QAction>(window, "up")->trigger();
+        chooseRow(list, "Bolt.step");
+        find<QAction>(window, "rename")->trigger();
+        EXPECT_EQ(columnOf(list), QStringList({"arm.zenprt", "bolt M8.step"}));
+        folders.setCurrentItem(folders.findItems("Screws", Qt::MatchRecursive).front());
+        chooseEntry(folders, "renameFolder", {5, 5});
+        EXPECT_EQ(folders.currentItem()->text(0), "Fixings");
+        find<QAction>(window, "up")->trigger();
+        chooseRow(list, "bolt M8.step");
+        find<QAction>(window, "move")->trigger();
+        EXPECT_EQ(columnOf(list), QStringList({"arm.zenprt"}));
+
+        // Dragged from the list onto a folder.
+        chooseRow(list, "arm.zenprt");
+        auto* const fixings = folders.findItems("Fixings", Qt::MatchRecursive).front();
+        const std::unique_ptr<QMimeData> dragged(list.model()->mimeData(list.selectionModel()->selectedIndexes()));
+        const QPoint at = folders.visualItemRect(fixings).center();
+        QDragEnterEvent enter(at, Qt::CopyAction, dragged.get(), Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(at, Qt::CopyAction, dragged.get(), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(folders.viewport(), &enter);
+        QApplication::sendEvent(folders.viewport(), &drop);
+        EXPECT_TRUE(drop.isAccepted());
+        QApplication::processEvents();
+        EXPECT_EQ(columnOf(list), QStringList());
+    });
+    EXPECT_EQ(vault.vault.file(place("Parts/Fixings/bolt M8.step").fileId).latestVersion, 2);
+    EXPECT_TRUE(std::filesystem::exists(vault.local("Parts/Fixings/bolt M8.step")));
+}
+
+TEST_F(ExplorerTest, FoldersStandInTabsThatTheNextWindowHas)
+{
+    inExplorer([&](QWidget& window) {
+        auto& tabs = *find<QTabWidget>(window, "pages");
+        ASSERT_EQ(tabs.count(), 2);
+        find<QToolButton>(window, "moreTabs")->click();
+        ASSERT_EQ(tabs.count(), 3);
+        EXPECT_EQ(tabs.currentIndex(), 1);
+        const auto in = [&](int tab, const char* name) { return tabs.widget(tab)->findChild<QTreeView*>(name); };
+        find<QAction>(window, "up")->trigger();
+        EXPECT_EQ(tabs.tabText(0), "Parts");
+        EXPECT_EQ(tabs.tabText(1), "Test");
+        EXPECT_EQ(columnOf(*in(0, "files")), QStringList({"arm.zenprt", "Bolt.step"}));
+        EXPECT_EQ(columnOf(*in(1, "files")), QStringList());
+
+        // What is done on one page shows on the other when that is seen.
+        tabs.setCurrentIndex(0);
+        EXPECT_FALSE(find<QAction>(window, "checkOut")->isEnabled());
+        chooseRow(*in(0, "files"), "Bolt.step");
+        EXPECT_TRUE(find<QAction>(window, "checkOut")->isEnabled());
+        find<QAction>(window, "newTab")->trigger();
+        EXPECT_FALSE(find<QAction>(window, "checkOut")->isEnabled());
+        ASSERT_EQ(tabs.count(), 4);
+        chooseRow(*in(2, "files"), "Bolt.step");
+        find<QAction>(window, "checkOut")->trigger();
+        tabs.setCurrentIndex(0);
+        EXPECT_EQ(columnOf(*in(0, "files"), 3), QStringList({"", "anna on bench"}));
+        find<QAction>(window, "closeTab")->trigger();
+        EXPECT_EQ(tabs.count(), 3);
+        tabs.setCurrentIndex(2);
+        find<QAction>(window, "closeTab")->trigger();
+        EXPECT_EQ(tabs.count(), 3) << "the runs stay";
+    });
+    inWindow(
+        "explorer", [&] { desktop.showExplorer(host, 0, folder / "cache"); },
+        [&](QWidget& window) {
+            auto& tabs = *find<QTabWidget>(window, "pages");
+            ASSERT_EQ(tabs.count(), 3);
+            EXPECT_EQ(tabs.tabText(0) + "|" + tabs.tabText(1), "Test|Parts");
+            EXPECT_EQ(tabs.currentIndex(), 0) << "that in front before the runs";
+        });
+}
+
+} // namespace zn::arkin::test
