@@ -1,5 +1,6 @@
 #include "zentrel/commands/Command.h"
 
+#include "zentrel/formats/LitTriangles.h"
 #include "zentrel/formats/Png.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/formats/ShadedPicture.h"
@@ -40,7 +41,9 @@ struct Picture {
     void declare(Arguments& take)
     {
         take.option("FILE", file, "A .zenprt, .zenasm or .zendrw, a STEP, IGES or STL file").required();
-        take.option("OUT", output, "The picture to be written (.png)").required();
+        take.option("OUT", output,
+                "The picture to be written (.png), or a model's triangles with their colours, to be turned (.ply)")
+            .required();
         take.option("--view", view, "Of a model: iso, front, back, left, right, top or bottom (default: iso)");
         take.option("--part", part, "Configuration or sheet (default: the active one)");
         take.option("--size", size, "Pixels of the longer side (default: 512)").range(16, 4096);
@@ -54,10 +57,14 @@ struct Picture {
         Remarks remarks;
         const Document document = read(remarks);
         const auto* const drawing = std::get_if<DrawingDocument>(&document);
-        const std::string png = drawing
-            ? pictureOf(*drawing)
-            : shadedPicture(*modelOf(document), {look->second.direction, look->second.up, size, size}, file);
-        writeWhole(output, png);
+        const bool isTurned = output.extension() == ".ply";
+        if (drawing && isTurned)
+            throw WrongUse(file.string() + " is a drawing; only models can be turned. Name a .png.");
+        const PictureView seen{look->second.direction, look->second.up, size, size};
+        writeWhole(output,
+            drawing        ? pictureOf(*drawing)
+                : isTurned ? plyOf(*modelOf(document), file)
+                           : shadedPicture(*modelOf(document), seen, file));
         for (const auto& remark : remarks)
             std::cerr << "zentrel: " << remark << "\n";
         return zn::commandline::done;

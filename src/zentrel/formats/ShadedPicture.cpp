@@ -1,6 +1,7 @@
 #include "zentrel/formats/ShadedPicture.h"
 
-#include "zentrel/formats/PixelGrid.h"
+#include "pixels/PixelGrid.h"
+#include "zentrel/formats/LitTriangles.h"
 #include "zentrel/formats/Png.h"
 #include "zentrel/formats/Triangles.h"
 
@@ -14,8 +15,6 @@ namespace {
 constexpr int oversampling = 2;
 /// Of the picture's side that the model fills.
 constexpr double border = 0.03;
-/// What a body without a colour looks like.
-constexpr Color plainColor = {0.72, 0.75, 0.80};
 
 /// The axes of the picture, in the model.
 struct Axes {
@@ -71,48 +70,6 @@ struct Place {
     }
 };
 
-gp_XYZ unit(const gp_XYZ& vector)
-{
-    const double length = vector.Modulus();
-    return length > 0.0 ? vector / length : vector;
-}
-
-/// The mean of those of the triangles around each point.
-std::vector<gp_XYZ> normalsOf(const TriangleSet& set, const std::vector<gp_XYZ>& points)
-{
-    std::vector<gp_XYZ> normals(points.size());
-    for (const auto& [a, b, c] : set.triangles) {
-        const gp_XYZ normal = (points[b] - points[a]).Crossed(points[c] - points[a]); // as long as twice the area
-        for (const std::uint32_t corner : {a, b, c})
-            normals[corner] += normal;
-    }
-    for (gp_XYZ& normal : normals)
-        normal = unit(normal);
-    return normals;
-}
-
-/// A triangle as far as it says how its corners look.
-struct Facet {
-    gp_XYZ normal;
-    bool isThin; ///< of less than two pixels' height: its normal is hardly known
-
-    Facet(const gp_XYZ& a, const gp_XYZ& b, const gp_XYZ& c, double scale)
-    {
-        const gp_XYZ across = (b - a).Crossed(c - a);
-        const double longest = std::max({(b - a).Modulus(), (c - b).Modulus(), (a - c).Modulus()});
-        normal = unit(across);
-        isThin = across.Modulus() * scale < 2.0 * longest;
-    }
-
-    /// At a corner: the point's own normal where the surface is smooth there, the triangle's at a crease, as between
-    /// the faces of a model whose triangles share their points.
-    gp_XYZ at(const gp_XYZ& ofPoint) const
-    {
-        constexpr double smooth = 0.8; // cosine of 37 degrees
-        return isThin || ofPoint.Dot(normal) > smooth ? ofPoint : normal;
-    }
-};
-
 } // namespace
 
 std::string shadedPicture(const Model& model, const PictureView& view, const std::filesystem::path& file)
@@ -128,16 +85,10 @@ std::string shadedPicture(const Model& model, const PictureView& view, const std
     });
     PixelGrid grid(view.width * oversampling, view.height * oversampling);
     const Place place(box, view.width * oversampling, view.height * oversampling);
-    triangles.forEach([&](const TriangleSet& set, const std::vector<gp_XYZ>& points, const auto& color) {
-        std::vector<gp_XYZ> seen(points.size());
-        std::transform(points.begin(), points.end(), seen.begin(), [&](const gp_XYZ& point) { return axes.of(point); });
-        const std::vector<gp_XYZ> normals = normalsOf(set, seen);
-        for (const auto& [a, b, c] : set.triangles) {
-            const Facet facet(seen[a], seen[b], seen[c], place.scale);
-            const auto corner
-                = [&](std::uint32_t index) { return place.corner(seen[index], facet.at(normals[index])); };
-            grid.draw(corner(a), corner(b), corner(c), color.value_or(plainColor));
-        }
+    const auto seen = [&](const gp_XYZ& point) { return axes.of(point); };
+    forEachLit(triangles, seen, place.scale, [&](const LitTriangle& lit) {
+        const auto corner = [&](std::size_t index) { return place.corner(lit.points[index], lit.normals[index]); };
+        grid.draw(corner(0), corner(1), corner(2), lit.color);
     });
     return pngOf(grid.shaded(oversampling), view.width, view.height);
 }

@@ -1,3 +1,4 @@
+#include "arkin/desktop/pictures/PicturePane.h"
 #include "tests/arkin/desktop/DailyFixture.h"
 
 #include <QAction>
@@ -102,6 +103,70 @@ TEST_F(ExplorerTest, FoldersStandInTabsThatTheNextWindowHas)
             EXPECT_EQ(tabs.tabText(0) + "|" + tabs.tabText(1), "Test|Parts");
             EXPECT_EQ(tabs.currentIndex(), 0) << "that in front before the runs";
         });
+}
+
+/// Which part of the picture the model covers.
+double coverage(const QImage& picture)
+{
+    double covered = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            covered += picture.pixelColor(x, y).alpha() > 127;
+    return covered / picture.width() / picture.height();
+}
+
+TEST_F(ExplorerTest, AModelIsTurnedByMouseAndKeys)
+{
+    vault.addReleased("Parts/Bracket.zenprt", readFile(ZN_SOURCE_DIR "/samples/Bracket.zenprt"));
+    zn::Registry& settings = registry;
+    settings.write(RegistryRoot::Machine, u"SOFTWARE\\Arkin\\Pictures", u".zenprt",
+        RegistryValue::text(files.fromMachine(ZN_BIN_DIR "/zentrel")));
+    inExplorer([&](QWidget& window) {
+        auto& pane = *find<PicturePane>(window, "picture");
+        pane.setFixedSize(300, 300);
+        chooseRow(*find<QTreeView>(window, "files"), "Bracket.zenprt");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !pane.picture().isNull(); }, 20'000));
+        const QImage still = pane.picture();
+        QTest::keyClick(&pane, Qt::Key_Right);
+        EXPECT_EQ(pane.picture(), still) << "not before the model is here";
+        QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+        QApplication::sendEvent(&pane, &enter);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !pane.toolTip().isEmpty(); }, 20'000));
+
+        QTest::keyClick(&pane, Qt::Key_Right);
+        const QImage aside = pane.picture();
+        EXPECT_EQ(aside.size(), QSize(300, 300));
+        QTest::keyClick(&pane, Qt::Key_Left);
+        EXPECT_NEAR(coverage(pane.picture()), coverage(still), 0.01) << "as the picture was made";
+        const auto firstLook = coverage(pane.picture());
+        QTest::keyClick(&pane, Qt::Key_Plus);
+        EXPECT_GT(coverage(pane.picture()), 1.2 * firstLook);
+        QTest::keyClick(&pane, Qt::Key_Home);
+        EXPECT_EQ(pane.picture(), still);
+        // A quarter of a drag from edge to edge is four steps of a key.
+        QTest::mousePress(&pane, Qt::LeftButton, {}, {100, 100});
+        QMouseEvent drag(
+            QEvent::MouseMove, QPointF(118.75, 100), QPointF(118.75, 100), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(&pane, &drag);
+        QTest::mouseRelease(&pane, Qt::LeftButton, {}, {118, 100});
+        EXPECT_NEAR(coverage(pane.picture()), coverage(aside), 0.002);
+        QTest::mouseDClick(&pane, Qt::LeftButton);
+        EXPECT_EQ(pane.picture(), still);
+    });
+}
+
+TEST(TurningModel, RefusesWhatIsNoSuchModel)
+{
+    const std::string header = "ply\nformat binary_little_endian 1.0\nelement vertex ";
+    const std::string rest
+        = "\nproperty float x\nproperty float y\nproperty float z\nproperty float nx\nproperty float ny\n"
+          "property float nz\nproperty uchar red\nproperty uchar green\nproperty uchar blue\nelement face 0\n"
+          "property list uchar int vertex_indices\nend_header\n";
+    for (const std::string& ply :
+        {std::string(), std::string("ply\n"), header + "x", header + "3" + rest, header + "0" + rest,
+            header + "2" + rest + std::string(54, 'x'), header + "18446744073709551615" + rest + std::string(81, 'x')})
+        EXPECT_THROW(TurningModel{ply}, zn::StatusError) << ply;
+    EXPECT_NO_THROW(TurningModel(header + "3" + rest + std::string(81, 'x')));
 }
 
 } // namespace zn::arkin::test

@@ -49,6 +49,7 @@ FolderPage::FolderPage(const DailyHost& host, QList<QAction*> fileActions)
     , m_details(new FileDetails(host))
     , m_picture(new PicturePane)
     , m_pictures(new PictureMaker(host, this))
+    , m_models(new PictureMaker(host, this, PictureMaker::Form::Model))
     , m_search(new QLineEdit)
     , m_filter(new FileFilterBox(host))
     , m_path(new QToolBar)
@@ -131,6 +132,11 @@ void FolderPage::connectViews()
     m_details->showRun = [this](std::int32_t runId) { showRun(runId); };
     m_pictures->shown = [this](const QImage& picture) { m_picture->show(picture); };
     m_pictures->told = [this](const QString& sentence) { m_picture->tell(sentence); };
+    // What can't be turned is just looked at.
+    m_models->told = [](const QString&) {};
+    m_models->modelled
+        = [this](const std::string& ply) { inSlot(this, [&] { m_picture->setModel(TurningModel(ply)); }); };
+    m_picture->modelWanted = [this] { askForPicture(*m_models); };
     m_list->header()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_list->header(), &QHeaderView::customContextMenuRequested, this, [this](const QPoint& at) {
         inSlot(this, [&] {
@@ -314,15 +320,22 @@ void FolderPage::setColumns(const QByteArray& columns, const QStringList& cards)
 
 void FolderPage::showPicture()
 {
+    m_models->forget();
+    if (askForPicture(*m_pictures))
+        return;
+    m_pictures->forget();
+    m_picture->tell({});
+}
+
+bool FolderPage::askForPicture(PictureMaker& maker)
+{
     const auto places = chosenPlaces();
     const FileRow file = places.size() == 1 ? m_vault.file(places.front().fileId) : FileRow();
-    if (file.latestVersion == 0) {
-        m_pictures->forget();
-        m_picture->tell({});
-        return;
-    }
+    if (file.latestVersion == 0)
+        return false;
     const std::int32_t version = m_details->chosenVersion();
-    m_pictures->ask(places.front(), version == 0 ? file.latestVersion : version);
+    maker.ask(places.front(), version == 0 ? file.latestVersion : version);
+    return true;
 }
 
 std::vector<Place> FolderPage::chosenPlaces() const

@@ -83,6 +83,8 @@ private:
     void filter();
     void noteChoice();
     void showPicture();
+    /// Of the chosen version. False unless one file is chosen.
+    bool askForPicture(PictureMaker& maker);
     zn::ArkSelection chosenFolder() const;
     void showMenu(QMenu& menu, const QPoint& at);
     void showFileMenu(const QPoint& at);
@@ -100,6 +102,7 @@ private:
     FileDetails* m_details;
     PicturePane* m_picture;
     PictureMaker* m_pictures;
+    PictureMaker* m_models;
     QLineEdit* m_search;
     FileFilterBox* m_filter;
     QToolBar* m_path;

@@ -200,6 +200,7 @@ constexpr WindowText texts[] = {
     {"Desktop", 166, "Move Here"},
     {"Desktop", 167, "Move them all the same?"},
     {"Desktop", 168, "New Tab (Ctrl+Shift+T)"},
+    {"Desktop", 169, "Drag to turn, wheel to zoom, double click to go back."},
     {"QPlatformTheme", 1, "OK"},
     {"QPlatformTheme", 2, "Cancel"},
     {"QPlatformTheme", 3, "Close"},

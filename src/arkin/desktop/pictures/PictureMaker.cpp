@@ -15,8 +15,8 @@ namespace zn::arkin {
 
 namespace {
 
-constexpr int longest = 60'000;                   // milliseconds that a program may take
-constexpr std::uintmax_t largestPng = 64'000'000; // bytes
+constexpr int longest = 60'000;                // milliseconds that a program may take
+constexpr std::uintmax_t largest = 64'000'000; // bytes of what is made
 
 QString shownPath(const std::filesystem::path& path) { return QString::fromStdString(path.string()); }
 
@@ -28,9 +28,10 @@ bool isImage(const std::filesystem::path& file)
 
 } // namespace
 
-PictureMaker::PictureMaker(const DailyHost& host, QObject* parent)
+PictureMaker::PictureMaker(const DailyHost& host, QObject* parent, Form form)
     : QObject(parent)
     , m_host(host)
+    , m_form(form)
     , m_process(new QProcess(this))
     , m_limit(new QTimer(this))
 {
@@ -63,7 +64,7 @@ PictureMaker::Request PictureMaker::requestFor(const Place& place, std::int32_t 
     request.all = withReferences(vault, {&request.file, 1}, asBuilt).files;
     zn::Sha256 key;
     const auto add = [&](const std::string& text) { key.update({text.data(), text.size() + 1}); };
-    add("picture 1 of " + std::to_string(pixels));
+    add((m_form == Form::Picture ? "picture 1 of " : "model 1 of ") + std::to_string(pixels));
     for (const GetRequest& one : request.all) {
         const FileRow file = vault.file(one.place.fileId);
         add(zn::toUtf8(file.name));
@@ -79,6 +80,8 @@ PictureMaker::Request PictureMaker::requestFor(const Place& place, std::int32_t 
 QStringList PictureMaker::programFor(const std::filesystem::path& file, const std::filesystem::path& png) const
 {
     QStringList words;
+    if (m_form == Form::Model && shownPath(file.extension()).compare(".pdf", Qt::CaseInsensitive) == 0)
+        return words;
     for (const std::string& word : pictureProgram(m_host.tasks.registry, m_host.tasks.files, file, png, pixels))
         words << QString::fromStdString(word);
     return words;
@@ -102,7 +105,8 @@ void PictureMaker::begin()
 {
     Vault& vault = *m_host.tasks.opened;
     const std::filesystem::path name(zn::toUtf8(vault.file(m_wanted->file.place.fileId).name));
-    if (!isImage(name) && programFor(name, name).isEmpty()) {
+    const bool isDrawnHere = m_form == Form::Picture && isImage(name);
+    if (!isDrawnHere && programFor(name, name).isEmpty()) {
         m_wanted.reset();
         told(own("There are no pictures of files of this kind."));
         return;
@@ -111,14 +115,14 @@ void PictureMaker::begin()
     const auto copies = m_folder->path() / "files";
     copyOut(vault, m_wanted->all, copies, false);
     m_made = m_wanted;
-    if (isImage(name)) {
+    if (isDrawnHere) {
         const QImage image(shownPath(copies / name));
         image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation)
-            .save(shownPath(m_folder->path() / "picture.png"));
+            .save(shownPath(m_folder->path() / outputName()));
         ended(!image.isNull());
         return;
     }
-    QStringList words = programFor(copies / name, m_folder->path() / "picture.png");
+    QStringList words = programFor(copies / name, m_folder->path() / outputName());
     const QString program = words.takeFirst();
     m_process->start(program, words);
     m_limit->start(longest);
@@ -132,7 +136,7 @@ void PictureMaker::ended(bool well)
     const bool isWanted = m_wanted && made && m_wanted->key == made->key;
     zn::guarded(
         [&] {
-            const auto file = folder->path() / "picture.png";
+            const auto file = folder->path() / outputName();
             if (!well || !std::filesystem::exists(file)) {
                 if (isWanted) {
                     const QString reason = QString::fromUtf8(m_process->readAllStandardError()).trimmed();
@@ -140,11 +144,11 @@ void PictureMaker::ended(bool well)
                     told(reason.isEmpty() ? own("No picture could be made of this file.") : reason);
                 }
             } else {
-                const std::string png = zn::readWholeFile(file, largestPng, "The picture");
+                const std::string bytes = zn::readWholeFile(file, largest, "The picture");
                 if (m_cache)
-                    zn::guarded([&] { m_cache->keep(made->key, png); }, [] {}); // it is made again then
+                    zn::guarded([&] { m_cache->keep(made->key, bytes); }, [] {}); // it is made again then
                 if (isWanted)
-                    give(png);
+                    give(bytes);
             }
             if (m_wanted)
                 begin();
@@ -152,10 +156,13 @@ void PictureMaker::ended(bool well)
         [&] { told(zn::shown(currentFailure().sentence)); });
 }
 
-void PictureMaker::give(const std::string& png)
+void PictureMaker::give(const std::string& bytes)
 {
     m_wanted.reset();
-    shown(QImage::fromData(reinterpret_cast<const uchar*>(png.data()), static_cast<int>(png.size())));
+    if (m_form == Form::Model)
+        modelled(bytes);
+    else
+        shown(QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()), static_cast<int>(bytes.size())));
 }
 
 } // namespace zn::arkin

@@ -16,22 +16,27 @@ class QTimer;
 
 namespace zn::arkin {
 
-/// Pictures of the vault's files, made in the background, one at a time, and kept in the cache by what the file and all
-/// that it refers to contain.
+/// Pictures of the vault's files, or models to be turned, made in the background, one at a time, and kept in the cache
+/// by what the file and all that it refers to contain.
 class PictureMaker : public QObject {
 public:
+    enum class Form {
+        Picture,
+        Model, ///< for `TurningModel`; only programs make these
+    };
     /// `host` outlives it.
-    explicit PictureMaker(const DailyHost& host, QObject* parent = nullptr);
+    explicit PictureMaker(const DailyHost& host, QObject* parent = nullptr, Form form = Form::Picture);
     /// Ends a program at work.
     ~PictureMaker() override;
 
-    /// Asks for the picture of a version; it comes by `shown`, at once if it is kept. What was asked for before doesn't
-    /// come any more.
+    /// Asks for the picture or model of a version; it comes by `shown` or `modelled`, at once if it is kept. What was
+    /// asked for before doesn't come any more.
     void ask(const Place& place, std::int32_t version);
     /// Nothing is asked for any more.
     void forget();
 
     std::function<void(const QImage& picture)> shown;
+    std::function<void(const std::string& ply)> modelled;
     /// Why there is no picture, or not yet.
     std::function<void(const QString& sentence)> told;
 
@@ -48,9 +53,11 @@ private:
     QStringList programFor(const std::filesystem::path& file, const std::filesystem::path& png) const;
     void begin();
     void ended(bool well);
-    void give(const std::string& png);
+    void give(const std::string& bytes);
+    const char* outputName() const { return m_form == Form::Picture ? "picture.png" : "model.ply"; }
 
     const DailyHost& m_host;
+    Form m_form;
     std::optional<zn::ContentCache> m_cache; ///< none where it is turned off or can't be used
     std::optional<Request> m_wanted;
     std::optional<Request> m_made; ///< what the program works on

@@ -1,10 +1,10 @@
-#include "zentrel/formats/PixelGrid.h"
+#include "pixels/PixelGrid.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-namespace zn::zentrel {
+namespace zn {
 
 namespace {
 
@@ -35,7 +35,8 @@ PixelGrid::PixelGrid(int width, int height)
 {
 }
 
-void PixelGrid::draw(const PictureCorner& a, const PictureCorner& b, const PictureCorner& c, const Color& color)
+void PixelGrid::draw(
+    const PictureCorner& a, const PictureCorner& b, const PictureCorner& c, const std::array<float, 3>& color)
 {
     // A pixel on the line between two triangles must not fall between them.
     constexpr float rounding = -1e-3F;
@@ -47,7 +48,6 @@ void PixelGrid::draw(const PictureCorner& a, const PictureCorner& b, const Pictu
     const int right = within(std::ceil(std::max({a.x, b.x, c.x})), m_width - 1);
     const int top = within(std::floor(std::min({a.y, b.y, c.y})), m_height - 1);
     const int bottom = within(std::ceil(std::max({a.y, b.y, c.y})), m_height - 1);
-    const Vector shade{static_cast<float>(color.red), static_cast<float>(color.green), static_cast<float>(color.blue)};
     for (int y = top; y <= bottom; ++y) {
         for (int x = left; x <= right; ++x) {
             const float px = static_cast<float>(x) + 0.5F, py = static_cast<float>(y) + 0.5F;
@@ -63,7 +63,7 @@ void PixelGrid::draw(const PictureCorner& a, const PictureCorner& b, const Pictu
             pixel.depth = depth;
             for (std::size_t axis = 0; axis < 3; ++axis)
                 pixel.normal[axis] = u * a.normal[axis] + v * b.normal[axis] + w * c.normal[axis];
-            pixel.color = shade;
+            pixel.color = color;
         }
     }
 }
@@ -154,4 +154,4 @@ std::vector<std::uint8_t> PixelGrid::shaded(int factor) const
     return bytes;
 }
 
-} // namespace zn::zentrel
+} // namespace zn

@@ -1,13 +1,10 @@
 #pragma once
 
-#include "zentrel/model/Document.h"
-
 #include <array>
 #include <cstdint>
-#include <string>
 #include <vector>
 
-namespace zn::zentrel {
+namespace zn {
 
 /// A corner of a triangle in a picture: pixels from the upper left corner, and depth in pixels towards the eye.
 struct PictureCorner {
@@ -20,8 +17,9 @@ class PixelGrid {
 public:
     PixelGrid(int width, int height);
 
-    /// Draws a triangle over what lies behind it.
-    void draw(const PictureCorner& a, const PictureCorner& b, const PictureCorner& c, const Color& color);
+    /// Draws a triangle over what lies behind it; `color` is red, green and blue from 0 to 1.
+    void draw(
+        const PictureCorner& a, const PictureCorner& b, const PictureCorner& c, const std::array<float, 3>& color);
 
     /// The picture of `1/factor` of the size, shaded, with dark lines where surfaces end or meet at an angle: four
     /// bytes a pixel (blue, green, red, alpha), multiplied by alpha.
@@ -49,4 +47,4 @@ private:
     std::vector<Pixel> m_pixels;
 };
 
-} // namespace zn::zentrel
+} // namespace zn
