@@ -1,6 +1,7 @@
 #include "arkin/commands/Factories.h"
+#include "arkin/commands/frame/Measures.h"
 #include "arkin/commands/frame/Output.h"
-#include "arkin/store/VersionDiff.h"
+#include "arkin/tasks/ModelMeasures.h"
 
 #include <iostream>
 
@@ -10,7 +11,7 @@ namespace {
 
 const char* wordOf(Difference::Kind kind)
 {
-    constexpr const char* words[] = {"content", "part", "card", "reference"};
+    constexpr const char* words[] = {"content", "part", "card", "measure", "body", "reference"};
     return words[static_cast<int>(kind)];
 }
 
@@ -33,7 +34,9 @@ public:
                 session.shown(vault.pathOf(place)) + " has no version before " + std::to_string(to.version)
                     + " to compare with.");
         const auto from = vault.version(place.fileId, m_from > 0 ? m_from : to.version - 1);
-        const auto differences = differencesOf(vault, place.fileId, from.version, to.version);
+        auto differences = differencesOf(vault, place.fileId, from.version, to.version);
+        if (from.content.hash != to.content.hash)
+            addMeasures(session, place, from.version, to.version, differences);
         if (session.json())
             printJson(asJson(session, from, to, differences));
         else
@@ -42,6 +45,21 @@ public:
     }
 
 private:
+    /// What the CAD application finds; without it the rest is told all the same.
+    static void addMeasures(
+        Session& session, const Place& place, std::int32_t from, std::int32_t to, std::vector<Difference>& differences)
+    {
+        try {
+            const auto before = measuresOf(session, place, from), after = measuresOf(session, place, to);
+            if (before.empty() || after.empty())
+                return;
+            for (auto& one : measureDifferences(before, after))
+                differences.push_back(std::move(one));
+        } catch (...) {
+            std::cerr << "arkin: What the models measure isn't compared: " << currentFailure().sentence << "\n";
+        }
+    }
+
     static std::string nameOf(Session& session, const Difference& difference)
     {
         return difference.kind == Difference::Kind::Reference ? session.shown(difference.name)
@@ -52,7 +70,9 @@ private:
     {
         if (text.empty())
             return nullptr;
-        const bool isNumber = one.kind == Difference::Kind::Content || one.kind == Difference::Kind::Reference;
+        if (one.kind == Difference::Kind::Measure)
+            return std::stod(zn::toUtf8(text));
+        const bool isNumber = one.kind != Difference::Kind::Part && one.kind != Difference::Kind::Card;
         return isNumber ? Json(std::stoll(zn::toUtf8(text))) : Json(zn::toUtf8(text));
     }
 
@@ -72,14 +92,18 @@ private:
         std::vector<std::vector<std::string>> rows{
             {"WHAT", "NAME", "VERSION " + std::to_string(from.version), "VERSION " + std::to_string(to.version)}};
         const auto side = [](const Difference& one, const zn::Text& text) {
-            return text.empty() ? std::string("-")
-                                : zn::toUtf8(text) + (one.kind == Difference::Kind::Content ? " bytes" : "");
+            if (text.empty())
+                return std::string("-");
+            return zn::toUtf8(text) + (one.kind == Difference::Kind::Content ? " bytes" : "")
+                + (one.unit.empty() ? "" : " " + zn::toUtf8(one.unit));
         };
         for (const Difference& one : differences)
             rows.push_back({wordOf(one.kind), nameOf(session, one), side(one, one.before), side(one, one.after)});
         printTable(rows, "The versions are the same.");
         if (from.content.hash != to.content.hash)
-            printNote("Of the contents only what documents tell is compared, not what they look like.");
+            printNote(
+                "Contents are compared by what documents tell and models measure, not by what they look like; 'arkin "
+                "explorer' shows that.");
     }
 
     std::string m_file;

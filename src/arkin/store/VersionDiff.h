@@ -10,12 +10,15 @@ struct Difference {
         Content,   ///< the bytes; the sides are their sizes
         Part,      ///< a configuration or sheet that a document tells
         Card,      ///< a value; `name` is the variable, with the configuration in brackets unless it is the file's own
+        Measure,   ///< what the CAD application measures; the sides are numbers of `unit`
+        Body,      ///< bodies of this name; the sides are how many there are
         Reference, ///< to the file `name`; the sides are the versions to which is referred
     };
     Kind kind = Kind::Content;
     zn::Text name;
     zn::Text before;
     zn::Text after;
+    zn::Text unit = {}; ///< of a measure
     bool operator==(const Difference&) const = default;
 };
 

@@ -1,9 +1,8 @@
 #include "zentrel/commands/Command.h"
 
-#include "commandline/Json.h"
+#include "zentrel/commands/DocumentJson.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/kernel/KernelChild.h"
-#include "zentrel/model/Describe.h"
 
 #include <fmt/format.h>
 
@@ -11,43 +10,7 @@ namespace zn::zentrel::commands {
 
 namespace {
 
-using commandline::Json;
 using zn::toUtf8;
-
-constexpr const char* kindNames[] = {"", "part", "assembly", "drawing"};
-
-Json propertiesJson(const Properties& properties)
-{
-    Json json = Json::object();
-    for (const auto& [name, value] : properties)
-        json[toUtf8(name)] = toUtf8(value);
-    return json;
-}
-
-Json asJson(const DocumentInfo& info)
-{
-    Json json = {{"kind", kindNames[static_cast<int>(info.kind)]}, {"version", info.version},
-        {"active", toUtf8(info.active)}, {"properties", propertiesJson(info.properties)}};
-    for (const ConfigurationInfo& one : info.configurations) {
-        Json parts = Json::array();
-        for (const PartCount& part : one.parts)
-            parts.push_back({{"name", toUtf8(part.name)}, {"count", part.count}});
-        json["configurations"].push_back({{"name", toUtf8(one.name)}, {"bodies", one.bodies}, {"faces", one.faces},
-            {"size", std::span<const double>(one.size)}, {"volume", one.volume},
-            {"properties", propertiesJson(one.properties)}, {"parts", parts}});
-    }
-    for (const ComponentInfo& one : info.components)
-        json["components"].push_back({{"name", toUtf8(one.name)}, {"path", one.path.string()},
-            {"virtual", one.isVirtual}, {"missing", one.isMissing}});
-    for (const SheetInfo& one : info.sheets) {
-        Json models = Json::array();
-        for (const auto& model : one.models)
-            models.push_back(model.string());
-        json["sheets"].push_back({{"name", toUtf8(one.name)}, {"paper", paperName(one.paper)},
-            {"landscape", one.landscape}, {"scale", one.scale}, {"models", models}});
-    }
-    return json;
-}
 
 void printProperties(const Properties& properties, const char* indent)
 {
@@ -58,11 +21,11 @@ void printProperties(const Properties& properties, const char* indent)
 void print(const DocumentInfo& info)
 {
     const std::string form = info.version == 0 ? "foreign file" : "container version " + std::to_string(info.version);
-    fmt::print("{}, {}, active: {}\n", kindNames[static_cast<int>(info.kind)], form, toUtf8(info.active));
+    fmt::print("{}, {}, active: {}\n", kindName(info.kind), form, toUtf8(info.active));
     printProperties(info.properties, "  ");
     for (const ConfigurationInfo& one : info.configurations) {
-        fmt::print("configuration {}: {} bodies, {} faces, {:.6g} x {:.6g} x {:.6g} mm, {:.6g} mm^3\n",
-            toUtf8(one.name), one.bodies, one.faces, one.size[0], one.size[1], one.size[2], one.volume);
+        fmt::print("configuration {}: {} bodies, {} faces, {:.6g} x {:.6g} x {:.6g} mm, {:.6g} mm^3, {:.6g} mm^2\n",
+            toUtf8(one.name), one.bodies, one.faces, one.size[0], one.size[1], one.size[2], one.volume, one.area);
         printProperties(one.properties, "    ");
         for (const PartCount& part : one.parts)
             fmt::print("    {} x {}\n", part.count, toUtf8(part.name));
@@ -93,7 +56,7 @@ struct Info {
         runInChild({"reading", file, computingLimit(0)}, [this] {
             const DocumentInfo info = canRead(file) ? describe(readForeign(file), file) : describe(file);
             if (json)
-                fmt::print("{}\n", asJson(info).text());
+                fmt::print("{}\n", documentJson(info).text());
             else
                 print(info);
             std::fflush(stdout);

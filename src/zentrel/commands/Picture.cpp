@@ -1,5 +1,6 @@
 #include "zentrel/commands/Command.h"
 
+#include "zentrel/commands/DocumentJson.h"
 #include "zentrel/formats/LitTriangles.h"
 #include "zentrel/formats/Png.h"
 #include "zentrel/formats/Read.h"
@@ -42,7 +43,9 @@ struct Picture {
     {
         take.option("FILE", file, "A .zenprt, .zenasm or .zendrw, a STEP, IGES or STL file").required();
         take.option("OUT", output,
-                "The picture to be written (.png), or a model's triangles with their colours, to be turned (.ply)")
+                "The picture to be written (.png); or a model's triangles with their colours, to be turned (.ply); or "
+                "what "
+                "'zentrel info --json' tells (.json)")
             .required();
         take.option("--view", view, "Of a model: iso, front, back, left, right, top or bottom (default: iso)");
         take.option("--part", part, "Configuration or sheet (default: the active one)");
@@ -56,21 +59,25 @@ struct Picture {
             throw WrongUse("--view: '" + view + "' is none of iso, front, back, left, right, top and bottom");
         Remarks remarks;
         const Document document = read(remarks);
-        const auto* const drawing = std::get_if<DrawingDocument>(&document);
-        const bool isTurned = output.extension() == ".ply";
-        if (drawing && isTurned)
-            throw WrongUse(file.string() + " is a drawing; only models can be turned. Name a .png.");
-        const PictureView seen{look->second.direction, look->second.up, size, size};
-        writeWhole(output,
-            drawing        ? pictureOf(*drawing)
-                : isTurned ? plyOf(*modelOf(document), file)
-                           : shadedPicture(*modelOf(document), seen, file));
+        writeWhole(output, made(document, {look->second.direction, look->second.up, size, size}));
         for (const auto& remark : remarks)
             std::cerr << "zentrel: " << remark << "\n";
         return zn::commandline::done;
     }
 
 private:
+    std::string made(const Document& document, const PictureView& seen) const
+    {
+        const auto* const drawing = std::get_if<DrawingDocument>(&document);
+        if (output.extension() == ".json")
+            return documentJson(describe(document, file)).text();
+        if (output.extension() == ".ply" && drawing)
+            throw WrongUse(file.string() + " is a drawing; only models can be turned. Name a .png.");
+        if (output.extension() == ".ply")
+            return plyOf(*modelOf(document), file);
+        return drawing ? pictureOf(*drawing) : shadedPicture(*modelOf(document), seen, file);
+    }
+
     Document read(Remarks& remarks) const { return canRead(file) ? readForeign(file, &remarks) : readDocument(file); }
 
     ModelRef modelOf(const Document& document) const

@@ -24,6 +24,23 @@ double volumeOf(const TopoDS_Shape& shape)
     return volume;
 }
 
+double areaOf(const TopoDS_Shape& shape)
+{
+    GProp_GProps properties;
+    BRepGProp::SurfaceProperties(shape, properties);
+    return properties.Mass();
+}
+
+void count(std::vector<PartCount>& counts, const Text& name)
+{
+    const auto known
+        = std::find_if(counts.begin(), counts.end(), [&](const PartCount& one) { return one.name == name; });
+    if (known == counts.end())
+        counts.push_back({name, 1});
+    else
+        ++known->count;
+}
+
 void countParts(const Model& model, std::vector<std::pair<const Model*, std::size_t>>& counts)
 {
     for (const Model::Child& child : model.children) {
@@ -61,6 +78,8 @@ ConfigurationInfo configurationInfo(const Text& name, const Properties& properti
         ++info.bodies;
         info.faces += static_cast<std::size_t>(faces.Extent());
         info.volume += volumeOf(placed.body->shape);
+        info.area += areaOf(placed.body->shape);
+        count(info.bodyNames, placed.body->name);
     }
     info.parts = partsOf(model);
     const Bnd_Box box = boundsOf(model);

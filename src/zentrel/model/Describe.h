@@ -4,7 +4,7 @@
 
 namespace zn::zentrel {
 
-/// A part, and how often it stands in an assembly with all its levels.
+/// A part or body, and how often it stands in an assembly with all its levels.
 struct PartCount {
     Text name;
     std::size_t count = 0;
@@ -13,11 +13,13 @@ struct PartCount {
 /// What `describe` tells of one configuration.
 struct ConfigurationInfo {
     Text name;
-    std::size_t bodies = 0;       ///< with those of components
-    std::size_t faces = 0;        ///< likewise
-    std::array<double, 3> size{}; ///< of the bounding box, in mm; zeros without geometry
-    double volume = 0.0;          ///< of the solids, in mm^3
-    std::vector<PartCount> parts; ///< the bill of materials of an assembly, in the tree's order
+    std::size_t bodies = 0;           ///< with those of components
+    std::size_t faces = 0;            ///< likewise
+    std::array<double, 3> size{};     ///< of the bounding box, in mm; zeros without geometry
+    double volume = 0.0;              ///< of the solids, in mm^3
+    double area = 0.0;                ///< of all faces, in mm^2
+    std::vector<PartCount> bodyNames; ///< each name once, in the order in which they are met
+    std::vector<PartCount> parts;     ///< the bill of materials of an assembly, in the tree's order
     Properties properties;
 };
 

@@ -155,6 +155,38 @@ TEST_F(ExplorerTest, AModelIsTurnedByMouseAndKeys)
     });
 }
 
+TEST_F(ExplorerTest, TwoVersionsOfAModelAreComparedByTheirMeasures)
+{
+    // The program tells what stands in the file.
+    const std::string measurer = folder / "measurer";
+    writeFile(measurer, "#!/bin/sh\ncase \"$3\" in *.json) cat \"$2\" > \"$3\";; *) exit 1;; esac\n");
+    std::filesystem::permissions(measurer, std::filesystem::perms::owner_all);
+    zn::Registry& settings = registry;
+    settings.write(RegistryRoot::Machine, u"SOFTWARE\\Arkin\\Pictures", u".zenprt",
+        RegistryValue::text(files.fromMachine(measurer)));
+    const auto measures = [](const char* volume, const char* bodies) {
+        return std::string(R"({"configurations":[{"name":"Default","area":600,"size":[10,10,10],"volume":)") + volume
+            + R"(,"bodyNames":[)" + bodies + "]}]}";
+    };
+    const auto arm = place("Parts/arm.zenprt");
+    vault.change(arm, "Parts/arm.zenprt", measures("1000", R"({"name":"Box","count":1})"));
+    vault.change(arm, "Parts/arm.zenprt", measures("1000.5", R"({"name":"Box","count":2},{"name":"Bolt","count":1})"));
+    Answers answers({[](QWidget& dialog) {
+        auto& list = *find<QTreeView>(dialog, "differences");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return list.model()->rowCount() == 4; })) << list.model()->rowCount();
+        EXPECT_EQ(columnOf(list, 1), QStringList({"", "Volume", "Bolt", "Box"}));
+        EXPECT_EQ(columnOf(list, 2).sliced(1), QStringList({"1,000 mm³", "", "1"}));
+        EXPECT_EQ(columnOf(list, 3).sliced(1), QStringList({"1,000.5 mm³", "1", "2"}));
+        dialog.close();
+    }});
+    inExplorer([&](QWidget& window) {
+        chooseRow(*find<QTreeView>(window, "files"), "arm.zenprt");
+        auto& versions = *find<QTreeView>(window, "versions");
+        chooseRow(versions, "2");
+        chooseEntry(versions, "compareVersion");
+    });
+}
+
 TEST(TurningModel, RefusesWhatIsNoSuchModel)
 {
     const std::string header = "ply\nformat binary_little_endian 1.0\nelement vertex ";

@@ -4,9 +4,10 @@
 #include "arkin/desktop/pictures/PictureDiff.h"
 #include "arkin/desktop/pictures/PictureMaker.h"
 #include "arkin/desktop/pictures/PicturePane.h"
-#include "arkin/store/VersionDiff.h"
+#include "arkin/tasks/ModelMeasures.h"
 #include "base/Paths.h"
 
+#include <cstring>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -25,6 +26,10 @@ QString kindWord(Difference::Kind kind)
         return own("Configuration or sheet");
     case Difference::Kind::Card:
         return own("Card");
+    case Difference::Kind::Measure:
+        return own("Measure");
+    case Difference::Kind::Body:
+        return own("Body");
     default:
         return own("Reference");
     }
@@ -34,7 +39,25 @@ QString sideText(const Difference& difference, const zn::Text& side)
 {
     if (difference.kind == Difference::Kind::Content)
         return own("%1 bytes").arg(QLocale().toString(shown(side).toLongLong()));
+    if (difference.kind == Difference::Kind::Measure)
+        return QLocale().toString(shown(side).toDouble(), 'g', 7) + ' ' + shown(difference.unit);
     return shown(side);
+}
+
+/// Measures have names of their own.
+QString nameText(const Difference& difference)
+{
+    if (difference.kind == Difference::Kind::Reference)
+        return shown(zn::pathFileName(difference.name));
+    if (difference.kind != Difference::Kind::Measure)
+        return shown(difference.name);
+    QString name = shown(difference.name);
+    for (const auto& [english, text] :
+        {std::pair("volume", own("Volume")), std::pair("area", own("Surface")), std::pair("size x", own("Size in x")),
+            std::pair("size y", own("Size in y")), std::pair("size z", own("Size in z"))})
+        if (name.startsWith(english))
+            return name.replace(0, static_cast<qsizetype>(std::strlen(english)), text);
+    return name;
 }
 
 } // namespace
@@ -96,19 +119,47 @@ QWidget* CompareDialog::makeList(const Place& place)
     list->setRootIsDecorated(false);
     list->setHeaderLabels(
         {own("What"), own("Name"), own("Version %1").arg(m_versions[0]), own("Version %1").arg(m_versions[1])});
-    Vault& vault = *m_host.tasks.opened;
-    for (const Difference& one : differencesOf(vault, place.fileId, m_versions[0], m_versions[1])) {
-        const bool isPath = one.kind == Difference::Kind::Reference;
-        auto* const row = new QTreeWidgetItem(list,
-            {kindWord(one.kind), shown(isPath ? zn::pathFileName(one.name) : one.name), sideText(one, one.before),
-                sideText(one, one.after)});
-        row->setToolTip(1, shown(one.name));
-    }
+    m_list = list;
+    for (const Difference& one : differencesOf(*m_host.tasks.opened, place.fileId, m_versions[0], m_versions[1]))
+        addRow(one);
     if (list->topLevelItemCount() == 0)
         new QTreeWidgetItem(list, {own("The versions are the same.")});
+    else
+        askForMeasures(place);
     for (int column = 0; column < list->columnCount(); ++column)
         list->resizeColumnToContents(column);
     return list;
+}
+
+QTreeWidgetItem* CompareDialog::addRow(const Difference& one)
+{
+    auto* const row = new QTreeWidgetItem(
+        m_list, {kindWord(one.kind), nameText(one), sideText(one, one.before), sideText(one, one.after)});
+    row->setToolTip(1, shown(one.name));
+    return row;
+}
+
+void CompareDialog::askForMeasures(const Place& place)
+{
+    for (std::size_t side = 0; side < m_measures.size(); ++side) {
+        auto* const maker = new PictureMaker(m_host, this, PictureMaker::Form::Measures);
+        maker->told = [](const QString&) {}; // files that nobody can measure are compared without
+        maker->given = [this, side](const std::string& json) {
+            m_measures[side] = json;
+            inSlot(this, [this] { showMeasures(); });
+        };
+        maker->ask(place, m_versions[side]);
+    }
+}
+
+void CompareDialog::showMeasures()
+{
+    if (!m_measures[0] || !m_measures[1])
+        return;
+    for (const Difference& one : measureDifferences(*m_measures[0], *m_measures[1]))
+        addRow(one);
+    for (int column = 0; column < m_list->columnCount(); ++column)
+        m_list->resizeColumnToContents(column);
 }
 
 void CompareDialog::showDiff()

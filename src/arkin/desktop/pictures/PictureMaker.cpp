@@ -64,7 +64,7 @@ PictureMaker::Request PictureMaker::requestFor(const Place& place, std::int32_t 
     request.all = withReferences(vault, {&request.file, 1}, asBuilt).files;
     zn::Sha256 key;
     const auto add = [&](const std::string& text) { key.update({text.data(), text.size() + 1}); };
-    add((m_form == Form::Picture ? "picture 1 of " : "model 1 of ") + std::to_string(pixels));
+    add(std::string(outputName()) + " 1 of " + std::to_string(pixels));
     for (const GetRequest& one : request.all) {
         const FileRow file = vault.file(one.place.fileId);
         add(zn::toUtf8(file.name));
@@ -80,11 +80,17 @@ PictureMaker::Request PictureMaker::requestFor(const Place& place, std::int32_t 
 QStringList PictureMaker::programFor(const std::filesystem::path& file, const std::filesystem::path& png) const
 {
     QStringList words;
-    if (m_form == Form::Model && shownPath(file.extension()).compare(".pdf", Qt::CaseInsensitive) == 0)
+    if (m_form != Form::Picture && shownPath(file.extension()).compare(".pdf", Qt::CaseInsensitive) == 0)
         return words;
     for (const std::string& word : pictureProgram(m_host.tasks.registry, m_host.tasks.files, file, png, pixels))
         words << QString::fromStdString(word);
     return words;
+}
+
+const char* PictureMaker::outputName() const
+{
+    constexpr const char* names[] = {"picture.png", "model.ply", "measures.json"};
+    return names[static_cast<int>(m_form)];
 }
 
 void PictureMaker::forget() { m_wanted.reset(); }
@@ -159,8 +165,8 @@ void PictureMaker::ended(bool well)
 void PictureMaker::give(const std::string& bytes)
 {
     m_wanted.reset();
-    if (m_form == Form::Model)
-        modelled(bytes);
+    if (m_form != Form::Picture)
+        given(bytes);
     else
         shown(QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()), static_cast<int>(bytes.size())));
 }

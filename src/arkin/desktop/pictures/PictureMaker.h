@@ -16,27 +16,29 @@ class QTimer;
 
 namespace zn::arkin {
 
-/// Pictures of the vault's files, or models to be turned, made in the background, one at a time, and kept in the cache
-/// by what the file and all that it refers to contain.
+/// Pictures of the vault's files, models to be turned, or their measures, made in the background, one at a time, and
+/// kept in the cache by what the file and all that it refers to contain.
 class PictureMaker : public QObject {
 public:
     enum class Form {
         Picture,
-        Model, ///< for `TurningModel`; only programs make these
+        Model,    ///< for `TurningModel`; only programs make these
+        Measures, ///< for `measureDifferences`, likewise
     };
     /// `host` outlives it.
     explicit PictureMaker(const DailyHost& host, QObject* parent = nullptr, Form form = Form::Picture);
     /// Ends a program at work.
     ~PictureMaker() override;
 
-    /// Asks for the picture or model of a version; it comes by `shown` or `modelled`, at once if it is kept. What was
+    /// Asks for the picture or model of a version; it comes by `shown` or `given`, at once if it is kept. What was
     /// asked for before doesn't come any more.
     void ask(const Place& place, std::int32_t version);
     /// Nothing is asked for any more.
     void forget();
 
     std::function<void(const QImage& picture)> shown;
-    std::function<void(const std::string& ply)> modelled;
+    /// For the other forms.
+    std::function<void(const std::string& bytes)> given;
     /// Why there is no picture, or not yet.
     std::function<void(const QString& sentence)> told;
 
@@ -54,7 +56,7 @@ private:
     void begin();
     void ended(bool well);
     void give(const std::string& bytes);
-    const char* outputName() const { return m_form == Form::Picture ? "picture.png" : "model.ply"; }
+    const char* outputName() const;
 
     const DailyHost& m_host;
     Form m_form;
