@@ -134,8 +134,7 @@ void FolderPage::connectViews()
     m_pictures->told = [this](const QString& sentence) { m_picture->tell(sentence); };
     // What can't be turned is just looked at.
     m_models->told = [](const QString&) {};
-    m_models->given
-        = [this](const std::string& ply) { inSlot(this, [&] { m_picture->setModel(TurningModel(ply)); }); };
+    m_models->given = [this](const std::string& ply) { inSlot(this, [&] { m_picture->setModel(TurningModel(ply)); }); };
     m_picture->modelWanted = [this] { askForPicture(*m_models); };
     m_list->header()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_list->header(), &QHeaderView::customContextMenuRequested, this, [this](const QPoint& at) {
