@@ -119,6 +119,22 @@ zn::arkin::RunInfo Plant::launchAndWork(const Text& task, ArkSelection selection
     return zn::arkin::RunStore(m_store->database(), m_vault->info().id).get(id);
 }
 
+void Plant::explore(const std::string& shownFolder, const std::function<void(QWidget& window)>& work)
+{
+    const auto folderId = m_vault->findFolder(machine.files().fromMachine(folder / "vault" / shownFolder));
+    ASSERT_TRUE(folderId);
+    QTimer::singleShot(0, [&] {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->objectName() == "explorer") {
+                work(*window);
+                window->close();
+                return;
+            }
+        ADD_FAILURE() << "There is no such window.";
+    });
+    m_desktop->showExplorer(host(), *folderId, folder / "cache");
+}
+
 void Plant::removeFromVault(const std::string& name)
 {
     std::shared_ptr<IArkFolder> in;

@@ -34,6 +34,8 @@ protected:
     std::int32_t launch(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers);
     /// Launches the task and carries it out on a worker process.
     zn::arkin::RunInfo launchAndWork(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers);
+    /// Opens the vault's window in the folder, does it there, and closes the window.
+    void explore(const std::string& shownFolder, const std::function<void(QWidget& window)>& work);
     /// As somebody else does in the meantime.
     void removeFromVault(const std::string& name);
     /// The cells of the details page, a line a row, separated by " | "; folders shortened to "…".

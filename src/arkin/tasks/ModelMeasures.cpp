@@ -23,14 +23,19 @@ struct MeasureName {
 const MeasureName measureNames[]
     = {{"volume", u"mm\u00B3"}, {"area", u"mm\u00B2"}, {"size x", u"mm"}, {"size y", u"mm"}, {"size z", u"mm"}};
 
-/// By configuration.
-std::map<std::string, Measures> read(const std::string& text)
+struct Model {
+    std::map<std::string, Measures> configurations; ///< by name
+    std::string active;
+};
+
+Model read(const std::string& text)
 {
-    std::map<std::string, Measures> all;
+    Model model;
     try {
         const Json json = Json::parse(text);
+        model.active = json.value("active", "");
         for (const Json& one : json.value("configurations", Json::array())) {
-            Measures& measures = all[one.at("name").get<std::string>()];
+            Measures& measures = model.configurations[one.at("name").get<std::string>()];
             measures.numbers = {one.at("volume").get<double>(), one.at("area").get<double>()};
             for (const Json& side : one.at("size"))
                 measures.numbers.push_back(side.get<double>());
@@ -41,7 +46,26 @@ std::map<std::string, Measures> read(const std::string& text)
     } catch (const Json::exception&) {
         throw zn::StatusError(zn::E_FAIL, "The CAD application measures in a way that isn't known here.");
     }
-    return all;
+    return model;
+}
+
+/// Which configurations are compared: those of the same name, or, where there are none, the active ones.
+struct Pair {
+    const Measures& before;
+    const Measures& after;
+    std::string where; ///< behind what differs
+};
+
+std::vector<Pair> pairsOf(const Model& old, const Model& now)
+{
+    std::vector<Pair> pairs;
+    for (const auto& [name, is] : now.configurations)
+        if (const auto was = old.configurations.find(name); was != old.configurations.end())
+            pairs.push_back({was->second, is, now.configurations.size() > 1 ? " (" + name + ")" : ""});
+    const auto was = old.configurations.find(old.active), is = now.configurations.find(now.active);
+    if (pairs.empty() && was != old.configurations.end() && is != now.configurations.end())
+        pairs.push_back({was->second, is->second, " (" + old.active + ", " + now.active + ")"});
+    return pairs;
 }
 
 bool isSame(double a, double b) { return std::abs(a - b) <= 1e-6 * std::max(std::abs(a), std::abs(b)); }
@@ -55,13 +79,8 @@ zn::Text countText(int count) { return count == 0 ? zn::Text() : zn::toText(std:
 std::vector<Difference> measureDifferences(const std::string& before, const std::string& after)
 {
     std::vector<Difference> measures, bodies;
-    const auto old = read(before), now = read(after);
-    for (const auto& [configuration, is] : now) {
-        const auto found = old.find(configuration);
-        if (found == old.end())
-            continue; // the configurations themselves differ, which is told
-        const Measures& was = found->second;
-        const std::string where = now.size() > 1 ? " (" + configuration + ")" : "";
+    const Model old = read(before), now = read(after);
+    for (const auto& [was, is, where] : pairsOf(old, now)) {
         for (std::size_t i = 0; i < std::size(measureNames); ++i)
             if (!isSame(was.numbers[i], is.numbers[i]))
                 measures.push_back({Difference::Kind::Measure, zn::toText(measureNames[i].name + where),
