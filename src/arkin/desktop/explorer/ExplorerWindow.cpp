@@ -183,6 +183,7 @@ FolderPage* ExplorerWindow::addPage(std::int32_t folderId)
         FolderPage* const another = addPage(folder);
         another->setColumns(page().columns(), page().cardColumns());
         m_pages->setCurrentWidget(another);
+        another->focusList();
     };
     if (!m_page)
         m_page = added;
