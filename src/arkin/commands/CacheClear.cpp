@@ -1,6 +1,8 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Output.h"
 
+#include "arkin/store/SearchIndex.h"
+
 #include <iostream>
 
 namespace zn::arkin {
@@ -14,6 +16,7 @@ public:
     int run(Session& session) override
     {
         const auto removed = session.cache()->clear();
+        removeSearchIndexes(session.platform().home().cacheFolder());
         if (session.json())
             printJson({{"blocks", removed.blocks}, {"bytes", removed.bytes}});
         else

@@ -1,12 +1,14 @@
 #include "arkin/commands/Factories.h"
 #include "arkin/commands/frame/Assignment.h"
 #include "arkin/commands/frame/Output.h"
+#include "arkin/commands/frame/ProgressLine.h"
 #include "arkin/commands/frame/SinceTime.h"
 
 #include "arkin/store/Codes.h"
-#include "arkin/store/FindFiles.h"
+#include "arkin/store/SearchIndex.h"
 
 #include <charconv>
+#include <limits>
 
 namespace zn::arkin {
 
@@ -31,6 +33,7 @@ public:
     void declare(Arguments& take) override
     {
         take.option("NAME", m_name, "Name or a part of it; with * for any characters and ? for one, the whole name");
+        take.option("--text", m_text, "Words, each of which its name or a value on its card has").shownAs("WORDS");
         take.option("--in", m_folder, "Folder of the vault, with all below it; else the whole vault").shownAs("FOLDER");
         take.option("--card", m_card, "A value of the card, written as the name is").shownAs("NAME=VALUE").oneAtATime();
         take.option("--state", m_state, "State of the workflow");
@@ -67,9 +70,51 @@ private:
             query.since = sinceTime(*m_since, now);
         if (m_until)
             query.until = sinceTime(*m_until, now);
+        if (!m_text.empty())
+            query.among = filesWith(session, zn::toText(m_text), std::numeric_limits<std::int32_t>::max());
+        else
+            query.among = lookedUp(session, query.name);
         for (const std::string& wanted : m_card)
             query.card.push_back(conditionFor(vault, wanted));
         return query;
+    }
+
+    static constexpr std::size_t mostLookedUp = 20'000;
+
+    static std::vector<std::int32_t> filesWith(Session& session, zn::TextView words, std::size_t most)
+    {
+        SearchIndex index(session.vault(), session.platform().home().cacheFolder());
+        ProgressLine progress(!session.json());
+        index.catchUp([&](std::int64_t done) { progress.show(done, 0, "files read for the search"); });
+        return index.find(words, most);
+    }
+
+    /// Files that may have such a name; none for all, where looking up isn't possible or not faster.
+    static std::optional<std::vector<std::int32_t>> lookedUp(Session& session, const zn::Text& pattern)
+    {
+        constexpr std::size_t leastLetters = 3;
+        const auto part = longestPart(pattern);
+        if (part.size() < leastLetters)
+            return {};
+        try {
+            auto files = filesWith(session, part, mostLookedUp);
+            return files.size() < mostLookedUp ? std::optional(std::move(files)) : std::nullopt;
+        } catch (const zn::StatusError&) {
+            return {}; // a home whose cache can't be written
+        }
+    }
+
+    /// What stands between the signs of a pattern.
+    static zn::Text longestPart(const zn::Text& pattern)
+    {
+        zn::Text longest;
+        for (std::size_t at = 0; at <= pattern.size();) {
+            const std::size_t end = std::min(pattern.find_first_of(u"*? \t", at), pattern.size());
+            if (end - at > longest.size())
+                longest = pattern.substr(at, end - at);
+            at = end + 1;
+        }
+        return longest;
     }
 
     static FileQuery::CardCondition conditionFor(Vault& vault, const std::string& wanted)
@@ -103,7 +148,7 @@ private:
         printTable(rows, "No file fits.");
     }
 
-    std::string m_name, m_folder, m_state;
+    std::string m_name, m_text, m_folder, m_state;
     std::vector<std::string> m_card;
     std::optional<std::string> m_user, m_larger, m_smaller, m_since, m_until;
 };

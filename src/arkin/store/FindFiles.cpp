@@ -10,7 +10,7 @@ namespace zn::arkin {
 
 namespace {
 
-constexpr const char* allFiles
+constexpr const char* filesOfVault
     = "SELECT p.folder_id, f.id, f.name, f.latest_version, COALESCE(v.content_size, 0), COALESCE(v.made_at, 0), "
       "COALESCE(v.state, ''), COALESCE(c.user_name, '') FROM file_folders p JOIN files f ON f.id = p.file_id "
       "LEFT JOIN versions v ON v.file_id = f.id AND v.version = f.latest_version "
@@ -108,22 +108,47 @@ std::vector<FoundFile> findFiles(Vault& vault, const FileQuery& query)
     FoundFile row;
     std::string name, state;
     long long size = 0, madeAt = 0;
+    std::int32_t wanted = 0;
     const std::int32_t vaultId = vault.info().id;
-    soci::statement statement = (vault.database().session().prepare << allFiles, soci::use(vaultId),
-        soci::into(row.place.folderId), soci::into(row.place.fileId), soci::into(name), soci::into(row.version),
-        soci::into(size), soci::into(madeAt), soci::into(state), soci::into(row.checkedOutBy));
-    statement.execute();
+    std::string sql = filesOfVault;
+    if (query.among)
+        sql += " AND f.id = :f";
+    soci::statement statement(vault.database().session());
+    statement.exchange(soci::use(vaultId));
+    if (query.among)
+        statement.exchange(soci::use(wanted));
+    statement.exchange(soci::into(row.place.folderId));
+    statement.exchange(soci::into(row.place.fileId));
+    statement.exchange(soci::into(name));
+    statement.exchange(soci::into(row.version));
+    statement.exchange(soci::into(size));
+    statement.exchange(soci::into(madeAt));
+    statement.exchange(soci::into(state));
+    statement.exchange(soci::into(row.checkedOutBy));
+    statement.alloc();
+    statement.prepare(sql);
+    statement.define_and_bind();
     std::vector<FoundFile> found;
-    while (statement.fetch()) {
-        row.size = size;
-        row.madeAt = madeAt;
-        row.state = zn::toText(state);
-        const zn::Text text = zn::toText(name);
-        if (!fits(row, text, query) || !reach.holds(row.place.folderId) || !cardFits(vault.cards(), row, query))
-            continue;
-        row.path = zn::pathAppend(vault.folders().pathOf(row.place.folderId), text);
-        found.push_back(row);
-    }
+    const auto take = [&] {
+        statement.execute();
+        while (statement.fetch()) {
+            row.size = size;
+            row.madeAt = madeAt;
+            row.state = zn::toText(state);
+            const zn::Text text = zn::toText(name);
+            if (!fits(row, text, query) || !reach.holds(row.place.folderId) || !cardFits(vault.cards(), row, query))
+                continue;
+            row.path = zn::pathAppend(vault.folders().pathOf(row.place.folderId), text);
+            found.push_back(row);
+        }
+    };
+    if (!query.among)
+        take();
+    else
+        for (const std::int32_t fileId : *query.among) {
+            wanted = fileId;
+            take();
+        }
     std::sort(found.begin(), found.end(),
         [](const FoundFile& one, const FoundFile& other) { return zn::foldCase(one.path) < zn::foldCase(other.path); });
     return found;

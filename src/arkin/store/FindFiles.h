@@ -23,6 +23,9 @@ struct FileQuery {
     std::optional<std::int64_t> since; ///< when the version was made, in Unix seconds, as the next
     std::optional<std::int64_t> until;
 
+    /// Only these files, if given; see `SearchIndex`.
+    std::optional<std::vector<std::int32_t>> among;
+
     /// A value on its card, of any configuration.
     struct CardCondition {
         std::int32_t variableId = 0;

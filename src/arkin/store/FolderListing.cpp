@@ -4,26 +4,66 @@
 
 namespace zn::arkin {
 
+namespace {
+
+/// Asks for the files that stand where the condition says, with one number to be filled in.
+class Listing {
+public:
+    Listing(Vault& vault, const char* condition)
+        : m_statement((vault.database().session().prepare
+                << "SELECT f.id, p.folder_id, f.name, f.latest_version, COALESCE(v.content_size, -1), "
+                   "COALESCE(v.made_at, 0), COALESCE(v.state, ''), COALESCE(c.user_name, ''), COALESCE(c.machine, '') "
+                   "FROM file_folders p JOIN files f ON f.id = p.file_id "
+                   "LEFT JOIN versions v ON v.file_id = f.id AND v.version = f.latest_version "
+                   "LEFT JOIN check_outs c ON c.file_id = f.id WHERE "
+                << condition,
+            soci::use(m_number), soci::into(m_row.fileId), soci::into(m_row.folderId), soci::into(m_row.name),
+            soci::into(m_row.latestVersion), soci::into(m_size), soci::into(m_madeAt), soci::into(m_row.state),
+            soci::into(m_row.checkedOutBy), soci::into(m_row.machine)))
+    {
+    }
+
+    template <class Use> void forEach(std::int32_t number, Use&& use)
+    {
+        m_number = number;
+        m_statement.execute();
+        while (m_statement.fetch()) {
+            m_row.size = m_size < 0 ? std::nullopt : std::optional<std::int64_t>(m_size);
+            m_row.madeAt = m_madeAt;
+            use(m_row);
+        }
+    }
+
+private:
+    ListedFile m_row;
+    std::int32_t m_number = 0;
+    long long m_size = 0;
+    long long m_madeAt = 0;
+    soci::statement m_statement;
+};
+
+} // namespace
+
 std::vector<ListedFile> listFolder(Vault& vault, std::int32_t folderId)
 {
-    ListedFile row;
-    long long size = 0, madeAt = 0;
-    soci::statement statement = (vault.database().session().prepare
-            << "SELECT f.id, f.name, f.latest_version, COALESCE(v.content_size, -1), COALESCE(v.made_at, 0), "
-               "COALESCE(v.state, ''), COALESCE(c.user_name, ''), COALESCE(c.machine, '') "
-               "FROM file_folders p JOIN files f ON f.id = p.file_id "
-               "LEFT JOIN versions v ON v.file_id = f.id AND v.version = f.latest_version "
-               "LEFT JOIN check_outs c ON c.file_id = f.id WHERE p.folder_id = :d ORDER BY p.name_key",
-        soci::use(folderId), soci::into(row.fileId), soci::into(row.name), soci::into(row.latestVersion),
-        soci::into(size), soci::into(madeAt), soci::into(row.state), soci::into(row.checkedOutBy),
-        soci::into(row.machine));
-    statement.execute();
     std::vector<ListedFile> files;
-    while (statement.fetch()) {
-        row.size = size < 0 ? std::nullopt : std::optional<std::int64_t>(size);
-        row.madeAt = madeAt;
-        files.push_back(row);
-    }
+    Listing(vault, "p.folder_id = :d ORDER BY p.name_key").forEach(folderId, [&](const ListedFile& file) {
+        files.push_back(file);
+    });
+    return files;
+}
+
+std::vector<ListedFile> listFiles(Vault& vault, std::span<const std::int32_t> fileIds)
+{
+    const ReadScope scope(vault.database());
+    vault.permissions().refresh();
+    std::vector<ListedFile> files;
+    Listing listing(vault, "p.file_id = :f AND f.deleted_at = 0");
+    for (const std::int32_t fileId : fileIds)
+        listing.forEach(fileId, [&](const ListedFile& file) {
+            if (vault.permissions().allowed(file.folderId, Right::Read))
+                files.push_back(file);
+        });
     return files;
 }
 

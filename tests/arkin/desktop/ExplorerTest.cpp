@@ -2,8 +2,10 @@
 #include "tests/arkin/desktop/DailyFixture.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QDropEvent>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QTabWidget>
 #include <QToolButton>
@@ -103,6 +105,37 @@ TEST_F(ExplorerTest, FoldersStandInTabsThatTheNextWindowHas)
             EXPECT_EQ(tabs.tabText(0) + "|" + tabs.tabText(1), "Test|Parts");
             EXPECT_EQ(tabs.currentIndex(), 0) << "that in front before the runs";
         });
+}
+
+TEST_F(ExplorerTest, TheSearchReachesAllFolders)
+{
+    inExplorer([&](QWidget& window) {
+        auto& list = *find<QTreeView>(window, "files");
+        auto& search = *find<QLineEdit>(window, "search");
+        search.setText("step");
+        EXPECT_EQ(columnOf(list), QStringList({"Bolt.step"}));
+        find<QCheckBox>(window, "everywhere")->setChecked(true);
+        EXPECT_EQ(columnOf(list), QStringList({"Bolt.step", "c.step"}));
+        EXPECT_EQ(columnOf(list, 6), QStringList({"\\Parts", "\\Parts\\Deep"}));
+        EXPECT_EQ(list.model()->headerData(6, Qt::Horizontal).toString(), "Folder");
+        search.setText("step schraube");
+        EXPECT_EQ(columnOf(list), QStringList({"Bolt.step"}));
+        // What is found can be worked on, and stays in sight.
+        search.setText("c.st");
+        chooseRow(list, "c.step");
+        find<QAction>(window, "checkOut")->trigger();
+        EXPECT_EQ(columnOf(list, 3), QStringList({"anna on bench"}));
+        find<QCheckBox>(window, "everywhere")->setChecked(false);
+        EXPECT_EQ(columnOf(list), QStringList());
+        search.clear();
+        EXPECT_EQ(columnOf(list), QStringList({"arm.zenprt", "Bolt.step"}));
+        find<QCheckBox>(window, "everywhere")->setChecked(true);
+        search.setText("arm");
+        find<QAction>(window, "up")->trigger();
+        EXPECT_EQ(search.text(), "") << "the folder is wanted";
+        EXPECT_EQ(columnOf(list), QStringList());
+    });
+    EXPECT_TRUE(vault.vault.files().checkOut(place("Parts/Deep/c.step").fileId));
 }
 
 /// Which part of the picture the model covers.

@@ -12,14 +12,18 @@
 #include "arkin/desktop/frame/Texts.h"
 #include "arkin/desktop/pictures/PictureMaker.h"
 #include "arkin/desktop/pictures/PicturePane.h"
+#include "arkin/store/SearchIndex.h"
 #include "base/Paths.h"
 
 #include <algorithm>
+#include <climits>
 #include <QAction>
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
+#include <QProgressDialog>
 #include <QSplitter>
 #include <QTimer>
 #include <QToolBar>
@@ -51,6 +55,7 @@ FolderPage::FolderPage(const DailyHost& host, QList<QAction*> fileActions)
     , m_pictures(new PictureMaker(host, this))
     , m_models(new PictureMaker(host, this, PictureMaker::Form::Model))
     , m_search(new QLineEdit)
+    , m_everywhere(new QCheckBox(own("In all folders")))
     , m_filter(new FileFilterBox(host))
     , m_path(new QToolBar)
 {
@@ -63,6 +68,8 @@ FolderPage::FolderPage(const DailyHost& host, QList<QAction*> fileActions)
     enableDragging();
     inSlot(this, [this] { enterFolder(); });
 }
+
+FolderPage::~FolderPage() = default;
 
 QToolBar* FolderPage::makeHead()
 {
@@ -79,6 +86,9 @@ QToolBar* FolderPage::makeHead()
     m_search->setMinimumWidth(26 * fontMetrics().averageCharWidth());
     m_search->setMaximumWidth(52 * fontMetrics().averageCharWidth());
     head->addWidget(m_search);
+    m_everywhere->setObjectName("everywhere");
+    m_everywhere->setVisible(!m_host.cacheFolder.empty());
+    head->addWidget(m_everywhere);
     head->addWidget(m_filter);
     return head;
 }
@@ -119,6 +129,7 @@ QSplitter* FolderPage::makeViews()
 void FolderPage::connectViews()
 {
     connect(m_search, &QLineEdit::textChanged, this, [this] { inSlot(this, [this] { search(); }); });
+    connect(m_everywhere, &QCheckBox::toggled, this, [this] { inSlot(this, [this] { search(); }); });
     connect(m_filter, &QComboBox::currentIndexChanged, this, [this] { inSlot(this, [this] { filter(); }); });
     connect(m_folders, &QTreeWidget::currentItemChanged, this, [this] { inSlot(this, [this] { enterFolder(); }); });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { noteChoice(); });
@@ -157,7 +168,8 @@ void FolderPage::enableDragging()
         QList<QUrl> urls;
         inSlot(this, [&] {
             for (const std::int32_t fileId : fileIds) {
-                const auto path = localCopy(m_vault, {fileId, folder()});
+                const auto& file = m_files->file(m_files->rowOf(fileId));
+                const auto path = localCopy(m_vault, {fileId, file.folderId});
                 urls << QUrl::fromLocalFile(QString::fromStdString(path.string()));
             }
         });
@@ -214,6 +226,9 @@ void FolderPage::enterFolder()
     if (entered == 0)
         return;
     m_visited.enter(entered);
+    if (isSearchingEverywhere())
+        m_search->clear(); // what is entered is wanted now
+    m_showsFound = false;
     m_files->setFiles(listFolder(m_vault, entered));
     m_cardColumns.fill(*m_files, entered);
     filter();
@@ -254,7 +269,10 @@ void FolderPage::readAgain()
     keepChoice([this] {
         const QSignalBlocker silent(m_folders);
         m_folders->readAgain();
-        enterFolder();
+        if (isSearchingEverywhere())
+            showFound();
+        else
+            enterFolder();
     });
 }
 
@@ -291,11 +309,44 @@ void FolderPage::showPath()
     }
 }
 
+bool FolderPage::isSearchingEverywhere() const
+{
+    return m_everywhere->isChecked() && !m_search->text().trimmed().isEmpty();
+}
+
 void FolderPage::search()
 {
+    m_filter->setEnabled(!isSearchingEverywhere());
+    if (isSearchingEverywhere()) {
+        keepChoice([this] { showFound(); });
+        return;
+    }
+    if (m_showsFound)
+        enterFolder();
     if (!m_files->hasCardTexts() && !m_search->text().isEmpty())
         m_files->setCardTexts(cardTextsOf(m_vault, folder()));
     keepChoice([this] { m_files->setSearch(m_search->text()); });
+}
+
+void FolderPage::showFound()
+{
+    constexpr std::size_t most = 1000; // more than a person reads
+    if (!m_index)
+        m_index = std::make_unique<SearchIndex>(m_vault, m_host.cacheFolder);
+    QProgressDialog progress(own("Reading names and cards …"), QString(), 0, 0, this);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(1000);
+    m_index->catchUp([&](std::int64_t done) { progress.setValue(static_cast<int>(done % INT_MAX)); });
+    progress.reset();
+    FileTable::CardColumn folders{own("Folder"), {}};
+    std::vector<ListedFile> found = listFiles(m_vault, m_index->find(typed(m_search->text()), most));
+    for (const ListedFile& file : found)
+        folders.values[file.fileId] = "\\" + zn::toUtf8(m_vault.folders().pathOf(file.folderId));
+    m_showsFound = true;
+    m_files->setSearch({});
+    m_files->setOnly({});
+    m_files->setFiles(std::move(found));
+    m_files->setCardColumns({std::move(folders)});
 }
 
 void FolderPage::filter()
@@ -341,7 +392,7 @@ std::vector<Place> FolderPage::chosenPlaces() const
 {
     std::vector<Place> places;
     for (const QModelIndex& index : m_list->selectionModel()->selectedRows())
-        places.push_back({m_files->file(index.row()).fileId, folder()});
+        places.push_back({m_files->file(index.row()).fileId, m_files->file(index.row()).folderId});
     return places;
 }
 

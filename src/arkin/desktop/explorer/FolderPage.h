@@ -6,10 +6,12 @@
 #include "arkin/store/Vault.h"
 
 #include <functional>
+#include <memory>
 #include <QUrl>
 #include <QWidget>
 
 class QAction;
+class QCheckBox;
 class QLineEdit;
 class QMenu;
 class QSplitter;
@@ -24,6 +26,7 @@ class FileTable;
 class FolderTree;
 class PictureMaker;
 class PicturePane;
+class SearchIndex;
 
 /// One folder of a vault at a time: the tree to choose it, its files with search and filters, what is known of the
 /// chosen file, and its picture. It shows the vault as it was read.
@@ -31,6 +34,7 @@ class FolderPage : public QWidget {
 public:
     /// `fileActions` work on the chosen files; they are the window's. `host` outlives the page.
     FolderPage(const DailyHost& host, QList<QAction*> fileActions);
+    ~FolderPage() override;
 
     std::int32_t folder() const;
     /// The folder's name; the vault's for its root.
@@ -79,7 +83,10 @@ private:
     /// Does what changes the list, and lets the chosen files be the chosen ones again.
     void keepChoice(const std::function<void()>& work);
     void showPath();
+    bool isSearchingEverywhere() const;
     void search();
+    /// The files of the whole vault that the words in the search box fit.
+    void showFound();
     void filter();
     void noteChoice();
     void showPicture();
@@ -104,6 +111,9 @@ private:
     PictureMaker* m_pictures;
     PictureMaker* m_models;
     QLineEdit* m_search;
+    QCheckBox* m_everywhere;
+    std::unique_ptr<SearchIndex> m_index; ///< made when it is first needed
+    bool m_showsFound = false;            ///< in place of the folder's files
     FileFilterBox* m_filter;
     QToolBar* m_path;
     QString m_count;
