@@ -30,6 +30,7 @@ struct Run {
     const OutputRecord* current = nullptr; ///< the file that is being worked on
     bool failureTold = false;              ///< people know already what ended the run
     bool confined = false;                 ///< its macros reach the task's folders only
+    bool allUnchanged = false;             ///< the host wants changed files only, and none has changed
     bool freedomTold = false;              ///< people know that this CAD application can't confine them
 };
 
@@ -284,6 +285,43 @@ BodyEnd runFile(Run& run, std::int32_t index, const Text& revision)
     return std::nullopt;
 }
 
+/// Takes the files out that the host knows to have good outputs already.
+void leaveOutUnchanged(Run& run)
+{
+    const auto host = query<IArkUnchangedFiles>(run.instance);
+    if (!host)
+        return;
+    std::vector<ArkSourceFile> files;
+    files.reserve(run.items.size());
+    for (const auto& item : run.items)
+        files.push_back({item->path, item->docId, item->projId, effectiveVersion(*item), item->selConfiguration});
+    std::vector<Text> sentences;
+    checkStatus(host->GetUnchanged(files, sentences));
+    SelectionRecords changed;
+    const std::size_t all = run.items.size();
+    for (std::size_t i = 0; i < all; ++i) {
+        const bool isUnchanged = i < sentences.size() && !sentences[i].empty() && run.items[i]->leftOut.empty();
+        if (!isUnchanged) {
+            changed.push_back(std::move(run.items[i]));
+            continue;
+        }
+        ArkFileResult result;
+        result.source = files[i].path;
+        result.sourceId = files[i].fileId;
+        result.sourceVersion = files[i].version;
+        result.part = files[i].configuration;
+        result.outcome = FileOutcome::Unchanged;
+        result.sentence = sentences[i];
+        run.messages.keepResult(std::move(result));
+    }
+    run.items = std::move(changed);
+    run.allUnchanged = run.items.empty();
+    if (run.items.size() < all && !run.allUnchanged)
+        run.messages.tellWithRun({},
+            formatText("Unchanged since their last outputs, and left out: %d of %d files.",
+                static_cast<std::int32_t>(all - run.items.size()), static_cast<std::int32_t>(all)));
+}
+
 /// A bracket that the template never closes has a line in the log already.
 void prepareMacros(Run& run, const Text& script)
 {
@@ -311,10 +349,15 @@ BodyEnd runAllFiles(Run& run, const Text& script)
     context.fileLogic.PrepareLogFile(run.logPath);
     if (const BodyEnd end = startSession(context.session))
         return endEarly(run, *end, context.session.GetLastError());
-    run.total = static_cast<std::int32_t>(run.items.size()) + (context.kind == TaskKind::Printing ? 0 : 1);
     const Text revision = context.session.GetRevisionText();
     if (run.messages.keepsAudit())
         run.messages.tellApplication(context.session.DescribeApplication());
+    leaveOutUnchanged(run);
+    if (run.allUnchanged) {
+        run.messages.tellResults({});
+        return context.session.StopKeepingError(S_OK);
+    }
+    run.total = static_cast<std::int32_t>(run.items.size()) + (context.kind == TaskKind::Printing ? 0 : 1);
     for (std::int32_t index = 0; index < static_cast<std::int32_t>(run.items.size()); ++index) {
         if (const BodyEnd end = runFile(run, index, revision))
             return end;
@@ -412,6 +455,11 @@ Status runTask(TaskContext& context, const std::shared_ptr<IArkVault>& vault, Ar
     context.session.ManageStartup(false);
     const Status body = runBody(run);
     context.session.ManageStartup(true);
+    if (run.allUnchanged && body == S_OK) {
+        checkStatus(
+            instance->SetStatus(TaskRunState::Finished, S_OK, u"No file has changed since its last outputs.", {}));
+        return S_OK;
+    }
     if (body == S_FALSE)
         cmd.cancel = -1;
     RunResult result(body);

@@ -55,6 +55,7 @@ void RunMessages::tellResults(std::vector<ArkFileResult> results)
         if (said != m_sentences.end())
             result.sentence = said->second;
     }
+    results.insert(results.end(), m_kept.begin(), m_kept.end());
     m_results->SetFileResults(results);
 }
 

@@ -27,6 +27,9 @@ public:
     /// behind what the macro has logged.
     void tellResults(std::vector<ArkFileResult> results);
 
+    /// Results of files that aren't worked on; `tellResults` tells them, too.
+    void keepResult(ArkFileResult result) { m_kept.push_back(std::move(result)); }
+
     /// With what the run does its work, and the macro that comes next, for those who ask later.
     bool keepsAudit() const { return m_audit != nullptr; }
     void tellApplication(const ArkApplication& application);
@@ -43,6 +46,7 @@ private:
     std::shared_ptr<IArkRunResults> m_results; ///< likewise
     std::shared_ptr<IArkRunAudit> m_audit;     ///< likewise
     std::map<Text, Text> m_sentences;          ///< by folded path
+    std::vector<ArkFileResult> m_kept;
     bool m_logIsOpen = false;
 };
 

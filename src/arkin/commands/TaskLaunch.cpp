@@ -25,6 +25,9 @@ public:
         take.flag("--no-dialog", m_noDialog, "Ask nobody: fail if something is left to the user");
         take.flag("--defaults", m_defaults, "Show no dialog: take what it would show first, and say what that is");
         take.flag("--anyway", m_anyway, "Launch it although it can't go well");
+        take.flag("--only-changed", m_onlyChanged,
+            "Leave out files whose version, task, macro, CAD application and references are those of their last "
+            "outputs");
         take.flag("--wait", m_wait, "Carry the run out here and wait for its end");
     }
 
@@ -36,6 +39,7 @@ public:
             selection.push_back(launchItem(session, path, m_version, zn::toText(m_configuration), !m_anyway));
         auto& desktop = session.desktop(!m_noDialog && !m_defaults);
         LaunchFlow flow(session.taskHost(), task, std::move(selection));
+        flow.launchOnlyChanged(m_onlyChanged);
         if (m_anyway)
             flow.launchAnyway();
         const auto launched = orAnyway([&] { return launch(desktop, flow); });
@@ -87,6 +91,7 @@ private:
     bool m_noDialog = false;
     bool m_defaults = false;
     bool m_anyway = false;
+    bool m_onlyChanged = false;
     bool m_wait = false;
 };
 

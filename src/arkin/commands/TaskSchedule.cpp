@@ -18,6 +18,9 @@ public:
         take.option("PATH", m_paths, "Files and folders of the vault").required();
         take.option("--daily", m_daily, "Every day at this time, such as 22:00").shownAs("TIME");
         take.option("--weekly", m_weekly, "On days of the week, such as 'mon,thu 22:00'").shownAs("DAYS TIME");
+        take.flag("--only-changed", m_onlyChanged,
+            "Leave out files whose version, task, macro, CAD application and references are those of their last "
+            "outputs");
         take.option("--zone", m_zone, "The time zone whose clocks count, such as Europe/Berlin; else this machine's");
     }
 
@@ -25,6 +28,7 @@ public:
     {
         Schedule schedule;
         schedule.time = chosenTime();
+        schedule.onlyChanged = m_onlyChanged;
         schedule.taskName
             = TaskStore(session.store().database(), session.vault().info().id).get(zn::toText(m_name)).name;
         for (const auto& path : m_paths)
@@ -35,10 +39,12 @@ public:
         schedule.id = ScheduleStore(session.store().database(), session.vault().info().id).add(schedule);
         if (session.json())
             printJson({{"schedule", schedule.id}, {"task", zn::toUtf8(schedule.taskName)},
-                {"when", scheduleText(schedule.time)}, {"next", jsonTime(schedule.nextAt)}});
+                {"when", scheduleText(schedule.time)}, {"onlyChanged", schedule.onlyChanged},
+                {"next", jsonTime(schedule.nextAt)}});
         else
             std::cout << "Schedule " << schedule.id << " launches '" << zn::toUtf8(schedule.taskName) << "' "
-                      << scheduleText(schedule.time) << ", next at " << shownTime(schedule.nextAt)
+                      << scheduleText(schedule.time) << (schedule.onlyChanged ? ", on what has changed" : "")
+                      << ", next at " << shownTime(schedule.nextAt)
                       << ". A worker must be running then, or the next one makes up for it.\n";
         return commandDone;
     }
@@ -73,6 +79,7 @@ private:
     std::string m_daily;
     std::string m_weekly;
     std::string m_zone;
+    bool m_onlyChanged = false;
 };
 
 class TaskSchedules : public Command {
@@ -91,7 +98,8 @@ public:
                 list.push_back(toJson(session, schedule, isTaskGone));
             const auto first = session.shown(schedule.items.at(0).path);
             const auto more = schedule.items.size() - 1;
-            rows.push_back({std::to_string(schedule.id), zn::toUtf8(schedule.taskName), scheduleText(schedule.time),
+            rows.push_back({std::to_string(schedule.id), zn::toUtf8(schedule.taskName),
+                scheduleText(schedule.time) + (schedule.onlyChanged ? ", only what changed" : ""),
                 shownTime(schedule.nextAt), shownTime(schedule.lastAt),
                 schedule.lastRun == 0 ? "-" : std::to_string(schedule.lastRun),
                 more == 0 ? first : first + " and " + std::to_string(more) + " more",
@@ -114,8 +122,9 @@ private:
             paths.push_back(session.shown(item.path));
         return {{"schedule", schedule.id}, {"task", zn::toUtf8(schedule.taskName)}, {"taskDeleted", isTaskGone},
             {"user", zn::toUtf8(schedule.userName)}, {"when", scheduleText(schedule.time)},
-            {"zone", schedule.time.zone}, {"paths", paths}, {"next", jsonTime(schedule.nextAt)},
-            {"lastDue", jsonTime(schedule.lastDue)}, {"last", jsonTime(schedule.lastAt)},
+            {"zone", schedule.time.zone}, {"onlyChanged", schedule.onlyChanged}, {"paths", paths},
+            {"next", jsonTime(schedule.nextAt)}, {"lastDue", jsonTime(schedule.lastDue)},
+            {"last", jsonTime(schedule.lastAt)},
             {"lastRun", schedule.lastRun == 0 ? Json(nullptr) : Json(schedule.lastRun)},
             {"text", schedule.lastSentence}};
     }

@@ -83,7 +83,7 @@ RunInfo LaunchFlow::enqueue()
         requireCanRun(m_host, m_addIn ? m_addIn : loadAddIn(m_host.registry, m_host.files, m_task.addIn), m_instance,
             m_selection, m_task.name);
     RunStore runs(m_host.database, m_host.vaultId);
-    const NewRun run{m_guid, m_host.userName, m_selection, m_instance->ownVariables(), 0, m_alongside};
+    const NewRun run{m_guid, m_host.userName, m_selection, m_instance->ownVariables(), 0, m_alongside, m_onlyChanged};
     const auto id = runs.enqueue(m_task, run, m_host.clock.now());
     return runs.get(id);
 }

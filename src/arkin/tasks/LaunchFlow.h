@@ -40,6 +40,8 @@ public:
     bool accept();
     /// From now on `enqueue` queues a run that can't go well, too; see LaunchCheck.h.
     void launchAnyway() { m_anyway = true; }
+    /// The run leaves out files that an earlier run of the task has done already; see UnchangedFiles.h.
+    void launchOnlyChanged(bool onlyChanged = true) { m_onlyChanged = onlyChanged; }
     /// What `enqueue` writes in the run's own transaction, see `NewRun::alongside`.
     void writeAlongside(std::function<void(std::int32_t)> write) { m_alongside = std::move(write); }
     /// Puts the run into the queue. Raises `CannotRun` if it can be told that it can't go well.
@@ -61,6 +63,7 @@ private:
     std::int32_t m_window = 0;
     bool m_attended = false;
     bool m_anyway = false;
+    bool m_onlyChanged = false;
     std::int32_t m_pageWindow = 0;
     zn::Text m_text;
     zn::Text m_unspoken;

@@ -242,6 +242,18 @@ void RunInstance::close()
     }
 }
 
+Status RunInstance::GetUnchanged(const std::vector<zn::ArkSourceFile>& files, std::vector<Text>& sentences)
+{
+    try {
+        sentences.assign(files.size(), Text());
+        if (m_unchanged && m_claim.run().onlyChanged)
+            sentences = m_unchanged->sentences(m_claim.run(), files);
+        return zn::S_OK;
+    } catch (...) {
+        return failed();
+    }
+}
+
 Status RunInstance::AnnounceOutputs(const std::vector<zn::ArkOutputNames>& names)
 {
     try {

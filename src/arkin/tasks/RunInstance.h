@@ -4,11 +4,13 @@
 #include "arkin/tasks/RunPaths.h"
 #include "arkin/tasks/RunValues.h"
 #include "arkin/tasks/StopSignal.h"
+#include "arkin/tasks/UnchangedFiles.h"
 #include "contracts/host/ArkTask.h"
 #include "platform/Clock.h"
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 namespace zn::arkin {
 
@@ -30,6 +32,7 @@ class RunInstance final : public zn::IArkTaskInstance,
                           public zn::IArkRunMessages,
                           public zn::IArkRunResults,
                           public zn::IArkRunAudit,
+                          public zn::IArkUnchangedFiles,
                           public zn::IArkRunPaths,
                           public zn::IArkRunControl {
 public:
@@ -43,6 +46,8 @@ public:
     /// To be called when the add-in has ended: writes what it has told and isn't in the database yet. What fails is
     /// `failure`.
     void close();
+    /// Who knows what earlier runs have done; without it all files count as changed.
+    void setUnchangedFiles(UnchangedFiles unchanged) { m_unchanged = std::move(unchanged); }
     /// What the run keeps for itself; a vault acts for it.
     RunPaths& paths() { return m_paths; }
 
@@ -61,6 +66,7 @@ public:
     zn::Status SetFileResults(const std::vector<zn::ArkFileResult>& results) override;
     zn::Status NoteApplication(const zn::ArkApplication& application) override;
     zn::Status NoteMacro(const zn::ArkRunMacro& macro) override;
+    zn::Status GetUnchanged(const std::vector<zn::ArkSourceFile>& files, std::vector<zn::Text>& sentences) override;
     zn::Status AnnounceOutputs(const std::vector<zn::ArkOutputNames>& names) override;
     zn::Status ReserveOutput(zn::TextView path) override;
     zn::Status SetStopHandler(std::function<void()> stop) override;
@@ -84,6 +90,7 @@ private:
     RunWatcher m_watcher;
     RunPaths m_paths;
     Variables m_variables;
+    std::optional<UnchangedFiles> m_unchanged;
     RunProgress m_progress;
     bool m_suspended = false;       ///< the add-in waits for a resume
     bool m_suspendSeen = false;     ///< the add-in knows of the request

@@ -66,14 +66,15 @@ std::int32_t RunStore::enqueue(const TaskDefinition& task, const NewRun& run, st
     const auto at = static_cast<long long>(now);
     const auto queued = static_cast<std::int32_t>(zn::TaskRunState::Queued);
     const std::int32_t isTold = task.notices.any() ? 1 : 0;
+    const std::int32_t isOnlyChanged = run.onlyChanged ? 1 : 0;
     m_database.session() << "INSERT INTO task_runs (id, vault_id, guid, task_name, add_in, user_name, state, claim, "
                             "owner_host, owner_process, owner_mark, heartbeat_at, progress_total, progress_position, "
                             "progress_text, result_code, result_text, launched_at, started_at, ended_at, file_limit, "
-                            "notice_failed, notice_ended, notice_due) "
+                            "notice_failed, notice_ended, notice_due, only_changed) "
                             "VALUES (:id, :vault, :guid, :name, :addin, :user, :state, 0, '', 0, 0, 0, 0, 0, '', 0, "
-                            "'', :at, 0, 0, :limit, :failed, :ended, :told)",
+                            "'', :at, 0, 0, :limit, :failed, :ended, :told, :changed)",
         use(id), use(m_vaultId), use(guid), use(name), use(addIn), use(user), use(queued), use(at), use(task.fileLimit),
-        use(task.notices.failed), use(task.notices.ended), use(isTold);
+        use(task.notices.failed), use(task.notices.ended), use(isTold), use(isOnlyChanged);
     auto inherited = task.variables;
     for (const auto& own : run.ownVariables)
         inherited.erase(own.first);

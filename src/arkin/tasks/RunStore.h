@@ -31,6 +31,7 @@ struct RunInfo {
     std::int64_t endedAt = 0;
     std::int32_t outputsExpected = 0; ///< as its add-in counts them; 0 if it doesn't
     std::int32_t outputsMissing = 0;  ///< of these, what isn't where it belongs
+    bool onlyChanged = false;         ///< files are left out that an earlier run has done already
     std::int32_t fileLimit = 0;       ///< longest time for one file in seconds, 0 for none
 
     bool ended() const;
@@ -64,6 +65,7 @@ struct NewRun {
     std::int32_t againOf = 0; ///< the run that this one does again, 0 for none
     /// Writes more in the same transaction, of the run with this number; neither is kept if it raises.
     std::function<void(std::int32_t)> alongside{};
+    bool onlyChanged = false; ///< see `RunInfo`
 };
 
 /// What a run says about one file; the path is empty for the run as a whole.

@@ -24,13 +24,15 @@ std::int32_t ScheduleStore::add(const Schedule& schedule)
     auto& session = m_database.session();
     const auto id = m_database.allocateIds("task_schedules");
     const auto task = toUtf8(schedule.taskName), user = toUtf8(schedule.userName);
+    const std::int32_t onlyChanged = schedule.onlyChanged ? 1 : 0;
     const long long created = schedule.createdAt, next = schedule.nextAt;
     session
         << "INSERT INTO task_schedules (id, vault_id, task_name, user_name, minute, days, zone, created_at, next_at, "
-           "last_due, last_at, last_run, last_sentence) VALUES (:id, :vault, :task, :user, :minute, :days, :zone, "
-           ":created, :next, 0, 0, 0, '')",
+           "last_due, last_at, last_run, last_sentence, only_changed) VALUES (:id, :vault, :task, :user, :minute, "
+           ":days, :zone, "
+           ":created, :next, 0, 0, 0, '', :changed)",
         use(id), use(m_vaultId), use(task), use(user), use(schedule.time.minute), use(schedule.time.days),
-        use(schedule.time.zone), use(created), use(next);
+        use(schedule.time.zone), use(created), use(next), use(onlyChanged);
     std::int32_t position = 0;
     for (const auto& item : schedule.items) {
         const auto path = toUtf8(item.path);
@@ -69,14 +71,15 @@ std::vector<Schedule> ScheduleStore::select(const std::string& condition, std::i
     Schedule row;
     std::string task, user;
     long long created = 0, next = 0, lastDue = 0, lastAt = 0;
+    std::int32_t onlyChanged = 0;
     const long long time = now;
     soci::statement select = (m_database.session().prepare
             << "SELECT id, task_name, user_name, minute, days, zone, created_at, next_at, last_due, last_at, last_run, "
-               "last_sentence FROM task_schedules WHERE vault_id = :vault AND "
+               "last_sentence, only_changed FROM task_schedules WHERE vault_id = :vault AND "
             << condition,
         use(m_vaultId), use(time), into(row.id), into(task), into(user), into(row.time.minute), into(row.time.days),
         into(row.time.zone), into(created), into(next), into(lastDue), into(lastAt), into(row.lastRun),
-        into(row.lastSentence));
+        into(row.lastSentence), into(onlyChanged));
     select.execute();
     while (select.fetch()) {
         row.taskName = toText(task);
@@ -85,6 +88,7 @@ std::vector<Schedule> ScheduleStore::select(const std::string& condition, std::i
         row.nextAt = next;
         row.lastDue = lastDue;
         row.lastAt = lastAt;
+        row.onlyChanged = onlyChanged != 0;
         schedules.push_back(row);
     }
     return schedules;

@@ -15,7 +15,8 @@ struct Schedule {
     zn::Text taskName; ///< the task may be gone, or come again
     zn::Text userName; ///< in whose name the runs are
     ScheduleTime time;
-    zn::ArkSelection items; ///< by their numbers in the vault; their paths are those of the day of the making
+    zn::ArkSelection items;   ///< by their numbers in the vault; their paths are those of the day of the making
+    bool onlyChanged = false; ///< its runs leave out files that an earlier run has done already
     std::int64_t createdAt = 0;
     std::int64_t nextAt = 0;
     std::int64_t lastDue = 0; ///< when it should have been launched the last time

@@ -30,6 +30,7 @@ public:
         try {
             const auto task = TaskStore(m_host.database, m_host.vaultId).get(m_schedule.taskName);
             LaunchFlow flow(m_host, task, selection());
+            flow.launchOnlyChanged(m_schedule.onlyChanged);
             flow.writeAlongside([this](std::int32_t id) { settle(id); });
             return ScheduledRun{m_schedule, launch(flow), m_outcome.sentence};
         } catch (...) {

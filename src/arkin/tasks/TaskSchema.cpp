@@ -233,6 +233,12 @@ const char* const resultsByFileStep[] = {
     "CREATE INDEX task_run_results_by_output ON task_run_results (output_id)",
 };
 
+// Runs, and schedules whose runs, leave out files that an earlier run has done already.
+const char* const onlyChangedStep[] = {
+    "ALTER TABLE task_runs ADD COLUMN only_changed INTEGER NOT NULL DEFAULT 0",
+    "ALTER TABLE task_schedules ADD COLUMN only_changed INTEGER NOT NULL DEFAULT 0",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {revisionStep},
@@ -243,6 +249,7 @@ const SchemaStep steps[] = {
     {auditStep, auditTables},
     {schedulesStep},
     {resultsByFileStep},
+    {onlyChangedStep},
 };
 
 } // namespace

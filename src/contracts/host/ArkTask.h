@@ -105,6 +105,25 @@ public:
     virtual Status NoteMacro(const ArkRunMacro& macro) = 0;
 };
 
+/// A file that a run is about to work on.
+struct ArkSourceFile {
+    Text path; ///< local path
+    std::int32_t fileId = 0;
+    std::int32_t folderId = 0;
+    std::int32_t version = 0;
+    Text configuration; ///< configuration or sheet that was asked for; may be empty
+};
+
+/// What a run's object may be, too: a run that was launched for changed files only leaves out what an earlier run of
+/// the same task has done already.
+class IArkUnchangedFiles {
+public:
+    virtual ~IArkUnchangedFiles() = default;
+    /// Once the CAD application is known (`IArkRunAudit::NoteApplication`). Gives a sentence for each file that is to
+    /// be left out, and an empty one for each that is to be worked on; those of a run for all files are empty.
+    virtual Status GetUnchanged(const std::vector<ArkSourceFile>& files, std::vector<Text>& sentences) = 0;
+};
+
 /// The names that outputs of a run will have: all paths that begin and end like this, without regard to case. An empty
 /// ending says nothing of it.
 struct ArkOutputNames {
