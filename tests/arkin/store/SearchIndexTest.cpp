@@ -53,7 +53,7 @@ TEST_F(SearchIndexTest, FindsPartsOfNamesAndCards)
         const char16_t* words;
         std::vector<std::string> names;
     } cases[] = {
-        {u"olt", {"Bolt M8.step"}},
+        {u"TTER", {"Mutter.STEP"}},
         {u"SCHRAUBE", {"Bolt M8.step"}},
         {u"größ", {}},
         {u"grösse", {"Mutter.STEP"}},
