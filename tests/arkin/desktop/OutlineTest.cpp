@@ -6,6 +6,7 @@
 #include "arkin/tasks/RunStore.h"
 #include "tests/arkin/desktop/DesktopFixture.h"
 
+#include <QListWidget>
 #include <QTreeView>
 #include <soci/soci.h>
 
@@ -43,6 +44,8 @@ TEST_F(OutlineTest, WindowsShowWhatTheirFilesTell)
         TaskSetup setup(host, task);
         PropertyDialog properties(setup);
         note("PropertyDialog", properties);
+        find<QListWidget>(properties, "pageTitles")->setCurrentRow(2);
+        note("HostPage", properties);
         TaskDetails opened(host, 1);
         DetailsWindow details(opened);
         note("DetailsWindow", details);
@@ -58,7 +61,7 @@ TEST_F(OutlineTest, WindowsShowWhatTheirFilesTell)
         }});
         launch.run();
     }
-    EXPECT_EQ(outlines.size(), 4U);
+    EXPECT_EQ(outlines.size(), 5U);
     for (const auto& [name, outline] : outlines)
         zn::test::expectOutline(outline, ZN_SOURCE_DIR "/tests/arkin/desktop/outlines/" + name + ".txt");
 }
