@@ -130,11 +130,11 @@ TEST_F(WorkersPageTest, OneAtWorkIsStoppedWhenThePersonSays)
         };
     };
     const Answers answers(
-        {[](QWidget& box) { static_cast<QMessageBox&>(box).reject(); }, press("After the &Run"), press("At &Once"),
+        {[](QWidget& box) { static_cast<QMessageBox&>(box).reject(); }, press("After &Run"), press("At &Once"),
             [&](QWidget& box) {
                 for (const auto* button : static_cast<QMessageBox&>(box).buttons())
                     EXPECT_NE(button->text(), "At &Once") << "on another machine";
-                press("After the &File")(box);
+                press("After &File")(box);
             }});
     stop(view, 0);
     EXPECT_EQ(shownWorkers(list), "at work|1 “Nightly”\nat work|2 “Nightly”");

@@ -86,6 +86,7 @@ RunsPage::RunsPage(const DailyHost& host, QWidget* parent)
         {std::pair(RunTable::NumberColumn, 7), {RunTable::TaskColumn, 24}, {RunTable::StateColumn, 26},
             {RunTable::ProgressColumn, 16}, {RunTable::UserColumn, 12}, {RunTable::LaunchedColumn, 26}})
         m_list->setColumnWidth(column, width * unit);
+    giveTitlesRoom(*m_list);
 
     auto* const split = new QSplitter(Qt::Vertical);
     split->addWidget(m_list);

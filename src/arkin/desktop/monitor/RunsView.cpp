@@ -2,6 +2,7 @@
 
 #include "arkin/desktop/frame/Texts.h"
 #include "arkin/desktop/monitor/RunsPage.h"
+#include "arkin/desktop/monitor/SchedulesPage.h"
 #include "arkin/desktop/monitor/WorkersPage.h"
 #include "arkin/store/Codes.h"
 
@@ -25,6 +26,7 @@ RunsView::RunsView(const DailyHost& host, QWidget* parent)
     , m_tabs(new QTabWidget)
     , m_runs(new RunsPage(host))
     , m_workers(new WorkersPage(host))
+    , m_schedules(new SchedulesPage(host))
     , m_timer(new QTimer(this))
 {
     setObjectName("runs");
@@ -36,6 +38,7 @@ RunsView::RunsView(const DailyHost& host, QWidget* parent)
     m_tabs->setDocumentMode(true);
     m_tabs->addTab(m_runs, own("Runs"));
     m_tabs->addTab(m_workers, own("Workers"));
+    m_tabs->addTab(m_schedules, own("Schedules"));
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(m_trouble);
@@ -49,8 +52,8 @@ RunsView::RunsView(const DailyHost& host, QWidget* parent)
         if (ended)
             ended(run);
     };
-    m_runs->changed = m_workers->changed = [this] { look(); };
-    m_workers->runWanted = [this](std::int32_t runId) { choose(runId); };
+    m_runs->changed = m_workers->changed = m_schedules->changed = [this] { look(); };
+    m_workers->runWanted = m_schedules->runWanted = [this](std::int32_t runId) { choose(runId); };
     connect(m_timer, &QTimer::timeout, this, [this] { look(); });
     look();
     m_timer->start(lookEvery);
@@ -72,6 +75,7 @@ void RunsView::look()
             const auto turn = m_host.tasks.database.turn();
             m_runs->look(turn, now);
             m_workers->look(turn, now);
+            m_schedules->look(turn);
             m_trouble->hide();
         },
         [&] {

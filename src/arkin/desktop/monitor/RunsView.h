@@ -11,6 +11,7 @@ class QTimer;
 namespace zn::arkin {
 
 class RunsPage;
+class SchedulesPage;
 class WorkersPage;
 
 /// What goes on with the tasks of a vault: runs, workers and schedules. It looks once a second whether the database has
@@ -35,6 +36,7 @@ private:
     QTabWidget* m_tabs;
     RunsPage* m_runs;
     WorkersPage* m_workers;
+    SchedulesPage* m_schedules;
     QTimer* m_timer;
 };
 

@@ -17,8 +17,8 @@ std::optional<StopWhen> askWhenToStop(QWidget* parent, const WorkerInfo& worker)
         QMessageBox::Cancel, parent);
     box.setTextFormat(Qt::PlainText);
     QString consequences = own("After the file at hand: the run is cancelled.");
-    auto* const afterRun = box.addButton(own("After the &Run"), QMessageBox::AcceptRole);
-    auto* const afterFile = box.addButton(own("After the &File"), QMessageBox::DestructiveRole);
+    auto* const afterRun = box.addButton(own("After &Run"), QMessageBox::AcceptRole);
+    auto* const afterFile = box.addButton(own("After &File"), QMessageBox::DestructiveRole);
     const QPushButton* atOnce = nullptr;
     if (isHere(worker.process)) {
         atOnce = box.addButton(own("At &Once"), QMessageBox::DestructiveRole);

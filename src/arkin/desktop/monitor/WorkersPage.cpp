@@ -57,6 +57,7 @@ WorkersPage::WorkersPage(const DailyHost& host, QWidget* parent)
     int column = 0;
     for (const int width : {10, 14, 16, 10, 24, 26, 26, 30})
         m_list->setColumnWidth(column++, width * unit);
+    giveTitlesRoom(*m_list);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(m_bar);
