@@ -22,6 +22,8 @@ public:
 
     /// Absolute.
     const std::filesystem::path& folder() const { return m_folder; }
+    /// Whether it is the one that is used where nothing names another.
+    bool isConventional() const { return m_conventional; }
     std::filesystem::path registryFile() const { return m_folder / "registry.sqlite"; }
     std::filesystem::path databaseFile() const { return m_folder / "vault.sqlite"; }
     std::filesystem::path archiveFolder() const { return m_folder / "archive"; }
@@ -39,6 +41,7 @@ private:
     std::filesystem::path m_folder;
     std::filesystem::path m_runtime;
     std::filesystem::path m_cache;
+    bool m_conventional = false;
 };
 
 } // namespace zn

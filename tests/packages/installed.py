@@ -47,6 +47,19 @@ def check_file(path):
             raise Failed(f"{path} has a search path of its own for libraries.")
 
 
+def check_service(place, folder):
+    """'arkin workers --start' starts the user's service where the unit lies beside the program."""
+    fake = folder / "systemctl"
+    fake.write_text('#!/bin/sh\necho "$@" >> asked\n[ "$2" = start ] || exit 3\n')
+    fake.chmod(0o755)
+    manager = "(until grep -q start asked; do sleep 0.1; done 2>/dev/null; exec arkin worker >/dev/null 2>&1) &"
+    told = place.run(f"{manager} PATH={folder}:$PATH arkin workers --start")
+    told += place.run(f"arkin workers --stop {told.split()[9]} --when now && cat asked")
+    if "waiting" not in told or not told.endswith("--user is-active arkin-worker.service\n"
+                                                  "--user start arkin-worker.service\n"):
+        raise Failed(f"'arkin workers --start' didn't start the service:\n{told}")
+
+
 def main(build):
     with tempfile.TemporaryDirectory() as folder:
         staged = Path(folder, "staged")
@@ -57,7 +70,9 @@ def main(build):
         check_layout(prefix)
         home = Path(folder, "home")
         home.mkdir()
-        first_day(Place(Path("/"), str(home), f"{prefix}/bin:/usr/bin:/bin"), f"{prefix}/share/doc/zentrel/examples")
+        place = Place(Path("/"), str(home), f"{prefix}/bin:/usr/bin:/bin")
+        first_day(place, f"{prefix}/share/doc/zentrel/examples")
+        check_service(place, Path(folder))
 
 
 if __name__ == "__main__":

@@ -71,6 +71,7 @@ const CommandRow commands[] = {
     {"task", "release", "Give up what a run that has ended left checked out", taskReleaseCommand},
     {"task", "runs", "Remove the records of old runs", taskRunsCommand},
     {"", "worker", "Carry out waiting runs, one after the other", workerCommand},
+    {"", "workers", "Show the workers, start one here, or stop one", workersCommand},
     {"", "printers", "List the printers of this machine", printerListCommand},
     {"", "language", "Show or set the language of the windows", languageCommand},
     {"registry", "list", "List a key's sub-keys and values", registryListCommand},

@@ -61,6 +61,7 @@ MadeCommand taskCancelCommand();
 MadeCommand taskReleaseCommand();
 MadeCommand taskRunsCommand();
 MadeCommand workerCommand();
+MadeCommand workersCommand();
 MadeCommand printerListCommand();
 MadeCommand languageCommand();
 MadeCommand registryListCommand();

@@ -74,7 +74,8 @@ public:
             = Worker(session.taskHost(), listener, interrupt.flag(), {launch, noticeSender(session)}).work(m_once);
         if (session.json())
             printJson(ended);
-        return exitCode(tally);
+        // A service that was asked to stop isn't started anew for what a run has ended with.
+        return tally.asked && !m_once ? commandDone : exitCode(tally);
     }
 
 private:

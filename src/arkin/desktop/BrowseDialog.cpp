@@ -102,6 +102,7 @@ void BrowseDialog::makeFiles(const std::vector<FileFilter>& filters, bool severa
     m_files->setModel(m_fileModel);
     m_files->header()->setStretchLastSection(false);
     m_files->header()->setSectionResizeMode(FileModel::NameColumn, QHeaderView::Stretch);
+    giveTitlesRoom(*m_files);
     m_count = new QLabel;
     m_count->setObjectName("count");
     m_filter = new QComboBox;

@@ -1,6 +1,7 @@
 #include "arkin/desktop/PropertyDialog.h"
 
 #include "arkin/desktop/frame/Texts.h"
+#include "arkin/desktop/HostPage.h"
 #include "arkin/tasks/TaskSetup.h"
 
 #include <QDateTime>
@@ -83,16 +84,20 @@ void PropertyDialog::makePages()
 {
     m_setup.open(handle());
     const QSignalBlocker quiet(m_titles);
-    for (const auto& page : m_setup.pages()) {
-        auto* const area = makeArea(page.title, page.window);
-        m_areas.push_back(area);
-        m_stack->addWidget(area);
-        m_titles->addItem(shown(page.title));
-    }
-    m_titles->setVisible(m_areas.size() > 1);
+    for (const auto& page : m_setup.pages())
+        addArea(makeArea(page.title, page.window));
+    m_hostPage = new HostPage(m_setup.task());
+    addArea(makeArea(typed(own("Time Limit and Notices")), zn::handleOf(*m_hostPage)));
     orderTabs(m_titles);
     bringToFront(0);
     m_areas.front()->takeFocus();
+}
+
+void PropertyDialog::addArea(PageArea* area)
+{
+    m_areas.push_back(area);
+    m_stack->addWidget(area);
+    m_titles->addItem(shown(area->title()));
 }
 
 int PropertyDialog::current() const { return m_stack->currentIndex(); }
@@ -161,13 +166,26 @@ bool PropertyDialog::storeOrAsk()
     return true;
 }
 
+bool PropertyDialog::acceptsHostPage()
+{
+    const int before = current();
+    bringToFront(static_cast<int>(m_areas.size()) - 1);
+    if (!m_hostPage->validate())
+        return false;
+    bringToFront(before);
+    return true;
+}
+
 void PropertyDialog::accept()
 {
     inSlot(this, [&] {
         if (!m_areas[static_cast<std::size_t>(current())]->mayLeave())
             return;
+        if (!acceptsHostPage())
+            return;
         if (const auto refusing = m_setup.accept())
             return showRefusing(*refusing);
+        m_setup.setHostSettings(m_hostPage->fileLimit(), m_hostPage->notices());
         if (storeOrAsk())
             PageDialog::accept();
     });

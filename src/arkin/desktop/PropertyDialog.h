@@ -10,12 +10,13 @@ class QStackedWidget;
 
 namespace zn::arkin {
 
+class HostPage;
 class TaskSetup;
 struct TaskConflict;
 
-/// A task's properties: the add-in's pages under their titles, with OK and Cancel. OK stores what the pages write; a
-/// page that refuses, a failure, and somebody else's change of the same task leave the dialog open with everything as
-/// typed.
+/// A task's properties: the add-in's pages under their titles, behind them the host's own, with OK and Cancel. OK
+/// stores what the pages write; a page that refuses, a failure, and somebody else's change of the same task leave the
+/// dialog open with everything as typed.
 class PropertyDialog : public PageDialog {
 public:
     /// Lets the add-in build its pages. Raises its failure with a sentence. `setup` outlives the dialog, which closes
@@ -28,11 +29,14 @@ public:
 
 private:
     void makePages();
+    void addArea(PageArea* area);
     /// The user wants another page; the one in front may want to stay.
     void turnTo(int index);
     /// Brings a page to the front, whatever the one before it says.
     void bringToFront(int index);
     void showRefusing(const zn::Text& title);
+    /// Whether what the host's page has can be stored; it comes to the front if not.
+    bool acceptsHostPage();
     bool storeOrAsk();
     bool replaces(const TaskConflict& conflict);
     int current() const;
@@ -42,7 +46,8 @@ private:
     QListWidget* m_titles;
     QLabel* m_heading;
     QStackedWidget* m_stack;
-    std::vector<PageArea*> m_areas;
+    std::vector<PageArea*> m_areas; ///< the last one has the host's page
+    HostPage* m_hostPage = nullptr;
 };
 
 } // namespace zn::arkin

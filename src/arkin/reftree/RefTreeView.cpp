@@ -38,6 +38,8 @@ void RefTreeView::setTreeModel(RefTreeModel& model)
     const int character = fontMetrics().averageCharWidth();
     for (int column = 0; column < static_cast<int>(std::size(columnCharacters)); ++column)
         setColumnWidth(column, std::max(columnCharacters[column] * character, header()->sectionSizeHint(column)));
+    const int last = header()->count() - 1;
+    setColumnWidth(last, header()->sectionSizeHint(last)); // where there is no rest
 }
 
 void RefTreeView::expandMarked(const QModelIndex& parent)

@@ -39,11 +39,15 @@ std::int64_t startMark(std::int32_t process)
 
 } // namespace
 
-ProcessMark thisProcess() { return {hostName(), getpid(), startMark(getpid())}; }
+ProcessMark thisProcess() { return markOf(getpid()); }
+
+ProcessMark markOf(std::int32_t process) { return {hostName(), process, startMark(process)}; }
+
+bool isHere(const ProcessMark& mark) { return mark.host == hostName(); }
 
 bool mayBeAlive(const ProcessMark& mark)
 {
-    return mark.host != hostName() || (mark.process > 0 && startMark(mark.process) == mark.start);
+    return !isHere(mark) || (mark.process > 0 && startMark(mark.process) == mark.start);
 }
 
 } // namespace zn::arkin

@@ -16,6 +16,10 @@ struct ProcessMark {
 };
 
 ProcessMark thisProcess();
+/// Another process of this machine.
+ProcessMark markOf(std::int32_t process);
+/// The process runs on this machine.
+bool isHere(const ProcessMark& mark);
 /// Whether the process lives. Of a process on another host nothing is known: true.
 bool mayBeAlive(const ProcessMark& mark);
 

@@ -41,20 +41,9 @@ void giveBackOfRuns(Database& database, std::int32_t alsoOf)
 
 std::vector<RunInfo> workersGone(RunStore& store)
 {
-    const auto vault = store.vaultId();
-    const auto host = zn::toUtf8(thisProcess().host);
-    const auto condition = fmt::format("vault_id = :v AND state IN ({}, {}, {}, {}, {}) AND owner_process <> 0 "
-                                       "AND owner_host = :h ORDER BY id",
-        static_cast<int>(TaskRunState::Running), static_cast<int>(TaskRunState::Suspended),
-        static_cast<int>(TaskRunState::CancelRequested), static_cast<int>(TaskRunState::SuspendRequested),
-        static_cast<int>(TaskRunState::ResumeRequested));
-    const soci::rowset<RunInfo> rows
-        = (store.database().session().prepare << selectRuns << condition, use(vault), use(host));
-    std::vector<RunInfo> gone;
-    for (const RunInfo& run : rows)
-        if (run.taken() && !mayBeAlive(run.owner))
-            gone.push_back(run);
-    return gone;
+    auto taken = store.listTaken();
+    std::erase_if(taken, [](const RunInfo& run) { return mayBeAlive(run.owner); });
+    return taken;
 }
 
 } // namespace zn::arkin

@@ -4,6 +4,7 @@
 #include "arkin/tasks/RunRow.h"
 #include "arkin/tasks/TaskSchema.h"
 
+#include <fmt/format.h>
 #include <soci/soci.h>
 
 namespace zn::arkin {
@@ -156,6 +157,17 @@ std::vector<RunInfo> RunStore::listChanged(std::int32_t above, std::int64_t ende
             << selectRuns
             << "vault_id = :vault AND (id > :above OR ended_at = 0 OR ended_at >= :since) ORDER BY id DESC",
         use(m_vaultId), use(above), use(since));
+    return {rows.begin(), rows.end()};
+}
+
+std::vector<RunInfo> RunStore::listTaken()
+{
+    const auto condition = fmt::format("vault_id = :vault AND state IN ({}, {}, {}, {}, {}) AND owner_process <> 0 "
+                                       "ORDER BY id",
+        static_cast<int>(zn::TaskRunState::Running), static_cast<int>(zn::TaskRunState::Suspended),
+        static_cast<int>(zn::TaskRunState::CancelRequested), static_cast<int>(zn::TaskRunState::SuspendRequested),
+        static_cast<int>(zn::TaskRunState::ResumeRequested));
+    const soci::rowset<RunInfo> rows = (m_database.session().prepare << selectRuns << condition, use(m_vaultId));
     return {rows.begin(), rows.end()};
 }
 

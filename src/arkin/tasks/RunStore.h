@@ -112,6 +112,8 @@ public:
     std::vector<RunInfo> list(zn::TextView taskName = {});
     /// Of these, those above a number, those that haven't ended, and those that ended at a time or later.
     std::vector<RunInfo> listChanged(std::int32_t above, std::int64_t endedSince);
+    /// Those that a worker has, in the order of their numbers.
+    std::vector<RunInfo> listTaken();
     std::int64_t count();
     Variables variables(std::int32_t runId);
     zn::ArkSelection selection(std::int32_t runId);

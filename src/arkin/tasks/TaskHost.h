@@ -6,6 +6,8 @@
 #include "platform/FileSystem.h"
 #include "platform/Registry.h"
 
+#include <functional>
+
 namespace zn {
 struct ArkCmd;
 }
@@ -26,6 +28,8 @@ struct TaskHost {
     zn::Clock& clock;
     zn::Text userName;
     Vault* opened = nullptr; ///< behind `vault`; null where the vault isn't one of the store
+    /// Starts a worker that outlives this process, and returns when it is there. Raises `StatusError` with a sentence.
+    std::function<void()> startWorker{};
 };
 
 /// The values of the run itself that come from the surroundings: vault and machine. Raises the vault's failure.

@@ -239,6 +239,22 @@ const char* const onlyChangedStep[] = {
     "ALTER TABLE task_schedules ADD COLUMN only_changed INTEGER NOT NULL DEFAULT 0",
 };
 
+// Processes that take runs, from their start to their end; those that end otherwise leave their row behind. Signs of
+// life are written outside the writers' turns, so that who watches for changes isn't woken by them.
+const char* const workersStep[] = {
+    R"(CREATE TABLE task_workers (
+        id INTEGER NOT NULL PRIMARY KEY,
+        vault_id INTEGER NOT NULL REFERENCES vaults (id),
+        user_name VARCHAR(260) NOT NULL,
+        machine VARCHAR(260) NOT NULL,
+        process INTEGER NOT NULL,
+        process_mark BIGINT NOT NULL,
+        begun_at BIGINT NOT NULL,
+        waits_since BIGINT NOT NULL,
+        heard_at BIGINT NOT NULL,
+        stop_wanted INTEGER NOT NULL))",
+};
+
 const SchemaStep steps[] = {
     {firstStep},
     {revisionStep},
@@ -250,6 +266,7 @@ const SchemaStep steps[] = {
     {schedulesStep},
     {resultsByFileStep},
     {onlyChangedStep},
+    {workersStep},
 };
 
 } // namespace

@@ -31,6 +31,7 @@ struct Notices {
     std::string failed; ///< of runs with failures
     std::string ended;  ///< of all runs
     bool any() const { return !failed.empty() || !ended.empty(); }
+    bool operator==(const Notices&) const = default;
 };
 
 struct TaskDefinition {

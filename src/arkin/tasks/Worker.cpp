@@ -3,12 +3,64 @@
 #include "arkin/store/Codes.h"
 
 #include "arkin/tasks/RoomWait.h"
+#include "arkin/tasks/WorkerStore.h"
 
 namespace zn::arkin {
 
 namespace {
 
 constexpr std::chrono::milliseconds lookInterval{1000};
+
+/// The worker's row in the database, while it has no run. A worker that ends by a failure leaves it behind.
+class Presence {
+public:
+    Presence(const TaskHost& host, RoomWait& room)
+        : m_host(host)
+        , m_room(room)
+        , m_store(host.database, host.vaultId)
+    {
+        enter();
+    }
+
+    /// Whether it is to go on. Gives a sign of life when it is time for one.
+    bool isWanted()
+    {
+        const auto now = m_host.clock.now();
+        if (now - m_beatAt >= waitingBeat)
+            m_room.patiently([&] { beat(now); });
+        return !m_store.isStopWanted(m_id);
+    }
+    /// A run has ended.
+    void beginToWait()
+    {
+        m_since = m_host.clock.now();
+        m_room.patiently([&] { beat(m_since); });
+    }
+    void leave()
+    {
+        m_room.patiently([&] { m_store.leave(m_id); });
+    }
+
+private:
+    void enter()
+    {
+        m_since = m_beatAt = m_host.clock.now();
+        m_room.patiently([&] { m_id = m_store.enter(m_host.userName, thisProcess(), m_since); });
+    }
+    void beat(std::int64_t now)
+    {
+        m_beatAt = now;
+        if (!m_store.beat(m_id, m_since, now))
+            enter();
+    }
+
+    const TaskHost& m_host;
+    RoomWait& m_room;
+    WorkerStore m_store;
+    std::int32_t m_id = 0;
+    std::int64_t m_since = 0;
+    std::int64_t m_beatAt = 0;
+};
 
 } // namespace
 
@@ -25,7 +77,11 @@ Worker::Tally Worker::work(bool untilEmpty)
     Tally tally;
     RunStore store(m_host.database, m_host.vaultId);
     RoomWait room(m_host.clock, &m_interrupted);
+    Presence presence(m_host, room);
     while (!m_interrupted) {
+        tally.asked = !presence.isWanted();
+        if (tally.asked)
+            break;
         // What ended without a worker, such as a run that was cancelled in the queue, is told of here, too.
         if (m_helpers.tell)
             room.patiently([&] { sendNotices(m_host, m_helpers.tell); });
@@ -33,13 +89,16 @@ Worker::Tally Worker::work(bool untilEmpty)
             continue;
         std::optional<RunClaim> claim;
         room.patiently([&] { claim = RunClaim::takeNext(store, thisProcess(), m_host.clock.now()); });
-        if (claim)
+        if (claim) {
             runOne(*claim, tally);
-        else if (untilEmpty)
+            presence.beginToWait();
+        } else if (untilEmpty) {
             break;
-        else
+        } else {
             m_host.clock.sleep(lookInterval);
+        }
     }
+    presence.leave();
     return tally;
 }
 

@@ -26,15 +26,17 @@ public:
         std::function<void(const ScheduledRun&)> scheduled{};
     };
     struct Tally {
-        int finished = 0; ///< without errors and missing outputs
-        int inPart = 0;   ///< with some of their outputs missing
-        int others = 0;   ///< with all of them missing or with errors, cancelled, or lost
+        int finished = 0;   ///< without errors and missing outputs
+        int inPart = 0;     ///< with some of their outputs missing
+        int others = 0;     ///< with all of them missing or with errors, cancelled, or lost
+        bool asked = false; ///< it ended since somebody wanted it to
     };
 
     /// `interrupted` cancels the current run and ends the worker.
     Worker(TaskHost host, Listener listener, const std::atomic<bool>& interrupted, WorkerHelpers helpers = {});
 
-    /// Works until it is interrupted; with `untilEmpty` until nothing waits and nothing is due any more.
+    /// Works until it is interrupted or asked to stop (`WorkerStore::wantStop`); with `untilEmpty` until nothing
+    /// waits and nothing is due any more.
     Tally work(bool untilEmpty);
 
 private:

@@ -144,10 +144,10 @@ Home Home::open(const std::filesystem::path& chosen)
     home.m_folder = tidy(folder.empty() ? conventionalHome() : folder);
     makeHomeFolder(home.m_folder);
     // The same home has the same runtime folder, however it was named.
-    const bool conventional = folder.empty()
+    home.m_conventional = folder.empty()
         || ((std::getenv("HOME") || std::getenv("XDG_DATA_HOME")) && home.m_folder == tidy(conventionalHome()));
-    home.m_runtime = runtimeFolderOf(home.m_folder, conventional);
-    home.m_cache = cacheFolderOf(home.m_folder, conventional);
+    home.m_runtime = runtimeFolderOf(home.m_folder, home.m_conventional);
+    home.m_cache = cacheFolderOf(home.m_folder, home.m_conventional);
     return home;
 }
 

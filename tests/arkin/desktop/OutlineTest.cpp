@@ -2,10 +2,17 @@
 #include "arkin/desktop/BrowseDialog.h"
 #include "arkin/desktop/DetailsWindow.h"
 #include "arkin/desktop/LaunchDialog.h"
+#include "arkin/desktop/monitor/MonitorWindow.h"
+#include "arkin/desktop/monitor/ScheduleDialog.h"
 #include "arkin/desktop/PropertyDialog.h"
 #include "arkin/tasks/RunStore.h"
 #include "tests/arkin/desktop/DesktopFixture.h"
 
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSettings>
+#include <QTabWidget>
 #include <QTreeView>
 #include <soci/soci.h>
 
@@ -15,6 +22,8 @@ class OutlineTest : public DesktopFixture {
 protected:
     OutlineTest()
     {
+        host.opened = &vault.vault;
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QString::fromStdString(folder.path()));
         for (const auto* name : {"Parts/b.ZENPRT", "Parts/a.zenprt", "Parts/note", "top.step"})
             vault.addReleased(name, name);
         RunStore(vault.store.database(), host.vaultId).enqueue(task, {newGuid(), u"anna", oneFile, {}}, 1);
@@ -43,6 +52,8 @@ TEST_F(OutlineTest, WindowsShowWhatTheirFilesTell)
         TaskSetup setup(host, task);
         PropertyDialog properties(setup);
         note("PropertyDialog", properties);
+        find<QListWidget>(properties, "pageTitles")->setCurrentRow(2);
+        note("HostPage", properties);
         TaskDetails opened(host, 1);
         DetailsWindow details(opened);
         note("DetailsWindow", details);
@@ -50,6 +61,16 @@ TEST_F(OutlineTest, WindowsShowWhatTheirFilesTell)
         BrowseDialog browser(*object, "Select Files", filters, true, nullptr);
         zn::test::type(find<QTreeView>(browser, "folders"), "pa");
         note("BrowseDialog", browser);
+        const DailyHost daily{host, {}, {}, {}};
+        MonitorWindow monitor(daily);
+        find<QComboBox>(monitor, "since")->setCurrentIndex(1); // today was nothing
+        for (int tab = 0; tab < 3; ++tab) {
+            find<QTabWidget>(monitor, "monitorTabs")->setCurrentIndex(tab);
+            note("MonitorWindow", monitor);
+        }
+        ScheduleDialog schedule(daily);
+        find<QLineEdit>(schedule, "zone")->setText("UTC");
+        note("ScheduleDialog", schedule);
         LaunchFlow flow(host, task, oneFile);
         LaunchDialog launch(flow);
         Answers answers({[&](QWidget& window) {
@@ -58,7 +79,7 @@ TEST_F(OutlineTest, WindowsShowWhatTheirFilesTell)
         }});
         launch.run();
     }
-    EXPECT_EQ(outlines.size(), 4U);
+    EXPECT_EQ(outlines.size(), 7U);
     for (const auto& [name, outline] : outlines)
         zn::test::expectOutline(outline, ZN_SOURCE_DIR "/tests/arkin/desktop/outlines/" + name + ".txt");
 }

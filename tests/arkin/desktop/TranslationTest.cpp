@@ -63,6 +63,8 @@ TEST_F(TranslationTest, EveryTextOfTheWindowsHasAGermanOne)
         const std::string english = zn::toUtf8(stateText(run, 0));
         EXPECT_NE(inGerman("RunState", english), "") << english;
     }
+    for (const char* state : {"waiting", "at work", "stops", "stops after its run", "gone"})
+        EXPECT_NE(inGerman("WorkerState", state), "") << state;
     EXPECT_EQ(Translation({}).translate("Desktop", "&Refresh", nullptr, -1), QString());
 }
 

@@ -2,6 +2,7 @@
 
 #include "arkin/commands/frame/DesktopLibrary.h"
 #include "arkin/commands/frame/ShellWord.h"
+#include "arkin/commands/frame/StartWorker.h"
 #include "arkin/store/Codes.h"
 #include "arkin/vault/VaultObject.h"
 #include "base/Paths.h"
@@ -91,7 +92,7 @@ TaskHost Session::taskHost()
     auto object = std::make_shared<VaultObject>(open);
     object->setDesktop(m_desktop && m_desktop->canAsk() ? m_desktop.get() : nullptr);
     return {store().database(), open.info().id, object, machine.registry(), machine.files(), machine.clock(),
-        zn::toText(open.caller().user), &open};
+        zn::toText(open.caller().user), &open, [this] { startWorker(*this); }};
 }
 
 Desktop& Session::desktop(bool wanted)

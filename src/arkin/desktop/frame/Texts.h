@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 
+class QTreeView;
+
 namespace zn::arkin {
 
 using zn::shown;
@@ -15,6 +17,9 @@ inline QString own(const char* english) { return QCoreApplication::translate("De
 
 /// Gives a window that size, in units of its font's letters and lines, as far as its screen has room.
 void resizeByFont(QWidget& window, int letters, int lines);
+
+/// Widens the columns of a list whose titles would be cut off.
+void giveTitlesRoom(QTreeView& list);
 
 /// Shows what the exception now being handled means, in a message box over the window. To be called inside a `catch`
 /// block only.

@@ -86,6 +86,7 @@ RunPane::RunPane(const DailyHost& host, QWidget* parent)
     m_files->setAllColumnsShowFocus(true);
     m_files->setHeaderLabels(
         {own("Result"), own("File"), own("Output"), own("Version"), own("Duration"), own("Reason")});
+    giveTitlesRoom(*m_files);
     m_picture->setObjectName("outputPicture");
     auto* const outputs = new QSplitter;
     outputs->addWidget(m_files);

@@ -90,6 +90,28 @@ TEST_P(LayoutTest, ShowsEveryControlWholeAtTwiceTheSize)
     QApplication::setFont(font);
 }
 
+TEST_P(LayoutTest, FitsASmallScreenAtTwiceTheSize)
+{
+    constexpr QSize room(1280 - 16, 720 - 40); // what a window's frame leaves of 1280 x 720
+    const QFont font = QApplication::font();
+    QFont large = font;
+    large.setPointSizeF(font.pointSizeF() * 2);
+    QApplication::setFont(large);
+    for (const char16_t* language : {u"GB", u"DE"}) {
+        Desk desk(language);
+        GetParam().open(desk, [&](QWidget& shown) {
+            if (!shown.isWindow())
+                return; // a page, which the host lets scroll
+            shown.resize(room);
+            QApplication::processEvents();
+            EXPECT_LE(shown.width(), room.width()) << GetParam().name << " in " << toUtf8(language);
+            EXPECT_LE(shown.height(), room.height()) << GetParam().name << " in " << toUtf8(language);
+            EXPECT_THAT(layoutFaults(shown), IsEmpty()) << GetParam().name << " in " << toUtf8(language);
+        });
+    }
+    QApplication::setFont(font);
+}
+
 TEST_P(LayoutTest, NamesEveryControl)
 {
     for (const char16_t* language : {u"GB", u"DE"}) {

@@ -47,7 +47,7 @@ public:
             list->addItem(row);
         }
         list->setCurrentRow(0);
-        list->setMaximumHeight(60);
+        list->setMaximumHeight(80);
         auto* const number = new QSpinBox(group);
         for (const auto& [control, role] :
             {std::pair<QWidget*, const char*>(format, "format"), {list, "list"}, {number, "number"}}) {
