@@ -111,7 +111,7 @@ TEST_F(GestureTest, PageKeysTurnPagesWhereverTheFocusIs)
     }
     on<QWidget>("pageTitles")->setFocus();
     devices.pressWithControl(pageUpKey);
-    EXPECT_TRUE(waitForPage(1)) << "round the end";
+    EXPECT_TRUE(waitForPage(2)) << "round the end";
     for (const char* page : {"First", "Second"}) {
         EXPECT_EQ(on<QComboBox>(("format" + std::string(page)).c_str())->currentText(), "STL");
         EXPECT_EQ(on<QListWidget>(("list" + std::string(page)).c_str())->currentRow(), 0);
