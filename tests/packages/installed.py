@@ -50,9 +50,10 @@ def check_file(path):
 def check_service(place, folder):
     """'arkin workers --start' starts the user's service where the unit lies beside the program."""
     fake = folder / "systemctl"
-    fake.write_text('#!/bin/sh\necho "$@" >> asked\n[ "$2" = start ] || exit 3\n')
+    fake.write_text('#!/bin/sh\necho "$@" >> ~/asked\n[ "$2" = start ] || exit 3\n')
     fake.chmod(0o755)
-    manager = "(until grep -q start asked; do sleep 0.1; done 2>/dev/null; exec arkin worker >/dev/null 2>&1) &"
+    manager = ("(timeout 30 sh -c 'until grep -q start ~/asked; do sleep 0.1; done' 2>/dev/null && "
+               "exec arkin worker >/dev/null 2>&1) &")
     told = place.run(f"{manager} PATH={folder}:$PATH arkin workers --start")
     told += place.run(f"arkin workers --stop {told.split()[9]} --when now && cat asked")
     if "waiting" not in told or not told.endswith("--user is-active arkin-worker.service\n"

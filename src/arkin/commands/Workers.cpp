@@ -17,9 +17,8 @@ public:
         take.flag("--start", m_start, "Start a worker here that goes on when this command has ended");
         take.option("--stop", m_stop, "Stop the worker of this number").shownAs("WORKER").range(1, INT32_MAX);
         take.option("--when", m_when,
-                "When it stops: after its run, after the file at hand (the run is cancelled), or now (the next worker "
-                "begins the run anew)")
-            .showsDefault()
+                "When it stops: after its run, as without this; after the file at hand (the run is cancelled); or now "
+                "(the next worker begins the run anew)")
             .oneOf({"run", "file", "now"});
     }
 
@@ -27,6 +26,8 @@ public:
     {
         if (m_start && m_stop != 0)
             throw zn::commandline::WrongUse("A worker is either started or stopped: give --start or --stop.");
+        if (!m_when.empty() && m_stop == 0)
+            throw zn::commandline::WrongUse("--when says when a worker stops: name it by --stop WORKER.");
         if (m_start)
             session.taskHost().startWorker();
         if (m_stop != 0)
@@ -89,7 +90,7 @@ private:
 
     bool m_start = false;
     std::int32_t m_stop = 0;
-    std::string m_when = "run";
+    std::string m_when;
 };
 
 } // namespace

@@ -33,7 +33,7 @@ SchedulesPage::SchedulesPage(const DailyHost& host, QWidget* parent)
         own("Files"), own("Messages")});
     const int unit = fontMetrics().averageCharWidth();
     int column = 0;
-    for (const int width : {20, 40, 22, 22, 8, 12, 50})
+    for (const int width : {20, 34, 26, 26, 8, 12, 50})
         m_list->setColumnWidth(column++, width * unit);
     giveTitlesRoom(*m_list);
     auto* const layout = new QVBoxLayout(this);
