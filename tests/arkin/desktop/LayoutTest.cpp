@@ -1,5 +1,7 @@
 #include "arkin/desktop/BrowseDialog.h"
 #include "arkin/desktop/DetailsWindow.h"
+#include "arkin/desktop/explorer/CompareDialog.h"
+#include "arkin/desktop/explorer/ExplorerWindow.h"
 #include "arkin/desktop/LaunchDialog.h"
 #include "arkin/desktop/monitor/MonitorWindow.h"
 #include "arkin/desktop/monitor/ScheduleDialog.h"
@@ -14,6 +16,7 @@
 #include <QListWidget>
 #include <QSettings>
 #include <QTabWidget>
+#include <QTreeView>
 
 namespace zn::arkin::test {
 
@@ -50,6 +53,7 @@ protected:
         host.opened = &vault.vault;
         for (const auto* name : {"Parts/arm with a rather long name.zenprt", "Parts/Bolt.step", "top.step"})
             vault.addReleased(name, name);
+        vault.change(*vault.vault.find(vault.path("top.step")), "top.step", "another");
         runs.enqueue(task, {newGuid(), u"anna", oneFile, {}}, vault.clock.now());
         const ProcessMark elsewhere{u"workshop", 5, 5};
         workers.enter(u"anna", elsewhere, vault.clock.now());
@@ -67,13 +71,23 @@ protected:
             tabs.setCurrentIndex(tab);
             look("monitor " + std::to_string(tab), monitor);
         }
+        ExplorerWindow explorer(daily, 0);
+        auto& details = *find<QTabWidget>(explorer, "fileDetails");
+        find<QTreeView>(explorer, "files")->selectAll(); // one file: what is known of it shows
+        for (int tab = 0; tab < details.count(); ++tab) {
+            details.setCurrentIndex(tab);
+            look("explorer " + std::to_string(tab), explorer);
+        }
+        const Place changed = *vault.vault.find(vault.path("top.step"));
+        CompareDialog compare(daily, changed, 1, 2);
+        look("compare", compare);
         TaskSetup setup(host, task);
         PropertyDialog properties(setup);
         find<QListWidget>(properties, "pageTitles")->setCurrentRow(2);
         look("properties", properties);
         TaskDetails opened(host, 1);
-        DetailsWindow details(opened);
-        look("details", details);
+        DetailsWindow runDetails(opened);
+        look("details", runDetails);
         BrowseDialog browser(*object, "Select Files", {{u"All files", {}}}, true, nullptr);
         look("browser", browser);
         ScheduleDialog schedule(daily);

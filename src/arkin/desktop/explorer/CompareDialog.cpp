@@ -128,6 +128,7 @@ QWidget* CompareDialog::makeList(const Place& place)
         askForMeasures(place);
     for (int column = 0; column < list->columnCount(); ++column)
         list->resizeColumnToContents(column);
+    giveTitlesRoom(*list);
     return list;
 }
 

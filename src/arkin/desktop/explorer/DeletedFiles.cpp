@@ -32,6 +32,7 @@ std::vector<DeletedFile> chosenOf(QWidget* window, const std::vector<DeletedFile
         list->addTopLevelItem(new QTreeWidgetItem({shown(file.name), QString::number(file.latestVersion),
             momentText(file.deletedAt), QString::fromStdString(file.deletedBy)}));
     list->resizeColumnToContents(0);
+    giveTitlesRoom(*list);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     auto* const restore = buttons->addButton(own("&Bring Back"), QDialogButtonBox::AcceptRole);
     restore->setObjectName("restore");

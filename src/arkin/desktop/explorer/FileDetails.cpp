@@ -44,6 +44,7 @@ FileDetails::FileDetails(const DailyHost& host, QWidget* parent)
     , m_references(addList("references", "References", {"File", "Version", "How"}))
     , m_runs(addList("fileRuns", "Runs", {"Run", "Task", "Launched", "How", "Result"}))
 {
+    setUsesScrollButtons(false); // all titles are in sight
     setObjectName("fileDetails");
     connect(this, &QTabWidget::currentChanged, this, [this] { fill(); });
     m_versions->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -85,6 +86,7 @@ QTreeWidget* FileDetails::addList(const char* name, const char* title, std::init
     for (const char* column : columns)
         headings << own(column);
     list->setHeaderLabels(headings);
+    giveTitlesRoom(*list);
     addTab(list, own(title));
     return list;
 }
@@ -114,6 +116,7 @@ void FileDetails::fill()
         auto* const list = static_cast<QTreeWidget*>(currentWidget());
         for (int column = 0; column + 1 < list->columnCount(); ++column)
             list->resizeColumnToContents(column);
+        giveTitlesRoom(*list);
     });
 }
 

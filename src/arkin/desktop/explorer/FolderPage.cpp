@@ -106,6 +106,7 @@ QSplitter* FolderPage::makeViews()
     m_list->sortByColumn(FileTable::NameColumn, Qt::AscendingOrder);
     for (const auto& [column, width] : columnWidths)
         m_list->setColumnWidth(column, width * fontMetrics().averageCharWidth());
+    giveTitlesRoom(*m_list);
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_list->addActions(m_fileActions);
     m_folders->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -366,6 +367,7 @@ void FolderPage::setColumns(const QByteArray& columns, const QStringList& cards)
     m_cardColumns.setNames(cards);
     m_cardColumns.fill(*m_files, folder());
     m_list->header()->restoreState(columns);
+    giveTitlesRoom(*m_list); // it may have been kept in another language
 }
 
 void FolderPage::showPicture()
