@@ -119,20 +119,31 @@ zn::arkin::RunInfo Plant::launchAndWork(const Text& task, ArkSelection selection
     return zn::arkin::RunStore(m_store->database(), m_vault->info().id).get(id);
 }
 
-void Plant::explore(const std::string& shownFolder, const std::function<void(QWidget& window)>& work)
+void Plant::inWindow(
+    const char* name, const std::function<void(QWidget& window)>& work, const std::function<void()>& show)
 {
-    const auto folderId = m_vault->findFolder(machine.files().fromMachine(folder / "vault" / shownFolder));
-    ASSERT_TRUE(folderId);
     QTimer::singleShot(0, [&] {
         for (QWidget* window : QApplication::topLevelWidgets())
-            if (window->objectName() == "explorer") {
+            if (window->objectName() == name) {
                 work(*window);
                 window->close();
                 return;
             }
         ADD_FAILURE() << "There is no such window.";
     });
-    m_desktop->showExplorer(host(), *folderId, folder / "cache");
+    show();
+}
+
+void Plant::explore(const std::string& shownFolder, const std::function<void(QWidget& window)>& work)
+{
+    const auto folderId = m_vault->findFolder(machine.files().fromMachine(folder / "vault" / shownFolder));
+    ASSERT_TRUE(folderId);
+    inWindow("explorer", work, [&] { m_desktop->showExplorer(host(), *folderId, folder / "cache"); });
+}
+
+void Plant::monitor(std::int32_t runId, const std::function<void(QWidget& window)>& work)
+{
+    inWindow("monitor", work, [&] { m_desktop->showMonitor(host(), runId, folder / "cache"); });
 }
 
 void Plant::removeFromVault(const std::string& name)

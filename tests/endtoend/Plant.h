@@ -36,6 +36,8 @@ protected:
     zn::arkin::RunInfo launchAndWork(const Text& task, ArkSelection selection, std::vector<Answers::Answer> answers);
     /// Opens the vault's window in the folder, does it there, and closes the window.
     void explore(const std::string& shownFolder, const std::function<void(QWidget& window)>& work);
+    /// Likewise the window of the runs, with this run chosen.
+    void monitor(std::int32_t runId, const std::function<void(QWidget& window)>& work);
     /// As somebody else does in the meantime.
     void removeFromVault(const std::string& name);
     /// The cells of the details page, a line a row, separated by " | "; folders shortened to "…".
@@ -53,6 +55,8 @@ protected:
     LinuxPlatform machine;
 
 private:
+    void inWindow(
+        const char* name, const std::function<void(QWidget& window)>& work, const std::function<void()>& show);
     void refer(const std::string& from, const std::string& to);
 
     std::unique_ptr<zn::arkin::Store> m_store;

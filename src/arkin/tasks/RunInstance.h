@@ -47,7 +47,7 @@ public:
     /// `failure`.
     void close();
     /// Who knows what earlier runs have done; without it all files count as changed.
-    void setUnchangedFiles(UnchangedFiles unchanged) { m_unchanged = std::move(unchanged); }
+    void setUnchangedFiles(const UnchangedFiles& unchanged) { m_unchanged = unchanged; }
     /// What the run keeps for itself; a vault acts for it.
     RunPaths& paths() { return m_paths; }
 

@@ -62,6 +62,7 @@ std::vector<PartCount> partsOf(const Model& model)
     std::vector<std::pair<const Model*, std::size_t>> counts;
     countParts(model, counts);
     std::vector<PartCount> parts;
+    parts.reserve(counts.size());
     for (const auto& [part, count] : counts)
         parts.push_back({part->name, count});
     return parts;
