@@ -65,6 +65,7 @@ TEST_F(SchedulesPageTest, OneIsMadeShownAndRemoved)
         okOf(dialog).click();
         EXPECT_TRUE(dialog.isVisible());
         find<QLineEdit>(dialog, "zone")->setText("Asia/Tokyo");
+        find<QCheckBox>(dialog, "onlyChanged")->click();
         okOf(dialog).click();
     };
     const auto pick = [](QWidget& browser) {
@@ -82,6 +83,7 @@ TEST_F(SchedulesPageTest, OneIsMadeShownAndRemoved)
     const auto stored = schedules.list();
     ASSERT_EQ(stored.size(), 1U);
     EXPECT_EQ(stored[0].time, (ScheduleTime{5 * 60 + 7, 0b10010, "Asia/Tokyo"}));
+    EXPECT_TRUE(stored[0].onlyChanged);
     EXPECT_EQ(stored[0].userName, u"anna");
     ASSERT_EQ(stored[0].items.size(), 2U);
     EXPECT_EQ(stored[0].items[0].fileId, vault.vault.find(vault.path("Parts/Bolt.step"))->fileId);
@@ -89,7 +91,7 @@ TEST_F(SchedulesPageTest, OneIsMadeShownAndRemoved)
     EXPECT_EQ(stored[0].nextAt, nextTime(stored[0].time, vault.clock.now()));
 
     ASSERT_EQ(list.topLevelItemCount(), 1);
-    EXPECT_EQ(list.topLevelItem(0)->text(1), "Mon, Thu 05:07 (Asia/Tokyo)");
+    EXPECT_EQ(list.topLevelItem(0)->text(1), "Mon, Thu 05:07 (Asia/Tokyo), only what changed");
     list.topLevelItem(0)->setSelected(true);
     const Answers answers{QMessageBox::No, QMessageBox::Yes};
     find<QAction>(view, "removeSchedule")->trigger();

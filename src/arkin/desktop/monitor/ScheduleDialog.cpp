@@ -42,6 +42,7 @@ ScheduleDialog::ScheduleDialog(const DailyHost& host, QWidget* parent)
     , m_items(new QListWidget)
     , m_time(new QTimeEdit(QTime(22, 0)))
     , m_zone(new QLineEdit(QString::fromStdString(zoneHere())))
+    , m_onlyChanged(new QCheckBox(own("Only what has changed since its last o&utputs")))
     , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel))
 {
     m_buttons->setObjectName("buttons");
@@ -56,6 +57,8 @@ ScheduleDialog::ScheduleDialog(const DailyHost& host, QWidget* parent)
     layout->addLayout(fields);
     addItems(*layout);
     addTime(*layout);
+    m_onlyChanged->setObjectName("onlyChanged");
+    layout->addWidget(m_onlyChanged);
     layout->addWidget(m_buttons);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &ScheduleDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -185,6 +188,7 @@ void ScheduleDialog::accept()
 {
     inSlot(this, [&] {
         m_schedule.time = time();
+        m_schedule.onlyChanged = m_onlyChanged->isChecked();
         m_schedule.taskName = typed(m_task->currentText());
         m_schedule.userName = m_host.tasks.userName;
         m_schedule.createdAt = m_host.tasks.clock.now();

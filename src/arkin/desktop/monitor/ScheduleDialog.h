@@ -43,6 +43,7 @@ private:
     QTimeEdit* m_time;
     std::vector<QCheckBox*> m_days; ///< from Sunday
     QLineEdit* m_zone;
+    QCheckBox* m_onlyChanged;
     QDialogButtonBox* m_buttons;
 };
 

@@ -93,9 +93,12 @@ void SchedulesPage::fill()
         for (const auto& item : schedule.items)
             places << shown(m_host.tasks.files.toMachine(item.path).string());
         auto* const row = new QTreeWidgetItem(m_list,
-            {shown(schedule.taskName), whenText(schedule.time), momentText(schedule.nextAt),
-                momentText(schedule.lastAt), schedule.lastRun == 0 ? QString() : QString::number(schedule.lastRun),
-                shown(schedule.userName), places.join(QStringLiteral(", ")), textOf(schedule)});
+            {shown(schedule.taskName),
+                schedule.onlyChanged ? own("%1, only what changed").arg(whenText(schedule.time))
+                                     : whenText(schedule.time),
+                momentText(schedule.nextAt), momentText(schedule.lastAt),
+                schedule.lastRun == 0 ? QString() : QString::number(schedule.lastRun), shown(schedule.userName),
+                places.join(QStringLiteral(", ")), textOf(schedule)});
         row->setToolTip(6, places.join('\n'));
         row->setToolTip(7, row->text(7));
     }
