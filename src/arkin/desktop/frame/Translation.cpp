@@ -275,7 +275,7 @@ constexpr WindowText texts[] = {
     {"Desktop", 177, "In all folders"},
     {"Desktop", 178, "Reading names and cards …"},
     {"Desktop", 179, "Folder"},
-    {"Desktop", 180, "Only what has changed since its last o&utputs"},
+    {"Desktop", 180, "Only what has changed &since its last outputs"},
     {"Desktop", 181, "%1, only what changed"},
     {"QPlatformTheme", 1, "OK"},
     {"QPlatformTheme", 2, "Cancel"},

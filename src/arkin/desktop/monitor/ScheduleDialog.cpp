@@ -42,7 +42,7 @@ ScheduleDialog::ScheduleDialog(const DailyHost& host, QWidget* parent)
     , m_items(new QListWidget)
     , m_time(new QTimeEdit(QTime(22, 0)))
     , m_zone(new QLineEdit(QString::fromStdString(zoneHere())))
-    , m_onlyChanged(new QCheckBox(own("Only what has changed since its last o&utputs")))
+    , m_onlyChanged(new QCheckBox(own("Only what has changed &since its last outputs")))
     , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel))
 {
     m_buttons->setObjectName("buttons");
