@@ -21,6 +21,7 @@ const CommandRow commands[] = {
     {"", "report", "Show what runs did, file by file, such as last night's", reportCommand},
     {"vault", "create", "Make a vault with its local folder", vaultCreateCommand},
     {"vault", "check", "Verify every content, version, reference and count", vaultCheckCommand},
+    {"vault", "repair", "Mend from a backup what the check finds", vaultRepairCommand},
     {"vault", "clean", "Set aside what interrupted work left in the archive", vaultCleanCommand},
     {"vault", "backup", "Back the vault up while it is in use", vaultBackupCommand},
     {"vault", "restore", "Bring a whole home back from a backup", vaultRestoreCommand},

@@ -148,6 +148,19 @@ const char* const fifthStep[] = {
     "ALTER TABLE versions ADD COLUMN run_id INTEGER NOT NULL DEFAULT 0",
 };
 
+const char* const seventhStep[] = {
+    // What a repair has made of damaged rows, with what stood there before.
+    R"(CREATE TABLE repairs (
+        id INTEGER NOT NULL PRIMARY KEY,
+        made_at BIGINT NOT NULL,
+        user_name VARCHAR(260) NOT NULL,
+        table_name VARCHAR(260) NOT NULL,
+        row_number BIGINT NOT NULL,
+        how VARCHAR(1000) NOT NULL,
+        former TEXT NOT NULL))",
+};
+const char* const seventhSummed[] = {"repairs"};
+
 /// What was damaged in a local copy's row is made anew by the next get, so that table has no sums.
 const char* const summedTables[] = {"vaults", "folders", "files", "file_folders", "versions", "check_outs", "variables",
     "card_values", "file_references", "permissions", "users", "document_parts", "document_references", "deleted_places",
@@ -160,6 +173,7 @@ const SchemaStep steps[] = {
     {fourthStep},
     {fifthStep},
     {{}, summedTables},
+    {seventhStep, seventhSummed},
 };
 
 } // namespace
