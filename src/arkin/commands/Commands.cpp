@@ -41,6 +41,7 @@ const CommandRow commands[] = {
     {"", "checkin", "Make new versions of the local copies", checkInCommand},
     {"", "undo", "Give check-outs up", undoCommand},
     {"", "delete", "Remove files from their folders; their versions stay", deleteCommand},
+    {"", "rm", "The same as delete", deleteCommand},
     {"", "restore", "Bring a deleted file back, or make an older version the newest", restoreCommand},
     {"right", "list", "List what users may do in which folders", rightListCommand},
     {"right", "set", "Say what a user may do in a folder and below it", rightSetCommand},

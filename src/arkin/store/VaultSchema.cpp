@@ -161,6 +161,25 @@ const char* const seventhStep[] = {
 };
 const char* const seventhSummed[] = {"repairs"};
 
+const char* const eighthStep[] = {
+    // Check-outs that somebody else than their owner has ended, and why. `pending` until the file is checked out on
+    // that machine again: its local copy may hold what nobody has checked in.
+    R"(CREATE TABLE given_up (
+        id INTEGER NOT NULL PRIMARY KEY,
+        file_id INTEGER NOT NULL,
+        user_name VARCHAR(260) NOT NULL,
+        machine VARCHAR(260) NOT NULL,
+        taken_at BIGINT NOT NULL,
+        base_version INTEGER NOT NULL,
+        run_id INTEGER NOT NULL,
+        by_user VARCHAR(260) NOT NULL,
+        made_at BIGINT NOT NULL,
+        reason VARCHAR(4000) NOT NULL,
+        pending INTEGER NOT NULL))",
+    "CREATE INDEX given_up_by_file ON given_up (file_id)",
+};
+const char* const eighthSummed[] = {"given_up"};
+
 /// What was damaged in a local copy's row is made anew by the next get, so that table has no sums.
 const char* const summedTables[] = {"vaults", "folders", "files", "file_folders", "versions", "check_outs", "variables",
     "card_values", "file_references", "permissions", "users", "document_parts", "document_references", "deleted_places",
@@ -174,6 +193,7 @@ const SchemaStep steps[] = {
     {fifthStep},
     {{}, summedTables},
     {seventhStep, seventhSummed},
+    {eighthStep, eighthSummed},
 };
 
 } // namespace
