@@ -75,6 +75,24 @@ std::map<std::string, std::string> triggersOf(const std::string& table, const st
     return {trigger("new", "INSERT"), trigger("changed", fmt::format("UPDATE OF {}", fmt::join(columns, ", ")))};
 }
 
+/// An SQL expression that makes the right side of an UPDATE's SET of a row.
+std::string assignments(const std::vector<std::string>& columns)
+{
+    std::string parts;
+    for (const std::string& name : columns)
+        parts += fmt::format("{}'{} = ' || quote({})", parts.empty() ? "" : " || ', ' || ", name, name);
+    return parts;
+}
+
+/// -1, which no row has, stands for NULL.
+long long sumOf(soci::session& session, const DamagedRow& damaged, const std::string& expression)
+{
+    long long sum = 0;
+    session << fmt::format("SELECT COALESCE({}, -1) FROM {} WHERE rowid = {}", expression, damaged.table, damaged.row),
+        soci::into(sum);
+    return sum;
+}
+
 } // namespace
 
 void addRowSumFunction(sqlite3* connection)
@@ -109,13 +127,70 @@ std::vector<std::string> sqliteChangedRows(soci::session& session, const std::st
             != std::vector{statement})
             problems.push_back("The database doesn't keep the sums of its table " + table
                 + " as it should. Bring the database back from a backup.");
-    const auto rows = textsOf(session,
-        fmt::format("SELECT 'row ' || rowid || ' (' || '{} ' || {} || ')' FROM {} WHERE {} IS NOT row_sum({})",
-            columns.front(), columns.front(), table, column, fmt::join(columns, ", ")));
-    for (const std::string& row : rows)
-        problems.push_back("The table " + table + " isn't as it was written in its " + row
-            + ". Look at it, and bring the database back from a backup.");
+    for (DamagedRow& damaged : sqliteDamagedRows(session, table))
+        problems.push_back(std::move(damaged.sentence));
     return problems;
+}
+
+std::vector<DamagedRow> sqliteDamagedRows(soci::session& session, const std::string& table)
+{
+    if (!isSqlite(session))
+        return {};
+    const auto columns = summedColumns(session, table);
+    std::vector<DamagedRow> damaged;
+    long long row = 0;
+    std::string key;
+    soci::statement statement
+        = (session.prepare << fmt::format("SELECT rowid, '{} ' || {} FROM {} WHERE {} IS NOT row_sum({})",
+               columns.front(), columns.front(), table, column, fmt::join(columns, ", ")),
+            soci::into(row), soci::into(key));
+    statement.execute();
+    while (statement.fetch())
+        damaged.push_back({table, row,
+            fmt::format("The table {} isn't as it was written in its row {} ({}). Look at it, and bring the database "
+                        "back from a backup.",
+                table, row, key)});
+    return damaged;
+}
+
+std::string sqliteShownRow(soci::session& session, const DamagedRow& damaged)
+{
+    const auto shown = textsOf(session,
+        fmt::format("SELECT {} FROM {} WHERE rowid = {}", assignments(summedColumns(session, damaged.table)),
+            damaged.table, damaged.row));
+    return shown.empty() ? std::string() : shown.front();
+}
+
+bool sqliteMendRow(soci::session& session, const DamagedRow& damaged, soci::session& copy)
+{
+    const auto columns = summedColumns(session, damaged.table);
+    if (summedColumns(copy, damaged.table) != columns)
+        return false; // made by another version of the program
+    const std::string sumNow = fmt::format("row_sum({})", fmt::join(columns, ", "));
+    const auto rowsWith = [&](long long sum) {
+        return textsOf(
+            copy, fmt::format("SELECT {} FROM {} WHERE {} = {}", assignments(columns), damaged.table, column, sum));
+    };
+    const long long written = sumOf(session, damaged, column);
+    if (const auto before = rowsWith(written); before.size() == 1) {
+        session << fmt::format("UPDATE {} SET {} WHERE rowid = {}", damaged.table, before.front(), damaged.row);
+        long long mended = 0;
+        session << fmt::format(
+            "SELECT COUNT(*) FROM {} WHERE {} = {} AND {} = {}", damaged.table, column, written, sumNow, written),
+            soci::into(mended);
+        return mended == 1;
+    }
+    const auto same = rowsWith(sumOf(session, damaged, sumNow));
+    if (same.size() != 1 || same.front() != sqliteShownRow(session, damaged))
+        return false;
+    sqliteAcceptRow(session, damaged);
+    return true;
+}
+
+void sqliteAcceptRow(soci::session& session, const DamagedRow& damaged)
+{
+    session << fmt::format("UPDATE {} SET {} = row_sum({}) WHERE rowid = {}", damaged.table, column,
+        fmt::join(summedColumns(session, damaged.table), ", "), damaged.row);
 }
 
 } // namespace zn

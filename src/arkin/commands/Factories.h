@@ -12,6 +12,7 @@ MadeCommand reportCommand();
 MadeCommand vaultCreateCommand();
 MadeCommand vaultCheckCommand();
 MadeCommand vaultCleanCommand();
+MadeCommand vaultRepairCommand();
 MadeCommand vaultBackupCommand();
 MadeCommand vaultRestoreCommand();
 MadeCommand vaultInfoCommand();

@@ -12,7 +12,7 @@ namespace {
 class FileActionCommand : public Command {
 public:
     explicit FileActionCommand(FileByFile::Action action)
-        : m_action(action)
+        : m_action(std::move(action))
     {
     }
 
@@ -31,17 +31,11 @@ private:
     std::vector<std::string> m_files;
 };
 
-MadeCommand fileActionCommand(FileByFile::Action action) { return std::make_unique<FileActionCommand>(action); }
+MadeCommand fileActionCommand(FileByFile::Action action) { return std::make_unique<FileActionCommand>(std::move(action)); }
 
 } // namespace
 
 MadeCommand checkOutCommand() { return fileActionCommand({checkOut, "is checked out"}); }
-
-MadeCommand undoCommand()
-{
-    return fileActionCommand(
-        {[](Vault& vault, const Place& place) { undoCheckOut(vault, place.fileId); }, "is as in the vault again"});
-}
 
 MadeCommand deleteCommand() { return fileActionCommand({deleteFile, "is deleted; 'arkin restore' brings it back"}); }
 

@@ -146,13 +146,15 @@ template <class Read> auto BackupCopy::read(const Read& reading) const
 {
     try {
         soci::session session;
-        zn::openCopy(session, m_folder / database);
+        open(session);
         return reading(session);
     } catch (const soci::soci_error& error) {
         throw zn::StatusError(E_ARK_DATABASE,
             "The copy of the database in " + m_folder.string() + " can't be read: " + error.get_error_message() + ".");
     }
 }
+
+void BackupCopy::open(soci::session& session) const { zn::openCopy(session, m_folder / database); }
 
 std::string BackupCopy::identity() const
 {

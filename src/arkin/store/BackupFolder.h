@@ -29,6 +29,8 @@ public:
     std::string identity() const;
     /// The contents that it needs, by their hashes.
     std::vector<Holder> contents() const;
+    /// Opens its database to be read.
+    void open(soci::session& session) const;
 
 private:
     template <class Read> auto read(const Read& reading) const;

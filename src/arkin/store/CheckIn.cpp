@@ -2,6 +2,7 @@
 
 #include "arkin/store/CheckOut.h"
 #include "arkin/store/Codes.h"
+#include "arkin/store/GiveUp.h"
 #include "arkin/store/Outlines.h"
 
 #include <algorithm>
@@ -347,6 +348,8 @@ CheckInPlan planCheckIn(Vault& vault, std::span<const Place> places, std::vector
         if (!seen.insert(places[i].fileId).second)
             continue;
         worksFor(places[i], leftOut, concernsAll, [&] {
+            if (!checkOuts[i] || !vault.isMine(*checkOuts[i]))
+                requireNotGivenUp(vault, places[i].fileId);
             if (checkOuts[i] && !vault.isMine(*checkOuts[i]))
                 throw checkedOutElsewhere(vault, *checkOuts[i]);
             if (checkOuts[i])

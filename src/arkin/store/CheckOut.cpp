@@ -2,6 +2,7 @@
 
 #include "arkin/store/Codes.h"
 #include "arkin/store/GetFiles.h"
+#include "arkin/store/GiveUp.h"
 #include "arkin/store/Outlines.h"
 
 #include <fmt/chrono.h>
@@ -63,6 +64,7 @@ void insertCheckOut(Vault& vault, const Place& place, std::int32_t baseVersion)
 {
     const Caller& caller = vault.caller();
     const long long now = vault.clock().now();
+    forgetGivenUp(vault, place.fileId);
     vault.database().session() << "INSERT INTO check_outs (file_id, folder_id, user_name, machine, taken_at, "
                                   "base_version, card_open, references_open, run_id) "
                                   "VALUES (:f, :d, :u, :m, :t, :b, 0, 0, :r)",

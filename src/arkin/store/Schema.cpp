@@ -84,13 +84,18 @@ std::vector<std::string> changedTables(Database& database, const SchemaArea& are
     return zn::sqliteChangedTables(database.session(), statements);
 }
 
-std::vector<std::string> changedRows(Database& database, const SchemaArea& area)
+std::vector<std::string> summedTablesOf(const SchemaArea& area)
 {
     std::set<std::string> tables;
     for (const SchemaStep& step : area.steps)
         tables.insert(step.summed.begin(), step.summed.end());
+    return {tables.begin(), tables.end()};
+}
+
+std::vector<std::string> changedRows(Database& database, const SchemaArea& area)
+{
     std::vector<std::string> problems;
-    for (const std::string& table : tables)
+    for (const std::string& table : summedTablesOf(area))
         for (std::string& problem : zn::sqliteChangedRows(database.session(), table))
             problems.push_back(std::move(problem));
     return problems;

@@ -36,6 +36,9 @@ std::vector<std::string> missingTables(Database& database, const SchemaArea& are
 /// that went all steps.
 std::vector<std::string> changedTables(Database& database, const SchemaArea& area);
 
+/// The area's tables whose rows have sums.
+std::vector<std::string> summedTablesOf(const SchemaArea& area);
+
 /// A sentence for each row of the area's summed tables that isn't as it was written.
 std::vector<std::string> changedRows(Database& database, const SchemaArea& area);
 

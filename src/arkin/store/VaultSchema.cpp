@@ -179,6 +179,38 @@ const char* const eighthStep[] = {
     ZN_NOTES_CHANGE("card_values_go", "DELETE ON card_values", "OLD.file_id"),
 };
 
+const char* const ninthStep[] = {
+    // What a repair has made of damaged rows, with what stood there before.
+    R"(CREATE TABLE repairs (
+        id INTEGER NOT NULL PRIMARY KEY,
+        made_at BIGINT NOT NULL,
+        user_name VARCHAR(260) NOT NULL,
+        table_name VARCHAR(260) NOT NULL,
+        row_number BIGINT NOT NULL,
+        how VARCHAR(1000) NOT NULL,
+        former TEXT NOT NULL))",
+};
+const char* const ninthSums[] = {"repairs"};
+
+const char* const tenthStep[] = {
+    // Check-outs that somebody else than their owner has ended, and why. `pending` until the file is checked out on
+    // that machine again: its local copy may hold what nobody has checked in.
+    R"(CREATE TABLE given_up (
+        id INTEGER NOT NULL PRIMARY KEY,
+        file_id INTEGER NOT NULL,
+        user_name VARCHAR(260) NOT NULL,
+        machine VARCHAR(260) NOT NULL,
+        taken_at BIGINT NOT NULL,
+        base_version INTEGER NOT NULL,
+        run_id INTEGER NOT NULL,
+        by_user VARCHAR(260) NOT NULL,
+        made_at BIGINT NOT NULL,
+        reason VARCHAR(4000) NOT NULL,
+        pending INTEGER NOT NULL))",
+    "CREATE INDEX given_up_by_file ON given_up (file_id)",
+};
+const char* const tenthSums[] = {"given_up"};
+
 /// What was damaged in a local copy's row is made anew by the next get, so that table has no sums.
 const char* const summedTables[] = {"vaults", "folders", "files", "file_folders", "versions", "check_outs", "variables",
     "card_values", "file_references", "permissions", "users", "document_parts", "document_references", "deleted_places",
@@ -193,6 +225,8 @@ const SchemaStep steps[] = {
     {{}, summedTables},
     {seventhStep, seventhSums},
     {eighthStep},
+    {ninthStep, ninthSums},
+    {tenthStep, tenthSums},
 };
 
 } // namespace

@@ -15,13 +15,13 @@ class FileByFile {
 public:
     /// What is done with a file, and what is said of it then: "PATH `done`."
     struct Action {
-        void (*act)(Vault&, const Place&);
+        std::function<void(Vault&, const Place&)> act;
         const char* done;
     };
 
     FileByFile(Session& session, Action action)
         : m_session(session)
-        , m_action(action)
+        , m_action(std::move(action))
     {
     }
 
