@@ -31,7 +31,10 @@ private:
     std::vector<std::string> m_files;
 };
 
-MadeCommand fileActionCommand(FileByFile::Action action) { return std::make_unique<FileActionCommand>(std::move(action)); }
+MadeCommand fileActionCommand(FileByFile::Action action)
+{
+    return std::make_unique<FileActionCommand>(std::move(action));
+}
 
 } // namespace
 

@@ -7,9 +7,7 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <ranges>
 #include <soci/soci.h>
-#include <unistd.h>
 
 namespace zn::arkin {
 
@@ -66,9 +64,10 @@ private:
         if (m_backup->archive().identity() != m_store.archive().identity())
             throw zn::StatusError(zn::E_INVALIDARG,
                 "The backup in " + m_backup->folder().string() + " is another vault's, so nothing was changed.");
-        for (const BackupCopy& copy : m_backup->copies() | std::views::reverse)
+        for (const BackupCopy& copy : m_backup->copies())
             if (copy.problems().empty())
                 m_copies.push_back(copy);
+        std::ranges::reverse(m_copies);
     }
 
     std::vector<zn::DamagedRow> damagedRows()
@@ -94,7 +93,8 @@ private:
 
     void mendRow(const zn::DamagedRow& damaged)
     {
-        RepairFinding& finding = m_findings.emplace_back(damaged.sentence, false, std::string());
+        m_findings.push_back({damaged.sentence, false, {}});
+        RepairFinding& finding = m_findings.back();
         if (std::ranges::find(m_setting.accepted, nameOf(damaged)) != m_setting.accepted.end()) {
             Transaction transaction(m_database);
             const std::string former = zn::sqliteShownRow(m_database.session(), damaged);
