@@ -9,6 +9,7 @@ namespace {
 const GroupRow groups[] = {
     {"vault", "The vault itself"},
     {"variable", "Card variables of the vault"},
+    {"user", "Users of the vault"},
     {"right", "Rights of users on folders"},
     {"task", "Tasks and their runs"},
     {"registry", "Settings of this machine"},
@@ -45,6 +46,7 @@ const CommandRow commands[] = {
     {"", "delete", "Remove files from their folders; their versions stay", deleteCommand},
     {"", "rm", "The same as delete", deleteCommand},
     {"", "restore", "Bring a deleted file back, or make an older version the newest", restoreCommand},
+    {"user", "list", "List who has worked with the vault, when, and what they have", userListCommand},
     {"right", "list", "List what users may do in which folders", rightListCommand},
     {"right", "set", "Say what a user may do in a folder and below it", rightSetCommand},
     {"variable", "add", "Add card variables", variableAddCommand},

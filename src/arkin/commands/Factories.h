@@ -34,6 +34,7 @@ MadeCommand moveCommand();
 MadeCommand renameCommand();
 MadeCommand deleteCommand();
 MadeCommand restoreCommand();
+MadeCommand userListCommand();
 MadeCommand rightListCommand();
 MadeCommand rightSetCommand();
 MadeCommand variableAddCommand();

@@ -181,7 +181,7 @@ zn::StatusError checkedOutElsewhere(Vault& vault, const CheckOutRow& row)
 {
     return zn::StatusError(E_ARK_CHECKED_OUT_ELSEWHERE,
         quotedName(vault, row.fileId) + " is checked out by " + row.user + " on " + row.machine + " since "
-            + fmt::format("{:%Y-%m-%d %H:%M}", fmt::localtime(row.takenAt))
+            + fmt::format("{:%Y-%m-%d %H:%M %Z}", fmt::localtime(row.takenAt))
             + (row.run == 0 ? "." : ", for run " + std::to_string(row.run) + "."));
 }
 

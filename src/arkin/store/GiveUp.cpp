@@ -79,8 +79,9 @@ void requireNotGivenUp(Vault& vault, std::int32_t fileId)
         if (each.machine != vault.caller().machine)
             continue;
         throw zn::StatusError(E_ARK_NOT_CHECKED_OUT,
-            fmt::format("The check-out of {} by {} was given up by {} on {:%Y-%m-%d %H:%M} because \"{}\". The local "
-                        "copy is as it was left: move it aside, check the file out again, and put it back.",
+            fmt::format(
+                "The check-out of {} by {} was given up by {} on {:%Y-%m-%d %H:%M %Z} because \"{}\". The local "
+                "copy is as it was left: move it aside, check the file out again, and put it back.",
                 quotedName(vault, fileId), each.user, each.byUser, fmt::localtime(each.at), each.reason));
     }
 }

@@ -47,7 +47,7 @@ protected:
         replaceAll(text, home, "HOME");
         replaceAll(text, ZN_BIN_DIR, "BIN");
         text = std::regex_replace(text, std::regex(" \\d+\\.\\d+\\.\\d+\n"), " VERSION\n");
-        text = std::regex_replace(text, std::regex(R"(\d{4}-\d\d-\d\d[ T]\d\d:\d\d:\d\dZ?)"), "TIME");
+        text = std::regex_replace(text, std::regex(R"(\d{4}-\d\d-\d\d[ T]\d\d:\d\d:\d\d(Z| UTC)?)"), "TIME");
         return std::regex_replace(
             text, std::regex(R"(\{[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[0-9A-F-]{17}\})"), "GUID");
     }

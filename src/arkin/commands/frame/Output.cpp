@@ -46,7 +46,7 @@ void printNote(const std::string& sentence)
 
 std::string shownTime(std::int64_t seconds)
 {
-    return seconds == 0 ? "-" : fmt::format("{:%Y-%m-%d %H:%M:%S}", fmt::localtime(seconds));
+    return seconds == 0 ? "-" : fmt::format("{:%Y-%m-%d %H:%M:%S %Z}", fmt::localtime(seconds));
 }
 
 Json jsonTime(std::int64_t seconds)

@@ -16,7 +16,7 @@ void printTable(const std::vector<std::vector<std::string>>& rows, const std::st
 void printJson(const Json& value);
 /// A sentence for a person who can do without it, to the error stream; nothing for an empty one.
 void printNote(const std::string& sentence);
-/// "2018-05-03 14:07:09", local time; a dash for 0.
+/// "2018-05-03 14:07:09 CEST", local time with its zone; a dash for 0.
 std::string shownTime(std::int64_t seconds);
 /// "2018-05-03T12:07:09Z"; null for 0.
 Json jsonTime(std::int64_t seconds);
