@@ -341,6 +341,8 @@ void FolderPage::showFound()
     progress.reset();
     FileTable::CardColumn folders{own("Folder"), {}};
     std::vector<ListedFile> found = listFiles(m_vault, m_index->find(typed(m_search->text()), most));
+    const auto key = [](const ListedFile& file) { return zn::foldCase(zn::toText(file.name)); };
+    std::ranges::stable_sort(found, {}, key); // as a folder's listing has them
     for (const ListedFile& file : found)
         folders.values[file.fileId] = "\\" + zn::toUtf8(m_vault.folders().pathOf(file.folderId));
     m_showsFound = true;
