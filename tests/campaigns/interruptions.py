@@ -1,4 +1,4 @@
-"""Adds, check-ins and deletions are killed, or lose their power, at each point of their work.
+"""Adds, check-ins, deletions and moves are killed, or lose their power, at each point of their work.
 
 Points are all writes, syncs, renames, removals and new names of the work, the steps of the database's commits among
 them; some interruptions are a kill at a random moment or a full disk. From about 700 on each point is met, by a kill and

@@ -2,13 +2,14 @@
 // so that a later process can tell whether each is what it should be.
 //
 //   crash_driver setup HOME     makes a vault with files in it
-//   crash_driver work HOME      adds, checks out, changes, checks in, undoes and deletes; prints a line for each step
-//                               that the vault has confirmed
+//   crash_driver work HOME      adds, checks out, changes, checks in, undoes, deletes and moves; prints a line for each
+//                               step that the vault has confirmed
 //   crash_driver verify HOME STEPS   after `work` was interrupted with STEPS confirmed: nothing is lost, nothing is
 //                               there twice, the step in between is done or not, but not by half
 //   crash_driver finish HOME    the vault still takes check-ins
 
 #include "arkin/store/DeleteFile.h"
+#include "arkin/store/MoveFiles.h"
 #include "arkin/store/StoreCheck.h"
 #include "tests/arkin/VaultFixture.h"
 
@@ -56,6 +57,8 @@ public:
     {
         for (int i = 0; i < standing; ++i)
             m_test.addReleased("s" + std::to_string(i), contentOf("s" + std::to_string(i), 1));
+        for (const char* name : {"t0", "t1"})
+            m_test.addReleased(std::string("deep/") + name, contentOf(name, 1));
     }
 
     void work()
@@ -76,6 +79,13 @@ public:
         confirm();
         deleteFile(m_vault, place("s4"));
         confirm();
+        const std::int32_t root = m_vault.info().rootFolderId;
+        const FolderMove folder{*m_vault.findFolder(m_test.path("deep")), root, u"moved"};
+        moveInVault(m_vault, {}, {&folder, 1});
+        confirm();
+        const FileMove file{place("moved/t0"), root, u"renamed"};
+        moveInVault(m_vault, {&file, 1}, {});
+        confirm();
     }
 
     void verify(int confirmed)
@@ -85,6 +95,8 @@ public:
         verifyAdded(done);
         for (int i = 0; i < standing; ++i)
             verifyStanding("s" + std::to_string(i), done);
+        verifyMoved("t0", {"deep/t0", "moved/t0", "renamed"}, done < 8 ? 0 : done - 7);
+        verifyMoved("t1", {"deep/t1", "moved/t1"}, done < 8 ? 0 : 1);
         requireSound();
         m_test.store.archive().setAside(neededContents(m_test.store.database()), INT64_MAX, 0);
         expect(checkStore(m_test.store).notes.empty(), "leftovers can't be set aside");
@@ -182,6 +194,10 @@ private:
             return version("s0") == 2 ? 5 : 4;
         case 7:
             return find("s4") ? 6 : 7;
+        case 8:
+            return find("moved/t0") ? 8 : 7;
+        case 9:
+            return find("renamed") ? 9 : 8;
         default:
             return confirmed;
         }
@@ -218,6 +234,18 @@ private:
         verifyHistory(name, *file, isChanged ? 2 : 1);
         if (isChanged)
             expect(!m_vault.files().checkOut(file->fileId), name + ": checked in and still checked out");
+    }
+
+    /// At one place and at no other.
+    void verifyMoved(const std::string& name, const std::vector<std::string>& places, int at)
+    {
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            const auto file = find(places[i]);
+            expect(file.has_value() == (static_cast<int>(i) == at),
+                places[i] + (file ? " is there although it was moved" : " is lost"));
+            if (file)
+                verifyHistory(name, *file, 1);
+        }
     }
 
     void verifyHistory(const std::string& name, const Place& file, std::size_t versions)
