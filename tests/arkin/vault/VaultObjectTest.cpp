@@ -233,7 +233,7 @@ TEST_F(VaultObjectTest, AFileThatFailsIsLeftOutOfItsBatchWithItsSentence)
     EXPECT_EQ(unlocking->Unlock(0, 0), E_ARK_CHECKED_OUT_ELSEWHERE);
     EXPECT_THAT(errorText(E_ARK_CHECKED_OUT_ELSEWHERE),
         ::testing::MatchesRegex("E_ARK_CHECKED_OUT_ELSEWHERE: \"a.stl\" is checked out by bert on bench since "
-                                "2018-03-0[56] [0-9:]*, for run 7\\.\r\n\t"
+                                "2018-03-0[56] [0-9:]* [-+0-9A-Z]*, for run 7\\.\r\n\t"
                                 "The local copy .*/fine/e.stl is missing.*"));
     std::vector<ArkLeftOut> leftOut;
     EXPECT_EQ(query<IArkLeftOut>(unlocking)->GetLeftOut(leftOut), S_OK);
