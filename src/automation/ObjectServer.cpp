@@ -14,7 +14,7 @@ constexpr Milliseconds helloLimit{5'000};
 
 } // namespace
 
-ObjectServer::ObjectServer(std::filesystem::path runtimeFolder, std::string name, DispatchRef root, Log log)
+ObjectServer::ObjectServer(std::filesystem::path runtimeFolder, const std::string& name, DispatchRef root, Log log)
     : m_folder(std::move(runtimeFolder))
     , m_fileName(socketFileName(name))
     , m_root(std::move(root))

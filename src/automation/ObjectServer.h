@@ -25,7 +25,7 @@ enum class ServeEnd {
 class ObjectServer {
 public:
     /// Publishes `root` under `name`. Raises `StatusError` if the folder isn't private or the socket can't be made.
-    ObjectServer(std::filesystem::path runtimeFolder, std::string name, DispatchRef root, Log log);
+    ObjectServer(std::filesystem::path runtimeFolder, const std::string& name, DispatchRef root, Log log);
     ObjectServer(const ObjectServer&) = delete;
     ObjectServer& operator=(const ObjectServer&) = delete;
     ~ObjectServer();

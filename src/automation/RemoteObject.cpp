@@ -42,7 +42,7 @@ DispatchRef ClientSession::root()
 {
     const std::lock_guard turn(m_turn);
     const Json form = call("hello", {{"version", protocolVersion}}, m_limits.hello);
-    const auto object = query<DispatchObject>(decodeObject(form));
+    auto object = query<DispatchObject>(decodeObject(form));
     if (!object)
         throw StatusError(E_NOINTERFACE, "The other process published nothing that can be called.");
     return object;

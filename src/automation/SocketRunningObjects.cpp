@@ -46,7 +46,7 @@ DispatchRef SocketRunningObjects::greet(const std::string& fileName, FileDescrip
             const std::lock_guard guard(m_guard);
             m_known[fileName] = {session, nullptr};
         }
-        const DispatchRef root = session->root();
+        DispatchRef root = session->root();
         const std::lock_guard guard(m_guard);
         m_known[fileName].root = root;
         return root;

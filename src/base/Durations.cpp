@@ -13,7 +13,7 @@ struct Unit {
 };
 
 constexpr Unit units[] = {{"h", u"hour", 3600}, {"m", u"minute", 60}, {"s", u"second", 1}};
-constexpr std::int64_t longest = 30 * 24 * 3600;
+constexpr std::int64_t longest = std::int64_t{30} * 24 * 3600;
 
 } // namespace
 

@@ -48,7 +48,7 @@ std::string upper(std::string text)
     return text;
 }
 
-std::string sentence(std::string text) { return text + (text.empty() || text.ends_with('.') ? "" : "."); }
+std::string sentence(const std::string& text) { return text + (text.empty() || text.ends_with('.') ? "" : "."); }
 
 bool isArgument(const OptionDescription& option) { return option.names.empty(); }
 

@@ -38,7 +38,7 @@ std::filesystem::path temporaryBeside(const std::filesystem::path& target)
 bool isLeftOver(const std::filesystem::path& path)
 {
     constexpr std::string_view prefix = "~$zn";
-    constexpr time_t day = 24 * 60 * 60;
+    constexpr time_t day = time_t{24} * 60 * 60;
     const std::string name = path.filename().string();
     pid_t writer = 0;
     if (name.starts_with(prefix) && name.ends_with(".tmp"))

@@ -86,6 +86,7 @@ void openDatabase(soci::session& session, const std::string& connection, const S
     closeToOthers(std::string_view(connection).substr(scheme.size()));
     session.open(*soci::factory_sqlite3(), connection.substr(scheme.size()));
     auto* backend = static_cast<soci::sqlite3_session_backend*>(session.get_backend());
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the handler's argument is a number in a pointer's clothes
     auto* longestWait = reinterpret_cast<void*>(static_cast<std::intptr_t>(setting.longestWait.count()));
     sqlite_api::sqlite3_extended_result_codes(backend->conn_, 1);
     sqlite_api::sqlite3_busy_handler(backend->conn_, waitWhileBusy, longestWait);

@@ -13,7 +13,7 @@ namespace zn {
 
 namespace {
 
-constexpr std::uintmax_t mega = 1024 * 1024;
+constexpr std::uintmax_t mega = std::uintmax_t{1024} * 1024;
 
 [[noreturn]] void refuse(const char* what, const std::filesystem::path& file, const std::string& reason)
 {

@@ -68,7 +68,7 @@ TEST_F(RemoteObjectTest, ValuesOfEveryTypeSurviveExactly)
         Value(std::int64_t{9007199254740993}), Value(std::uint8_t{255}), Value(0.1F), Value(0.1), Value(-0.0),
         Value(5e-324), Value(std::numeric_limits<double>::infinity()), Value(CurrencyValue{-922337203685477580}),
         Value(DateValue{43164.088298611112}), Value(ErrorValue{E_FAIL}), Value(true), Value(BooleanValue{2}),
-        Value(u""), Value(Text(u"a\0\"\\\n\u20AC\U0001F600", 9)), Value(Text{u'x', 0xDC00, u'y', 0xD800}),
+        Value(u""), Value(Text(u"a\0\"\\\n\u20AC\U0001F600\0", 9)), Value(Text{u'x', 0xDC00, u'y', 0xD800}),
         Value(ObjectRef())};
     for (const Value& value : values) {
         const Value back = root->call(u"Echo", {value});

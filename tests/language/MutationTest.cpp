@@ -69,7 +69,7 @@ TEST(DamagedSources, AreToldOfOrRunToAnEnd)
 {
     // More rounds by hand: ZN_MUTATIONS=1000
     const char* wanted = std::getenv("ZN_MUTATIONS");
-    const int rounds = wanted ? std::atoi(wanted) : 20;
+    const int rounds = wanted ? std::stoi(wanted) : 20;
     const TemporaryFolder folder;
     DiskFiles files(folder / "files");
     std::mt19937 random(20180305);

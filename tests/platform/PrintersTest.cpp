@@ -20,8 +20,11 @@ class PrintersTest : public ::testing::Test {
 protected:
     // No queue of the machine that the test runs on.
     PrintersTest() { cupsSetServer("127.0.0.1:1"); }
+
+public:
     ~PrintersTest() override { cupsSetServer(nullptr); }
 
+protected:
     std::string failure(const char16_t* printer)
     {
         const Raised raised = raisedBy([&] { platform.machine.printers().print(printer, job); });

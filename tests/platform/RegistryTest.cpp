@@ -89,7 +89,7 @@ TEST(SqliteRegistryTest, LosesNothingWhenProcessesWriteAtOnce)
         return 0;
     });
     SqliteRegistry registry(folder / "registry.sqlite");
-    EXPECT_EQ(registry.valueNames(user, u"Shared", {}).size(), std::size_t{processes * writes});
+    EXPECT_EQ(registry.valueNames(user, u"Shared", {}).size(), std::size_t{processes} * writes);
 }
 
 TEST(SqliteRegistryTest, NamesTheFileThatIsNoRegistry)

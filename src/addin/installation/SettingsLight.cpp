@@ -123,7 +123,7 @@ Text SettingsLight::helpFile()
     const Text folder = getPath(PathLanguage);
     if (folder.empty())
         return {};
-    const Text ofLanguage = folder + Text(name);
+    Text ofLanguage = folder + Text(name);
     if (m_files.fileExists(ofLanguage))
         return ofLanguage;
     return withSeparator(pathFolder(withoutTrailingSeparators(folder))) + Text(english) + u"\\" + Text(name);

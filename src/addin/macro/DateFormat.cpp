@@ -36,9 +36,9 @@ constexpr MonthName months[] = {
 ///   b short month, B long month, m month, d day, Y year, y year of the century,
 ///   H hour, I hour of the half day, M minute, S second, p day period
 struct DateStyle {
-    int number;
-    const char* format;
-    const char* fields;
+    int number = 0;
+    const char* format = nullptr;
+    const char* fields = nullptr;
     bool ownTime = false;
     /// Format and fields of an own-time style for the date alone; null if it has the time in every mode.
     const char* dateFormat = nullptr;

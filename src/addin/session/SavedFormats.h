@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Text.h"
 #include "platform/Platform.h"
 
 #include <cstdint>

@@ -12,7 +12,7 @@ DispatchRef dispatchOf(const Value& value)
     if (value.isEmpty() || value.type() == ValueType::Null)
         return nullptr;
     const ObjectRef object = value.toObject();
-    const DispatchRef result = query<DispatchObject>(object);
+    DispatchRef result = query<DispatchObject>(object);
     if (object && !result)
         throw StatusError(DISP_E_TYPEMISMATCH, "The CAD application gave an object that can't be called.");
     return result;
@@ -21,7 +21,7 @@ DispatchRef dispatchOf(const Value& value)
 /// The object that a member gives; one that is missing where the next call needs it is a null-pointer failure.
 DispatchRef memberObject(const DispatchRef& object, const char16_t* member)
 {
-    const DispatchRef result = dispatchOf(object->call(member));
+    DispatchRef result = dispatchOf(object->call(member));
     if (!result)
         throw StatusError(E_POINTER, "The CAD application gave no object for '" + toUtf8(member) + "'.");
     return result;

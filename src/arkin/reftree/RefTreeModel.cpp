@@ -167,7 +167,6 @@ QVariant RefTreeModel::data(const QModelIndex& index, int role) const
     IFileRefItem& row = *item(index);
     switch (role) {
     case Qt::DisplayRole:
-        return columns[index.column()].text(row);
     case Qt::ToolTipRole: // the whole text where a column is too narrow for it
         return columns[index.column()].text(row);
     case Qt::DecorationRole:

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t bufferSize = 256 * 1024;
+constexpr std::size_t bufferSize = std::size_t{256} * 1024;
 constexpr mode_t contentMode = 0400;
 constexpr mode_t sharedContentMode = 0440;
 /// From this number on, one sync of the file system is cheaper than one for each file.
@@ -250,7 +250,7 @@ std::optional<Archive::SetAside> Archive::setAside(const IsNeeded& isNeeded, std
     });
     if (!alone)
         return std::nullopt;
-    constexpr std::int64_t day = 24 * 60 * 60;
+    constexpr std::int64_t day = std::int64_t{24} * 60 * 60;
     done.deleted = deleteDaysBefore(removed, dayOf(now - keptDays * day));
     return done;
 }
@@ -298,7 +298,7 @@ Content ArchiveBatch::takeIn(FileHandle& source)
     try {
         if (m_archive.m_sharing == zn::Sharing::Group && fchmod(destination.get(), sharedContentMode) != 0)
             throwFileFailure(E_ARK_ARCHIVE, "Could not share", path);
-        const Content content = copyAndHash(source, &destination);
+        Content content = copyAndHash(source, &destination);
         m_arrivals.back().hash = content.hash;
         return content;
     } catch (...) {
@@ -315,7 +315,7 @@ void ArchiveBatch::dropLast()
 
 Content ArchiveBatch::put(FileHandle& source)
 {
-    const Content content = takeIn(source);
+    Content content = takeIn(source);
     // A content whose size is wrong was damaged later; putting it again repairs it.
     if (m_archive.holdsSized(content)) {
         dropLast();

@@ -221,7 +221,7 @@ BackupCopy BackupFolder::copyAt(const std::string& moment) const
 
 fs::path BackupFolder::beginCopy()
 {
-    const fs::path folder = copiesFolder() / making;
+    fs::path folder = copiesFolder() / making;
     makeFolder(folder);
     return folder;
 }

@@ -34,7 +34,7 @@ std::string newestContent(Database& database)
 /// What both are to have, as far as they may have it.
 std::string commonIdentity(Database& database, const Archive& archive)
 {
-    const std::string ofDatabase = storedIdentity(database), ofArchive = archive.identity();
+    std::string ofDatabase = storedIdentity(database), ofArchive = archive.identity();
     const std::string newest = newestContent(database);
     if (!ofDatabase.empty() && !ofArchive.empty())
         refuse(archive, "The database and the archive belong to different vaults.");

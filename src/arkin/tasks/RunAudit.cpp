@@ -49,7 +49,7 @@ std::string templateText(const Variables& variables)
 /// Texts that many runs share are kept once.
 std::string keepText(Database& database, const std::string& text)
 {
-    const auto hash = hashOf(text);
+    auto hash = hashOf(text);
     int count = 0;
     database.session() << "SELECT COUNT(*) FROM task_texts WHERE hash = :hash", use(hash), into(count);
     if (count == 0) {

@@ -50,7 +50,7 @@ date::sys_seconds momentOf(const date::time_zone& zone, date::local_seconds want
 std::optional<std::int32_t> minuteOfDay(const std::string& text)
 {
     const auto colon = text.find(':');
-    if (colon == std::string::npos || colon > 2 || text.size() != colon + 3)
+    if (colon > 2 || text.size() != colon + 3)
         return {};
     const auto hour = numberUpTo(std::string_view(text).substr(0, colon), 23);
     const auto minute = numberUpTo(std::string_view(text).substr(colon + 1), 59);

@@ -43,6 +43,7 @@ public:
                 = whenThereIsRoom(m_context->vault, [&] { return addFiles(m_context->vault, m_requests); });
             m_requests.clear();
             std::vector<zn::ArkAddResult> rows;
+            rows.reserve(outcomes.size());
             for (const AddOutcome& outcome : outcomes)
                 rows.push_back({outcome.place.fileId, outcome.place.folderId, outcome.status, outcome.path});
             results = std::move(rows);

@@ -70,9 +70,6 @@ bool StatementParser::parseJumpStatement()
         parseResume(position);
         return true;
     case Word::End:
-        next();
-        emit(position, EndStep{});
-        return true;
     case Word::Stop:
         next();
         emit(position, EndStep{});

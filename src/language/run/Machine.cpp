@@ -11,7 +11,7 @@ namespace zn::language {
 namespace {
 
 // A macro's calls may take this much of the thread's stack, which is far below what a thread gets.
-constexpr std::ptrdiff_t stackBytes = 3 * 1024 * 1024;
+constexpr std::ptrdiff_t stackBytes = std::ptrdiff_t{3} * 1024 * 1024;
 
 /// Where the stack is now. A local variable's address won't do: a sanitizer may keep it elsewhere.
 const char* frame() { return static_cast<const char*>(__builtin_frame_address(0)); }

@@ -18,7 +18,7 @@ Text isoDate(double days)
         raise(error::typeMismatch);
     const auto two = [](int number) { return (number < 10 ? u"0" : u"") + numberText(number); };
     const Text date = numberText(time.year) + u"-" + two(time.month) + u"-" + two(time.day);
-    const Text clock = two(time.hour) + u":" + two(time.minute) + u":" + two(time.second);
+    Text clock = two(time.hour) + u":" + two(time.minute) + u":" + two(time.second);
     if (std::trunc(days) == 0)
         return clock;
     return days == std::trunc(days) ? date : date + u" " + clock;

@@ -402,7 +402,7 @@ Value applyUnary(Operator op, const Value& operand, OperatorRules rules)
 {
     if (operand.isArray())
         raise(error::typeMismatch);
-    const Value plain = plainValue(operand);
+    Value plain = plainValue(operand);
     if (isNull(plain))
         return plain;
     return op == Operator::Not ? invert(plain) : negate(plain, rules);

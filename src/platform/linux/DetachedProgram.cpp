@@ -73,6 +73,7 @@ Report readReports(int from)
 std::int32_t startDetached(const std::vector<std::string>& arguments, const std::filesystem::path& log)
 {
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments)
         pointers.push_back(const_cast<char*>(argument.c_str()));
     pointers.push_back(nullptr);

@@ -118,7 +118,7 @@ std::filesystem::path runtimeFolderOf(const std::filesystem::path& home, bool co
 std::filesystem::path cacheFolderOf(const std::filesystem::path& home, bool conventional)
 {
     const bool isShared = sharingOf(home) == Sharing::Group;
-    const std::filesystem::path beside = home / (isShared ? fmt::format("cache-{}", ::geteuid()) : "cache");
+    std::filesystem::path beside = home / (isShared ? fmt::format("cache-{}", ::geteuid()) : "cache");
     if (!conventional)
         return beside;
     if (const auto cache = fromEnvironment("XDG_CACHE_HOME"); cache.is_absolute())

@@ -73,7 +73,7 @@ std::filesystem::path findIgnoringCase(const std::filesystem::path& root, const 
 {
     if (relative.empty())
         return root;
-    const std::filesystem::path exact = root / relative;
+    std::filesystem::path exact = root / relative;
     if (isThere(exact))
         return exact;
     std::filesystem::path found = root;

@@ -72,7 +72,7 @@ void Application::forgetReports() { m_messages.clear(); }
 
 std::filesystem::path Application::newWorkFolder()
 {
-    const auto folder = m_surroundings.workFolder / std::to_string(++m_workFolders);
+    auto folder = m_surroundings.workFolder / std::to_string(++m_workFolders);
     std::filesystem::create_directories(folder);
     return folder;
 }

@@ -163,7 +163,7 @@ void Application::closeDocument(const ModelDocRef& document)
 {
     // A copy: the caller's reference may be the one in the list. It leaves the list first, so that a listener to its
     // end can't find and close it once more.
-    const ModelDocRef closing = document;
+    const ModelDocRef closing = document; // NOLINT(performance-unnecessary-copy-initialization)
     std::erase(m_documents, closing);
     if (m_active == closing)
         m_active = m_documents.empty() ? nullptr : m_documents.back();

@@ -32,7 +32,7 @@ Value ConfigurationManager::activeConfiguration(Arguments&)
 
 ModelDocRef requireOpen(const std::weak_ptr<ModelDoc>& document)
 {
-    const ModelDocRef open = document.lock();
+    ModelDocRef open = document.lock();
     if (!open)
         throw StatusError(zn::statusCode(0x80010114), "The document has been closed.");
     open->application();

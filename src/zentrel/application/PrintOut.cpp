@@ -128,7 +128,7 @@ zn::Printer printerFor(ModelDoc& document, const PrintRequest& request)
     return *std::move(printer);
 }
 
-void deliver(Application& application, const PrintRequest& request, const zn::Printer& printer, zn::PrintJob job)
+void deliver(Application& application, const PrintRequest& request, const zn::Printer& printer, const zn::PrintJob& job)
 {
     if (request.file.empty())
         application.surroundings().printers.print(printer.name, job);
@@ -141,7 +141,7 @@ std::vector<Item> print(ModelDoc& document, const PrintRequest& request)
     if (request.copies < 1 || request.copies > mostCopies)
         refuse(fmt::format("'{}' can't be printed {} times; the number of copies is 1 to {}.",
             zn::toUtf8(document.identity().title), request.copies, mostCopies));
-    const std::vector<Item> items = chosenItems(document, request);
+    std::vector<Item> items = chosenItems(document, request);
     const zn::Printer printer = request.file.empty() ? printerFor(document, request) : zn::Printer{};
     SheetPainter painter(document.machinePath(), tolerance);
     std::vector<PrintPage> pages;

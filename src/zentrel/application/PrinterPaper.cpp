@@ -10,7 +10,7 @@ namespace {
 constexpr std::int32_t userDefined = 256;
 
 struct PaperRow {
-    std::int32_t number;
+    std::int32_t number = 0;
     PrinterPaper paper;
     /// What the numbers of sheets' papers are taken from; the others are further papers of printers.
     std::optional<PaperSize> size;

@@ -84,7 +84,7 @@ public:
             open.pop_back();
             bool isUsed = false;
             for (Interface_EntityIterator users = m_graph->Sharings(next); users.More(); users.Next()) {
-                const Handle(Standard_Transient) user = users.Value();
+                const Handle(Standard_Transient)& user = users.Value();
                 const bool onward = isGeometry(user);
                 if (!onward && !isAid(user) && user->IsKind(STANDARD_TYPE(StepRepr_Representation)))
                     return true;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <fmt/format.h>
 
 namespace zn::zentrel {
@@ -126,7 +127,7 @@ std::string plyOf(const Model& model, const std::filesystem::path& file)
             bytes.add(lit.points[i]);
             bytes.add(lit.normals[i]);
             for (const float channel : lit.color)
-                bytes.addByte(static_cast<unsigned>(std::clamp(channel, 0.0F, 1.0F) * 255.0F + 0.5F));
+                bytes.addByte(static_cast<unsigned>(std::lround(std::clamp(channel, 0.0F, 1.0F) * 255.0F)));
         }
     });
     for (std::uint32_t i = 0; i < triangles.count(); ++i) {

@@ -10,7 +10,7 @@ namespace zn::zentrel {
 struct LitTriangle {
     std::array<gp_XYZ, 3> points;
     std::array<gp_XYZ, 3> normals; ///< of length 1; those of neighbours agree where the surface is smooth
-    std::array<float, 3> color;    ///< red, green and blue, from 0 to 1
+    std::array<float, 3> color{};  ///< red, green and blue, from 0 to 1
 };
 
 /// Gives each triangle, with its points as `placed` puts them. `scale` is pixels a unit there: triangles of less than

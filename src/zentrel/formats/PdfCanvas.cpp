@@ -14,7 +14,7 @@ constexpr double pointsPerMillimeter = 72.0 / 25.4;
 constexpr double dashes[] = {2.0, 1.0};
 
 struct Pen {
-    double width; // mm
+    double width = 0; // mm
     Color color;
 };
 

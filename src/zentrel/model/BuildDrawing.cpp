@@ -15,11 +15,11 @@ constexpr double titleHeight = 25.0;
 constexpr double gap = 10.0;
 
 struct StandardView {
-    const char16_t* name;
+    const char16_t* name = u"";
     gp_Dir direction;
     gp_Dir up;
-    int column; // from the left
-    int row;    // from below
+    int column = 0; // from the left
+    int row = 0;    // from below
 };
 
 const StandardView standardViews[] = {

@@ -35,7 +35,7 @@ GeometryFacts factsFrom(const Json& json) { return {json.at(0).get<std::size_t>(
 
 Geometry geometryFrom(const Json& json)
 {
-    const Geometry geometry = Geometry::unread(bytesFrom(json.at("bytes")));
+    Geometry geometry = Geometry::unread(bytesFrom(json.at("bytes")));
     geometry.tellFacts(factsFrom(json.at("facts")));
     return geometry;
 }

@@ -165,8 +165,8 @@ TEST_F(AddResults, TransferCardValuesBySourceKind)
         return values;
     };
     struct Case {
-        const char16_t* line;
-        const char* value;
+        const char16_t* line = u"";
+        const char* value = "";
         bool cadFile = true;
         std::int32_t version = 0;
     };

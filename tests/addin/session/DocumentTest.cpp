@@ -8,13 +8,13 @@ class DocumentTest : public SessionTest {
 protected:
     FakeRef named(const char* member, const char16_t* name)
     {
-        const auto object = std::make_shared<FakeObject>();
+        auto object = std::make_shared<FakeObject>();
         object->set(member, name);
         return object;
     }
     FakeRef document(std::int32_t type)
     {
-        const auto model = std::make_shared<FakeObject>();
+        auto model = std::make_shared<FakeObject>();
         model->set("GetType", type);
         model->set("GetPathName", u"Z:\\in\\source.zen");
         const auto manager = std::make_shared<FakeObject>();
@@ -160,7 +160,7 @@ TEST_F(DocumentTest, TellsPrintsByTheViewsOfADocument)
 TEST_F(DocumentTest, CorrectsDrawingsOfOldReleasesInRegressionModeBeforeASave)
 {
     const auto member = [](const char16_t* text1, const char16_t* text2) {
-        const auto object = std::make_shared<FakeObject>();
+        auto object = std::make_shared<FakeObject>();
         object->set("GetText1", text1);
         object->set("GetText2", text2);
         return object;

@@ -139,7 +139,7 @@ TEST_F(SessionTest, StopsAfterTheApplicationHasDied)
 
 TEST_F(SessionTest, ReplacesAnApplicationThatHasGrownOrServedLong)
 {
-    constexpr std::uint64_t mega = 1024 * 1024;
+    constexpr std::uint64_t mega = std::uint64_t{1024} * 1024;
     ASSERT_EQ(session.Start(), S_OK);
     const std::pair<std::uint64_t, bool> sizes[] = {
         {100 * mega, false}, // the first look is the baseline

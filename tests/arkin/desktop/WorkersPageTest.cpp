@@ -55,6 +55,8 @@ protected:
     {
         daily.tasks.startWorker = [this] { worker = std::thread([this] { work(); }); };
     }
+
+public:
     ~WorkersPageTest() override
     {
         interrupted = true;

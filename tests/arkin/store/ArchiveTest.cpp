@@ -129,7 +129,7 @@ TEST(Archive, LeftoversGoOnlyWhenNobodyWorks)
     EXPECT_EQ(contentsOf(archive), "");
     const std::string kept = "archive/removed/2018-03-05/" + std::string(hashOfAbc);
     EXPECT_EQ(readFile(folder / kept), "abc");
-    constexpr std::int64_t day = 24 * 60 * 60;
+    constexpr std::int64_t day = std::int64_t{24} * 60 * 60;
     EXPECT_EQ(archive.setAside(nothingIsNeeded, INT64_MAX, now + 30 * day)->deleted, 0);
     EXPECT_EQ(archive.setAside(nothingIsNeeded, INT64_MAX, now + 31 * day)->deleted, 1);
     EXPECT_FALSE(std::filesystem::exists(folder / kept));

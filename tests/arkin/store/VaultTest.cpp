@@ -35,7 +35,7 @@ std::string referencesOf(Vault& vault, std::int32_t fileId, std::int32_t version
 
 /// A vault that is sound after whatever was done to it.
 class VaultTest : public VaultFixture {
-protected:
+public:
     ~VaultTest() override { EXPECT_EQ(checkStore(test.store).problems, std::vector<std::string>()); }
 };
 

@@ -64,7 +64,7 @@ protected:
     std::string sentence(const zn::ArkSourceFile& file)
     {
         const auto claim = begin();
-        const auto run = claim.run();
+        const auto& run = claim.run();
         const auto said = UnchangedFiles(test.vault, files).sentences(run, {&file, 1}).at(0);
         end(claim);
         return zn::toUtf8(said);

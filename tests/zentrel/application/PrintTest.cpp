@@ -117,7 +117,7 @@ TEST_F(PrintTest, MakesCopiesPageByPageOrSetBySet)
     EXPECT_EQ(order("plots/Plan (2).pdf"), "FRFR");
     ASSERT_TRUE(print(drawing, {}, 999));
     constexpr std::uintmax_t bytesOfPage = 800; // what a page takes besides its content, which is larger
-    EXPECT_LT(std::filesystem::file_size(shop.file("plots/Plan (3).pdf")), 2 * 999 * bytesOfPage);
+    EXPECT_LT(std::filesystem::file_size(shop.file("plots/Plan (3).pdf")), bytesOfPage * 2 * 999);
 }
 
 TEST_F(PrintTest, KeepsWithinTheMargins)

@@ -130,7 +130,7 @@ TEST_F(Models, equalOnesMakeEqualPackets)
 {
     const auto packet = [](int filling) {
         // What lies between the values of a placement comes from wherever it is made.
-        alignas(gp_Trsf) std::array<unsigned char, sizeof(gp_Trsf)> storage;
+        alignas(gp_Trsf) std::array<unsigned char, sizeof(gp_Trsf)> storage{};
         std::memset(storage.data(), filling, storage.size());
         auto* placement = new (storage.data()) gp_Trsf;
         placement->SetTranslation(gp_Vec(1, 2, 3));

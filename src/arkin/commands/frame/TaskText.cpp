@@ -146,7 +146,7 @@ std::string countsText(const std::vector<RunFileResult>& results)
 std::string resultLine(Session& session, const RunFileResult& result)
 {
     const auto part = result.part.empty() ? "" : " (" + zn::toUtf8(result.part) + ")";
-    const auto source = session.shown(result.source) + part;
+    auto source = session.shown(result.source) + part;
     if (!result.sentence.empty())
         return source + ": " + zn::toUtf8(result.sentence);
     if (result.output.empty())

@@ -13,7 +13,7 @@ QString runStateText(const RunInfo& run, std::int64_t now)
     RunInfo whole = run;
     whole.outputsMissing = 0;
     const auto state = stateText(whole, now);
-    const auto words = QCoreApplication::translate("RunState", zn::toUtf8(state).c_str());
+    auto words = QCoreApplication::translate("RunState", zn::toUtf8(state).c_str());
     if (stateText(run, now) == state)
         return words;
     return own("%1, %2 of %3 failed").arg(words).arg(run.outputsMissing).arg(run.outputsExpected);

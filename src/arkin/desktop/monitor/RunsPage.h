@@ -57,14 +57,14 @@ private:
     const DailyHost& m_host;
     RunTable* m_table;
     RunChoice* m_choice;
-    QComboBox* m_task;
-    QComboBox* m_kind;
-    QComboBox* m_user;
-    QComboBox* m_since;
+    QComboBox* m_task = nullptr;
+    QComboBox* m_kind = nullptr;
+    QComboBox* m_user = nullptr;
+    QComboBox* m_since = nullptr;
     QToolBar* m_bar;
     QTreeView* m_list;
     RunPane* m_pane;
-    QAction* m_details;
+    QAction* m_details = nullptr;
     std::vector<AskAction> m_asks;
     std::int64_t m_turn = -1;
     std::vector<std::int32_t> m_watched; ///< runs of this user that hadn't ended

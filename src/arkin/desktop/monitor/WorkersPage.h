@@ -43,8 +43,8 @@ private:
     const DailyHost& m_host;
     QToolBar* m_bar;
     QTreeWidget* m_list;
-    QAction* m_start;
-    QAction* m_stop;
+    QAction* m_start = nullptr;
+    QAction* m_stop = nullptr;
     std::vector<WorkerInfo> m_workers; ///< in the order of the rows
     std::int64_t m_turn = -1;
     std::int64_t m_readAt = 0;

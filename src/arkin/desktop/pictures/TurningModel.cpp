@@ -157,7 +157,8 @@ QImage TurningModel::picture(const QQuaternion& look, double zoom, const QSize& 
     for (std::size_t i = 0; i < m_colors.size(); ++i)
         grid.draw(seen(m_corners[3 * i]), seen(m_corners[3 * i + 1]), seen(m_corners[3 * i + 2]), m_colors[i]);
     const std::vector<std::uint8_t> bytes = grid.shaded(factor);
-    return QImage(bytes.data(), size.width(), size.height(), 4 * size.width(), QImage::Format_ARGB32_Premultiplied)
+    return QImage(
+        bytes.data(), size.width(), size.height(), qsizetype{4} * size.width(), QImage::Format_ARGB32_Premultiplied)
         .copy();
 }
 

@@ -148,9 +148,9 @@ TEST_F(LaunchPage, ShowsEachRowThatIsOpen)
     openTask(TaskKind::Conversion);
     LaunchCase fixed{"", u"STL (*.stl)", 2, 4, 2, 4, 0, 0, parts, "", false};
     const struct {
-        const char16_t* variable;
+        const char16_t* variable = u"";
         std::optional<Value> value;
-        const char* picture;
+        const char* picture = "";
     } rows[] = {
         {u"PromptOutput", Value(true), "path"},
         {u"PromptOutput", std::nullopt, "path"},

@@ -236,7 +236,7 @@ TEST_F(PrintPages, RefuseAMarginThatIsNoNumber)
 TEST(Millimeters, AreReadAlikeInAllCountries)
 {
     const struct {
-        const char* text;
+        const char* text = "";
         std::optional<float> number;
     } rows[] = {{"12.5", 12.5F}, {" 12,5 ", 12.5F}, {"0", 0.0F}, {",5", 0.5F}, {"7.", 7.0F}, {"-1", -1.0F}, {"", {}},
         {" ", {}}, {",", {}}, {"1.000,5", {}}, {"1e3", {}}, {"0x10", {}}, {"inf", {}}, {"nan", {}}, {"12.5mm", {}},

@@ -79,7 +79,7 @@ private:
 
 TEST_F(ScriptPageTest, InstalledVersionsFollowTheProductsNames)
 {
-    const auto labels = [](std::vector<Text> names) {
+    const auto labels = [](const std::vector<Text>& names) {
         std::vector<std::string> out;
         for (const CadVersion& version : cadVersions(names))
             out.push_back(toUtf8(version.label) + "=" + std::to_string(version.year));
