@@ -21,6 +21,8 @@ public:
         take.option("--from", m_file, "JSON file with the task's variables");
         take.option("--file-limit", m_fileLimit, "Longest time for one file, such as 90s, 10m or 2h; 0 for none")
             .shownAs("TIME");
+        take.option("--identical", m_identical, "What an output makes that is as the vault has it")
+            .oneOf({"new-version", "no-version"});
         take.option("--set", m_settings, "VARIABLE=VALUE; wins over the file");
     }
 
@@ -45,6 +47,8 @@ private:
             request.file = readTaskFile(m_file, known);
         if (m_fileLimit)
             request.fileLimit = parseFileLimit(zn::toText(*m_fileLimit));
+        if (m_identical)
+            request.keepsIdentical = parseKeepsIdentical(zn::toText(*m_identical));
         for (const auto& setting : m_settings) {
             const auto [name, value] = splitAssignment(setting);
             request.settings[name] = parseVariable(name, value, known);
@@ -57,6 +61,7 @@ private:
     std::string m_kind = "script";
     std::string m_file;
     std::optional<std::string> m_fileLimit;
+    std::optional<std::string> m_identical;
     std::vector<std::string> m_settings;
 };
 

@@ -6,6 +6,8 @@
 #include "arkin/tasks/VariableRules.h"
 #include "contracts/host/ArkTask.h"
 
+#include <algorithm>
+#include <array>
 #include <iostream>
 
 namespace zn::arkin {
@@ -20,6 +22,8 @@ public:
         take.option("SETTING", m_settings, "VARIABLE=VALUE");
         take.option("--file-limit", m_fileLimit, "Longest time for one file, such as 90s, 10m or 2h; 0 for none")
             .shownAs("TIME");
+        take.option("--identical", m_identical, "What an output makes that is as the vault has it")
+            .oneOf({"new-version", "no-version"});
         take.option("--when-failed", m_whenFailed,
                 "Who is told of runs with failures: a command with its full path, mail:ADDRESS, or '' for nobody")
             .shownAs("WHOM");
@@ -28,12 +32,11 @@ public:
 
     int run(Session& session) override
     {
-        const int hostSettings = (m_fileLimit ? 1 : 0) + (m_whenFailed ? 1 : 0) + (m_whenEnded ? 1 : 0);
+        const auto hostSettings = static_cast<std::size_t>(
+            std::ranges::count_if(std::array{&m_fileLimit, &m_identical, &m_whenFailed, &m_whenEnded},
+                [](const auto* option) { return option->has_value(); }));
         if (m_settings.empty() && hostSettings == 0)
             throw zn::commandline::WrongUse("There is nothing to set: name a VARIABLE=VALUE or an option.");
-        std::optional<std::int32_t> fileLimit;
-        if (m_fileLimit)
-            fileLimit = parseFileLimit(zn::toText(*m_fileLimit));
         TaskStore tasks(session.store().database(), session.vault().info().id);
         auto task = tasks.get(zn::toText(m_name));
         const VariableRules rules(session.taskHost(), task.addIn);
@@ -45,27 +48,36 @@ public:
             task.variables[name] = parseVariable(name, value, rules.known());
         }
         rules.settle(task);
-        for (const auto& [wanted, notice] :
-            {std::pair(&m_whenFailed, &task.notices.failed), std::pair(&m_whenEnded, &task.notices.ended)}) {
-            if (!*wanted)
-                continue;
-            requireNotice(**wanted);
-            *notice = **wanted;
-        }
+        changeHostSettings(task.host);
         const auto user = zn::toText(session.vault().caller().user);
-        tasks.change(task.id, {task.variables, {}, user, session.platform().clock().now(), fileLimit, task.notices});
+        tasks.change(task.id, {task.variables, {}, user, session.platform().clock().now(), task.host});
         if (session.json())
-            printJson(
-                {{"task", zn::toUtf8(task.name)}, {"set", m_settings.size() + static_cast<std::size_t>(hostSettings)}});
+            printJson({{"task", zn::toUtf8(task.name)}, {"set", m_settings.size() + hostSettings}});
         else
             std::cout << "Task '" << zn::toUtf8(task.name) << "' is changed.\n";
         return commandDone;
     }
 
 private:
+    void changeHostSettings(HostSettings& host) const
+    {
+        if (m_fileLimit)
+            host.fileLimit = parseFileLimit(zn::toText(*m_fileLimit));
+        if (m_identical)
+            host.keepsIdentical = parseKeepsIdentical(zn::toText(*m_identical));
+        for (const auto& [wanted, notice] :
+            {std::pair(&m_whenFailed, &host.notices.failed), std::pair(&m_whenEnded, &host.notices.ended)}) {
+            if (!*wanted)
+                continue;
+            requireNotice(**wanted);
+            *notice = **wanted;
+        }
+    }
+
     std::string m_name;
     std::vector<std::string> m_settings;
     std::optional<std::string> m_fileLimit;
+    std::optional<std::string> m_identical;
     std::optional<std::string> m_whenFailed;
     std::optional<std::string> m_whenEnded;
 };

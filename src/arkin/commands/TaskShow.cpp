@@ -30,22 +30,26 @@ public:
             variables[zn::toUtf8(name)] = jsonValue(value);
             rows.push_back({zn::toUtf8(name), shortened(shownValue(value))});
         }
-        if (task.fileLimit > 0)
-            rows.push_back({"longest time for one file", zn::toUtf8(zn::durationText(task.fileLimit))});
-        if (!task.notices.failed.empty())
-            rows.push_back({"told of failures", task.notices.failed});
-        if (!task.notices.ended.empty())
-            rows.push_back({"told of every end", task.notices.ended});
+        if (task.host.fileLimit > 0)
+            rows.push_back({"longest time for one file", zn::toUtf8(zn::durationText(task.host.fileLimit))});
+        const char* const identical = task.host.keepsIdentical ? "no-version" : "new-version";
+        if (task.host.keepsIdentical)
+            rows.push_back({"outputs as the vault has them", identical});
+        if (!task.host.notices.failed.empty())
+            rows.push_back({"told of failures", task.host.notices.failed});
+        if (!task.host.notices.ended.empty())
+            rows.push_back({"told of every end", task.host.notices.ended});
         auto menu = Json::array();
         for (const auto& entry : task.menu) {
             menu.push_back({{"text", zn::toUtf8(entry.menuText)}, {"description", zn::toUtf8(entry.statusText)}});
             rows.push_back({"menu entry", zn::toUtf8(entry.menuText)});
         }
         if (session.json())
-            printJson({{"fileLimit", task.fileLimit}, {"whenFailed", task.notices.failed},
-                {"whenEnded", task.notices.ended}, {"task", zn::toUtf8(task.name)}, {"kind", kindWord(task.kind())},
-                {"addIn", zn::toUtf8(task.addIn)}, {"createdBy", zn::toUtf8(task.createdBy)},
-                {"created", jsonTime(task.createdAt)}, {"variables", variables}, {"menu", menu}});
+            printJson({{"fileLimit", task.host.fileLimit}, {"identical", identical},
+                {"whenFailed", task.host.notices.failed}, {"whenEnded", task.host.notices.ended},
+                {"task", zn::toUtf8(task.name)}, {"kind", kindWord(task.kind())}, {"addIn", zn::toUtf8(task.addIn)},
+                {"createdBy", zn::toUtf8(task.createdBy)}, {"created", jsonTime(task.createdAt)},
+                {"variables", variables}, {"menu", menu}});
         else
             printTable(rows, "The task has no variables.");
         return commandDone;

@@ -52,12 +52,16 @@ HostPage::HostPage(const TaskDefinition& task)
     : m_isLimited(new QCheckBox(own("&Give up a file after")))
     , m_number(new QSpinBox)
     , m_unit(new QComboBox)
-    , m_failed(makeEdit("whenFailed", task.notices.failed))
-    , m_ended(makeEdit("whenEnded", task.notices.ended))
+    , m_keepsIdentical(new QCheckBox(own("&No new version of an output that is as the vault has it")))
+    , m_failed(makeEdit("whenFailed", task.host.notices.failed))
+    , m_ended(makeEdit("whenEnded", task.host.notices.ended))
 {
     setObjectName("hostPage");
+    m_keepsIdentical->setObjectName("keepsIdentical");
+    m_keepsIdentical->setChecked(task.host.keepsIdentical);
     auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(makeLimit(task.fileLimit));
+    layout->addWidget(makeLimit(task.host.fileLimit));
+    layout->addWidget(makeVersions());
     layout->addWidget(makeNotices());
     layout->addStretch();
 }
@@ -93,6 +97,15 @@ QWidget* HostPage::makeLimit(std::int32_t seconds)
     return group;
 }
 
+QWidget* HostPage::makeVersions()
+{
+    auto* const group = new QGroupBox(own("Versions"));
+    auto* const column = new QVBoxLayout(group);
+    column->addWidget(m_keepsIdentical);
+    column->addWidget(makeHint(own("Its card and references are brought up to date all the same.")));
+    return group;
+}
+
 QWidget* HostPage::makeNotices()
 {
     auto* const group = new QGroupBox(own("Notices"));
@@ -121,14 +134,14 @@ bool HostPage::validate()
     return true;
 }
 
-std::int32_t HostPage::fileLimit() const
+HostSettings HostPage::settings() const
 {
-    return m_isLimited->isChecked() ? m_number->value() * unitSeconds[m_unit->currentIndex()] : 0;
-}
-
-Notices HostPage::notices() const
-{
-    return {m_failed->text().trimmed().toStdString(), m_ended->text().trimmed().toStdString()};
+    HostSettings settings;
+    if (m_isLimited->isChecked())
+        settings.fileLimit = m_number->value() * unitSeconds[m_unit->currentIndex()];
+    settings.keepsIdentical = m_keepsIdentical->isChecked();
+    settings.notices = {m_failed->text().trimmed().toStdString(), m_ended->text().trimmed().toStdString()};
+    return settings;
 }
 
 } // namespace zn::arkin

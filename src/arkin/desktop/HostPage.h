@@ -11,7 +11,8 @@ class QSpinBox;
 
 namespace zn::arkin {
 
-/// What the host itself keeps of a task: the longest time for one file, and who is told of a run's end.
+/// What the host itself keeps of a task: the longest time for one file, whether outputs that are as the vault has them
+/// make versions, and who is told of a run's end.
 class HostPage : public QWidget {
 public:
     explicit HostPage(const TaskDefinition& task);
@@ -19,16 +20,17 @@ public:
     /// Whether the settings can be stored. If not, the user has been told why, and the control in question has the
     /// page's focus.
     bool validate();
-    std::int32_t fileLimit() const;
-    Notices notices() const;
+    HostSettings settings() const;
 
 private:
     QWidget* makeLimit(std::int32_t seconds);
+    QWidget* makeVersions();
     QWidget* makeNotices();
 
     QCheckBox* m_isLimited;
     QSpinBox* m_number;
     QComboBox* m_unit;
+    QCheckBox* m_keepsIdentical;
     QLineEdit* m_failed;
     QLineEdit* m_ended;
 };

@@ -27,6 +27,10 @@ public:
     /// may have changed meanwhile. Raises what ended the waiting. Called before the copies are brought, outside of
     /// transactions.
     virtual bool keepLocalCopies(std::span<const LocalCopyUse> copies) = 0;
+    /// Whether a file whose content is that of its latest version makes no new one at a check-in.
+    virtual bool keepsIdentical() const = 0;
+    /// Such a file has been checked in: this version has its content, and by now its card and references.
+    virtual void noteIdentical(std::int32_t fileId, std::int32_t version) = 0;
     /// Waits a while for room on a full disk, of which `sentence` tells: a night's work is worth it. False if whoever
     /// carries the run out has been asked to stop.
     virtual bool awaitRoom(const std::string& sentence) = 0;

@@ -57,6 +57,8 @@ public:
         m_batch.publish();
         readOutlines();
         store();
+        for (const FileVersion& file : m_identical)
+            m_vault.actingRun()->noteIdentical(file.fileId, file.version);
         protectLocalCopies();
         std::vector<CheckedIn> versions;
         for (const Arrival& arrival : m_arrivals)
@@ -85,6 +87,7 @@ private:
     std::string m_comment;
     std::vector<Arrival> m_arrivals;
     std::vector<CheckedIn> m_repeated;
+    std::vector<FileVersion> m_identical; ///< of these, what the run wants no version of
     ArchiveBatch m_batch;
     std::vector<LeftOut>* m_leftOut;
 };
@@ -185,12 +188,12 @@ void CheckInWork::requireUnchangedCheckOuts()
     });
 }
 
-/// A worker may go away between the check-in and the end of its run. The one that carries the run out anew brings the
-/// same once more, which is no further version.
+/// Files that make no further version. A worker may go away between the check-in and the end of its run, and the one
+/// that carries the run out anew brings the same once more. And a run may want no version of what is as it was.
 void CheckInWork::takeOutRepeated()
 {
-    const std::int32_t run = m_vault.caller().run;
-    if (run == 0)
+    ActingRun* const run = m_vault.actingRun();
+    if (!run)
         return;
     std::vector<FileVersion> bases;
     for (const Arrival& arrival : m_arrivals)
@@ -199,12 +202,15 @@ void CheckInWork::takeOutRepeated()
     std::size_t i = 0;
     std::erase_if(m_arrivals, [&](const Arrival& arrival) {
         const auto& base = versions[i++];
-        if (!base || base->run != run || base->content != arrival.copy.content)
+        const bool isRepeated = base && base->run == run->id();
+        if (!base || base->content != arrival.copy.content || (!isRepeated && !run->keepsIdentical()))
             return false;
-        dropCheckOut(m_vault.database(), arrival.checkOut);
+        (isRepeated ? dropCheckOut : foldCheckOut)(m_vault.database(), arrival.checkOut);
         m_vault.local().record({&arrival.copy, 1});
         protect(arrival);
         m_repeated.push_back({{arrival.checkOut.fileId, base->version}, {}});
+        if (!isRepeated)
+            m_identical.push_back({arrival.checkOut.fileId, base->version});
         return true;
     });
 }

@@ -25,7 +25,8 @@ struct CheckedIn : FileVersion {
 
 /// Makes a version of each file from its local copy, with the card values and references that were written since, and
 /// gives the check-outs up; in one transaction, all or none, but for those that went to `leftOut` if it is given. The
-/// versions' numbers come in the order of the plan: the next one for each file, 1 for a file that was added. What
+/// versions' numbers come in the order of the plan: the next one for each file, 1 for a file that was added, and behind
+/// these the latest one of files that make none (see `ActingRun::keepsIdentical`). What
 /// documents say of themselves (see `Outlines`) is kept with the new versions. The local copies are read-only
 /// afterwards. A file's own failures are E_ARK_LOCAL_FILE_MISSING, E_ARK_PERMISSION_DENIED and, if the check-out was
 /// given up meanwhile, E_ARK_NOT_CHECKED_OUT. What the archive, the disk and the database raise concerns all and is

@@ -82,6 +82,22 @@ void dropCheckOut(Database& database, const CheckOutRow& row)
             soci::use(version);
 }
 
+void foldCheckOut(Database& database, const CheckOutRow& row)
+{
+    soci::session& session = database.session();
+    const std::int32_t version = row.versionToCome();
+    session << "DELETE FROM check_outs WHERE file_id = :f", soci::use(row.fileId);
+    for (const auto& [table, isOpen] :
+        {std::pair("card_values", row.cardOpen), std::pair("file_references", row.referencesOpen)}) {
+        if (!isOpen)
+            continue;
+        session << "DELETE FROM " << table << " WHERE file_id = :f AND version = :b", soci::use(row.fileId),
+            soci::use(row.baseVersion);
+        session << "UPDATE " << table << " SET version = :b WHERE file_id = :f AND version = :v",
+            soci::use(row.baseVersion), soci::use(row.fileId), soci::use(version);
+    }
+}
+
 void checkOut(Vault& vault, const Place& place)
 {
     vault.permissions().refresh();

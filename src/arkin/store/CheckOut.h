@@ -30,6 +30,9 @@ void putBackCopies(Vault& vault);
 CheckOutRow requireMine(Vault& vault, std::int32_t fileId);
 /// Ends a check-out with what was written to card and references since. Inside a transaction.
 void dropCheckOut(Database& database, const CheckOutRow& row);
+/// Ends a check-out whose content is that of the version it began with: what was written to card and references since
+/// becomes that version's. Inside a transaction.
+void foldCheckOut(Database& database, const CheckOutRow& row);
 /// Inside a transaction that has seen that nobody has the file checked out.
 void insertCheckOut(Vault& vault, const Place& place, std::int32_t baseVersion);
 /// The failure of a file that somebody else has.

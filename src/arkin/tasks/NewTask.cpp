@@ -10,7 +10,8 @@ TaskDefinition startTask(const TaskRequest& request)
 {
     TaskDefinition task;
     task.name = request.name;
-    task.fileLimit = request.fileLimit.value_or(request.file.fileLimit.value_or(0));
+    task.host.fileLimit = request.fileLimit.value_or(request.file.fileLimit.value_or(0));
+    task.host.keepsIdentical = request.keepsIdentical.value_or(request.file.keepsIdentical.value_or(false));
     if (request.file.menuDisplay)
         task.variables[zn::Text(zn::menuDisplayVariable)] = Value(*request.file.menuDisplay);
     task.variables[zn::Text(zn::scriptVariable)] = Value(request.script);

@@ -12,6 +12,7 @@ struct TaskRequest {
     Variables settings;                    ///< they win over the file's variables
     zn::Text script;                       ///< the macro template
     std::optional<std::int32_t> fileLimit; ///< wins over the file's
+    std::optional<bool> keepsIdentical;    ///< likewise
 };
 
 /// The definition with which the pages of the new task are opened: kind, script, and what the request gives.

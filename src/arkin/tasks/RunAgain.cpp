@@ -40,7 +40,8 @@ TaskDefinition taskOfRun(const RunInfo& run, const Variables& settings, const Ru
     TaskDefinition task;
     task.name = run.taskName;
     task.addIn = run.addIn;
-    task.fileLimit = run.fileLimit;
+    task.host.fileLimit = run.fileLimit;
+    task.host.keepsIdentical = run.keepsIdentical;
     task.variables = settings;
     for (const zn::Text& asked : audit.asked)
         task.variables.erase(asked);
@@ -85,7 +86,7 @@ void settleFiles(const TaskHost& host, const TaskDefinition& task, NewRun& run, 
 zn::ArkSelection selectionAgain(const TaskHost& host, const RunInfo& run, bool onlyFailed)
 {
     RunStore runs(host.database, host.vaultId);
-    const auto selected = runs.selection(run.id);
+    auto selected = runs.selection(run.id);
     if (!onlyFailed)
         return selected;
     if (!run.ended())

@@ -40,7 +40,7 @@ public:
     void addMessage(zn::TextView path, zn::TextView sentence) const;
     void writeOutputs(std::int32_t expected, std::int32_t missing) const;
     /// Replaces what was written before.
-    void writeResults(const std::vector<zn::ArkFileResult>& results) const;
+    void writeResults(const std::vector<zn::ArkFileResult>& results, const VersionsByFile& identical = {}) const;
     // RunAudit.cpp has these.
     void writeAddIn(const zn::ArkAddInInfo& addIn) const;
     void writeApplication(const zn::ArkApplication& application) const;

@@ -195,7 +195,7 @@ Status RunInstance::SetOutputs(std::int32_t expected, std::int32_t missing)
 Status RunInstance::SetFileResults(const std::vector<zn::ArkFileResult>& results)
 {
     try {
-        m_room.patiently([&] { m_claim.writeResults(results); });
+        m_room.patiently([&] { m_claim.writeResults(results, m_paths.identical()); });
         return zn::S_OK;
     } catch (...) {
         return failed();

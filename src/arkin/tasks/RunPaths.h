@@ -32,6 +32,11 @@ public:
     /// Raises `StatusError` E_ARK_RUNS_CROSS, E_ABORT when the run was cancelled meanwhile, E_ARK_RUN_TAKEN_OVER.
     bool keepLocalCopies(std::span<const LocalCopyUse> copies) override;
 
+    bool keepsIdentical() const override { return m_claim.run().keepsIdentical; }
+    void noteIdentical(std::int32_t fileId, std::int32_t version) override { m_identical[fileId] = version; }
+    /// The files that check-ins have left in the version that they had.
+    const VersionsByFile& identical() const { return m_identical; }
+
     bool awaitRoom(const std::string& sentence) override { return m_room.await(sentence); }
 
     /// What the run is going to write; kept with the next local copies.
@@ -54,6 +59,7 @@ private:
     RoomWait& m_room;
     WaitWatcher m_watcher;
     std::vector<KeptPath> m_announced;
+    VersionsByFile m_identical;
     PathIndex m_kept{{}}; ///< the outputs that were announced and are this run's by now
     std::int32_t m_rows = 0;
 };

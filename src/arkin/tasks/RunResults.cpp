@@ -11,7 +11,19 @@ namespace zn::arkin {
 using soci::into;
 using soci::use;
 
-void RunClaim::writeResults(const std::vector<zn::ArkFileResult>& results) const
+namespace {
+
+zn::ArkFileResult unchanged(zn::ArkFileResult result, std::int32_t version)
+{
+    result.outcome = zn::FileOutcome::Unchanged;
+    if (result.sentence.empty())
+        result.sentence = u"It is the same as version " + zn::numberText(version) + u", so no version was made.";
+    return result;
+}
+
+} // namespace
+
+void RunClaim::writeResults(const std::vector<zn::ArkFileResult>& results, const VersionsByFile& identical) const
 {
     Transaction transaction(m_store->database());
     requireHeld();
@@ -19,18 +31,22 @@ void RunClaim::writeResults(const std::vector<zn::ArkFileResult>& results) const
     const std::int32_t run = m_run.id;
     session << "DELETE FROM task_run_results WHERE run_id = :id", use(run);
     std::string source, part, output, sentence;
-    std::int32_t position = 0, outcome = 0;
+    std::int32_t position = 0, outcome = 0, kept = 0;
     long long milliseconds = 0;
     zn::ArkFileResult row;
     soci::statement insert = (session.prepare
             << "INSERT INTO task_run_results (run_id, position, source_path, source_id, source_version, part, "
                "output_path, output_id, output_version, outcome, sentence, milliseconds) VALUES (:run, :position, "
                ":source, :source_id, :source_version, :part, :output, :output_id, COALESCE((SELECT MAX(version) FROM "
-               "versions WHERE file_id = :same_id AND run_id = :same_run), 0), :outcome, :sentence, :milliseconds)",
+               "versions WHERE file_id = :same_id AND run_id = :same_run), :kept), :outcome, :sentence, :milliseconds)",
         use(run), use(position), use(source), use(row.sourceId), use(row.sourceVersion), use(part), use(output),
-        use(row.outputId), use(row.outputId), use(run), use(outcome), use(sentence), use(milliseconds));
+        use(row.outputId), use(row.outputId), use(run), use(kept), use(outcome), use(sentence), use(milliseconds));
     for (const auto& result : results) {
         row = result;
+        const auto found = identical.find(row.outputId);
+        kept = found == identical.end() ? 0 : found->second;
+        if (kept != 0 && row.outcome <= zn::FileOutcome::Replaced)
+            row = unchanged(std::move(row), kept);
         source = toUtf8(row.source);
         part = toUtf8(row.part);
         output = toUtf8(row.output);
@@ -85,7 +101,7 @@ zn::Text outcomeText(zn::FileOutcome outcome)
     return u"outcome " + zn::numberText(static_cast<std::int32_t>(outcome));
 }
 
-std::unordered_map<std::int32_t, std::int32_t> RunStore::versionsWithOutputs(zn::TextView taskName)
+VersionsByFile RunStore::versionsWithOutputs(zn::TextView taskName)
 {
     const std::string name = zn::toUtf8(taskName);
     const auto unchanged = static_cast<std::int32_t>(zn::FileOutcome::Unchanged); // the last of the good ones
@@ -95,7 +111,7 @@ std::unordered_map<std::int32_t, std::int32_t> RunStore::versionsWithOutputs(zn:
                "WHERE r.vault_id = :vault AND r.task_name = :task AND x.outcome <= :good GROUP BY x.source_id",
         use(m_vaultId), use(name), use(unchanged), into(file), into(version));
     select.execute();
-    std::unordered_map<std::int32_t, std::int32_t> versions;
+    VersionsByFile versions;
     while (select.fetch())
         versions[file] = version;
     return versions;

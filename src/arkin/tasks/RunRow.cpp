@@ -28,6 +28,7 @@ void type_conversion<zn::arkin::RunInfo>::from_base(const values& row, indicator
     run.outputsExpected = row.get<int>("outputs_expected");
     run.outputsMissing = row.get<int>("outputs_missing");
     run.fileLimit = row.get<int>("file_limit");
+    run.keepsIdentical = row.get<int>("keeps_identical") != 0;
     run.onlyChanged = row.get<int>("only_changed") != 0;
 }
 

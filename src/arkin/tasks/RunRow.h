@@ -10,7 +10,8 @@ namespace zn::arkin {
 inline constexpr const char* selectRuns
     = "SELECT id, guid, task_name, add_in, user_name, state, claim, owner_host, owner_process, owner_mark, "
       "heartbeat_at, progress_total, progress_position, progress_text, result_code, result_text, launched_at, "
-      "started_at, ended_at, outputs_expected, outputs_missing, file_limit, launch_note, only_changed FROM task_runs "
+      "started_at, ended_at, outputs_expected, outputs_missing, file_limit, launch_note, only_changed, "
+      "keeps_identical FROM task_runs "
       "WHERE ";
 
 } // namespace zn::arkin

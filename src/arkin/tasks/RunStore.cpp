@@ -66,16 +66,18 @@ std::int32_t RunStore::enqueue(const TaskDefinition& task, const NewRun& run, st
     const auto user = toUtf8(run.userName);
     const auto at = static_cast<long long>(now);
     const auto queued = static_cast<std::int32_t>(zn::TaskRunState::Queued);
-    const std::int32_t isTold = task.notices.any() ? 1 : 0;
+    const std::int32_t isTold = task.host.notices.any() ? 1 : 0;
+    const std::int32_t keepsIdentical = task.host.keepsIdentical ? 1 : 0;
     const std::int32_t isOnlyChanged = run.onlyChanged ? 1 : 0;
     m_database.session() << "INSERT INTO task_runs (id, vault_id, guid, task_name, add_in, user_name, state, claim, "
                             "owner_host, owner_process, owner_mark, heartbeat_at, progress_total, progress_position, "
                             "progress_text, result_code, result_text, launched_at, started_at, ended_at, file_limit, "
-                            "notice_failed, notice_ended, notice_due, only_changed) "
+                            "notice_failed, notice_ended, notice_due, only_changed, keeps_identical) "
                             "VALUES (:id, :vault, :guid, :name, :addin, :user, :state, 0, '', 0, 0, 0, 0, 0, '', 0, "
-                            "'', :at, 0, 0, :limit, :failed, :ended, :told, :changed)",
-        use(id), use(m_vaultId), use(guid), use(name), use(addIn), use(user), use(queued), use(at), use(task.fileLimit),
-        use(task.notices.failed), use(task.notices.ended), use(isTold), use(isOnlyChanged);
+                            "'', :at, 0, 0, :limit, :failed, :ended, :told, :changed, :identical)",
+        use(id), use(m_vaultId), use(guid), use(name), use(addIn), use(user), use(queued), use(at),
+        use(task.host.fileLimit), use(task.host.notices.failed), use(task.host.notices.ended), use(isTold),
+        use(isOnlyChanged), use(keepsIdentical);
     auto inherited = task.variables;
     for (const auto& own : run.ownVariables)
         inherited.erase(own.first);
@@ -98,7 +100,7 @@ std::int32_t RunStore::storeFailed(
     const auto at = static_cast<long long>(now);
     const auto state = static_cast<std::int32_t>(zn::TaskRunState::FinishedWithErrors);
     const auto code = static_cast<std::int32_t>(zn::E_ABORT);
-    const std::int32_t isTold = task.notices.any() ? 1 : 0;
+    const std::int32_t isTold = task.host.notices.any() ? 1 : 0;
     m_database.session() << "INSERT INTO task_runs (id, vault_id, guid, task_name, add_in, user_name, state, claim, "
                             "owner_host, owner_process, owner_mark, heartbeat_at, progress_total, progress_position, "
                             "progress_text, result_code, result_text, launched_at, started_at, ended_at, "
@@ -106,7 +108,7 @@ std::int32_t RunStore::storeFailed(
                             "VALUES (:id, :vault, :guid, :name, '', :user, :state, 0, '', 0, 0, 0, 0, 0, '', :code, "
                             ":text, :at, 0, :ended_at, :failed, :ended, :told)",
         use(id), use(m_vaultId), use(guid), use(name), use(user), use(state), use(code), use(sentence), use(at),
-        use(at), use(task.notices.failed), use(task.notices.ended), use(isTold);
+        use(at), use(task.host.notices.failed), use(task.host.notices.ended), use(isTold);
     writeLaunch(m_database, id, task, run, now);
     return id;
 }

@@ -9,6 +9,9 @@
 
 namespace zn::arkin {
 
+/// Versions of files, by the files' numbers.
+using VersionsByFile = std::unordered_map<std::int32_t, std::int32_t>;
+
 /// One run of a task as the database has it. Times are Unix seconds, 0 for not yet.
 struct RunInfo {
     std::int32_t id = 0;
@@ -32,6 +35,7 @@ struct RunInfo {
     std::int32_t outputsExpected = 0; ///< as its add-in counts them; 0 if it doesn't
     std::int32_t outputsMissing = 0;  ///< of these, what isn't where it belongs
     bool onlyChanged = false;         ///< files are left out that an earlier run has done already
+    bool keepsIdentical = false;      ///< an output that is as its latest version has it makes no new one
     std::int32_t fileLimit = 0;       ///< longest time for one file in seconds, 0 for none
 
     bool ended() const;
@@ -125,7 +129,7 @@ public:
 
     /// The files of which a run of the task has made an output, or found it as it should be, with the newest version of
     /// each for which that holds.
-    std::unordered_map<std::int32_t, std::int32_t> versionsWithOutputs(zn::TextView taskName);
+    VersionsByFile versionsWithOutputs(zn::TextView taskName);
     /// The runs that read the file or made it, the newest first; each once for each way and outcome.
     std::vector<RunOfFile> runsOf(std::int32_t fileId);
 

@@ -194,12 +194,14 @@ TaskFile parseTaskFile(std::string_view text, const KnownVariables& known)
             file.script = toUtf8(textMember(value, "script"));
         } else if (name == "fileLimit") {
             file.fileLimit = parseFileLimit(textMember(value, "fileLimit"));
+        } else if (name == "identical") {
+            file.keepsIdentical = parseKeepsIdentical(textMember(value, "identical"));
         } else if (name == "menu") {
             readMenu(value, file);
         } else {
             refuse("A task file has no member '" + shown(name)
                 + "'; it takes 'variables', 'script', "
-                  "'fileLimit' and 'menu'.");
+                  "'fileLimit', 'identical' and 'menu'.");
         }
     }
     return file;
@@ -211,6 +213,14 @@ std::int32_t parseFileLimit(TextView text)
         return *seconds;
     refuse("The longest time for one file is a time such as 90s, 10m or 2h, 30 days at most, or 0 for none, not '"
         + shown(toUtf8(text)) + "'.");
+}
+
+bool parseKeepsIdentical(TextView text)
+{
+    if (text == u"no-version" || text == u"new-version")
+        return text == u"no-version";
+    refuse("An output that is as the vault has it makes a 'new-version' or 'no-version', not '" + shown(toUtf8(text))
+        + "'.");
 }
 
 Value parseVariable(TextView name, TextView text, const KnownVariables& known)

@@ -14,6 +14,7 @@ namespace zn::arkin {
 ///                    "FileCardData": ["Description;100;Title", "Note;8;made by a task"] },
 ///     "script": "MyMacro.bas",
 ///     "fileLimit": "10m",
+///     "identical": "no-version",
 ///     "menu": { "display": true, "text": "Convert to STL", "description": "…" } }
 ///
 /// All members may be missing. A text variable takes a string, or an array of strings: lines, each ended by a line
@@ -22,6 +23,7 @@ struct TaskFile {
     Variables variables;
     std::filesystem::path script;          ///< empty for none
     std::optional<std::int32_t> fileLimit; ///< longest time for one file in seconds, 0 for none
+    std::optional<bool> keepsIdentical;    ///< an output that is as its latest version has it makes no new one
     std::optional<bool> menuDisplay;
     std::optional<zn::Text> menuText;
     std::optional<zn::Text> menuDescription;
@@ -40,5 +42,9 @@ zn::Value parseVariable(zn::TextView name, zn::TextView text, const KnownVariabl
 
 /// The longest time for one file in seconds from "90s", "10m", "2h", or "0" for none. Raises like `parseTaskFile`.
 std::int32_t parseFileLimit(zn::TextView text);
+
+/// Whether an output that is as its latest version has it makes no new one: "no-version", or "new-version". Raises like
+/// `parseTaskFile`.
+bool parseKeepsIdentical(zn::TextView text);
 
 } // namespace zn::arkin

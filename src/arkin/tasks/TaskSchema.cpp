@@ -123,8 +123,8 @@ const char* const fileLimitStep[] = {
     "ALTER TABLE task_runs ADD COLUMN file_limit INTEGER NOT NULL DEFAULT 0",
 };
 
-// What became of each output. `outcome` is a `FileOutcome`; the output's version is that of this run, 0 outside the
-// vault.
+// What became of each output. `outcome` is a `FileOutcome`; the output's version is the one that this run made, or
+// left as it was; 0 outside the vault.
 const char* const resultsStep[] = {
     R"(CREATE TABLE task_run_results (
         run_id INTEGER NOT NULL REFERENCES task_runs (id),
@@ -161,9 +161,9 @@ const char* const auditStep[] = {
         settings_hash VARCHAR(64) NOT NULL,
         asked TEXT NOT NULL,
         again_of INTEGER NOT NULL))",
-    "INSERT INTO task_run_audits (run_id, guid, task_name, user_name, machine, process, launched_at, template_hash, "
-    "settings_hash, asked, again_of) SELECT id, guid, task_name, user_name, '', 0, launched_at, '', '', '', 0 "
-    "FROM task_runs",
+    R"(INSERT INTO task_run_audits (run_id, guid, task_name, user_name, machine, process, launched_at, template_hash,
+        settings_hash, asked, again_of) SELECT id, guid, task_name, user_name, '', 0, launched_at, '', '', '', 0
+        FROM task_runs)",
     R"(CREATE TABLE task_run_works (
         run_id INTEGER NOT NULL REFERENCES task_runs (id),
         claim INTEGER NOT NULL,
@@ -239,6 +239,12 @@ const char* const onlyChangedStep[] = {
     "ALTER TABLE task_schedules ADD COLUMN only_changed INTEGER NOT NULL DEFAULT 0",
 };
 
+// Outputs that are as their latest versions have them make no new ones; a run has that of its launch.
+const char* const identicalStep[] = {
+    "ALTER TABLE tasks ADD COLUMN keeps_identical INTEGER NOT NULL DEFAULT 0",
+    "ALTER TABLE task_runs ADD COLUMN keeps_identical INTEGER NOT NULL DEFAULT 0",
+};
+
 // Processes that take runs, from their start to their end; those that end otherwise leave their row behind. Signs of
 // life are written outside the writers' turns, so that who watches for changes isn't woken by them.
 const char* const workersStep[] = {
@@ -267,6 +273,7 @@ const SchemaStep steps[] = {
     {resultsByFileStep},
     {onlyChangedStep},
     {workersStep},
+    {identicalStep},
 };
 
 } // namespace

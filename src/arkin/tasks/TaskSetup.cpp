@@ -75,10 +75,9 @@ void TaskSetup::cancel()
     send(zn::TaskCmdSetupButton, cmd, "isn't changed, but its add-in reports a failure");
 }
 
-void TaskSetup::setHostSettings(std::int32_t fileLimit, const Notices& notices)
+void TaskSetup::setHostSettings(const HostSettings& settings)
 {
-    m_fileLimit = fileLimit == task().fileLimit ? std::nullopt : std::optional(fileLimit);
-    m_notices = notices == task().notices ? std::nullopt : std::optional(notices);
+    m_hostSettings = settings == task().host ? std::nullopt : std::optional(settings);
 }
 
 std::optional<TaskConflict> TaskSetup::store(bool replaceOthers)
@@ -86,8 +85,7 @@ std::optional<TaskConflict> TaskSetup::store(bool replaceOthers)
     auto change = m_properties->change();
     change.user = m_host.userName;
     change.at = m_host.clock.now();
-    change.fileLimit = m_fileLimit;
-    change.notices = m_notices;
+    change.host = m_hostSettings;
     const auto revision = replaceOthers ? std::nullopt : std::optional(task().revision);
     return TaskStore(m_host.database, m_host.vaultId).change(task().id, change, revision);
 }

@@ -32,7 +32,7 @@ public:
     /// As it is with all that the pages wrote.
     const TaskDefinition& task() const { return m_properties->task(); }
     /// What the host itself keeps of the task, for `store`.
-    void setHostSettings(std::int32_t fileLimit, const Notices& notices);
+    void setHostSettings(const HostSettings& settings);
     /// Puts what was written into the database, all or nothing. If somebody else has changed the task since it was
     /// read, nothing is written and that change is returned, unless `replaceOthers`.
     std::optional<TaskConflict> store(bool replaceOthers);
@@ -50,8 +50,7 @@ private:
     std::shared_ptr<TaskProperties> m_properties;
     std::int32_t m_window = 0;
     bool m_attended = true;
-    std::optional<std::int32_t> m_fileLimit; ///< of these two, what is another than in the task
-    std::optional<Notices> m_notices;
+    std::optional<HostSettings> m_hostSettings; ///< if they are other ones than the task's
     zn::Text m_unspoken;
 };
 

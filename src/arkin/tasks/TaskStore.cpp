@@ -47,16 +47,22 @@ std::int32_t TaskStore::create(const TaskDefinition& task)
     const auto addIn = toUtf8(task.addIn);
     const auto user = toUtf8(task.createdBy);
     const auto created = static_cast<long long>(task.createdAt);
-    m_database.session()
-        << "INSERT INTO tasks (id, vault_id, name, name_key, add_in, created_by, created_at, file_limit, "
-           "notice_failed, "
-           "notice_ended) VALUES (:id, :vault, :name, :key, :addin, :user, :at, :limit, :failed, :ended)",
-        use(id), use(m_vaultId), use(name), use(key), use(addIn), use(user), use(created), use(task.fileLimit),
-        use(task.notices.failed), use(task.notices.ended);
+    m_database.session() << "INSERT INTO tasks (id, vault_id, name, name_key, add_in, created_by, created_at) "
+                            "VALUES (:id, :vault, :name, :key, :addin, :user, :at)",
+        use(id), use(m_vaultId), use(name), use(key), use(addIn), use(user), use(created);
+    writeHostSettings(id, task.host);
     writeVariables(id, task.variables);
     writeMenu(id, task.menu);
     transaction.commit();
     return id;
+}
+
+void TaskStore::writeHostSettings(std::int32_t taskId, const HostSettings& host)
+{
+    const std::int32_t keepsIdentical = host.keepsIdentical ? 1 : 0;
+    m_database.session() << "UPDATE tasks SET file_limit = :limit, keeps_identical = :identical, "
+                            "notice_failed = :failed, notice_ended = :ended WHERE id = :id",
+        use(host.fileLimit), use(keepsIdentical), use(host.notices.failed), use(host.notices.ended), use(taskId);
 }
 
 std::optional<TaskDefinition> TaskStore::find(TextView name)
@@ -65,12 +71,14 @@ std::optional<TaskDefinition> TaskStore::find(TextView name)
     const auto key = toUtf8(zn::foldCase(name));
     std::string foundName, addIn, user, changedBy;
     long long created = 0, changed = 0;
+    std::int32_t keepsIdentical = 0;
     m_database.session()
         << "SELECT id, name, add_in, created_by, created_at, revision, changed_by, changed_at, "
-           "file_limit, notice_failed, notice_ended FROM tasks WHERE vault_id = :vault AND name_key = :key",
+           "file_limit, keeps_identical, notice_failed, notice_ended FROM tasks WHERE vault_id = :vault AND "
+           "name_key = :key",
         use(m_vaultId), use(key), into(task.id), into(foundName), into(addIn), into(user), into(created),
-        into(task.revision), into(changedBy), into(changed), into(task.fileLimit), into(task.notices.failed),
-        into(task.notices.ended);
+        into(task.revision), into(changedBy), into(changed), into(task.host.fileLimit), into(keepsIdentical),
+        into(task.host.notices.failed), into(task.host.notices.ended);
     if (!m_database.session().got_data())
         return {};
     task.name = toText(foundName);
@@ -78,6 +86,7 @@ std::optional<TaskDefinition> TaskStore::find(TextView name)
     task.createdBy = toText(user);
     task.createdAt = created;
     task.changedBy = toText(changedBy);
+    task.host.keepsIdentical = keepsIdentical != 0;
     task.changedAt = changed;
     task.variables = readVariables(task.id);
     task.menu = readMenu(task.id);
@@ -138,11 +147,8 @@ std::optional<TaskConflict> TaskStore::change(
     writeVariables(taskId, change.variables);
     if (change.menu)
         writeMenu(taskId, *change.menu);
-    if (change.fileLimit)
-        session << "UPDATE tasks SET file_limit = :limit WHERE id = :id", use(*change.fileLimit), use(taskId);
-    if (change.notices)
-        session << "UPDATE tasks SET notice_failed = :failed, notice_ended = :ended WHERE id = :id",
-            use(change.notices->failed), use(change.notices->ended), use(taskId);
+    if (change.host)
+        writeHostSettings(taskId, *change.host);
     user = toUtf8(change.user);
     at = change.at;
     session << "UPDATE tasks SET revision = revision + 1, changed_by = :user, changed_at = :at WHERE id = :id",

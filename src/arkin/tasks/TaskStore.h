@@ -34,6 +34,14 @@ struct Notices {
     bool operator==(const Notices&) const = default;
 };
 
+/// What the host itself keeps of a task. A run has what its task had at the launch.
+struct HostSettings {
+    std::int32_t fileLimit = 0;  ///< longest time for one file in seconds, 0 for none
+    bool keepsIdentical = false; ///< an output that is as its latest version has it makes no new one
+    Notices notices;
+    bool operator==(const HostSettings&) const = default;
+};
+
 struct TaskDefinition {
     std::int32_t id = 0;
     zn::Text name;
@@ -43,8 +51,7 @@ struct TaskDefinition {
     std::int32_t revision = 0; ///< how often it was changed
     zn::Text changedBy;        ///< empty before the first change
     std::int64_t changedAt = 0;
-    std::int32_t fileLimit = 0; ///< longest time for one file in seconds, 0 for none
-    Notices notices;
+    HostSettings host;
     Variables variables;
     std::vector<MenuEntry> menu;
 
@@ -58,8 +65,7 @@ struct TaskChange {
     std::optional<std::vector<MenuEntry>> menu; ///< replaces all entries
     zn::Text user;
     std::int64_t at = 0;
-    std::optional<std::int32_t> fileLimit{};
-    std::optional<Notices> notices{};
+    std::optional<HostSettings> host{};
 };
 
 /// The last change of a definition that somebody else made in the meantime.
@@ -98,6 +104,7 @@ public:
     std::int32_t vaultId() const { return m_vaultId; }
 
 private:
+    void writeHostSettings(std::int32_t taskId, const HostSettings& host);
     void writeVariables(std::int32_t taskId, const Variables& variables);
     void writeMenu(std::int32_t taskId, const std::vector<MenuEntry>& entries);
     Variables readVariables(std::int32_t taskId);

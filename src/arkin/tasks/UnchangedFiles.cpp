@@ -92,7 +92,8 @@ private:
         const std::string task = zn::toUtf8(m_run.taskName);
         const std::int32_t vaultId = m_vault.info().id;
         m_session << "SELECT COALESCE(MAX(r.run_id), 0) FROM task_run_results r JOIN task_runs t ON t.id = r.run_id "
-                     "WHERE r.source_id = :f AND r.outcome <> :u AND t.task_name = :n AND t.vault_id = :v "
+                     "WHERE r.source_id = :f AND (r.outcome <> :u OR r.output_version <> 0) AND t.task_name = :n AND "
+                     "t.vault_id = :v "
                      "AND r.run_id <> :i",
             use(file.fileId), use(unchanged), use(task), use(vaultId), use(m_run.id), into(earlier.runId);
         if (earlier.runId == 0 || !of(earlier.runId).isLike(m_now) || !wasAsked(earlier.runId, file))
@@ -130,7 +131,7 @@ private:
             outputs.push_back(row);
         const bool areGood = std::all_of(outputs.begin(), outputs.end(), [&](const Output& output) {
             const auto outcome = static_cast<zn::FileOutcome>(output.outcome);
-            const bool isMade = outcome == zn::FileOutcome::Made || outcome == zn::FileOutcome::Replaced;
+            const bool isMade = outcome <= zn::FileOutcome::Unchanged; // as the run found it, if it wanted no version
             return isMade && output.sourceVersion == file.version && isThere(output.id, output.version, output.path);
         });
         return areGood ? outputs.size() : 0;

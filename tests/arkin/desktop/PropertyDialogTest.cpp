@@ -196,8 +196,8 @@ TEST_F(PropertyDialogTest, TheHostsOwnSettingsAreStoredWithThePages)
         opened.pressOk();
         EXPECT_EQ(opened.dialog.result(), QDialog::Accepted);
     }
-    EXPECT_EQ(stored().fileLimit, 7200);
-    EXPECT_EQ(stored().notices, (Notices{"mail:anna", "/bin/tell anna"}));
+    EXPECT_EQ(stored().host.fileLimit, 7200);
+    EXPECT_EQ(stored().host.notices, (Notices{"mail:anna", "/bin/tell anna"}));
     EXPECT_EQ(stored().variables.at(u"First"), Value(u"one"));
     Opened again(host, stored());
     again.turnTo(2);
@@ -207,8 +207,8 @@ TEST_F(PropertyDialogTest, TheHostsOwnSettingsAreStoredWithThePages)
     zn::test::click(find<QCheckBox>(again.dialog, "isLimited"));
     again.edit("whenFailed").clear();
     again.pressOk();
-    EXPECT_EQ(stored().fileLimit, 0);
-    EXPECT_EQ(stored().notices, (Notices{"", "/bin/tell anna"}));
+    EXPECT_EQ(stored().host.fileLimit, 0);
+    EXPECT_EQ(stored().host.notices, (Notices{"", "/bin/tell anna"}));
 }
 
 TEST_F(PropertyDialogTest, TheDialogGrowsAndShrinksWithItsPages)

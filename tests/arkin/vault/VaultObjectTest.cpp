@@ -18,6 +18,8 @@ struct RunSeven : ActingRun {
     std::int32_t id() const override { return 7; }
     void requireHeld() override { }
     bool keepLocalCopies(std::span<const LocalCopyUse>) override { return true; }
+    bool keepsIdentical() const override { return false; }
+    void noteIdentical(std::int32_t, std::int32_t) override { }
     bool awaitRoom(const std::string&) override { return false; }
 };
 
@@ -380,8 +382,8 @@ TEST_F(VaultObjectTest, AFileThatCannotBeFetchedKeepsOnlyItsUsersBack)
 
     const struct {
         Place place;
-        std::int32_t version;
-        const char* sentence;
+        std::int32_t version = 0;
+        const char* sentence = "";
     } rows[] = {
         {changed, 0, "The local file .*/changed.zenprt holds changes .*"},
         {hidden, 0, "\"h.zenprt\": anna has no permission to read files of the folder .hidden\\."},
