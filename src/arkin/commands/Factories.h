@@ -9,6 +9,7 @@ using MadeCommand = std::unique_ptr<Command>;
 // One function for each subcommand, in the file that bears its name.
 MadeCommand quickstartCommand();
 MadeCommand reportCommand();
+MadeCommand versionCommand();
 MadeCommand vaultCreateCommand();
 MadeCommand vaultCheckCommand();
 MadeCommand vaultCleanCommand();
@@ -16,6 +17,9 @@ MadeCommand vaultRepairCommand();
 MadeCommand vaultBackupCommand();
 MadeCommand vaultRestoreCommand();
 MadeCommand vaultInfoCommand();
+MadeCommand vaultMoveCommand();
+MadeCommand vaultRelocateCommand();
+MadeCommand vaultRemoveCommand();
 MadeCommand vaultRefreshCommand();
 MadeCommand addCommand();
 MadeCommand listCommand();

@@ -13,13 +13,13 @@ public:
 
     int run(Session& session) override
     {
-        auto& vault = session.vault();
+        const auto vault = session.vaultInfo();
+        const auto caller = Caller::current();
         const auto& home = session.platform().home();
         const std::pair<const char*, std::string> rows[]
-            = {{"name", zn::toUtf8(vault.info().name)}, {"root", session.shown(vault.info().root)},
-                {"home", home.folder().string()}, {"database", home.databaseFile().string()},
-                {"archive", home.archiveFolder().string()}, {"registry", home.registryFile().string()},
-                {"user", vault.caller().user}, {"machine", vault.caller().machine}};
+            = {{"name", zn::toUtf8(vault.name)}, {"root", session.shown(vault.root)}, {"home", home.folder().string()},
+                {"database", home.databaseFile().string()}, {"archive", home.archiveFolder().string()},
+                {"registry", home.registryFile().string()}, {"user", caller.user}, {"machine", caller.machine}};
         auto info = Json::object();
         for (const auto& [name, value] : rows) {
             info[name] = value;

@@ -39,8 +39,8 @@ void makeFolders(const fs::path& folder)
 
 } // namespace
 
-LocalView::LocalView(Database& database, Folders& folders, const Archive& archive, zn::FileSystem& files, zn::Text root,
-    std::string machine)
+LocalView::LocalView(Database& database, Folders& folders, const Archive& archive, zn::FileSystem& files,
+    zn::TextView root, std::string machine)
     : m_database(database)
     , m_folders(folders)
     , m_archive(archive)
@@ -101,8 +101,21 @@ std::vector<std::optional<LocalCopy>> LocalView::copies(std::span<const Place> p
     return copies;
 }
 
+void LocalView::requireRoot()
+{
+    const std::string root = zn::toUtf8(m_root);
+    const std::int32_t folder = m_folders.rootId();
+    std::string stored;
+    m_database.session() << "SELECT v.root FROM vaults v JOIN folders f ON f.vault_id = v.id WHERE f.id = :i",
+        soci::use(folder), soci::into(stored);
+    if (stored != root)
+        throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED,
+            "The vault's folder isn't " + m_files.toMachine(m_root).string() + " any more. Start this program again.");
+}
+
 void LocalView::record(std::span<const LocalCopy> copies)
 {
+    requireRoot();
     LocalCopy row;
     long long size = 0, modified = 0;
     soci::session& session = m_database.session();
@@ -191,7 +204,7 @@ std::int64_t LocalFile::settledTime() const
 
 Content readContent(FileHandle& file)
 {
-    std::vector<char> buffer(256 * 1024);
+    std::vector<char> buffer(std::size_t{256} * 1024);
     Sha256 hash;
     Content content;
     while (const std::size_t count = file.read(buffer)) {

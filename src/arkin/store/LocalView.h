@@ -20,7 +20,7 @@ struct LocalCopy {
 /// The vault's folders on this machine's disk. A copy is read-only unless the file is checked out here.
 class LocalView {
 public:
-    LocalView(Database& database, Folders& folders, const Archive& archive, zn::FileSystem& files, zn::Text root,
+    LocalView(Database& database, Folders& folders, const Archive& archive, zn::FileSystem& files, zn::TextView root,
         std::string machine);
 
     /// The folder of the local view, without a trailing separator.
@@ -49,6 +49,9 @@ public:
     void setReadOnly(const std::filesystem::path& path, bool readOnly);
 
 private:
+    /// Raises E_ARK_LOCAL_FILE_FAILED if the vault has another local folder since this was made.
+    void requireRoot();
+
     Database& m_database;
     Folders& m_folders;
     const Archive& m_archive;
@@ -68,7 +71,7 @@ public:
 
 private:
     /// As the file was found.
-    struct stat m_status;
+    struct stat m_status { };
 };
 
 /// The hash and the size of what an open file still holds.

@@ -50,34 +50,47 @@ std::optional<VaultInfo> Store::findVault(TextView name)
     return std::nullopt;
 }
 
+Text Store::requireRoot(TextView path, std::int32_t except)
+{
+    Text root = zn::withoutTrailingSeparators(zn::canonicalPath(path));
+    if (hasUnsafeCharacter(root))
+        throw zn::StatusError(E_ARK_BAD_NAME,
+            "The folder " + zn::toUtf8(root)
+                + " can't be a vault's: its path has a character that tasks can't work with (\", <, > or a control "
+                  "character). Choose or rename a folder.");
+    for (const VaultInfo& other : vaults()) {
+        if (other.id != except && (zn::isInFolder(root, other.root) || zn::isInFolder(other.root, root)))
+            throw zn::StatusError(E_ARK_BAD_NAME,
+                "The folder " + zn::toUtf8(root) + " overlaps with that of the vault \"" + zn::toUtf8(other.name)
+                    + "\". Choose another folder.");
+    }
+    return root;
+}
+
+void Store::makeRoot(TextView root)
+{
+    std::error_code error;
+    std::filesystem::create_directories(m_files.toMachine(root), error);
+    if (error)
+        throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED,
+            "Could not create the vault's folder " + zn::toUtf8(root) + ": " + error.message() + ".");
+}
+
 VaultInfo Store::createVault(TextView name, TextView root)
 {
     requireGoodName(name);
-    VaultInfo info{0, Text(name), zn::withoutTrailingSeparators(zn::canonicalPath(root)), 0};
+    VaultInfo info{0, Text(name), requireRoot(root), 0};
+    makeRoot(info.root);
     const std::string storedName = zn::toUtf8(name), key = nameKey(name), storedRoot = zn::toUtf8(info.root);
-    if (hasUnsafeCharacter(info.root))
-        throw zn::StatusError(E_ARK_BAD_NAME,
-            "The folder " + storedRoot
-                + " can't be a vault's: its path has a character that tasks can't work with (\", <, > or a control "
-                  "character). Choose or rename a folder.");
-    std::error_code error;
-    std::filesystem::create_directories(m_files.toMachine(info.root), error);
-    if (error)
-        throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED,
-            "Could not create the vault's folder " + storedRoot + ": " + error.message() + ".");
+    const std::string archive = m_archive.folder().string();
     Transaction transaction(m_database);
-    for (const VaultInfo& other : vaults()) {
-        if (zn::equalNoCase(other.name, name))
-            throw zn::StatusError(E_ARK_NAME_ALREADY_EXISTS, "A vault named \"" + storedName + "\" exists already.");
-        if (zn::isInFolder(info.root, other.root) || zn::isInFolder(other.root, info.root))
-            throw zn::StatusError(E_ARK_BAD_NAME,
-                "The folder " + storedRoot + " overlaps with that of the vault \"" + zn::toUtf8(other.name)
-                    + "\". Choose another folder.");
-    }
+    if (findVault(name))
+        throw zn::StatusError(E_ARK_NAME_ALREADY_EXISTS, "A vault named \"" + storedName + "\" exists already.");
+    requireRoot(root); // somebody else may have been quicker
     info.id = m_database.allocateIds("vaults");
     info.rootFolderId = m_database.allocateIds("folders");
-    m_database.session() << "INSERT INTO vaults (id, name, name_key, root) VALUES (:i, :n, :k, :r)", soci::use(info.id),
-        soci::use(storedName), soci::use(key), soci::use(storedRoot);
+    m_database.session() << "INSERT INTO vaults (id, name, name_key, root, archive_folder) VALUES (:i, :n, :k, :r, :a)",
+        soci::use(info.id), soci::use(storedName), soci::use(key), soci::use(storedRoot), soci::use(archive);
     m_database.session() << "INSERT INTO folders (id, vault_id, parent_id, name, name_key) VALUES (:i, :v, 0, '', '')",
         soci::use(info.rootFolderId), soci::use(info.id);
     transaction.commit();

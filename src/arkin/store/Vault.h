@@ -34,8 +34,13 @@ public:
     std::vector<VaultInfo> vaults();
     /// By name without regard to case.
     std::optional<VaultInfo> findVault(zn::TextView name);
-    /// Raises E_ARK_NAME_ALREADY_EXISTS, or E_ARK_BAD_NAME if the root lies in another vault's or around it.
+    /// Raises E_ARK_NAME_ALREADY_EXISTS, or as `requireRoot`.
     VaultInfo createVault(zn::TextView name, zn::TextView root);
+    /// The path as a vault's local folder is stored. Raises E_ARK_BAD_NAME if a vault can't have it, or if it lies in
+    /// another vault's or around it; that of the vault `except` doesn't count.
+    zn::Text requireRoot(zn::TextView root, std::int32_t except = 0);
+    /// Makes the folder if it is missing. Raises E_ARK_LOCAL_FILE_FAILED.
+    void makeRoot(zn::TextView root);
 
 private:
     Database m_database;

@@ -211,6 +211,12 @@ const char* const tenthStep[] = {
 };
 const char* const tenthSums[] = {"given_up"};
 
+const char* const eleventhStep[] = {
+    // The archive of the home that works with the vault's local folder; see VaultPlace.h. Empty until that is known.
+    "ALTER TABLE vaults ADD COLUMN archive_folder VARCHAR(1000) NOT NULL DEFAULT ''",
+};
+const char* const eleventhSums[] = {"vaults"};
+
 /// What was damaged in a local copy's row is made anew by the next get, so that table has no sums.
 const char* const summedTables[] = {"vaults", "folders", "files", "file_folders", "versions", "check_outs", "variables",
     "card_values", "file_references", "permissions", "users", "document_parts", "document_references", "deleted_places",
@@ -227,6 +233,7 @@ const SchemaStep steps[] = {
     {eighthStep},
     {ninthStep, ninthSums},
     {tenthStep, tenthSums},
+    {eleventhStep, eleventhSums},
 };
 
 } // namespace

@@ -24,6 +24,12 @@ int daysRunsAreKept(zn::Registry& registry)
     return days ? static_cast<int>(*days) : defaultDays;
 }
 
+void dropUnusedTexts(Database& database)
+{
+    database.session() << "DELETE FROM task_texts WHERE hash NOT IN (SELECT template_hash FROM task_run_audits) AND "
+                          "hash NOT IN (SELECT settings_hash FROM task_run_audits)";
+}
+
 int pruneRuns(Database& database, std::int32_t vaultId, std::int64_t before)
 {
     const long long time = before;
@@ -40,8 +46,7 @@ int pruneRuns(Database& database, std::int32_t vaultId, std::int64_t before)
         session << fmt::format("DELETE FROM {} WHERE run_id IN (SELECT id {})", table, old), soci::use(vaultId),
             soci::use(time);
     session << "DELETE " + old, soci::use(vaultId), soci::use(time);
-    session << "DELETE FROM task_texts WHERE hash NOT IN (SELECT template_hash FROM task_run_audits) AND hash NOT IN "
-               "(SELECT settings_hash FROM task_run_audits)";
+    dropUnusedTexts(database);
     transaction.commit();
     return count;
 }

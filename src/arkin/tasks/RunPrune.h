@@ -19,6 +19,9 @@ int daysRunsAreKept(zn::Registry& registry);
 /// vault. Returns how many went.
 int pruneRuns(Database& database, std::int32_t vaultId, std::int64_t before);
 
+/// Removes the templates and settings that no run names any more. Inside a transaction.
+void dropUnusedTexts(Database& database);
+
 constexpr std::int64_t secondsOfDay = std::int64_t{24} * 60 * 60;
 
 } // namespace zn::arkin

@@ -4,6 +4,7 @@
 #include "arkin/commands/frame/ShellWord.h"
 #include "arkin/commands/frame/StartWorker.h"
 #include "arkin/store/Codes.h"
+#include "arkin/store/VaultPlace.h"
 #include "arkin/vault/VaultObject.h"
 #include "base/Paths.h"
 #include "platform/Sqlite.h"
@@ -47,7 +48,7 @@ Store& Session::store()
     return *m_store;
 }
 
-VaultInfo Session::chosenVault()
+VaultInfo Session::vaultInfo()
 {
     if (!m_options.vault.empty()) {
         if (const auto vault = store().findVault(zn::toText(m_options.vault)))
@@ -71,8 +72,14 @@ VaultInfo Session::chosenVault()
 Vault& Session::vault()
 {
     if (!m_vault)
-        m_vault = std::make_unique<Vault>(store(), chosenVault());
+        choose(vaultInfo());
     return *m_vault;
+}
+
+void Session::choose(const VaultInfo& vault)
+{
+    requireOwnRoot(store(), vault);
+    m_vault = std::make_unique<Vault>(store(), vault);
 }
 
 std::string Session::repeatedOptions()
