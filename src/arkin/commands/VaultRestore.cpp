@@ -3,6 +3,7 @@
 
 #include "arkin/commands/frame/ProgressLine.h"
 #include "arkin/store/RestoreHome.h"
+#include "arkin/store/VaultPlace.h"
 
 #include <iostream>
 
@@ -29,19 +30,22 @@ public:
         // Opening it shows that its halves belong together.
         Session restored({.home = m_home.string(), .vault = {}, .json = session.json()});
         std::vector<std::string> roots;
-        for (const auto& vault : restored.store().vaults())
+        bool isCopy = false;
+        for (const auto& vault : restored.store().vaults()) {
             roots.push_back(restored.shown(vault.root));
+            isCopy = isCopy || otherHome(restored.store(), vault);
+        }
         if (session.json())
             printJson({{"backup", report.copy}, {"home", m_home.string()}, {"contents", report.contents},
-                {"bytes", report.bytes}, {"roots", roots}, {"replaced", report.replaced.string()},
+                {"bytes", report.bytes}, {"roots", roots}, {"isCopy", isCopy}, {"replaced", report.replaced.string()},
                 {"problems", report.problems}});
         else
-            print(report, roots);
+            print(report, roots, isCopy);
         return report.problems.empty() ? commandDone : commandFailed;
     }
 
 private:
-    void print(const RestoreReport& report, const std::vector<std::string>& roots) const
+    void print(const RestoreReport& report, const std::vector<std::string>& roots, bool isCopy) const
     {
         std::cout << "Restored " << report.copy << " to " << m_home.string() << ": " << report.contents
                   << " contents of " << shownCount(report.bytes) << " bytes.\n";
@@ -52,7 +56,12 @@ private:
         if (!report.problems.empty())
             std::cout << "The home is there without these contents.\n";
         for (const auto& root : roots)
-            printNote("The vault's local folder is " + root + "; let no other home work with it.");
+            printNote("The vault's local folder is " + root + ".");
+        if (isCopy)
+            printNote(
+                "The home that was backed up still works with it. This one can be read; 'arkin vault relocate DIR "
+                "--home "
+                + m_home.string() + "' gives it a folder of its own.");
     }
 
     std::filesystem::path m_folder, m_home;

@@ -52,7 +52,7 @@ HostPage::HostPage(const TaskDefinition& task)
     : m_isLimited(new QCheckBox(own("&Give up a file after")))
     , m_number(new QSpinBox)
     , m_unit(new QComboBox)
-    , m_keepsIdentical(new QCheckBox(own("&No new version of an output that is as the vault has it")))
+    , m_keepsIdentical(new QCheckBox(own("&No version of equal outputs")))
     , m_failed(makeEdit("whenFailed", task.host.notices.failed))
     , m_ended(makeEdit("whenEnded", task.host.notices.ended))
 {
@@ -102,7 +102,7 @@ QWidget* HostPage::makeVersions()
     auto* const group = new QGroupBox(own("Versions"));
     auto* const column = new QVBoxLayout(group);
     column->addWidget(m_keepsIdentical);
-    column->addWidget(makeHint(own("Its card and references are brought up to date all the same.")));
+    column->addWidget(makeHint(own("Of an output that is as its latest version has it; its card and references are brought up to date.")));
     return group;
 }
 

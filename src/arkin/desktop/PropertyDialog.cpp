@@ -87,7 +87,7 @@ void PropertyDialog::makePages()
     for (const auto& page : m_setup.pages())
         addArea(makeArea(page.title, page.window));
     m_hostPage = new HostPage(m_setup.task());
-    addArea(makeArea(typed(own("Time, Versions and Notices")), zn::handleOf(*m_hostPage)));
+    addArea(makeArea(typed(own("Limits and Notices")), zn::handleOf(*m_hostPage)));
     orderTabs(m_titles);
     bringToFront(0);
     m_areas.front()->takeFocus();

@@ -159,6 +159,10 @@ std::optional<Content> LocalView::contentAt(const fs::path& path, const std::opt
 
 LocalCopy LocalView::write(const Place& place, const Content& content, const fs::path& path, bool readOnly)
 {
+    if (!m_isOpen)
+        throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED,
+            "Another home works with the folder " + m_files.toMachine(m_root).string()
+                + ". Give this one a folder of its own by 'arkin vault relocate DIR'.");
     makeFolders(path.parent_path());
     LocalCopy copy{place, content, 0};
     try {

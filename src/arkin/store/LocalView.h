@@ -25,6 +25,9 @@ public:
 
     /// The folder of the local view, without a trailing separator.
     const zn::Text& root() const { return m_root; }
+    /// From now on nothing is written here: the folder is another home's.
+    void close() { m_isOpen = false; }
+    bool isOpen() const { return m_isOpen; }
     /// The part of the path below the root; none if it isn't in the local view.
     std::optional<zn::Text> relativePath(zn::TextView path) const;
     zn::Text pathOf(std::int32_t folderId, zn::TextView name);
@@ -58,6 +61,7 @@ private:
     zn::FileSystem& m_files;
     zn::Text m_root;
     std::string m_machine;
+    bool m_isOpen = true;
 };
 
 /// Opens a file of the local view for reading. Raises E_ARK_LOCAL_FILE_FAILED for what isn't a plain file.

@@ -1,4 +1,5 @@
 #include "arkin/store/Vault.h"
+#include "arkin/store/VaultPlace.h"
 
 #include "arkin/store/Codes.h"
 
@@ -32,10 +33,14 @@ Vault::Vault(Store& store, const VaultInfo& info, Caller caller)
     , m_permissions(store.database(), m_folders, m_caller.user)
     , m_local(store.database(), m_folders, store.archive(), store.files(), info.root, m_caller.machine)
 {
+    if (otherHome(store, m_info)) {
+        m_local.close();
+        actFor(nullptr);
+    }
     m_permissions.refresh();
     int known = 0;
     database().session() << "SELECT COUNT(*) FROM users WHERE name = :n", soci::use(m_caller.user), soci::into(known);
-    if (known)
+    if (known || !m_local.isOpen())
         return;
     Transaction transaction(database());
     const long long now = clock().now();
@@ -49,7 +54,10 @@ void Vault::actFor(ActingRun* run)
 {
     m_actingRun = run;
     m_caller.run = run ? run->id() : 0;
-    database().fenceWrites(run ? std::function<void()>([run] { run->requireHeld(); }) : nullptr);
+    if (!m_local.isOpen())
+        database().fenceWrites([this] { requireOwnRoot(m_store, m_info); });
+    else
+        database().fenceWrites(run ? std::function<void()>([run] { run->requireHeld(); }) : nullptr);
 }
 
 std::optional<Place> Vault::find(TextView path)

@@ -62,7 +62,8 @@ struct Caller {
 /// An open vault: what its operations (AddFiles.h, CheckOut.h, CheckIn.h, GetFiles.h …) work with.
 class Vault {
 public:
-    /// `store` outlives the vault.
+    /// `store` outlives the vault. While another home works with the vault's local folder (see VaultPlace.h), the
+    /// vault can be read, but neither it nor the folder can be changed.
     Vault(Store& store, const VaultInfo& info, Caller caller = Caller::current());
     Vault(const Vault&) = delete;
     Vault& operator=(const Vault&) = delete;

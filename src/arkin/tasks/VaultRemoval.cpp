@@ -104,7 +104,7 @@ fs::path keepCopy(Store& store, const VaultInfo& vault)
 {
     const fs::path folder = store.archive().folder().parent_path() / "removed";
     const std::chrono::sys_seconds now{std::chrono::seconds(store.clock().now())};
-    const fs::path copy
+    fs::path copy
         = folder / fmt::format("{}-{}.sqlite", zn::toUtf8(vault.name), date::format("%Y-%m-%dT%H-%M-%SZ", now));
     std::error_code error;
     fs::create_directories(folder, error);

@@ -207,7 +207,7 @@ Operand Evaluator::elementOperand(const Expr& expr, const Element& element)
         out.temporary = callDefault(objectOf(base.value()), element.subscripts);
         return out;
     }
-    std::array<std::int32_t, mostDimensions> subscripts;
+    std::array<std::int32_t, mostDimensions> subscripts; // NOLINT(*-member-init): each element that is read is set
     const std::size_t count = element.subscripts.size();
     if (count > mostDimensions || count == 0)
         raise(error::subscript);

@@ -150,11 +150,11 @@ std::vector<Item> print(ModelDoc& document, const PrintRequest& request)
         PageLayout layout = layoutOf(settings, document.application().preferences(), printer.margin);
         pages.push_back({item.sheet ? painter.paint(*item.sheet) : modelPicture(document), std::move(layout)});
     }
-    zn::PrintJob job{.title = jobTitle(document, items),
+    const zn::PrintJob job{.title = jobTitle(document, items),
         .pdf = printedPdf(pages, {.count = request.copies, .collate = request.collate}, document.machinePath()),
         .width = pages.front().layout.width,
         .height = pages.front().layout.height};
-    deliver(document.application(), request, printer, std::move(job));
+    deliver(document.application(), request, printer, job);
     return items;
 }
 

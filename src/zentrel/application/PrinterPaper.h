@@ -7,8 +7,8 @@ namespace zn::zentrel {
 
 /// In mm, as the paper lies in the printer: width and height of a page in portrait orientation.
 struct PrinterPaper {
-    double width;
-    double height;
+    double width = 0;
+    double height = 0;
 };
 
 /// None for a number that isn't known.

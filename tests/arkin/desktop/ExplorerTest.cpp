@@ -104,6 +104,16 @@ TEST_F(ExplorerTest, FoldersStandInTabsThatTheNextWindowHas)
             ASSERT_EQ(tabs.count(), 3);
             EXPECT_EQ(tabs.tabText(0) + "|" + tabs.tabText(1), "Test|Parts");
             EXPECT_EQ(tabs.currentIndex(), 0) << "that in front before the runs";
+            const auto closes = [&] {
+                for (const auto side : {QTabBar::LeftSide, QTabBar::RightSide})
+                    if (const QWidget* const button = tabs.tabBar()->tabButton(0, side))
+                        return button->isVisible();
+                return false;
+            };
+            EXPECT_TRUE(closes());
+            tabs.tabCloseRequested(0);
+            EXPECT_EQ(tabs.count(), 2);
+            EXPECT_FALSE(closes()) << "one folder stays";
         });
 }
 

@@ -14,7 +14,7 @@ constexpr TextView releases[] = {u"SP", u"Alpha", u"Beta", u"Pre"};
 Text takeWord(Text& text)
 {
     const std::size_t end = std::min(text.find(u' '), text.size());
-    const Text word = text.substr(0, end);
+    Text word = text.substr(0, end);
     text.erase(0, end + 1);
     return word;
 }

@@ -49,6 +49,7 @@ bool MacroEdit::handleKey(int key, Qt::KeyboardModifiers modifiers)
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
         if (control)
+            // NOLINTNEXTLINE(bugprone-parent-virtual-call): the text field's own keeps Tab to itself
             QWidget::focusNextPrevChild(key == Qt::Key_Tab && !shift);
         else if (key == Qt::Key_Backtab || shift)
             unindentLines();
@@ -89,7 +90,7 @@ void MacroEdit::alignClosingWord()
 {
     const QTextBlock line = textCursor().block();
     const int indentation = indentationOf(line.text());
-    const auto place = static_cast<std::size_t>(line.position() + indentation);
+    const auto place = static_cast<std::size_t>(line.position()) + static_cast<std::size_t>(indentation);
     const std::vector<MacroBlock> blocks = macroBlocks(plainText());
     const auto isDivided = [place](const MacroBlock& block) {
         return std::any_of(block.words.begin() + 1, block.words.end(),

@@ -4,7 +4,6 @@
 #include "arkin/commands/frame/ShellWord.h"
 #include "arkin/commands/frame/StartWorker.h"
 #include "arkin/store/Codes.h"
-#include "arkin/store/VaultPlace.h"
 #include "arkin/vault/VaultObject.h"
 #include "base/Paths.h"
 #include "platform/Sqlite.h"
@@ -74,12 +73,6 @@ Vault& Session::vault()
     if (!m_vault)
         choose(vaultInfo());
     return *m_vault;
-}
-
-void Session::choose(const VaultInfo& vault)
-{
-    requireOwnRoot(store(), vault);
-    m_vault = std::make_unique<Vault>(store(), vault);
 }
 
 std::string Session::repeatedOptions()

@@ -32,13 +32,12 @@ public:
     /// What the home's programs keep for later. Raises `StatusError` with a sentence.
     std::unique_ptr<zn::ContentCache> cache();
     Store& store();
-    /// The vault of the option, or the home's only one. Raises `StatusError` with a sentence if that isn't settled, or
-    /// if another home works with its local folder.
+    /// The vault of the option, or the home's only one. Raises `StatusError` with a sentence if that isn't settled.
     Vault& vault();
-    /// The same without opening it, also if its local folder belongs to another home.
+    /// The same without opening it.
     VaultInfo vaultInfo();
     /// From now on the session's vault is this one.
-    void choose(const VaultInfo& vault);
+    void choose(const VaultInfo& vault) { m_vault = std::make_unique<Vault>(store(), vault); }
     /// The options of home and vault that a later command line has to repeat to mean the same, with a blank before
     /// each.
     std::string repeatedOptions();

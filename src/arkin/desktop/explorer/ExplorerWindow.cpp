@@ -188,6 +188,7 @@ FolderPage* ExplorerWindow::addPage(std::int32_t folderId)
     if (!m_page)
         m_page = added;
     m_pages->insertTab(m_pages->count() - 1, added, QString());
+    showCloseButtons();
     added->changed = [this, added] {
         m_pages->setTabText(m_pages->indexOf(added), added->title().replace('&', "&&"));
         if (added == m_page)
@@ -232,13 +233,25 @@ void ExplorerWindow::closeTab(int index)
 {
     const auto pages = folderPages();
     if (pages.size() < 2 || index < 0 || index >= static_cast<int>(pages.size()))
-        return; // one folder is always there
+        return;
     FolderPage* const closed = pages[static_cast<std::size_t>(index)];
     if (closed == m_page)
         m_page = pages[static_cast<std::size_t>(index == 0 ? 1 : index - 1)];
     m_pages->removeTab(index);
     closed->deleteLater();
     m_pages->setCurrentWidget(m_page);
+    showCloseButtons();
+}
+
+/// One folder is always there, so the last one has none.
+void ExplorerWindow::showCloseButtons()
+{
+    const auto count = static_cast<int>(folderPages().size());
+    for (int i = 0; i < count; ++i) {
+        for (const auto side : {QTabBar::LeftSide, QTabBar::RightSide})
+            if (QWidget* const button = m_pages->tabBar()->tabButton(i, side))
+                button->setVisible(count > 1);
+    }
 }
 
 void ExplorerWindow::closeCurrentTab() { closeTab(m_pages->currentIndex()); }

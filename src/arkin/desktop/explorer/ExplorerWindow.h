@@ -49,6 +49,7 @@ private:
     void showPage();
     void newTab();
     void closeTab(int index);
+    void showCloseButtons();
     void closeCurrentTab();
     void addFiles();
     void goBack();
