@@ -48,6 +48,8 @@ public:
 
     /// The machine's path. Raises `StatusError` for a drive that isn't mapped.
     virtual std::filesystem::path toMachine(TextView path) = 0;
+    /// The machine's path as a person is told of it (UTF-8); the path itself if its drive isn't mapped.
+    std::string shown(TextView path);
     /// The backslash path of a machine path (made absolute). Raises `StatusError` if a name holds a character
     /// that a backslash path cannot carry (a backslash, or bytes that are no UTF-8).
     virtual Text fromMachine(const std::filesystem::path& path) = 0;

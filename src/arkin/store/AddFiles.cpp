@@ -137,8 +137,8 @@ void Adder::settle(const zn::Text& path, TargetFolder& folder)
         const auto relative = m_vault.local().relativePath(path);
         if (!relative)
             throw zn::StatusError(E_ARK_NOT_IN_VAULT,
-                "The folder " + zn::toUtf8(path) + " is not in the vault's folder " + zn::toUtf8(m_vault.local().root())
-                    + ".");
+                "The folder " + m_vault.local().shown(path) + " is not in the vault's folder "
+                    + m_vault.local().shown(m_vault.local().root()) + ".");
         requireSafeNewFolders(*relative);
         for (const zn::Text& part : pathParts(*relative))
             requireGoodName(part);

@@ -110,7 +110,7 @@ void LocalView::requireRoot()
         soci::use(folder), soci::into(stored);
     if (stored != root)
         throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED,
-            "The vault's folder isn't " + m_files.toMachine(m_root).string() + " any more. Start this program again.");
+            "The vault's folder isn't " + shown(m_root) + " any more. Start this program again.");
 }
 
 void LocalView::record(std::span<const LocalCopy> copies)
@@ -161,7 +161,7 @@ LocalCopy LocalView::write(const Place& place, const Content& content, const fs:
 {
     if (!m_isOpen)
         throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED,
-            "Another home works with the folder " + m_files.toMachine(m_root).string()
+            "Another home works with the folder " + shown(m_root)
                 + ". Give this one a folder of its own by 'arkin vault relocate DIR'.");
     makeFolders(path.parent_path());
     LocalCopy copy{place, content, 0};

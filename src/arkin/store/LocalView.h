@@ -32,6 +32,7 @@ public:
     std::optional<zn::Text> relativePath(zn::TextView path) const;
     zn::Text pathOf(std::int32_t folderId, zn::TextView name);
     std::filesystem::path toMachine(zn::TextView path) { return m_files.toMachine(path); }
+    std::string shown(zn::TextView path) { return m_files.shown(path); }
     zn::Text fromMachine(const std::filesystem::path& path) { return m_files.fromMachine(path); }
     /// The machine's path of a file in a folder, for many files one after the other: `folders` keeps what was found for
     /// their folders.

@@ -55,13 +55,13 @@ Text Store::requireRoot(TextView path, std::int32_t except)
     Text root = zn::withoutTrailingSeparators(zn::canonicalPath(path));
     if (hasUnsafeCharacter(root))
         throw zn::StatusError(E_ARK_BAD_NAME,
-            "The folder " + zn::toUtf8(root)
+            "The folder " + m_files.shown(root)
                 + " can't be a vault's: its path has a character that tasks can't work with (\", <, > or a control "
                   "character). Choose or rename a folder.");
     for (const VaultInfo& other : vaults()) {
         if (other.id != except && (zn::isInFolder(root, other.root) || zn::isInFolder(other.root, root)))
             throw zn::StatusError(E_ARK_BAD_NAME,
-                "The folder " + zn::toUtf8(root) + " overlaps with that of the vault \"" + zn::toUtf8(other.name)
+                "The folder " + m_files.shown(root) + " overlaps with that of the vault \"" + zn::toUtf8(other.name)
                     + "\". Choose another folder.");
     }
     return root;
@@ -73,7 +73,7 @@ void Store::makeRoot(TextView root)
     std::filesystem::create_directories(m_files.toMachine(root), error);
     if (error)
         throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED,
-            "Could not create the vault's folder " + zn::toUtf8(root) + ": " + error.message() + ".");
+            "Could not create the vault's folder " + m_files.shown(root) + ": " + error.message() + ".");
 }
 
 VaultInfo Store::createVault(TextView name, TextView root)

@@ -186,7 +186,7 @@ std::int32_t Vault::createFolder(TextView path)
     const auto relative = m_local.relativePath(path);
     if (!relative)
         throw zn::StatusError(E_ARK_NOT_IN_VAULT,
-            zn::toUtf8(path) + " is not below the vault's folder " + zn::toUtf8(m_local.root()) + ".");
+            m_local.shown(path) + " is not below the vault's folder " + m_local.shown(m_local.root()) + ".");
     std::filesystem::create_directories(m_local.toMachine(path));
     try {
         Transaction transaction(database());

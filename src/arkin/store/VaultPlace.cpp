@@ -60,7 +60,7 @@ void requireOwnRoot(Store& store, const VaultInfo& vault)
     const std::string home = store.archive().folder().parent_path().string();
     throw zn::StatusError(E_ARK_LOCAL_FILE_FAILED,
         "The home " + home + " is a copy of " + other->parent_path().string() + ", which works with the folder "
-            + store.files().toMachine(vault.root).string() + ". Give the copy a folder of its own by 'arkin vault "
+            + store.files().shown(vault.root) + ". Give the copy a folder of its own by 'arkin vault "
             + "relocate DIR --home " + home + "', or remove the former home.");
 }
 

@@ -20,18 +20,9 @@ using Obstacle = std::optional<std::string>;
 
 constexpr const char* choose = " or choose another output path in the task.";
 
-std::string shown(const TaskHost& host, const zn::Text& path)
-{
-    try {
-        return host.files.toMachine(path).string();
-    } catch (const zn::StatusError&) {
-        return toUtf8(path); // its drive isn't mapped here
-    }
-}
-
 Obstacle fileInTheWay(const TaskHost& host, const zn::Text& folder)
 {
-    return shown(host, folder) + " is a file, and outputs are to go to a folder of that name. Rename the file,"
+    return host.files.shown(folder) + " is a file, and outputs are to go to a folder of that name. Rename the file,"
         + choose;
 }
 
@@ -71,7 +62,8 @@ Obstacle inTheVault(const TaskHost& host, zn::Text folder)
         there = vault.findFolder(folder);
     }
     if (there && !vault.permissions().allowed(*there, Right::Add))
-        return "You may not put files into " + shown(host, folder) + ". Ask for the right to add files there," + choose;
+        return "You may not put files into " + host.files.shown(folder) + ". Ask for the right to add files there,"
+            + choose;
     return {};
 }
 

@@ -121,14 +121,7 @@ Text Session::vaultPathOf(const std::string& machinePath)
     return pathOf((std::filesystem::path(shown(vault().info().root)) / machinePath).string());
 }
 
-std::string Session::shown(zn::TextView path)
-{
-    try {
-        return platform().files().toMachine(path).string();
-    } catch (const StatusError&) {
-        return toUtf8(path); // a drive that this machine doesn't know
-    }
-}
+std::string Session::shown(zn::TextView path) { return platform().files().shown(path); }
 
 Place Session::fileAt(const std::string& machinePath)
 {
