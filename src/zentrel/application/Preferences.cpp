@@ -127,4 +127,12 @@ PdfOptions Preferences::pdfOptions() const
         .lineWeights = toggle(preference::PdfUseCurrentPrintLineWeights)};
 }
 
+TiffOptions Preferences::tiffOptions() const
+{
+    return {.colors
+        = static_cast<TiffColors>(among(integer(preference::TiffImageType), {0, 1, 2}, "The image type of TIF")),
+        .compression = static_cast<TiffCompression>(
+            among(integer(preference::TiffCompressionScheme), {0, 1, 2}, "The compression of TIF"))};
+}
+
 } // namespace zn::zentrel

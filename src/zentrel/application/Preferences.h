@@ -3,6 +3,7 @@
 #include "zentrel/application/ScriptObject.h"
 #include "zentrel/formats/Write.h"
 #include "zentrel/formats/WriteDrawing.h"
+#include "zentrel/formats/WritePicture.h"
 
 #include <map>
 
@@ -31,6 +32,7 @@ public:
     StlOptions stlOptions() const;
     VrmlOptions vrmlOptions() const;
     PdfOptions pdfOptions() const;
+    TiffOptions tiffOptions() const;
 
 private:
     std::map<std::int32_t, bool> m_toggles;

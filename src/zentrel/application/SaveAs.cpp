@@ -7,6 +7,7 @@
 #include "zentrel/application/DrawingDoc.h"
 #include "zentrel/application/ExportData.h"
 #include "zentrel/application/PartDoc.h"
+#include "zentrel/formats/Raster.h"
 #include "zentrel/formats/Read.h"
 #include "zentrel/model/Container.h"
 
@@ -114,16 +115,67 @@ void saveVrml(Save& save)
         [&](const Model& model, const auto& file) { return writeVrml(model, file, options); });
 }
 
-void savePdf(Save& save)
+/// The sheets that the caller named, the active one where he named it, else `otherwise`; empty means all.
+std::vector<Text> chosenSheets(const Save& save, std::vector<Text> otherwise)
 {
     const DrawingDocument& drawing = static_cast<DrawingDoc&>(save.document).drawing();
-    PdfOptions options = save.preferences().pdfOptions();
     if (save.request.pdf && save.request.pdf->which() == SheetsToExport::Specified)
-        options.sheets = save.request.pdf->sheets();
+        return save.request.pdf->sheets();
     if (save.request.pdf && save.request.pdf->which() == SheetsToExport::Current)
-        options.sheets = {drawing.sheets[drawing.active].name};
+        return {drawing.sheets[drawing.active].name};
+    return otherwise;
+}
+
+void savePdf(Save& save)
+{
+    PdfOptions options = save.preferences().pdfOptions();
+    if (save.document.kind() != DocumentKind::Drawing) {
+        save.document.application().noteMesh({});
+        const ModelRef model = shownModel(save);
+        announce(save, save.path);
+        return writePdf(*model, save.document.machinePath(), save.target, options);
+    }
+    options.sheets = chosenSheets(save, {});
     announce(save, save.path);
-    writePdf(drawing, save.document.machinePath(), save.target, options);
+    writePdf(static_cast<DrawingDoc&>(save.document).drawing(), save.document.machinePath(), save.target, options);
+}
+
+/// Of a model's picture, in pixels.
+constexpr int pictureWidth = 1600, pictureHeight = 1200;
+/// What a curve may be off on a sheet, in mm.
+constexpr double pictureTolerance = 0.05;
+
+/// Each picture of a document: of a model from an isometric direction, of a drawing the sheets.
+void forEachPicture(Save& save, const std::function<void(const Raster& picture)>& work)
+{
+    const auto file = save.document.machinePath();
+    if (save.document.kind() != DocumentKind::Drawing) {
+        save.document.application().noteMesh(MeshQuality::Coarse);
+        return work(rasterOf(*shownModel(save), {.width = pictureWidth, .height = pictureHeight}, file));
+    }
+    const DrawingDocument& drawing = static_cast<DrawingDoc&>(save.document).drawing();
+    SheetPainter painter(file, pictureTolerance);
+    for (const Sheet* sheet : sheetsNamed(drawing, chosenSheets(save, {drawing.sheets[drawing.active].name}), file))
+        work(rasterOf(painter.paint(*sheet)));
+}
+
+void saveTiff(Save& save)
+{
+    const TiffOptions options = save.preferences().tiffOptions();
+    announce(save, save.path);
+    save.report(writeTiff(save.target, options, [&](const AddPage& add) { forEachPicture(save, add); }));
+}
+
+/// A JPEG has one picture, so of several sheets the first.
+void saveJpeg(Save& save)
+{
+    std::optional<Raster> first;
+    announce(save, save.path);
+    forEachPicture(save, [&](const Raster& picture) {
+        if (!first)
+            first = picture;
+    });
+    writeJpeg(first.value(), save.target);
 }
 
 void saveDxf(Save& save)
@@ -169,7 +221,9 @@ constexpr SaveFormat saveFormats[] = {
     {u".iges", part | assembly, saveIges},
     {u".stl", part | assembly, saveStl},
     {u".wrl", part | assembly, saveVrml},
-    {u".pdf", drawing, savePdf},
+    {u".pdf", part | assembly | drawing, savePdf},
+    {u".tif", part | assembly | drawing, saveTiff},
+    {u".jpg", part | assembly | drawing, saveJpeg},
     {u".dxf", drawing, saveDxf},
     {u".zenprt", part, saveNative},
     {u".zenprt", assembly, saveAsPart},

@@ -72,7 +72,7 @@ struct Place {
 
 } // namespace
 
-std::string shadedPicture(const Model& model, const PictureView& view, const std::filesystem::path& file)
+std::vector<std::uint8_t> shadedPixels(const Model& model, const PictureView& view, const std::filesystem::path& file)
 {
     Remarks remarks; // of faces that are coarser than others, which a picture may well be
     const ModelTriangles triangles = trianglesOf(model, MeshQuality::Coarse, "a picture", file, remarks);
@@ -90,7 +90,12 @@ std::string shadedPicture(const Model& model, const PictureView& view, const std
         const auto corner = [&](std::size_t index) { return place.corner(lit.points[index], lit.normals[index]); };
         grid.draw(corner(0), corner(1), corner(2), lit.color);
     });
-    return pngOf(grid.shaded(oversampling), view.width, view.height);
+    return grid.shaded(oversampling);
+}
+
+std::string shadedPicture(const Model& model, const PictureView& view, const std::filesystem::path& file)
+{
+    return pngOf(shadedPixels(model, view, file), view.width, view.height);
 }
 
 } // namespace zn::zentrel

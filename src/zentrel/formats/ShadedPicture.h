@@ -2,9 +2,11 @@
 
 #include "zentrel/model/Model.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <gp_Dir.hxx>
 #include <string>
+#include <vector>
 
 namespace zn::zentrel {
 
@@ -19,5 +21,8 @@ struct PictureView {
 /// The model as shaded surfaces with the edges that they have in the picture, drawn without a display, as a PNG with a
 /// transparent background. Each pixel is the mean of four. Raises what `meshesOf` raises; `file` is for sentences.
 std::string shadedPicture(const Model& model, const PictureView& view, const std::filesystem::path& file);
+
+/// The same in pixels of four bytes (blue, green, red, alpha; multiplied by alpha), row by row from above.
+std::vector<std::uint8_t> shadedPixels(const Model& model, const PictureView& view, const std::filesystem::path& file);
 
 } // namespace zn::zentrel

@@ -14,6 +14,9 @@ struct PdfOptions {
     bool headerFooter = false;     ///< document name above, page number below
     bool lineWeights = true;       ///< frame 0.5 mm, visible 0.35 mm, hidden 0.18 mm; else all 0.25 mm
 };
+/// A model in an isometric view, as large as it fits on A4; of the options, colours, weights and the quality count.
+void writePdf(const Model& model, const std::filesystem::path& document, const std::filesystem::path& file,
+    const PdfOptions& options = {});
 void writePdf(const DrawingDocument& drawing, const std::filesystem::path& document, const std::filesystem::path& file,
     const PdfOptions& options = {});
 

@@ -12,6 +12,9 @@ namespace {
 constexpr double marginText = 4.0;
 constexpr double letterHeight = 2.5;
 
+/// A4, for models, and what stays free at its edges, in mm.
+constexpr double longSide = 297.0, shortSide = 210.0, paperBorder = 12.0;
+
 /// What a curve may be off on paper, in mm.
 constexpr double tolerance = 0.02;
 constexpr double fineTolerance = 0.004;
@@ -27,6 +30,25 @@ void drawHeaderFooter(PdfCanvas& canvas, const SheetPicture& picture, const std:
 }
 
 } // namespace
+
+void writePdf(const Model& model, const std::filesystem::path& document, const std::filesystem::path& file,
+    const PdfOptions& options)
+{
+    SheetPicture picture = pictureOfModel(model, document);
+    const bool isUpright = picture.height > picture.width;
+    const double width = isUpright ? shortSide : longSide, height = isUpright ? longSide : shortSide;
+    const double factor
+        = std::min((width - 2 * paperBorder) / picture.width, (height - 2 * paperBorder) / picture.height);
+    picture = scaled(std::move(picture), factor);
+    PdfCanvas canvas(document.stem().string());
+    canvas.beginPage(width, height);
+    canvas.drawPicture(picture, {.color = options.color, .lineWeights = options.lineWeights},
+        {(width - picture.width) / 2, (height - picture.height) / 2});
+    if (options.headerFooter)
+        drawHeaderFooter(canvas, {{}, width, height, {}, {}}, document, 1, 1);
+    canvas.addPage(canvas.endPage());
+    writeWhole(file, canvas.finish(file));
+}
 
 void writePdf(const DrawingDocument& drawing, const std::filesystem::path& document, const std::filesystem::path& file,
     const PdfOptions& options)

@@ -176,7 +176,7 @@ TEST_F(Save, WhatCannotBeSavedHasANumberASentenceAndNoFile)
         const char* sentence;
     } cases[] = {
         {part, "Bar.sat", 256, "does not write that format"},
-        {part, "Bar.pdf", 256, "does not write that format"},
+        {part, "Bar.psd", 256, "does not write that format"},
         {part, "Bar", 256, "does not write that format"},
         {drawing, "Plan.stl", 256, "does not write that format"},
         {part, "missing/Bar.stl", SaveNotWritable, "missing"},
