@@ -102,7 +102,8 @@ QWidget* HostPage::makeVersions()
     auto* const group = new QGroupBox(own("Versions"));
     auto* const column = new QVBoxLayout(group);
     column->addWidget(m_keepsIdentical);
-    column->addWidget(makeHint(own("Of an output that is as its latest version has it; its card and references are brought up to date.")));
+    column->addWidget(makeHint(
+        own("Of an output that is as its latest version has it; its card and references are brought up to date.")));
     return group;
 }
 
