@@ -115,6 +115,12 @@ void saveVrml(Save& save)
         [&](const Model& model, const auto& file) { return writeVrml(model, file, options); });
 }
 
+void saveXaml(Save& save)
+{
+    save.document.application().noteMesh(MeshQuality::Coarse);
+    writeModel(save, true, [](const Model& model, const auto& file) { return writeXaml(model, file); });
+}
+
 /// The sheets that the caller named, the active one where he named it, else `otherwise`; empty means all.
 std::vector<Text> chosenSheets(const Save& save, std::vector<Text> otherwise)
 {
@@ -221,6 +227,7 @@ constexpr SaveFormat saveFormats[] = {
     {u".iges", part | assembly, saveIges},
     {u".stl", part | assembly, saveStl},
     {u".wrl", part | assembly, saveVrml},
+    {u".xaml", part | assembly, saveXaml},
     {u".pdf", part | assembly | drawing, savePdf},
     {u".tif", part | assembly | drawing, saveTiff},
     {u".jpg", part | assembly | drawing, saveJpeg},

@@ -1,4 +1,5 @@
 #include "zentrel/formats/PartMesh.h"
+#include "zentrel/formats/SceneNames.h"
 #include "zentrel/formats/Write.h"
 #include "zentrel/model/WholeFile.h"
 
@@ -32,7 +33,7 @@ public:
                 return;
             }
         }
-        const std::string name = identifier("G", model.name);
+        const std::string name = m_names.next("G", model.name);
         text += "DEF " + name + " Group { children [\n";
         for (const TriangleSet& set : m_meshes.at(&model))
             addShape(set, set.color ? set.color : color);
@@ -59,7 +60,7 @@ private:
         const gp_XYZ at = child.placement.TranslationPart() * m_factor;
         fmt::format_to(std::back_inserter(text),
             "DEF {} Transform {{ translation {:.9g} {:.9g} {:.9g} rotation {:.9g} {:.9g} {:.9g} {:.9g} children [\n",
-            identifier("C", child.name), at.X(), at.Y(), at.Z(), axis.X(), axis.Y(), axis.Z(), angle);
+            m_names.next("C", child.name), at.X(), at.Y(), at.Z(), axis.X(), axis.Y(), axis.Z(), angle);
         add(*child.model, child.color, color);
         text += "] }\n";
     }
@@ -71,7 +72,7 @@ private:
         fmt::format_to(out,
             "DEF {} Shape {{\n appearance Appearance {{ material Material {{ diffuseColor {:g} {:g} {:g} }} }}\n"
             " geometry IndexedFaceSet {{\n  solid FALSE\n  coord Coordinate {{ point [\n",
-            identifier("B", set.name), color.red, color.green, color.blue);
+            m_names.next("B", set.name), color.red, color.green, color.blue);
         for (const gp_XYZ& point : set.points)
             fmt::format_to(
                 out, "{:.9g} {:.9g} {:.9g},\n", point.X() * m_factor, point.Y() * m_factor, point.Z() * m_factor);
@@ -81,21 +82,9 @@ private:
         text += "  ]\n }\n}\n";
     }
 
-    /// What VRML takes as a name of its own: the thing's, behind a letter and a running number.
-    std::string identifier(const char* letter, const Text& name)
-    {
-        std::string result = letter + std::to_string(++m_number) + "_";
-        for (const char character : zn::toUtf8(name)) {
-            const auto byte = static_cast<unsigned char>(character);
-            const bool plain = byte >= 0x80 || std::isalnum(byte);
-            result += plain ? character : '_';
-        }
-        return result;
-    }
-
     const PartMeshes& m_meshes;
     double m_factor;
-    std::size_t m_number = 0;
+    SceneNames m_names;
     std::vector<Group> m_groups;
 };
 

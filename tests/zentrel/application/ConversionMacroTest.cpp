@@ -74,6 +74,7 @@ TEST(ConversionMacro, WritesEachOutputAndLogsWhatItCannot)
         {"Plan.zendrw", {{"[FileFormat]", "DXF (*.dxf)"}, {"[OutputSheets]", "4"}}, {"Plan_One.dxf"}, ""},
         {"Plan.zendrw", {{"[FileFormat]", "3D PDF - MBD (*.pdf)"}}, {},
             "The file extension 'zendrw' is not supported.\r\n"},
+        {"Bar.zenprt", {{"[FileFormat]", "Microsoft XAML (*.xaml)"}}, {"Bar_Long.xaml", "Bar_Short.xaml"}, ""},
         {"Plan.zendrw", {{"[FileFormat]", "TIF (*.tif)"}}, {"Plan_One.tif", "Plan_\xD0\x96.tif"}, ""},
         {"Bar.zenprt", {{"[FileFormat]", "JPEG (*.jpg)"}}, {"Bar_Long.jpg", "Bar_Short.jpg"}, ""},
         {"Rack.zenasm", {{"[FileFormat]", "Adobe PDF (*.pdf)"}},

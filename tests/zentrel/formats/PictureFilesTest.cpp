@@ -39,7 +39,7 @@ std::string described(TIFF* tiff)
     std::string text = std::to_string(width) + "x" + std::to_string(height) + " " + std::to_string(bits) + "/"
         + std::to_string(samples) + " " + std::to_string(scheme) + " " + std::to_string(static_cast<int>(resolution))
         + ":";
-    std::vector<std::uint32_t> pixels(width * height);
+    std::vector<std::uint32_t> pixels(std::size_t{width} * height);
     EXPECT_EQ(TIFFReadRGBAImageOriented(tiff, width, height, pixels.data(), ORIENTATION_TOPLEFT), 1);
     for (std::uint32_t column = 0; column < width / 10; ++column) {
         std::uint32_t sum = 0;
@@ -113,12 +113,12 @@ TEST(PictureFiles, JpegHasSizeColoursAndResolution)
     writeJpeg(columns({{0, 0, 0}, {255, 0, 0}, {255, 255, 255}}, false), file);
     const std::string bytes = zn::test::readFile(file);
     EXPECT_EQ(bytes.substr(6, 12), std::string("JFIF\0\1\1\1\0\x96\0\x96", 12)) << "150 dots per inch";
-    const tjhandle reader = tjInitDecompress();
+    tjhandle reader = tjInitDecompress();
     int width = 0, height = 0, sampling = 0, space = 0;
     std::vector<unsigned char> data(bytes.begin(), bytes.end());
     ASSERT_EQ(tjDecompressHeader3(reader, data.data(), data.size(), &width, &height, &sampling, &space), 0);
     ASSERT_EQ(std::pair(width, height), std::pair(30, 20));
-    std::vector<unsigned char> pixels(30 * 20 * 3);
+    std::vector<unsigned char> pixels(std::size_t{30} * 20 * 3);
     ASSERT_EQ(tjDecompress2(reader, data.data(), data.size(), pixels.data(), 30, 0, 20, TJPF_RGB, 0), 0);
     tjDestroy(reader);
     const auto at = [&](std::size_t x) {
