@@ -50,8 +50,8 @@ struct VrmlOptions {
 };
 Remarks writeVrml(const Model& model, const std::filesystem::path& file, const VrmlOptions& options = {});
 
-/// A three-dimensional view of the model in XAML: a Viewport3D with a camera, lights, and a group for each component with
-/// its transform. Meshes that stand in several places are resources, there once.
+/// A three-dimensional view of the model in XAML: a Viewport3D with a camera, lights, and a group for each component
+/// with its transform. Meshes that stand in several places are resources, there once.
 Remarks writeXaml(const Model& model, const std::filesystem::path& file, MeshQuality quality = MeshQuality::Coarse);
 
 /// One of several files of an export.
