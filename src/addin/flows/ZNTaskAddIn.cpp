@@ -5,6 +5,7 @@
 #include "addin/flows/LaunchFlow.h"
 #include "addin/flows/RunFlow.h"
 #include "addin/flows/SetupFlow.h"
+#include "addin/flows/TrialFlow.h"
 #include "addin/variables/TaskRules.h"
 #include "base/Format.h"
 
@@ -148,6 +149,20 @@ Status CZNTaskAddIn::ForeseeRun(
     try {
         foresight = foreseeRun(m_context, query<IArkVault>(vault), query<IArkTaskInstance>(run), selection);
         return S_OK;
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+Status CZNTaskAddIn::PrepareTrial(
+    const ObjectRef& vault, const ObjectRef& task, const Text& path, const Text& folder, Text& sentence)
+{
+    try {
+        prepareTrial(m_platform.registry, query<IArkVault>(vault), query<IArkTaskProperties>(task), path, folder);
+        return S_OK;
+    } catch (const StatusError& error) {
+        sentence = toText(error.what());
+        return error.status();
     } catch (...) {
         return currentExceptionStatus();
     }

@@ -39,6 +39,7 @@ struct TaskContext {
 class CZNTaskAddIn : public IArkAddIn5,
                      public IArkTaskVariables,
                      public IArkTaskLaunch,
+                     public IArkTaskTrial,
                      public std::enable_shared_from_this<CZNTaskAddIn> {
 public:
     /// `platform` outlives the object. Without `windows` the commands that need a page answer `E_NOTIMPL`.
@@ -58,6 +59,8 @@ public:
         const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, Text& sentence) override;
     Status ForeseeRun(
         const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, ArkForesight& foresight) override;
+    Status PrepareTrial(
+        const ObjectRef& vault, const ObjectRef& task, const Text& path, const Text& folder, Text& sentence) override;
 
 private:
     Status Answer(ArkCmd& cmd, ArkSelection& selection);

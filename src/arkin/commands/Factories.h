@@ -54,6 +54,7 @@ MadeCommand taskSchedulesCommand();
 MadeCommand taskUnscheduleCommand();
 MadeCommand taskRunCommand();
 MadeCommand taskStatusCommand();
+MadeCommand taskTryCommand();
 MadeCommand taskLogCommand();
 MadeCommand taskResultsCommand();
 MadeCommand taskAuditCommand();
