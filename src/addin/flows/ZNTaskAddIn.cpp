@@ -6,6 +6,7 @@
 #include "addin/flows/RunFlow.h"
 #include "addin/flows/SetupFlow.h"
 #include "addin/flows/TrialFlow.h"
+#include "addin/macro/PlaceholderCheck.h"
 #include "addin/variables/TaskRules.h"
 #include "base/Format.h"
 
@@ -163,6 +164,17 @@ Status CZNTaskAddIn::PrepareTrial(
     } catch (const StatusError& error) {
         sentence = toText(error.what());
         return error.status();
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+Status CZNTaskAddIn::CheckMacro(const ObjectRef& vault, const ObjectRef& task, const std::vector<Text>& runNames,
+    std::vector<ArkMacroWarning>& warnings)
+{
+    try {
+        warnings = checkScript(vault, task, runNames);
+        return S_OK;
     } catch (...) {
         return currentExceptionStatus();
     }

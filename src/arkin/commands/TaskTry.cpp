@@ -5,6 +5,7 @@
 #include "arkin/commands/frame/Interrupt.h"
 #include "arkin/commands/frame/LaunchItem.h"
 #include "arkin/commands/frame/LogText.h"
+#include "arkin/commands/frame/MacroWarning.h"
 #include "arkin/commands/frame/ProgressLine.h"
 #include "arkin/commands/frame/TaskText.h"
 #include "arkin/commands/frame/TrialFolder.h"
@@ -48,17 +49,43 @@ public:
         TrialSession trial(session, outputs.printed());
         Session& copy = trial.session();
         item.path = copy.vault().pathOf({item.fileId, item.folderId});
+        const auto warnings = macroWarnings(copy.taskHost(), task);
+        const auto script = scriptOf(task);
+        if (!session.json())
+            printWarnings(warnings, script);
         const auto run = carryOut(copy, task, item, outputs, interrupt);
         const auto local = copy.shown(copy.vault().info().root);
         outputs.take(filesMadeBy(copy.vault(), run.id), local);
-        if (session.json())
-            printJson(toJson(copy, run, outputs));
-        else
+        if (session.json()) {
+            auto json = toJson(copy, run, outputs);
+            auto list = Json::array();
+            for (const auto& warning : warnings)
+                list.push_back(arkin::toJson(warning, script));
+            json["warnings"] = list;
+            printJson(json);
+        } else {
             print(copy, run, outputs, local + " stands for the vault's folder " + vaultFolder);
+        }
         return run.wentWell() ? commandDone : run.wentWellInPart() ? commandDoneInPart : commandFailed;
     }
 
 private:
+    static zn::Text scriptOf(const TaskDefinition& task)
+    {
+        const auto script = task.variables.find(zn::Text(zn::scriptVariable));
+        const auto* text = script == task.variables.end() ? nullptr : script->second.get<zn::Text>();
+        return text ? *text : zn::Text();
+    }
+
+    static void printWarnings(const std::vector<zn::ArkMacroWarning>& warnings, const zn::Text& script)
+    {
+        if (!warnings.empty())
+            std::cout << "Warnings about the macro's template:\n";
+        for (const auto& warning : warnings)
+            std::cout << shownWarning(warning, script) << "\n";
+        std::cout << std::flush; // before the progress on the other stream
+    }
+
     static RunInfo carryOut(Session& copy, const TaskDefinition& task, const zn::ArkSelItem& item,
         const TrialFolder& outputs, const Interrupt& interrupt)
     {

@@ -2,6 +2,7 @@
 
 #include "arkin/store/Vault.h"
 #include "arkin/tasks/AddInModule.h"
+#include "arkin/tasks/RunValues.h"
 #include "arkin/tasks/TaskProperties.h"
 
 #include <algorithm>
@@ -23,6 +24,19 @@ TaskDefinition preparedForTrial(
     if (const auto refusal = properties->takeRefusal(); !refusal.empty())
         throw zn::StatusError(zn::E_FAIL, refusal);
     return properties->task();
+}
+
+std::vector<zn::ArkMacroWarning> macroWarnings(const TaskHost& host, const TaskDefinition& task)
+{
+    std::vector<zn::ArkMacroWarning> warnings;
+    const auto addIn = zn::query<zn::IArkMacroCheck>(loadAddIn(host.registry, host.files, task.addIn));
+    const auto properties = std::make_shared<TaskProperties>(task);
+    const auto status = addIn ? addIn->CheckMacro(host.vault, properties, runValueNames(), warnings) : zn::S_OK;
+    if (zn::failed(status))
+        throw zn::StatusError(status,
+            "The macro of the task '" + zn::toUtf8(task.name)
+                + "' couldn't be looked at: " + describeStatus(host, status) + ".");
+    return warnings;
 }
 
 std::vector<std::filesystem::path> filesMadeBy(Vault& copy, std::int32_t runId)
