@@ -39,6 +39,8 @@ struct InputBox {
     Text defaultAnswer;
 };
 
+class LineWatcher;
+
 /// What a running macro needs from the application around it. All calls come on the thread that runs the macro.
 /// A failure is raised as a `StatusError`, which the macro can handle: the statuses of automation turn into the
 /// language's numbers (`DISP_E_MEMBERNOTFOUND` 438, `DISP_E_TYPEMISMATCH` 13 …), any other is the number itself.
@@ -65,6 +67,8 @@ public:
     virtual Text inputBox(const InputBox& box) { return box.defaultAnswer; }
     /// Asked every few hundred statements: true ends the macro, which can't handle that. Must be quick.
     virtual bool stopRequested() { return false; }
+    /// Who sees each line run; null for nobody. Asked once for a machine, which it outlives.
+    virtual LineWatcher* watcher() { return nullptr; }
     /// Local time as a day count, with fractions of a second.
     virtual double now();
     /// An environment variable, empty if there is none.

@@ -12,7 +12,7 @@ namespace zn {
 
 namespace {
 
-enum Confined : std::int32_t { NoScript = 0, OwnMacros = 1, EveryScript = 2 };
+enum Confined : std::int32_t { NoScript = 0, OwnMacros = 1, EveryScript = confineEveryScript };
 
 /// What an editor may change without anyone having written anything: line ends, and blanks at the end.
 Text withoutLineEnds(Text script)
@@ -36,8 +36,24 @@ constexpr std::uint64_t formerMacros[] = {
     0xea9e58bc96ce3b96, // printing, up to 0.9.0
 };
 
-/// The last folder of an output path above everything that a file may decide; empty if the path names none.
-Text folderOfTask(Text path, const Text& vaultRoot, const Text& fileFolder)
+} // namespace
+
+bool isOwnMacro(const Text& script)
+{
+    const Text text = withoutLineEnds(script);
+    return text == withoutLineEnds(defaultMacro(TaskKind::Conversion))
+        || text == withoutLineEnds(defaultMacro(TaskKind::Printing))
+        || std::ranges::find(formerMacros, numberOf(text)) != std::end(formerMacros);
+}
+
+bool confinesMacro(Registry& registry, const Text& script)
+{
+    const auto value = registry.read(RegistryRoot::User, addInKey, confineMacrosValue);
+    const std::int32_t chosen = value ? value->asNumber().value_or(OwnMacros) : OwnMacros;
+    return chosen == EveryScript || (chosen != NoScript && isOwnMacro(script));
+}
+
+Text folderOfOutputs(Text path, const Text& vaultRoot, const Text& fileFolder)
 {
     // A folder's own name may look like a token.
     Text folder;
@@ -54,23 +70,6 @@ Text folderOfTask(Text path, const Text& vaultRoot, const Text& fileFolder)
     return isAbsolutePath(folder) ? canonicalPath(folder) : Text();
 }
 
-} // namespace
-
-bool isOwnMacro(const Text& script)
-{
-    const Text text = withoutLineEnds(script);
-    return text == withoutLineEnds(defaultMacro(TaskKind::Conversion))
-        || text == withoutLineEnds(defaultMacro(TaskKind::Printing))
-        || std::ranges::find(formerMacros, numberOf(text)) != std::end(formerMacros);
-}
-
-bool confinesMacro(Registry& registry, const Text& script)
-{
-    const auto value = registry.read(RegistryRoot::User, addInKey, u"ConfineMacros");
-    const std::int32_t chosen = value ? value->asNumber().value_or(OwnMacros) : OwnMacros;
-    return chosen == EveryScript || (chosen != NoScript && isOwnMacro(script));
-}
-
 std::vector<Text> reachableFolders(IArkVault& vault, const ObjectRef& task, const Text& filePath, const Text& logPath)
 {
     Text root;
@@ -80,7 +79,7 @@ std::vector<Text> reachableFolders(IArkVault& vault, const ObjectRef& task, cons
         folders.push_back(pathFolder(logPath));
     for (const TextView name : {u"OutputPath", u"OutputPath2"}) {
         const Text path = readText(task, Text(name)).value_or(Text());
-        if (Text folder = folderOfTask(path, withoutTrailingSeparators(root), pathFolder(filePath)); !folder.empty())
+        if (Text folder = folderOfOutputs(path, withoutTrailingSeparators(root), pathFolder(filePath)); !folder.empty())
             folders.push_back(std::move(folder));
     }
     return folders;

@@ -10,6 +10,10 @@ namespace zn {
 
 class Registry;
 
+/// The value of `addInKey` of the user that `confinesMacro` reads.
+inline constexpr TextView confineMacrosValue = u"ConfineMacros";
+inline constexpr std::int32_t confineEveryScript = 2;
+
 /// Whether the script is the product's own macro, of this version or an earlier one, and not one that somebody wrote.
 bool isOwnMacro(const Text& script);
 
@@ -19,6 +23,10 @@ bool isOwnMacro(const Text& script);
 /// these, is a program that may do what its author wants. The number "ConfineMacros" below `addInKey` of the user says
 /// otherwise: 0 confines none, 2 confines every script.
 bool confinesMacro(Registry& registry, const Text& script);
+
+/// The last folder of an output path above everything that a file may decide; empty if the path names none. A file in
+/// `fileFolder` of the vault whose local folder is `vaultRoot`, which has no separator at its end.
+Text folderOfOutputs(Text path, const Text& vaultRoot, const Text& fileFolder);
 
 /// The folders that a confined macro for the file at `filePath` may reach: the vault's, that of the log if the task
 /// keeps one, and those of the output paths, as far as the task itself spells them out: a folder that a file's name or

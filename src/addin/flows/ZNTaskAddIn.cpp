@@ -5,6 +5,8 @@
 #include "addin/flows/LaunchFlow.h"
 #include "addin/flows/RunFlow.h"
 #include "addin/flows/SetupFlow.h"
+#include "addin/flows/TrialFlow.h"
+#include "addin/macro/PlaceholderCheck.h"
 #include "addin/variables/TaskRules.h"
 #include "base/Format.h"
 
@@ -147,6 +149,31 @@ Status CZNTaskAddIn::ForeseeRun(
 {
     try {
         foresight = foreseeRun(m_context, query<IArkVault>(vault), query<IArkTaskInstance>(run), selection);
+        return S_OK;
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+Status CZNTaskAddIn::PrepareTrial(
+    const ObjectRef& vault, const ObjectRef& task, const Text& path, const Text& folder, Text& sentence)
+{
+    try {
+        prepareTrial(m_platform.registry, query<IArkVault>(vault), query<IArkTaskProperties>(task), path, folder);
+        return S_OK;
+    } catch (const StatusError& error) {
+        sentence = toText(error.what());
+        return error.status();
+    } catch (...) {
+        return currentExceptionStatus();
+    }
+}
+
+Status CZNTaskAddIn::CheckMacro(const ObjectRef& vault, const ObjectRef& task, const std::vector<Text>& runNames,
+    std::vector<ArkMacroWarning>& warnings)
+{
+    try {
+        warnings = checkScript(vault, task, runNames);
         return S_OK;
     } catch (...) {
         return currentExceptionStatus();

@@ -7,6 +7,7 @@
 #include "addin/variables/LaunchFreedom.h"
 #include "addin/variables/TaskVariables.h"
 #include "contracts/host/ArkAddIn.h"
+#include "contracts/host/ArkMacroCheck.h"
 #include "contracts/host/ArkTask.h"
 #include "contracts/host/ArkVault.h"
 #include "platform/Platform.h"
@@ -39,6 +40,8 @@ struct TaskContext {
 class CZNTaskAddIn : public IArkAddIn5,
                      public IArkTaskVariables,
                      public IArkTaskLaunch,
+                     public IArkTaskTrial,
+                     public IArkMacroCheck,
                      public std::enable_shared_from_this<CZNTaskAddIn> {
 public:
     /// `platform` outlives the object. Without `windows` the commands that need a page answer `E_NOTIMPL`.
@@ -58,6 +61,10 @@ public:
         const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, Text& sentence) override;
     Status ForeseeRun(
         const ObjectRef& vault, const ObjectRef& run, const ArkSelection& selection, ArkForesight& foresight) override;
+    Status PrepareTrial(
+        const ObjectRef& vault, const ObjectRef& task, const Text& path, const Text& folder, Text& sentence) override;
+    Status CheckMacro(const ObjectRef& vault, const ObjectRef& task, const std::vector<Text>& runNames,
+        std::vector<ArkMacroWarning>& warnings) override;
 
 private:
     Status Answer(ArkCmd& cmd, ArkSelection& selection);

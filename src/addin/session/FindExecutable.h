@@ -10,6 +10,8 @@ namespace zn {
 
 /// Registry key of the user with the settings that support staff steer this add-in by.
 inline constexpr TextView addInKey = u"Software\\Zentrel\\Applications\\Arkin Enterprise\\ZNTaskAddIn";
+/// Below it: the path at which the text of the last macro is kept.
+inline constexpr TextView scriptCopyValue = u"ScriptCopyPath";
 
 /// The program identifier of whatever release is the machine's default.
 inline constexpr TextView plainProgId = u"Zentrel.Application";

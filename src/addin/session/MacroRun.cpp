@@ -81,7 +81,7 @@ void ZNManager::copyForSupport(const Text& file)
 {
     Registry& registry = m_platform.registry;
     registry.createKey(RegistryRoot::User, addInKey);
-    const auto value = registry.read(RegistryRoot::User, addInKey, u"ScriptCopyPath");
+    const auto value = registry.read(RegistryRoot::User, addInKey, scriptCopyValue);
     if (const auto path = value ? value->asText() : std::nullopt)
         m_platform.files.copyFile(file, *path);
 }

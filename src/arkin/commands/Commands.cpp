@@ -64,6 +64,7 @@ const CommandRow commands[] = {
     {"task", "edit", "Show the property pages of a task", taskEditCommand},
     {"task", "delete", "Delete a task; its runs stay", taskDeleteCommand},
     {"task", "launch", "Put a run of a task on files or folders into the queue", taskLaunchCommand},
+    {"task", "try", "Run a task for one file on a copy, and show its macro, log and outputs", taskTryCommand},
     {"task", "again", "Do a run again, as it was or as its task is now", taskAgainCommand},
     {"task", "schedule", "Launch a task by itself at a time of the day", taskScheduleCommand},
     {"task", "schedules", "Show when tasks are launched by themselves, and what came of it", taskSchedulesCommand},

@@ -58,6 +58,7 @@ MadeCommand taskSchedulesCommand();
 MadeCommand taskUnscheduleCommand();
 MadeCommand taskRunCommand();
 MadeCommand taskStatusCommand();
+MadeCommand taskTryCommand();
 MadeCommand taskLogCommand();
 MadeCommand taskResultsCommand();
 MadeCommand taskAuditCommand();

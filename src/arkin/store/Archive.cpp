@@ -158,7 +158,16 @@ bool Archive::empty() const
     return isEmpty;
 }
 
-fs::path Archive::pathOf(const std::string& hash) const { return m_folder / shardOf(hash) / hash; }
+fs::path Archive::ownPathOf(const std::string& hash) const { return m_folder / shardOf(hash) / hash; }
+
+fs::path Archive::pathOf(const std::string& hash) const
+{
+    const fs::path own = ownPathOf(hash);
+    if (m_behind.empty() || access(own.c_str(), F_OK) == 0)
+        return own;
+    const fs::path behind = m_behind / shardOf(hash) / hash;
+    return access(behind.c_str(), F_OK) == 0 ? behind : own;
+}
 
 bool Archive::holds(const std::string& hash) const { return access(pathOf(hash).c_str(), F_OK) == 0; }
 
@@ -235,7 +244,7 @@ std::optional<Archive::SetAside> Archive::setAside(const IsNeeded& isNeeded, std
     const fs::path removed = m_folder / "removed";
     const fs::path today = removed / dayOf(now);
     const bool alone = forEachLeftover(isNeeded, [&](const std::string& hash) {
-        const fs::path path = pathOf(hash);
+        const fs::path path = ownPathOf(hash);
         struct stat status { };
         if (stat(path.c_str(), &status) != 0 || status.st_mtime >= before) {
             ++done.tooNew;
@@ -259,7 +268,7 @@ std::optional<Archive::SetAside> Archive::removeLeftovers(const IsNeeded& isNeed
 {
     SetAside done;
     const bool alone = forEachLeftover(isNeeded, [&](const std::string& hash) {
-        const fs::path path = pathOf(hash);
+        const fs::path path = ownPathOf(hash);
         struct stat status { };
         done.bytes += lstat(path.c_str(), &status) == 0 ? status.st_size : 0;
         removeFiles({path});
@@ -340,7 +349,7 @@ void ArchiveBatch::publish()
     m_sharedFolders.clear();
     while (!m_arrivals.empty()) {
         const Arrival& arrival = m_arrivals.back();
-        const fs::path final = m_archive.pathOf(arrival.hash);
+        const fs::path final = m_archive.ownPathOf(arrival.hash);
         if (folders.insert(shardOf(arrival.hash)).second)
             makeFolder(final.parent_path(), m_archive.m_sharing);
         if (rename(arrival.path.c_str(), final.c_str()) != 0)

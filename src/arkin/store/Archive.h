@@ -43,9 +43,14 @@ public:
     /// Whether it holds no content.
     bool empty() const;
 
+    /// From now on contents that it doesn't hold itself are read from the archive in `folder`, to which nothing is ever
+    /// written: for a copy of a vault that is there for a while.
+    void readBehind(const std::filesystem::path& folder) { m_behind = folder; }
+
     bool holds(const std::string& hash) const;
     /// Whether it holds a content of this size, which is all that is looked at.
     bool holdsSized(const Content& content) const;
+    /// Of a content that may be read there; a missing one has its place in this archive.
     std::filesystem::path pathOf(const std::string& hash) const;
     /// Writes the content to `destination`. Raises E_ARK_ARCHIVE if the archive's copy is damaged or missing.
     void copyOut(const Content& content, FileHandle& destination) const;
@@ -83,9 +88,11 @@ private:
     /// False, and nothing visited, while another process has a batch open; nobody can open one meanwhile.
     template <class Visit> bool forEachLeftover(const IsNeeded& isNeeded, const Visit& visit) const;
     std::vector<std::filesystem::path> arrivals() const;
+    std::filesystem::path ownPathOf(const std::string& hash) const;
 
     std::filesystem::path m_folder;
-    zn::Sharing m_sharing; ///< of the folder that it lies in
+    std::filesystem::path m_behind; ///< empty for none
+    zn::Sharing m_sharing;          ///< of the folder that it lies in
 };
 
 /// Contents on their way into the archive. `put` takes them one by one, `publish` makes all of them durable at the

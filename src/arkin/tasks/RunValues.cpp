@@ -30,6 +30,16 @@ const Row rows[] = {
 
 } // namespace
 
+std::vector<zn::Text> runValueNames()
+{
+    std::vector<zn::Text> names;
+    for (const auto& row : rows) {
+        names.emplace_back(row.name);
+        names.push_back(u"#" + zn::toText(std::to_string(row.number)));
+    }
+    return names;
+}
+
 zn::Status runValue(const RunSetting& setting, const Value& idOrName, Value& value)
 {
     const bool byNumber = idOrName.type() != zn::ValueType::String;

@@ -23,4 +23,7 @@ struct RunSetting {
 ///   5 VaultRoot  6 HostName    7 RunNumber    8 LaunchTime (a date)
 zn::Status runValue(const RunSetting& setting, const zn::Value& idOrName, zn::Value& value);
 
+/// All that it answers to: the names, and the numbers as a macro writes them, "#1" and so on.
+std::vector<zn::Text> runValueNames();
+
 } // namespace zn::arkin

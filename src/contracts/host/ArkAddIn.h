@@ -55,4 +55,18 @@ public:
         = 0;
 };
 
+/// What an add-in's object may be, too: how its tasks are tried on a copy of a vault, so that people see what one does
+/// before it does it.
+class IArkTaskTrial {
+public:
+    virtual ~IArkTaskTrial() = default;
+    /// Before the launch of a trial. The vault, the task (an `IArkTaskProperties`) and this machine's registry are
+    /// copies that nobody else has, and may be changed for it. Sees to it that the task's run on the file at `path`
+    /// writes what it would write outside of the vault below `folder` instead, which is there, and that its macros
+    /// reach nothing else. A task for which that can't be is refused; a failure may leave a sentence.
+    virtual Status PrepareTrial(
+        const ObjectRef& vault, const ObjectRef& task, const Text& path, const Text& folder, Text& sentence)
+        = 0;
+};
+
 } // namespace zn

@@ -3,6 +3,7 @@
 #include "language/Machine.h"
 #include "language/run/Frame.h"
 #include "language/run/RunContext.h"
+#include "language/run/Watching.h"
 
 #include <optional>
 
@@ -121,7 +122,8 @@ private:
     };
     std::optional<Origin> m_origin; ///< where the error that travels now came from
     std::uint32_t m_ticks = 0;
-    Text m_printed; ///< an unfinished line of `Debug.Print`
+    std::optional<Watching> m_watching; ///< where the host has somebody who watches
+    Text m_printed;                     ///< an unfinished line of `Debug.Print`
 };
 
 } // namespace zn::language

@@ -58,7 +58,11 @@ Value Evaluator::finishCall(Frame& frame)
     checkStack();
     {
         const FrameScope scope(m_frame, frame);
+        if (m_watching)
+            m_watching->enter(frame);
         execute(frame);
+        if (m_watching)
+            m_watching->leave(frame);
     }
     if (frame.handler.active)
         m_context.err->clear();

@@ -17,6 +17,8 @@ void Evaluator::execute(Frame& frame)
                 frame.current = frame.next++;
                 const Step& next = frame.procedure.steps[static_cast<std::size_t>(frame.current)];
                 m_position = next.position;
+                if (m_watching && next.startsStatement)
+                    m_watching->statement(frame, next.position);
                 tick();
                 perform(next);
             }

@@ -86,6 +86,8 @@ Evaluator::Evaluator(Program program, Host& host, FileAccess& files)
     m_globals.reserve(m_module.globals.size());
     for (const Variable& variable : m_module.globals)
         m_globals.push_back(initialValue(variable));
+    if (LineWatcher* watcher = host.watcher())
+        m_watching.emplace(*watcher, m_module, m_globals);
 }
 
 void Evaluator::checkStack() const

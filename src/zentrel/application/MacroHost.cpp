@@ -55,6 +55,20 @@ bool MacroHost::stopRequested()
     return asked && asked();
 }
 
+zn::language::LineWatcher* MacroHost::watcher() { return m_application.surroundings().trace ? this : nullptr; }
+
+void MacroHost::line(const zn::language::WatchedLine& line)
+{
+    m_application.surroundings().trace(
+        fmt::format("{:5}  {:{}}{}", line.number, "", 2 * line.depth, zn::toUtf8(zn::trim(line.source))));
+}
+
+void MacroHost::changed(const zn::language::WatchedChange& change)
+{
+    m_application.surroundings().trace(
+        fmt::format("    >  {:{}}{} = {}", "", 2 * change.depth, zn::toUtf8(change.name), zn::toUtf8(change.value)));
+}
+
 std::int32_t defaultAnswer(std::int32_t buttons)
 {
     // Rows: the kinds of boxes in the order of their numbers; columns: their buttons, with the language's answers.

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "language/Host.h"
+#include "language/LineWatcher.h"
 #include "zentrel/application/Application.h"
 
 namespace zn::zentrel {
 
 /// The application as a running macro sees it.
-class MacroHost : public zn::language::Host {
+class MacroHost : public zn::language::Host, private zn::language::LineWatcher {
 public:
     /// `application` outlives the host.
     explicit MacroHost(Application& application)
@@ -22,8 +23,12 @@ public:
     std::int32_t messageBox(const zn::language::MessageBox& box) override;
     Text inputBox(const zn::language::InputBox& box) override;
     bool stopRequested() override;
+    /// Where the surroundings want a trace.
+    zn::language::LineWatcher* watcher() override;
 
 private:
+    void line(const zn::language::WatchedLine& line) override;
+    void changed(const zn::language::WatchedChange& change) override;
     DispatchRef application();
 
     Application& m_application;

@@ -28,6 +28,8 @@ struct Surroundings {
     std::function<void()> exit;
     /// Output of `Debug.Print`; the log if it is empty.
     std::function<void(const std::string&)> print;
+    /// Takes a line for each line of a macro that runs and for each variable that it changes; empty for none.
+    std::function<void(const std::string&)> trace = {};
     /// Has foreign files read that will be opened later, the first one first, and meshed if a quality is given. Never
     /// waits. Empty where nobody can.
     std::function<void(const std::vector<std::filesystem::path>& files, std::optional<MeshQuality> mesh)> readAhead

@@ -3,6 +3,7 @@
 #include "commandline/Json.h"
 #include "contracts/objectmodel/TypeLibrary.h"
 #include "platform/WholeFile.h"
+#include "zentrel/application/MacroRunner.h"
 
 #include <fmt/format.h>
 
@@ -31,10 +32,10 @@ struct CheckMacro {
         const auto errors = zn::language::check(readMacro(file), macroCompileOptions());
         auto list = commandline::Json::array();
         for (const auto& error : errors) {
-            const auto message = zn::toUtf8(error.message);
-            list.push_back({{"line", error.line}, {"column", error.column}, {"message", message}});
+            list.push_back({{"line", error.line}, {"column", error.column}, {"message", zn::toUtf8(error.message)},
+                {"source", zn::toUtf8(error.sourceLine)}});
             if (!json)
-                fmt::print("{}:{}:{}: {}\n", file.string(), error.line, error.column, message);
+                fmt::print("{}\n", faultText(file.string(), error.line, error.column, error.message, error.sourceLine));
         }
         if (json)
             fmt::print("{}\n", list.text());

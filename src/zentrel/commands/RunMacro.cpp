@@ -13,6 +13,7 @@ struct RunMacro {
     const Common* common;
     std::filesystem::path file = {};
     std::vector<std::filesystem::path> folders = {};
+    bool trace = false;
 
     void declare(Arguments& take)
     {
@@ -20,14 +21,17 @@ struct RunMacro {
         take.option("--confine", folders,
                 "The macro reaches this folder and what is below it, and no file outside; may be given several times")
             .shownAs("DIR");
+        take.flag("--trace", trace, "Show each line before it runs, and each variable that it has changed");
     }
 
     int run() const
     {
+        const auto print = [](const std::string& line) { std::cout << line << '\n'; };
         Session session(common->home,
             {.stopRequested = {},
                 .exit = {},
-                .print = [](const std::string& line) { std::cout << line << '\n'; },
+                .print = print,
+                .trace = trace ? print : std::function<void(const std::string&)>(),
                 .echo = true});
         if (!folders.empty())
             session.application()->call(u"ConfineMacros", {textArray(machinePaths(session.platform().files()))});

@@ -74,6 +74,7 @@ Session::Session(const std::filesystem::path& home, Hooks hooks)
         .stopRequested = std::move(hooks.stopRequested),
         .exit = std::move(hooks.exit),
         .print = std::move(hooks.print),
+        .trace = std::move(hooks.trace),
         .readAhead = m_readAhead ? [this](const auto& files, auto mesh) { m_readAhead->expect(files, mesh); }
                                  : decltype(Surroundings::readAhead)(),
         .confined = [this](const auto& folders, const auto& work) { runConfined(folders, work); },

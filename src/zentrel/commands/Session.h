@@ -18,6 +18,8 @@ public:
         std::function<bool()> stopRequested;
         std::function<void()> exit;
         std::function<void(const std::string&)> print;
+        /// As `Surroundings::trace`.
+        std::function<void(const std::string&)> trace = {};
         /// Whether the log's lines are shown on the error output too.
         bool echo = false;
     };

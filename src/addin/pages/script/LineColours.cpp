@@ -1,6 +1,6 @@
 #include "addin/pages/script/LineColours.h"
 
-#include "addin/pages/script/Placeholders.h"
+#include "addin/macro/Placeholders.h"
 #include "language/text/Token.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "addin/pages/script/TemplateCheck.h"
 
-#include "addin/pages/script/Placeholders.h"
+#include "addin/macro/Placeholders.h"
 #include "base/Format.h"
 #include "contracts/objectmodel/TypeLibrary.h"
 #include "language/Program.h"

@@ -1,7 +1,7 @@
+#include "addin/macro/Placeholders.h"
 #include "addin/pages/script/BlockWords.h"
 #include "addin/pages/script/LineColours.h"
 #include "addin/pages/script/MacroColours.h"
-#include "addin/pages/script/Placeholders.h"
 #include "addin/pages/script/TemplateCheck.h"
 #include "tests/support/Files.h"
 

@@ -1,4 +1,4 @@
-#include "addin/pages/script/Placeholders.h"
+#include "addin/macro/Placeholders.h"
 
 #include "addin/variables/TaskVariables.h"
 
