@@ -56,12 +56,15 @@ void TrialHome::moveVaults()
 {
     Database copy(zn::sqliteConnection(m_home / "vault.sqlite"));
     Transaction transaction(copy);
+    const std::string archive = (m_home / "archive").string();
     for (const VaultInfo& vault : m_store.vaults()) {
         const fs::path folder = m_local / std::to_string(vault.id)
             / zn::toUtf8(zn::pathFileName(zn::withoutTrailingSeparators(vault.root)));
         fs::create_directories(folder);
         const std::string root = zn::toUtf8(m_store.files().fromMachine(folder));
-        copy.session() << "UPDATE vaults SET root = :r WHERE id = :i", soci::use(root), soci::use(vault.id);
+        // The copy works with its own folder, so it isn't closed as one that stands beside its original.
+        copy.session() << "UPDATE vaults SET root = :r, archive_folder = :a WHERE id = :i", soci::use(root),
+            soci::use(archive), soci::use(vault.id);
     }
     for (const char* statement : leftBehind)
         copy.session() << statement;
