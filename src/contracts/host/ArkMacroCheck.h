@@ -1,6 +1,8 @@
 #pragma once
 
 #include "base/Object.h"
+#include "base/Status.h"
+#include "base/Text.h"
 
 #include <vector>
 
