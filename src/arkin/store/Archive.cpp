@@ -162,7 +162,7 @@ fs::path Archive::ownPathOf(const std::string& hash) const { return m_folder / s
 
 fs::path Archive::pathOf(const std::string& hash) const
 {
-    const fs::path own = ownPathOf(hash);
+    fs::path own = ownPathOf(hash);
     if (m_behind.empty() || access(own.c_str(), F_OK) == 0)
         return own;
     const fs::path behind = m_behind / shardOf(hash) / hash;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Text.h"
+#include "zentrel/model/Model.h"
 
 #include <string>
 
