@@ -17,15 +17,15 @@ constexpr std::chrono::milliseconds progressInterval{250};
 
 } // namespace
 
-RunInstance::RunInstance(
-    RunClaim claim, RunSetting setting, zn::Clock& clock, RoomWait& room, StopSignal& cancelled, RunWatcher watcher)
+RunInstance::RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, zn::FileSystem& files, RoomWait& room,
+    StopSignal& cancelled, RunWatcher watcher)
     : m_claim(std::move(claim))
     , m_setting(std::move(setting))
     , m_clock(clock)
     , m_room(room)
     , m_cancelled(cancelled)
     , m_watcher(std::move(watcher))
-    , m_paths(m_claim, clock, room, [this](const std::string& sentence) { tellWaiting(sentence); })
+    , m_paths(m_claim, clock, files, room, [this](const std::string& sentence) { tellWaiting(sentence); })
     , m_variables(m_claim.store().variables(m_claim.run().id))
 {
 }

@@ -36,9 +36,9 @@ class RunInstance final : public zn::IArkTaskInstance,
                           public zn::IArkRunPaths,
                           public zn::IArkRunControl {
 public:
-    /// `clock`, `room` and `cancelled` outlive the instance.
-    RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, RoomWait& room, StopSignal& cancelled,
-        RunWatcher watcher = {});
+    /// `clock`, `files`, `room` and `cancelled` outlive the instance.
+    RunInstance(RunClaim claim, RunSetting setting, zn::Clock& clock, zn::FileSystem& files, RoomWait& room,
+        StopSignal& cancelled, RunWatcher watcher = {});
 
     /// The first failure of a write, with its sentence; empty while all went well. An add-in may pass a failed
     /// status over, the host may not.

@@ -21,9 +21,10 @@ soci::session& sessionOf(const RunClaim& claim) { return claim.store().database(
 
 } // namespace
 
-RunPaths::RunPaths(const RunClaim& claim, zn::Clock& clock, RoomWait& room, WaitWatcher watcher)
+RunPaths::RunPaths(const RunClaim& claim, zn::Clock& clock, zn::FileSystem& files, RoomWait& room, WaitWatcher watcher)
     : m_claim(claim)
     , m_clock(clock)
+    , m_files(files)
     , m_room(room)
     , m_watcher(std::move(watcher))
 {
@@ -76,7 +77,7 @@ bool RunPaths::tryToKeep(const std::vector<KeptPath>& wanted)
                 continue;
             if (waitsForThis(other.id))
                 throw zn::StatusError(E_ARK_RUNS_CROSS,
-                    "Run " + std::to_string(other.id) + " works with " + met->beginning
+                    "Run " + std::to_string(other.id) + " works with " + shown(met->beginning)
                         + " and waits for a file of this run. Launch the task again when that run has ended.");
             setWaitsFor(other.id);
             const KeptPath place = *met;
@@ -155,7 +156,7 @@ bool RunPaths::waitsForThis(std::int32_t runId)
 void RunPaths::awaitEnd(const RunInfo& other, const KeptPath& path)
 {
     m_watcher("Waits for run " + std::to_string(other.id) + " of '" + zn::toUtf8(other.taskName)
-        + "', which works with " + path.beginning + (path.isOutput() ? "…" : ""));
+        + "', which works with " + shown(path.beginning) + (path.isOutput() ? "…" : ""));
     const auto goOn = [&] {
         Transaction transaction(m_claim.store().database());
         setWaitsFor(0);

@@ -6,6 +6,7 @@
 #include "arkin/tasks/RunClaim.h"
 #include "contracts/host/ArkTask.h"
 #include "platform/Clock.h"
+#include "platform/FileSystem.h"
 
 #include <functional>
 
@@ -23,7 +24,7 @@ public:
     /// Called with a sentence when the run begins to wait, and with an empty one when it goes on.
     using WaitWatcher = std::function<void(const std::string& sentence)>;
 
-    RunPaths(const RunClaim& claim, zn::Clock& clock, RoomWait& room, WaitWatcher watcher);
+    RunPaths(const RunClaim& claim, zn::Clock& clock, zn::FileSystem& files, RoomWait& room, WaitWatcher watcher);
     RunPaths(const RunPaths&) = delete;
     RunPaths& operator=(const RunPaths&) = delete;
 
@@ -53,9 +54,12 @@ private:
     void setWaitsFor(std::int32_t runId);
     bool waitsForThis(std::int32_t runId);
     void awaitEnd(const RunInfo& other, const KeptPath& path);
+    /// As a person knows it; paths are kept in small letters.
+    std::string shown(const std::string& kept) { return m_files.shown(zn::toText(kept)); }
 
     RunClaim m_claim;
     zn::Clock& m_clock;
+    zn::FileSystem& m_files;
     RoomWait& m_room;
     WaitWatcher m_watcher;
     std::vector<KeptPath> m_announced;

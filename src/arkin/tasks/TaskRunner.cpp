@@ -33,7 +33,8 @@ RunInfo TaskRunner::run(const RunClaim& claim)
         setting.launchedAt = claim.run().launchedAt;
         if (m_host.opened)
             m_room.patiently([&] { putBackCopies(*m_host.opened); });
-        const auto instance = std::make_shared<RunInstance>(claim, setting, m_host.clock, m_room, cancelled, m_watcher);
+        const auto instance
+            = std::make_shared<RunInstance>(claim, setting, m_host.clock, m_host.files, m_room, cancelled, m_watcher);
         if (m_host.opened)
             instance->setUnchangedFiles({*m_host.opened, m_host.files});
         code = callAddIn(claim, instance);

@@ -83,7 +83,8 @@ TEST_F(RunPathsTest, TheLaterRunWaitsUntilTheOtherHasEnded)
     launch();
     launch();
     const RunClaim first = take(), second = take();
-    RunPaths one(first, clock, room, watcher), two(second, clock, room, watcher);
+    RunPaths one(first, clock, test.store.files(), room, watcher),
+        two(second, clock, test.store.files(), room, watcher);
     const LocalCopyUse copy{u"Z:\\V\\a.step", 1}, older{u"Z:\\V\\A.step", 2};
     one.announce({{u"Z:\\V\\Out\\a_", u".stl"}});
     EXPECT_TRUE(one.keepLocalCopies({&copy, 1}));
@@ -98,16 +99,16 @@ TEST_F(RunPathsTest, TheLaterRunWaitsUntilTheOtherHasEnded)
     };
     two.keepOutput(u"Z:\\V\\OUT\\a_Red.stl");
     EXPECT_EQ(looks, 3);
-    EXPECT_THAT(told, ::testing::ElementsAre("Waits for run 1 of 'To STL', which works with z:\\v\\out\\a_…", ""));
+    EXPECT_THAT(told, ::testing::ElementsAre("Waits for run 1 of 'To STL', which works with /v/out/a_…", ""));
 
     launch();
-    RunPaths three(take(), clock, room, watcher);
+    RunPaths three(take(), clock, test.store.files(), room, watcher);
     clock.meanwhile = [&] { loseWorker(2); };
     EXPECT_FALSE(three.keepLocalCopies({&older, 1})); // it had to wait, and a worker that is gone keeps nothing
     EXPECT_TRUE(three.keepLocalCopies({&older, 1}));
 
     launch();
-    RunPaths four(RunClaim::take(runs, 4, thisProcess(), clock.now()), clock, room, watcher);
+    RunPaths four(RunClaim::take(runs, 4, thisProcess(), clock.now()), clock, test.store.files(), room, watcher);
     clock.meanwhile = [&] { test.store.database().session() << "UPDATE task_runs SET state = 6 WHERE id = 4"; };
     EXPECT_EQ(sentenceOf([&] { four.keepOutput(older.path); }), "The run was cancelled while it waited for run 3.");
 }
@@ -117,12 +118,13 @@ TEST_F(RunPathsTest, RunsDoNotWaitForEachOther)
     launch();
     launch();
     const RunClaim first = take(), second = take();
-    RunPaths one(first, clock, room, watcher), two(second, clock, room, watcher);
+    RunPaths one(first, clock, test.store.files(), room, watcher),
+        two(second, clock, test.store.files(), room, watcher);
     one.keepOutput(u"Z:\\x");
     two.keepOutput(u"Z:\\y");
     clock.meanwhile = [&] {
         EXPECT_EQ(sentenceOf([&] { two.keepOutput(u"Z:\\X"); }),
-            "Run 1 works with z:\\x and waits for a file of this run. Launch the task again when that run has ended.");
+            "Run 1 works with /x and waits for a file of this run. Launch the task again when that run has ended.");
         end(second);
     };
     one.keepOutput(u"Z:\\y");
@@ -134,7 +136,8 @@ TEST_F(RunPathsTest, AnotherRunsCheckOutIsAnothers)
     const Place place = test.addReleased("a.stl", "a");
     launch();
     launch();
-    RunPaths one(take(), clock, room, watcher), two(take(), clock, room, watcher);
+    RunPaths one(take(), clock, test.store.files(), room, watcher),
+        two(take(), clock, test.store.files(), room, watcher);
     test.vault.actFor(&one);
     checkOut(test.vault, place);
     for (ActingRun* other : {static_cast<ActingRun*>(&two), static_cast<ActingRun*>(nullptr)}) {
@@ -150,7 +153,7 @@ TEST_F(RunPathsTest, ALostRunGivesItsFilesBackAndItsLateWorkerWritesNothing)
 {
     const Place place = test.addReleased("a.stl", "first"), other = test.addReleased("b.stl", "b");
     launch();
-    RunPaths late(take(), clock, room, watcher);
+    RunPaths late(take(), clock, test.store.files(), room, watcher);
     test.vault.actFor(&late);
     checkOut(test.vault, place);
     writeFile(test.local("a.stl"), "of the run that dies");
@@ -161,7 +164,7 @@ TEST_F(RunPathsTest, ALostRunGivesItsFilesBackAndItsLateWorkerWritesNothing)
     test.vault.actFor(nullptr); // here the successor has the same connection
     const RunClaim claim = take();
     EXPECT_EQ(claim.run().claim, 3); // back to the queue, and taken
-    RunPaths(claim, clock, room, watcher).keepOutput(test.path("a.stl"));
+    RunPaths(claim, clock, test.store.files(), room, watcher).keepOutput(test.path("a.stl"));
     EXPECT_TRUE(checkOutsOfRun(test.vault, 1).empty());
     EXPECT_FALSE(test.vault.find(test.path("new.stl")));
     test.vault.actFor(&late);
@@ -199,7 +202,7 @@ TEST_F(RunPathsTest, WhatAPersonAskedOfALostRunHolds)
     const Place place = test.addReleased("a.stl", "a");
     for (const auto& row : rows) {
         const auto id = launch();
-        RunPaths paths(take(), clock, room, watcher);
+        RunPaths paths(take(), clock, test.store.files(), room, watcher);
         test.vault.actFor(&paths);
         checkOut(test.vault, place);
         test.vault.actFor(nullptr);

@@ -57,7 +57,7 @@ TEST_F(RunTest, KeepsWhatItSaysAboutFilesUntilItIsTakenAgain)
 
     StopSignal cancelled;
     RoomWait room(here.clock, nullptr);
-    RunInstance instance(RunClaim::take(runs, id, thisProcess(), now), {}, here.clock, room, cancelled);
+    RunInstance instance(RunClaim::take(runs, id, thisProcess(), now), {}, here.clock, here.files, room, cancelled);
     EXPECT_TRUE(runs.messages(id).empty());
     EXPECT_THROW(early.addMessage(u"", u"Too late."), zn::StatusError);
     EXPECT_EQ(instance.AddMessage(u"Z:\\Vault\\a.step", u"\"a.step\" is gone."), zn::S_OK);
