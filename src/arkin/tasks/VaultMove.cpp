@@ -1,7 +1,7 @@
 #include "arkin/tasks/VaultMove.h"
 
 #include "arkin/store/VaultPlace.h"
-#include "arkin/tasks/FolderMove.h"
+#include "arkin/tasks/DirectoryMove.h"
 #include "arkin/tasks/PathRewrite.h"
 #include "arkin/tasks/TaskSchema.h"
 #include "arkin/tasks/WorkerStore.h"
@@ -110,7 +110,7 @@ VaultMoveReport moveVault(Store& store, const VaultInfo& vault, zn::TextView roo
     VaultMoveReport report;
     report.from = vault.root;
     report.to = newRoot(store, vault, root);
-    FolderMove move(store.files().toMachine(report.from), store.files().toMachine(report.to));
+    DirectoryMove move(store.files().toMachine(report.from), store.files().toMachine(report.to));
     move.prepare(progress);
 
     Transaction transaction(store.database());

@@ -1,4 +1,4 @@
-#include "arkin/tasks/FolderMove.h"
+#include "arkin/tasks/DirectoryMove.h"
 
 #include "arkin/store/Codes.h"
 #include "arkin/store/FileHandle.h"
@@ -35,7 +35,7 @@ void copyTimes(const fs::path& from, const fs::path& to)
 
 } // namespace
 
-FolderMove::FolderMove(fs::path from, fs::path to)
+DirectoryMove::DirectoryMove(fs::path from, fs::path to)
     : m_from(std::move(from))
     , m_to(std::move(to))
 {
@@ -51,13 +51,13 @@ FolderMove::FolderMove(fs::path from, fs::path to)
     m_isRename = diskOf(m_from) == diskOf(m_to);
 }
 
-void FolderMove::prepare(const std::function<void(std::int64_t done, std::int64_t total)>& progress)
+void DirectoryMove::prepare(const std::function<void(std::int64_t done, std::int64_t total)>& progress)
 {
     if (!m_isRename)
         copyChanged(progress);
 }
 
-void FolderMove::carryOut()
+void DirectoryMove::carryOut()
 {
     if (!m_isRename) {
         copyChanged({});
@@ -71,14 +71,14 @@ void FolderMove::carryOut()
         refuse("Could not move " + m_from.string() + " to " + m_to.string() + ": " + error.message() + ".");
 }
 
-void FolderMove::undo()
+void DirectoryMove::undo()
 {
     std::error_code ignored;
     if (m_isRename)
         fs::rename(m_to, m_from, ignored);
 }
 
-std::string FolderMove::removeFormer()
+std::string DirectoryMove::removeFormer()
 {
     std::error_code error;
     if (!m_isRename)
@@ -86,7 +86,7 @@ std::string FolderMove::removeFormer()
     return error ? "The former folder " + m_from.string() + " could not be removed: " + error.message() + "." : "";
 }
 
-void FolderMove::copyChanged(const std::function<void(std::int64_t done, std::int64_t total)>& progress)
+void DirectoryMove::copyChanged(const std::function<void(std::int64_t done, std::int64_t total)>& progress)
 {
     try {
         std::map<fs::path, Seen> now;
@@ -127,7 +127,7 @@ void FolderMove::copyChanged(const std::function<void(std::int64_t done, std::in
     }
 }
 
-void FolderMove::copy(const fs::directory_entry& entry, const fs::path& relative)
+void DirectoryMove::copy(const fs::directory_entry& entry, const fs::path& relative)
 {
     const fs::path target = m_to / relative;
     if (entry.is_directory() && !entry.is_symlink()) {

@@ -10,10 +10,10 @@ namespace zn::arkin {
 
 /// Moves a folder to another name, or to another disk. Until `carryOut` the former one is as it was, and nothing works
 /// with the new one. All raise `StatusError` E_ARK_LOCAL_FILE_FAILED with a sentence.
-class FolderMove {
+class DirectoryMove {
 public:
     /// The new folder may be there if it is empty.
-    FolderMove(std::filesystem::path from, std::filesystem::path to);
+    DirectoryMove(std::filesystem::path from, std::filesystem::path to);
 
     /// Copies what is large beforehand if the new folder lies on another disk. `progress` gets bytes.
     void prepare(const std::function<void(std::int64_t done, std::int64_t total)>& progress);
